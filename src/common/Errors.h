@@ -1,0 +1,37 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace corvel {
+
+// What a parser throws when a text from a server or a file cannot be read. what() is one line for a
+// person, with the offending text in it. Caught in one place, where a reply is dispatched.
+class ParseError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// A text that is no number, or a number outside the range of its field.
+class ConversionError : public ParseError {
+  public:
+    // text: the offending text, as it came; expected: what was wanted, such as "16-bit number".
+    ConversionError(std::string_view text, std::string_view expected);
+};
+
+// A list that lacks the piece that was asked for.
+class IndexOutOfRange : public ParseError {
+  public:
+    // text: the line that lacks a piece; missing: what it lacks, such as "value".
+    IndexOutOfRange(std::string_view text, std::string_view missing);
+};
+
+// A text that is too short or otherwise unfit for the operation.
+class InvalidArgument : public ParseError {
+  public:
+    // text: the offending text; problem: what is wrong with it.
+    InvalidArgument(std::string_view text, std::string_view problem);
+};
+
+} // namespace corvel

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace corvel {
+
+// The lenient rule for numbers: the decimal number at the start of text, with an optional sign and
+// fraction, leading blanks allowed; whatever follows it is ignored. A text with no number at its start
+// gives 0. "21abc" is 21, "-9.7" is -9.7, "abc" and "" are 0.
+double leadingNumber(std::string_view text);
+
+// Whether text begins (after blanks) with a decimal number, that is, whether leadingNumber reads one.
+bool hasLeadingNumber(std::string_view text);
+
+// number rounded to the nearest whole number, halves to even.
+double roundHalfToEven(double number);
+
+// The lenient number at the start of text, rounded halves to even.
+// Throws ConversionError when it lies outside the 16-bit (32-bit) range.
+std::int16_t toInt16(std::string_view text);
+std::int32_t toInt32(std::string_view text);
+
+// A switch as settings.ini writes it: on when the lenient number is not 0.
+bool toSwitch(std::string_view text);
+
+// A text as the platform's text-to-boolean rule reads it: "True" and "False" in any case, or a number of
+// which 0 is false and every other true. Throws ConversionError for anything else, the empty text included.
+bool toBoolean(std::string_view text);
+
+// A whole number in plain decimal text: no grouping, no exponent, no fraction, at any size that a double
+// holds exactly.
+std::string wholeNumberText(double number);
+
+// digits (decimal digits alone) with leading zeros dropped and separator between the groups of three, as
+// the pattern "###,###,###,##0" shows it. A text that is not all digits comes back as it is.
+std::string groupThousands(std::string_view digits, std::string_view separator);
+
+} // namespace corvel

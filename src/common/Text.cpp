@@ -1,0 +1,113 @@
+#include "common/Text.h"
+
+#include <algorithm>
+
+namespace corvel {
+
+namespace {
+
+char lowerAscii(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
+}
+
+char upperAscii(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - ('a' - 'A')) : character;
+}
+
+// The lower-case form of a code point that UTF-8 writes in two bytes (U+0080 to U+07FF).
+unsigned foldTwoByte(unsigned codePoint) {
+    const auto within = [codePoint](unsigned first, unsigned last) {
+        return codePoint >= first && codePoint <= last;
+    };
+    if ((within(0xC0, 0xDE) && codePoint != 0xD7) || within(0x391, 0x3A9) || within(0x410, 0x42F)) {
+        return codePoint + 0x20;
+    }
+    if (within(0x400, 0x40F)) {
+        return codePoint + 0x50;
+    }
+    // Latin Extended-A and the rest of Cyrillic hold pairs: the upper-case letter, then the lower-case one.
+    const bool pairsFromEven = within(0x100, 0x137) || within(0x14A, 0x177) || within(0x460, 0x481);
+    if (pairsFromEven && codePoint != 0x130) {
+        return codePoint | 1U;
+    }
+    const bool pairsFromOdd = within(0x139, 0x148) || within(0x179, 0x17E);
+    if (pairsFromOdd && codePoint % 2 == 1) {
+        return codePoint + 1;
+    }
+    return codePoint;
+}
+
+} // namespace
+
+std::vector<std::string_view> split(std::string_view text, std::string_view separator, std::size_t most) {
+    std::vector<std::string_view> pieces;
+    while (pieces.size() + 1 < most) {
+        const std::size_t end = text.find(separator);
+        if (end == std::string_view::npos) {
+            break;
+        }
+        pieces.push_back(text.substr(0, end));
+        text.remove_prefix(end + separator.size());
+    }
+    pieces.push_back(text);
+    return pieces;
+}
+
+std::string join(const std::vector<std::string_view>& pieces, std::string_view separator) {
+    std::string result;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        if (i > 0) {
+            result += separator;
+        }
+        result += pieces[i];
+    }
+    return result;
+}
+
+std::string replaceAll(std::string_view text, std::string_view what, std::string_view replacement) {
+    return what.empty() ? std::string(text) : join(split(text, what), replacement);
+}
+
+std::string_view trimLeading(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    return text;
+}
+
+std::string_view trim(std::string_view text) {
+    text = trimLeading(text);
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+std::string toLower(std::string_view text) {
+    std::string result(text);
+    std::ranges::transform(result, result.begin(), lowerAscii);
+    return result;
+}
+
+std::string toUpper(std::string_view text) {
+    std::string result(text);
+    std::ranges::transform(result, result.begin(), upperAscii);
+    return result;
+}
+
+std::string foldCase(std::string_view text) {
+    std::string result(text);
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        const unsigned lead = static_cast<unsigned char>(result[i]);
+        if (lead < 0x80) {
+            result[i] = lowerAscii(result[i]);
+        } else if (lead >= 0xC2 && lead < 0xE0 && i + 1 < result.size()) {
+            const unsigned trail = static_cast<unsigned char>(result[i + 1]);
+            const unsigned folded = foldTwoByte((lead & 0x1FU) << 6U | (trail & 0x3FU));
+            result[i] = static_cast<char>(0xC0U | folded >> 6U);
+            result[++i] = static_cast<char>(0x80U | (folded & 0x3FU));
+        }
+    }
+    return result;
+}
+
+bool isOneLine(std::string_view text) {
+    return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
+}
+
+} // namespace corvel

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+inline constexpr std::string_view lineEnd = "\r\n";
+inline constexpr std::string_view fieldSeparator = " | ";
+
+// The pieces of text between the separators, left to right, at most most of them: the last piece keeps
+// every further separator. An empty text gives one empty piece. The pieces point into text.
+std::vector<std::string_view> split(std::string_view text, std::string_view separator,
+                                    std::size_t most = std::string_view::npos);
+
+// The pieces with the separator between them.
+std::string join(const std::vector<std::string_view>& pieces, std::string_view separator);
+
+// text with every occurrence of what replaced, left to right; the replacement is not searched again.
+// An empty what changes nothing.
+std::string replaceAll(std::string_view text, std::string_view what, std::string_view replacement);
+
+// text without its leading (and trailing) blanks. Only the blank counts, as the entry lines want it.
+std::string_view trimLeading(std::string_view text);
+std::string_view trim(std::string_view text);
+
+// text with A-Z (a-z) replaced by the other case; every other byte stays.
+std::string toLower(std::string_view text);
+std::string toUpper(std::string_view text);
+
+// text, UTF-8, in the form in which two texts that differ only in case are equal: ASCII, Latin, Greek and
+// Cyrillic letters are folded, every other byte stays. Made for ordering lists, not for display.
+std::string foldCase(std::string_view text);
+
+// Whether text can go out as one line of a control connection: no CR, LF or NUL in it (RFC 959, section 5.3).
+bool isOneLine(std::string_view text);
+
+} // namespace corvel

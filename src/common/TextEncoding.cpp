@@ -1,0 +1,206 @@
+#include "common/TextEncoding.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+
+namespace corvel {
+
+namespace {
+
+// Windows-1252 bytes 0x80 to 0x9F as code points; every other byte is its own code point. The undefined
+// ones stand for themselves.
+constexpr std::array<std::uint16_t, 32> highControls = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+};
+
+constexpr std::uint32_t firstHigh = 0x80;
+constexpr std::uint32_t lastHigh = 0x9F;
+
+void appendUtf8(std::string& text, std::uint32_t codePoint) {
+    const auto put = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
+    if (codePoint < 0x80) {
+        put(codePoint);
+    } else if (codePoint < 0x800) {
+        put(0xC0U | codePoint >> 6U);
+        put(0x80U | (codePoint & 0x3FU));
+    } else {
+        put(0xE0U | codePoint >> 12U);
+        put(0x80U | (codePoint >> 6U & 0x3FU));
+        put(0x80U | (codePoint & 0x3FU));
+    }
+}
+
+struct Decoded {
+    std::uint32_t codePoint = 0;
+    std::size_t length = 0; // 0: the bytes are no well-formed character
+};
+
+// The character at the start of bytes, which are not empty.
+Decoded decodeOne(std::string_view bytes) {
+    const auto byteAt = [bytes](std::size_t i) {
+        return static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[i]));
+    };
+    const std::uint32_t lead = byteAt(0);
+    if (lead < 0x80) {
+        return {lead, 1};
+    }
+    std::size_t length = 0;
+    std::uint32_t smallest = 0;
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        length = 2;
+        smallest = 0x80;
+    } else if ((lead & 0xF0U) == 0xE0) {
+        length = 3;
+        smallest = 0x800;
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+        length = 4;
+        smallest = 0x10000;
+    }
+    if (length == 0 || bytes.size() < length) {
+        return {};
+    }
+    std::uint32_t codePoint = lead & (0xFFU >> (length + 1));
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byteAt(i) & 0xC0U) != 0x80) {
+            return {};
+        }
+        codePoint = codePoint << 6U | (byteAt(i) & 0x3FU);
+    }
+    const bool isSurrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
+    if (codePoint < smallest || codePoint > 0x10FFFF || isSurrogate) {
+        return {};
+    }
+    return {codePoint, length};
+}
+
+// How many bytes at the start of bytes are ASCII, found eight at a time.
+std::size_t asciiPrefix(std::string_view bytes) {
+    std::size_t i = 0;
+    for (; i + sizeof(std::uint64_t) <= bytes.size(); i += sizeof(std::uint64_t)) {
+        std::uint64_t block = 0;
+        std::memcpy(&block, bytes.data() + i, sizeof block);
+        if ((block & 0x8080808080808080U) != 0) {
+            break;
+        }
+    }
+    while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80) {
+        ++i;
+    }
+    return i;
+}
+
+struct CodeRange {
+    std::uint32_t first;
+    std::uint32_t last;
+};
+
+// Characters outside ASCII that steer the display instead of being shown.
+constexpr std::array<CodeRange, 12> steering = {{
+    {0x80, 0x9F},       // C1 controls
+    {0x061C, 0x061C},   // Arabic letter mark
+    {0x200B, 0x200F},   // zero-width characters and direction marks
+    {0x2028, 0x202E},   // line and paragraph separator, embeddings and overrides
+    {0x2060, 0x206F},   // word joiner, isolates, deprecated controls
+    {0xFDD0, 0xFDEF},   // non-characters
+    {0xFE00, 0xFE0F},   // variation selectors
+    {0xFEFF, 0xFEFF},   // byte order mark
+    {0xFFF9, 0xFFFC},   // annotations, object replacement
+    {0xFFFE, 0xFFFF},   // non-characters
+    {0xE0000, 0xE0FFF}, // tags
+    {0x10FFFE, 0x10FFFF},
+}};
+
+void appendVisible(std::string& text, std::uint32_t codePoint, std::string_view bytes) {
+    if (codePoint < 0x20) {
+        appendUtf8(text, 0x2400 + codePoint); // the Unicode block of pictures for control characters
+    } else if (codePoint == 0x7F) {
+        appendUtf8(text, 0x2421);
+    } else if (std::ranges::any_of(steering, [codePoint](const CodeRange& range) {
+                   return codePoint >= range.first && codePoint <= range.last;
+               })) {
+        std::array<char, 8> digits{};
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), codePoint, 16).ptr;
+        text += "<U+";
+        text.append(digits.data(), end);
+        text += '>';
+    } else {
+        text += bytes;
+    }
+}
+
+} // namespace
+
+bool isValidUtf8(std::string_view bytes) {
+    while (true) {
+        bytes.remove_prefix(asciiPrefix(bytes));
+        if (bytes.empty()) {
+            return true;
+        }
+        const Decoded decoded = decodeOne(bytes);
+        if (decoded.length == 0) {
+            return false;
+        }
+        bytes.remove_prefix(decoded.length);
+    }
+}
+
+std::string toUtf8(std::string_view bytes, TextEncoding encoding) {
+    if (encoding == TextEncoding::utf8) {
+        return std::string(bytes);
+    }
+    std::string text;
+    text.reserve(bytes.size());
+    for (const char byte : bytes) {
+        const std::uint32_t value = static_cast<unsigned char>(byte);
+        appendUtf8(text, value >= firstHigh && value <= lastHigh ? highControls[value - firstHigh] : value);
+    }
+    return text;
+}
+
+std::optional<std::string> fromUtf8(std::string_view text, TextEncoding encoding) {
+    if (encoding == TextEncoding::utf8) {
+        return std::string(text);
+    }
+    std::string bytes;
+    while (!text.empty()) {
+        const Decoded decoded = decodeOne(text);
+        if (decoded.length == 0) {
+            return std::nullopt;
+        }
+        text.remove_prefix(decoded.length);
+        const auto* high = std::ranges::find(highControls, decoded.codePoint);
+        if (high != highControls.end()) {
+            bytes += static_cast<char>(firstHigh + static_cast<std::uint32_t>(high - highControls.begin()));
+        } else if (decoded.codePoint < firstHigh ||
+                   (decoded.codePoint > lastHigh && decoded.codePoint <= 0xFF)) {
+            bytes += static_cast<char>(decoded.codePoint);
+        } else {
+            return std::nullopt;
+        }
+    }
+    return bytes;
+}
+
+std::string visibleText(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const Decoded decoded = decodeOne(text);
+        const std::size_t length = std::max<std::size_t>(decoded.length, 1);
+        appendVisible(result, decoded.codePoint, text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return result;
+}
+
+std::size_t characterCount(std::string_view text) {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; }));
+}
+
+} // namespace corvel

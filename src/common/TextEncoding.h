@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvel {
+
+// How the bytes of a server or of a file are read as text. A connection starts as utf8 and changes to
+// windows1252 for good with its first reply that is not valid UTF-8.
+enum class TextEncoding { utf8, windows1252 };
+
+// Whether bytes are well-formed UTF-8 (RFC 3629: shortest forms only, no surrogates, up to U+10FFFF).
+bool isValidUtf8(std::string_view bytes);
+
+// bytes as UTF-8. utf8: unchanged, the bytes must be valid. windows1252: every byte becomes a character;
+// the five bytes that the code page leaves undefined become the C1 control of the same value, so that
+// fromUtf8 gives back exactly these bytes.
+std::string toUtf8(std::string_view bytes, TextEncoding encoding);
+
+// The inverse: text (valid UTF-8) in the given encoding, or nothing when a character has no place in it.
+std::optional<std::string> fromUtf8(std::string_view text, TextEncoding encoding);
+
+// text (valid UTF-8) for a person to see: control characters, direction marks and other characters that
+// would be obeyed rather than shown become visible symbols. Blanks and letters stay as they are.
+std::string visibleText(std::string_view text);
+
+// The number of characters (code points) in text, valid UTF-8.
+std::size_t characterCount(std::string_view text);
+
+} // namespace corvel

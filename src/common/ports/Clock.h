@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace corvel {
+
+// The local time of day.
+class Clock {
+  public:
+    virtual ~Clock() = default;
+
+    // The time of day as the system's settings write it, long and without time zone; UTF-8.
+    virtual std::string timeOfDay() const = 0;
+};
+
+} // namespace corvel

@@ -1,0 +1,24 @@
+#pragma once
+
+namespace corvel {
+
+// The three text logs of a site.
+enum class LogKind { console, commandResults, browserReply };
+
+// What the core tells the window. Each call says that something has changed and names the site (from 1); the
+// window reads the new state from mdlMain when it next paints. Calls are cheap and may be frequent: an
+// implementation gathers them and redraws once per turn of the event loop.
+class Views {
+  public:
+    virtual ~Views() = default;
+
+    virtual void siteAdded(int site) = 0;
+    virtual void siteRenamed(int site) = 0;
+    virtual void currentSiteChanged() = 0;
+    virtual void logChanged(int site, LogKind log) = 0;
+    virtual void listingChanged(int site) = 0;   // the browser's rows, their order or the counts
+    virtual void pathChanged(int site) = 0;      // the browser's path box
+    virtual void lastErrorChanged(int site) = 0; // the server's last reply with a code of 400 or more
+};
+
+} // namespace corvel
