@@ -14,6 +14,12 @@ std::string quoted(std::string_view text) {
 
 } // namespace
 
+std::string describe(const ParseError& error) {
+    const std::string place =
+        error.lineNumber() == 0 ? "" : "reply line " + std::to_string(error.lineNumber()) + ": ";
+    return place + error.what();
+}
+
 ConversionError::ConversionError(std::string_view text, std::string_view expected)
     : ParseError(quoted(text) + " is no " + std::string(expected)) {}
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -11,7 +12,19 @@ namespace corvel {
 class ParseError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
+
+    // The line of the reply that could not be read, from 1; 0 where the parser did not say.
+    std::size_t lineNumber() const { return lineNumber_; }
+
+    // Set by the loop that knows the line; the conversion that threw sees its own text alone.
+    void setLineNumber(std::size_t lineNumber) { lineNumber_ = lineNumber; }
+
+  private:
+    std::size_t lineNumber_ = 0;
 };
+
+// error as one console line: its text, behind "reply line N: " where it knows the line.
+std::string describe(const ParseError& error);
 
 // A text that is no number, or a number outside the range of its field.
 class ConversionError : public ParseError {

@@ -41,12 +41,39 @@ std::string_view numberPart(std::string_view text) {
 }
 
 template <typename Integer>
-Integer toInteger(std::string_view text, std::string_view expected) {
+std::optional<Integer> tryInteger(std::string_view text) {
+    Integer plain = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), plain);
+    if (result.ec == std::errc() && result.ptr == text.data() + text.size()) {
+        return plain;
+    }
     const double number = roundHalfToEven(leadingNumber(text));
     if (number < std::numeric_limits<Integer>::min() || number > std::numeric_limits<Integer>::max()) {
-        throw ConversionError(text, expected);
+        return std::nullopt;
     }
     return static_cast<Integer>(number);
+}
+
+// digits, a decimal number of any length, becomes digits * factor + summand.
+void multiplyAdd(std::string& digits, std::uint32_t factor, std::uint32_t summand) {
+    std::uint64_t carry = summand;
+    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
+        carry += static_cast<std::uint64_t>(*digit - '0') * factor;
+        *digit = static_cast<char>('0' + carry % 10);
+        carry /= 10;
+    }
+    if (carry != 0) {
+        digits.insert(0, std::to_string(carry));
+    }
+}
+
+// Whether a number that ends in whole's digits and goes on with fraction's is rounded up, halves to even.
+bool roundsUp(std::string_view whole, std::string_view fraction) {
+    if (fraction.empty() || fraction.front() != '5') {
+        return !fraction.empty() && fraction.front() > '5';
+    }
+    const bool isHalf = fraction.find_first_not_of('0', 1) == std::string_view::npos;
+    return !isHalf || (!whole.empty() && (whole.back() - '0') % 2 == 1);
 }
 
 } // namespace
@@ -67,6 +94,12 @@ bool hasLeadingNumber(std::string_view text) {
     return !numberPart(text).empty();
 }
 
+bool isNumber(std::string_view text) {
+    const std::string_view number = numberPart(text);
+    const std::string_view whole = trim(text);
+    return !number.empty() && number.size() + (whole.front() == '+' ? 1 : 0) == whole.size();
+}
+
 double roundHalfToEven(double number) {
     const double lower = std::floor(number);
     const double rest = number - lower;
@@ -76,12 +109,34 @@ double roundHalfToEven(double number) {
     return rest < 0.5 ? lower : lower + 1;
 }
 
+std::optional<std::int16_t> tryInt16(std::string_view text) {
+    return tryInteger<std::int16_t>(text);
+}
+
 std::int16_t toInt16(std::string_view text) {
-    return toInteger<std::int16_t>(text, "16-bit number");
+    const std::optional<std::int16_t> number = tryInt16(text);
+    if (!number) {
+        throw ConversionError(text, "16-bit number");
+    }
+    return *number;
 }
 
 std::int32_t toInt32(std::string_view text) {
-    return toInteger<std::int32_t>(text, "32-bit number");
+    const std::optional<std::int32_t> number = tryInteger<std::int32_t>(text);
+    if (!number) {
+        throw ConversionError(text, "32-bit number");
+    }
+    return *number;
+}
+
+std::int64_t toCurrency(std::string_view text) {
+    const std::string digits = wholeNumberText(text, 10000);
+    std::int64_t amount = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), amount);
+    if (!isNumber(text) || result.ec != std::errc()) {
+        throw ConversionError(text, "amount");
+    }
+    return amount;
 }
 
 bool toSwitch(std::string_view text) {
@@ -93,8 +148,7 @@ bool toBoolean(std::string_view text) {
     if (word == "true" || word == "false") {
         return word == "true";
     }
-    const std::string_view number = numberPart(word);
-    if (number.empty() || number.size() + (word.front() == '+' ? 1 : 0) != word.size()) {
+    if (!isNumber(word)) {
         throw ConversionError(text, "switch");
     }
     return leadingNumber(word) != 0;
@@ -106,6 +160,27 @@ std::string wholeNumberText(double number) {
     const auto result =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), whole, std::chars_format::fixed, 0);
     return {buffer.data(), result.ptr};
+}
+
+std::string wholeNumberText(std::string_view text, std::uint32_t factor) {
+    std::string_view number = numberPart(text);
+    const bool isNegative = number.starts_with('-');
+    number.remove_prefix(isNegative ? 1 : 0);
+    const std::size_t point = std::min(number.find('.'), number.size());
+    std::string digits(number.substr(0, point));
+    digits += number.substr(std::min(point + 1, number.size()));
+    const std::size_t decimals = digits.size() - point;
+    multiplyAdd(digits, factor, 0);
+
+    std::string whole = digits.substr(0, digits.size() - decimals);
+    if (roundsUp(whole, std::string_view(digits).substr(whole.size()))) {
+        multiplyAdd(whole, 1, 1);
+    }
+    whole.erase(0, std::min(whole.find_first_not_of('0'), whole.size()));
+    if (whole.empty()) {
+        return "0";
+    }
+    return isNegative ? "-" + whole : whole;
 }
 
 std::string groupThousands(std::string_view digits, std::string_view separator) {

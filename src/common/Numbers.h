@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,9 @@ double leadingNumber(std::string_view text);
 // Whether text begins (after blanks) with a decimal number, that is, whether leadingNumber reads one.
 bool hasLeadingNumber(std::string_view text);
 
+// Whether the whole of text, blanks around it aside, is one decimal number.
+bool isNumber(std::string_view text);
+
 // number rounded to the nearest whole number, halves to even.
 double roundHalfToEven(double number);
 
@@ -21,6 +25,14 @@ double roundHalfToEven(double number);
 // Throws ConversionError when it lies outside the 16-bit (32-bit) range.
 std::int16_t toInt16(std::string_view text);
 std::int32_t toInt32(std::string_view text);
+
+// As toInt16, but gives nothing instead of throwing: for tables in which a bad line is left out.
+std::optional<std::int16_t> tryInt16(std::string_view text);
+
+// An amount of money-like kind in 1/10000, read strictly: the whole of text (blanks around it aside) must be
+// a decimal number. Decimals past the fourth are rounded halves to even. Throws ConversionError otherwise,
+// and where the amount lies outside the 64-bit range.
+std::int64_t toCurrency(std::string_view text);
 
 // A switch as settings.ini writes it: on when the lenient number is not 0.
 bool toSwitch(std::string_view text);
@@ -32,6 +44,10 @@ bool toBoolean(std::string_view text);
 // A whole number in plain decimal text: no grouping, no exponent, no fraction, at any size that a double
 // holds exactly.
 std::string wholeNumberText(double number);
+
+// The lenient number at the start of text, times factor, then rounded halves to even: exact at any size,
+// in plain decimal text. "0100" is "100", "1.5" times 1024 is "1536", "abc" is "0".
+std::string wholeNumberText(std::string_view text, std::uint32_t factor = 1);
 
 // digits (decimal digits alone) with leading zeros dropped and separator between the groups of three, as
 // the pattern "###,###,###,##0" shows it. A text that is not all digits comes back as it is.

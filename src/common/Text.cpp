@@ -53,6 +53,28 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
     return pieces;
 }
 
+bool cutFields(std::string_view text, std::span<std::string_view> fields) {
+    std::size_t count = 0;
+    std::size_t start = 0;
+    for (std::size_t bar = text.find('|'); bar != std::string_view::npos; bar = text.find('|', bar + 1)) {
+        const bool isSeparator =
+            bar > start && text[bar - 1] == ' ' && bar + 1 < text.size() && text[bar + 1] == ' ';
+        if (!isSeparator) {
+            continue;
+        }
+        if (count + 1 >= fields.size()) {
+            return false;
+        }
+        fields[count++] = text.substr(start, bar - 1 - start);
+        start = bar + 2;
+    }
+    if (count + 1 != fields.size()) {
+        return false;
+    }
+    fields[count] = text.substr(start);
+    return true;
+}
+
 std::string join(const std::vector<std::string_view>& pieces, std::string_view separator) {
     std::string result;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
