@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+// What an entry of a remote directory is. Everything that is neither link nor file (devices, pipes,
+// sockets) is treated as a directory.
+enum class BrowserEntryType : std::int32_t { directory = 0, link = 1, file = 2 };
+
+// One line of a long-format listing. The texts are the server's bytes and point into the BrowserListing
+// that holds the entry.
+struct BrowserEntry {
+    std::string_view name = {}; // of a link: "name -> target", as listed
+    std::string_view date = {}; // month number, "/", day as listed, blank, time or year as listed
+    std::string_view access = {};
+    std::string_view owner = {};
+    std::string_view group = {};
+    std::string_view size = {}; // as listed
+    BrowserEntryType type = BrowserEntryType::directory;
+};
+
+// The entries of one remote directory, with the text that they point into. Moving it leaves the texts
+// where they are, so views of an entry live as long as the listing that it was moved to.
+struct BrowserListing {
+    std::unique_ptr<char[]> text; // the accepted lines, one behind the other
+    std::vector<BrowserEntry> entries;
+    std::size_t fileCount = 0;      // files and links
+    std::size_t directoryCount = 0; // all others but ".."
+    std::size_t longestSize = 0;    // length of the longest size, in bytes
+    bool isRecognised =
+        false; // whether any line was one of a listing; if not, column widths stay as they are
+};
+
+struct ListingOptions {
+    // Runs of blanks between month, day and time (or year) count as one. Off, every blank separates, which
+    // turns padded days and years into wrong names but keeps names that begin with a blank.
+    bool mergeBlanks = false;
+};
+
+// The entries in the lines of one reply to "STAT -a" (RFC 959, section 4.1.3), in the order of the lines
+// and without the entry ".". lines: the whole reply, split at CR LF. Lines that are not in the long format
+// of a Unix directory listing, the reply's own first and last line among them, are passed over. A line that
+// is a listing line but for one blank in front of it is taken without that blank. Odd spacing yields odd
+// fields, possibly empty ones, never a failure. Nothing in the result points into lines.
+BrowserListing ParseDirectoryListing(std::span<const std::string_view> lines, ListingOptions options);
+
+// "01" to "12" for an English three-letter month name in any case, "" for every other text.
+std::string_view MonthNumber(std::string_view monthName);
+
+// The columns of the browser's list.
+enum class BrowserColumn : std::uint8_t { name, size, date, owner, group, access, typeKey };
+inline constexpr std::size_t browserColumnCount = 7;
+
+// What rows are grouped by: 0 for "..", else 1 directory, 2 link, 3 file.
+int typeKey(const BrowserEntry& entry);
+
+// The number of the row's icon: 1 directory, 2 link, 3 file; ".." has the one of its type.
+int imageIndex(const BrowserEntry& entry);
+
+// What the list shows for an entry of listing in a column, in the server's bytes. The size is padded with
+// blanks from the left, so that sizes sort as text, and grouped by groupSeparator (in the encoding of the
+// listing); a size that is no number is padded alone.
+std::string cellText(const BrowserListing& listing, std::size_t row, BrowserColumn column,
+                     std::string_view groupSeparator);
+
+} // namespace corvel
