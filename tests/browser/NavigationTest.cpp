@@ -1,0 +1,137 @@
+#include "browser/Navigation.h"
+
+#include "browser/ColumnFit.h"
+#include "browser/FileOperations.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+TEST(Navigation, LeadsWhereTheRowPoints) {
+    struct Case {
+        const char* name;
+        const char* current;
+        const char* row;
+        const char* access;
+        std::optional<std::string> target;
+    };
+    const std::vector<Case> cases = {
+        {"up at the root", "/", "..", "drwxr-xr-x", std::nullopt},
+        {"up to the root", "/pub", "..", "drwxr-xr-x", "/"},
+        {"up", "/a/b", "..", "drwxr-xr-x", "/a"},
+        {"up from a relative directory", "a/b", "..", "drwxr-xr-x", "a"},
+        {"up from a relative name", "a", "..", "drwxr-xr-x", "/"},
+        {"up from nowhere", "", "..", "drwxr-xr-x", "/"},
+        {"up by a link", "/a/b", "..", "lrwxrwxrwx", "/a"},
+        {"itself", "/a", ".", "drwxr-xr-x", std::nullopt},
+        {"directory at the root", "/", "dir", "drwxr-xr-x", "/dir"},
+        {"directory", "/pub", "dir", "drwxr-xr-x", "/pub/dir"},
+        {"directory with blanks", "/pub", " my  dir ", "drwxr-xr-x", "/pub/ my  dir "},
+        {"directory with an arrow in its name", "/pub", "a -> b", "drwxr-xr-x", "/pub/a -> b"},
+        {"file", "/", "f", "-rw-r--r--", std::nullopt},
+        {"device", "/", "null", "crw-rw-rw-", std::nullopt},
+        {"upper-case access", "/", "d", "Drwxr-xr-x", std::nullopt},
+        {"no access", "/", "d", "", std::nullopt},
+        {"link", "/x", "lnk -> /site/incoming/", "lrwxrwxrwx", "/site/incoming"},
+        {"link with one slash left", "/x", "lnk -> /site//", "lrwxrwxrwx", "/site/"},
+        {"link to the root", "/x", "lnk -> /", "lrwxrwxrwx", "/"},
+        {"relative link", "/x", "lnk -> ../y", "lrwxrwxrwx", "../y"},
+        {"arrow in the target", "/x", "a -> b -> c", "lrwxrwxrwx", "b -> c"},
+        {"link without a target", "/x", "lnk", "lrwxrwxrwx", "/x/lnk"},
+        {"link with an empty target", "/x", "lnk -> ", "lrwxrwxrwx", std::nullopt},
+        {"arrow at the start is a name", "/x", " -> y", "lrwxrwxrwx", "/x/ -> y"},
+        {"arrow without blanks", "/x", "a->b", "lrwxrwxrwx", "/x/a->b"},
+    };
+    for (const Case& row : cases) {
+        EXPECT_EQ(navigationTarget(row.current, row.row, row.access), row.target) << row.name;
+    }
+}
+
+std::string sent(const std::vector<Command>& commands) {
+    std::string text;
+    for (const Command& command : commands) {
+        text += command.sCommand + "/" + std::to_string(command.iHandler) + (command.bQuiet ? "q" : "") +
+                std::to_string(command.iTag) + ";";
+    }
+    return text;
+}
+
+TEST(FileOperations, SendTheirCommands) {
+    struct Case {
+        const char* name;
+        std::vector<Command> commands;
+        const char* sent;
+    };
+    const std::vector<Case> cases = {
+        {"root", rootCommands(), "CWD //100q0;"},
+        {"refresh", refreshCommands(), "STAT -a/100q0;"},
+        {"the button called mkdir", mkdirButtonCommands(), "STAT -a/100q0;NOOP/255q0;"},
+        {"directory", changeDirectoryCommands("/a b"), "CWD /a b/100q0;"},
+        {"where am I", {printDirectoryCommand()}, "PWD/100q0;"},
+        {"new directory", makeDirectoryCommands(" "), "MKD  /108q0;"},
+        {"new directory without a name", makeDirectoryCommands(""), ""},
+        {"rename", renameCommands("a b", "c"), "RNFR a b/108q0;RNTO c/108q0;"},
+        {"rename by case alone", renameCommands("a", "A"), "RNFR a/108q0;RNTO A/108q0;"},
+        {"rename that changes nothing", renameCommands("a", "a"), ""},
+        {"rename from what cannot be sent", renameCommands("a\nb", "c"), "RNFR a\nb/108q0;"},
+        {"rename to what cannot be sent", renameCommands("a", "b\rc"), "RNTO b\rc/108q0;"},
+    };
+    for (const Case& row : cases) {
+        EXPECT_EQ(sent(row.commands), row.sent) << row.name;
+    }
+}
+
+TEST(FileOperations, AskBeforeDeleting) {
+    struct Case {
+        const char* name;
+        BrowserEntry entry;
+        TextEncoding encoding;
+        const char* question; // null where nothing happens
+        const char* sent;
+    };
+    using Type = BrowserEntryType;
+    const std::vector<Case> cases = {
+        {"directory",
+         {.name = "a b", .type = Type::directory},
+         TextEncoding::utf8,
+         "Are u sure u want to delete this directory:\r\na b",
+         "RMD a b/108q0;"},
+        {"file",
+         {.name = "f", .type = Type::file},
+         TextEncoding::utf8,
+         "Are u sure u want to delete this file:",
+         "DELE f/108q0;"},
+        {"link", {.name = "l -> f", .type = Type::link}, TextEncoding::utf8, nullptr, ""},
+        {"parent", {.name = "..", .type = Type::directory}, TextEncoding::utf8, nullptr, ""},
+        {"bytes go back as they came",
+         {.name = "\xE9\x1b", .type = Type::directory},
+         TextEncoding::windows1252,
+         "Are u sure u want to delete this directory:\r\n\xC3\xA9\xE2\x90\x9B",
+         "RMD \xE9\x1b/108q0;"},
+    };
+    for (const Case& row : cases) {
+        const std::optional<Deletion> result = deletion(row.entry, row.encoding);
+        ASSERT_EQ(result.has_value(), row.question != nullptr) << row.name;
+        if (result) {
+            EXPECT_EQ(result->question, row.question) << row.name;
+            EXPECT_EQ(sent({result->command}), row.sent) << row.name;
+        }
+    }
+}
+
+TEST(ColumnFit, GivesTheNameWhatIsLeft) {
+    const std::array<int, 5> others = {1000, 1000, 500, 500, 600};
+    EXPECT_EQ(FitBrowserColumns(9000, others), 5000);
+    EXPECT_EQ(FitBrowserColumns(6001, others), 2001);
+    EXPECT_EQ(FitBrowserColumns(6000, others), 2000);
+    EXPECT_EQ(FitBrowserColumns(0, others), 2000);
+}
+
+} // namespace
+} // namespace corvel
