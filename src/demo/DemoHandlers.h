@@ -1,0 +1,54 @@
+#pragma once
+
+#include "demo/DemoCommands.h"
+
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace corvel {
+
+// One command on its way through the tables.
+struct DemoRequest {
+    DemoWorld& world;
+    DemoClient& client;
+    TreeViewer viewer;         // who is logged in; no name before login
+    std::string_view argument; // what follows the verb and one blank
+};
+
+enum class WhoMay { anyone, users, masters };
+enum class Argument { optional, needed };
+
+// One row of a command table: the verb in upper case, who may use it, what it says about its argument.
+struct DemoCommand {
+    std::string_view verb;
+    std::string (*answer)(DemoRequest&);
+    WhoMay whoMay = WhoMay::users;
+    Argument argument = Argument::needed;
+    std::string_view syntax = {}; // of the argument, for people
+};
+
+// The tables: the commands of the protocol, those behind SITE.
+std::span<const DemoCommand> loginCommands();
+std::span<const DemoCommand> fileCommands();
+std::span<const DemoCommand> siteCommands();
+
+// Looks the first word of line up in the tables, in any case, and answers with that row, the rest of line its
+// argument. prefix: what came before the line, such as "SITE ", for the error replies.
+std::string dispatch(std::span<const std::span<const DemoCommand>> tables, DemoRequest& request,
+                     std::string_view line, std::string_view prefix);
+
+// A reply of one line, its text whole or in pieces; a reply of several, whose inner lines come each with
+// their CR LF (RFC 959, section 4.2).
+std::string reply(int code, std::string_view text);
+std::string reply(int code, std::initializer_list<std::string_view> textPieces);
+std::string longReply(int code, std::string_view first, std::string_view innerLines, std::string_view last);
+
+// The reply to HELP: the verbs of the tables.
+std::string helpReply(std::span<const std::span<const DemoCommand>> tables, std::string_view first);
+
+// What a failed tree operation on a path answers: code 550, the path and the reason.
+std::string treeReply(std::string_view path, TreeError error);
+
+} // namespace corvel

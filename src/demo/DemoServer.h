@@ -1,0 +1,55 @@
+#pragma once
+
+#include "demo/DemoCommands.h"
+
+#include <QObject>
+#include <QString>
+#include <QTcpServer>
+
+#include <cstdint>
+
+namespace corvel {
+
+struct DemoOptions {
+    std::uint16_t port = 0;      // 0: the system chooses
+    int users = 60;              // 1 to DemoAccounts::mostUsers
+    int entries = 0;             // above 0: one directory /big with that many files
+    int latencyMilliseconds = 0; // every reply waits that long
+    int chunkBytes = 0;          // above 0: every reply goes out in writes of that size, one after the other
+};
+
+// The in-memory FTP server of trials and tests: control connections alone, on the loopback address. It needs
+// the event loop of the thread that made it and blocks nothing. Several clients share one world of files and
+// accounts. It remembers of a client at most one unfinished command line and one reply.
+class DemoServer : public QObject {
+    Q_OBJECT
+
+  public:
+    static constexpr const char* userName = "demo";
+    static constexpr const char* password = "demo";
+    static constexpr int mostClients = 256;
+
+    // Builds the world; listens to nothing yet. Closing: when it is destroyed its connections are cut.
+    explicit DemoServer(const DemoOptions& options, QObject* parent = nullptr);
+    ~DemoServer() override;
+
+    // Starts to listen on 127.0.0.1; false when it cannot, and then errorText() says why.
+    bool listen();
+    QString errorText() const;
+
+    // The port that it listens on; 0 when it does not.
+    std::uint16_t port() const;
+
+    int clientCount() const { return clientCount_; }
+    const DemoWorld& world() const { return world_; }
+
+  private:
+    void acceptClients();
+
+    DemoOptions options_;
+    DemoWorld world_;
+    QTcpServer listener_;
+    int clientCount_ = 0;
+};
+
+} // namespace corvel

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+// Why an operation on the demo tree was refused.
+enum class TreeError {
+    none,
+    notFound,
+    notDirectory,
+    isDirectory,
+    exists,
+    notEmpty,
+    denied,
+    notPermitted,
+    nameTooLong,
+    invalid,
+    tooManyLinks,
+    full,
+};
+
+// The reason in the words that servers use, such as "No such file or directory"; empty for none.
+std::string_view treeErrorText(TreeError error);
+
+// One entry of the demo tree. A directory owns its children.
+struct TreeNode {
+    char type = '-';      // as the first character of a listing line: - d l c b p s
+    unsigned mode = 0644; // the twelve permission bits
+    std::string owner = "demo";
+    std::string group = "staff";
+    std::uint64_t size = 0;          // bytes
+    std::string date = "Jan 5 2020"; // as a listing shows it: month, day, time of day or year
+    std::string target;              // of a symbolic link
+    std::string hiddenText;          // of a hidden directory: whom it is shown to; empty when not hidden
+    std::map<std::string, std::unique_ptr<TreeNode>, std::less<>> children;
+    std::size_t directoryCount = 0; // of the children that are directories
+};
+
+// Who looks at the tree, and from where. Decides permissions and what relative paths mean.
+struct TreeViewer {
+    std::string user;
+    std::vector<std::string> groups;
+    std::string directory = "/"; // absolute, without "." and ".." and links
+};
+
+// The outcome of a tree operation: the entry and its canonical absolute path, or an error and no node.
+// The node belongs to the tree and lives until the next change of the tree.
+struct TreePlace {
+    TreeError error = TreeError::none;
+    TreeNode* node = nullptr;
+    std::string path{};
+};
+
+// A directory tree in memory. Names and paths are bytes; a path separates names with "/" and is relative to
+// the viewer's directory unless it begins with "/". Every operation checks the permission bits of the
+// directories on its way for the viewer. Nothing throws but the want of memory.
+class DemoTree {
+  public:
+    static constexpr std::size_t longestName = 255;
+    static constexpr std::size_t mostNodes = 2'000'000;
+
+    DemoTree();
+
+    // Puts an entry at an absolute path without asking for permission; missing directories on the way are
+    // made. For filling the tree.
+    TreeNode& place(std::string_view path, TreeNode entry);
+
+    // The entry at path. followLast: a link at the end of the path stands for what it points to.
+    TreePlace find(const TreeViewer& viewer, std::string_view path, bool followLast) const;
+
+    // A directory that the viewer may enter.
+    TreePlace enter(const TreeViewer& viewer, std::string_view path) const;
+
+    // A new empty directory of the viewer's.
+    TreePlace makeDirectory(const TreeViewer& viewer, std::string_view path);
+
+    // Removes an empty directory, or anything that is no directory. Links are removed, not followed.
+    TreeError removeDirectory(const TreeViewer& viewer, std::string_view path);
+    TreeError removeFile(const TreeViewer& viewer, std::string_view path);
+
+    // Moves an entry with all below it. The new name must be free.
+    TreeError rename(const TreeViewer& viewer, std::string_view from, std::string_view to);
+
+    // Sets the twelve permission bits of an entry that belongs to the viewer.
+    TreeError changeMode(const TreeViewer& viewer, std::string_view path, unsigned mode);
+
+  private:
+    struct Leaf {
+        TreeError error = TreeError::none;
+        TreePlace parent;
+        std::string name;
+    };
+    // The directory that path's last name lies in, and that name; the directory must be writable.
+    Leaf findLeaf(const TreeViewer& viewer, std::string_view path) const;
+    TreeError remove(const TreeViewer& viewer, std::string_view path, bool directory);
+    void attach(TreeNode& parent, std::string_view name, std::unique_ptr<TreeNode> node);
+    std::unique_ptr<TreeNode> detach(TreeNode& parent, std::string_view name);
+
+    std::unique_ptr<TreeNode> root_;
+    std::size_t nodeCount_ = 1;
+};
+
+// Whether the viewer holds all of the wanted permissions on node: bits of 4 (read), 2 (write), 1 (execute).
+bool isAllowed(const TreeViewer& viewer, const TreeNode& node, unsigned wanted);
+
+// directory and name as one absolute path.
+std::string joinPath(std::string_view directory, std::string_view name);
+
+} // namespace corvel

@@ -1,0 +1,218 @@
+#include "demo/DemoServer.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+constexpr int patienceMilliseconds = 20'000;
+
+// Runs the event loop until the condition holds; false when it never does.
+bool waitFor(const std::function<bool()>& condition) {
+    QTimer patience;
+    patience.setSingleShot(true);
+    patience.start(patienceMilliseconds);
+    while (!condition() && patience.isActive()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return condition();
+}
+
+class Client {
+  public:
+    explicit Client(const DemoServer& server) {
+        QObject::connect(&socket_, &QTcpSocket::readyRead, [this] {
+            ++arrivals_;
+            if (isReading_) {
+                take();
+            }
+        });
+        socket_.connectToHost(QStringLiteral("127.0.0.1"), server.port());
+    }
+
+    void send(const std::string& bytes) { socket_.write(bytes.data(), static_cast<qint64>(bytes.size())); }
+
+    // Until this stops, what arrives stays in the socket, which takes little.
+    void stopReading() {
+        isReading_ = false;
+        socket_.setReadBufferSize(1024);
+    }
+
+    void startReading() {
+        isReading_ = true;
+        socket_.setReadBufferSize(0);
+        take();
+    }
+
+    bool hasReceived(const std::string& text) { return received.find(text) != std::string::npos; }
+
+    bool waitForText(const std::string& text) {
+        return waitFor([&] { return hasReceived(text); });
+    }
+
+    bool waitForClose() {
+        return waitFor([&] { return socket_.state() == QAbstractSocket::UnconnectedState; });
+    }
+
+    bool logIn() {
+        send("USER demo\r\nPASS demo\r\n");
+        return waitForText("\r\n230 ");
+    }
+
+    void vanish() { socket_.abort(); }
+    int arrivals() const { return arrivals_; }
+
+    std::string received;
+
+  private:
+    void take() { received += socket_.readAll().toStdString(); }
+
+    QTcpSocket socket_;
+    bool isReading_ = true;
+    int arrivals_ = 0;
+};
+
+std::unique_ptr<DemoServer> startServer(const DemoOptions& options = {}) {
+    auto server = std::make_unique<DemoServer>(options);
+    EXPECT_TRUE(server->listen()) << server->errorText().toStdString();
+    EXPECT_NE(server->port(), 0);
+    return server;
+}
+
+TEST(DemoServer, ServesSeveralClientsAtOnce) {
+    const auto server = startServer();
+    Client first(*server);
+    Client second(*server);
+    ASSERT_TRUE(first.logIn());
+    ASSERT_TRUE(second.logIn());
+    EXPECT_EQ(server->clientCount(), 2);
+    first.send("CWD /pub\r\nPWD\r\n");
+    second.send("PWD\r\n");
+    EXPECT_TRUE(first.waitForText("257 \"/pub\" is current directory.\r\n"));
+    EXPECT_TRUE(second.waitForText("257 \"/\" is current directory.\r\n"));
+    first.send("QUIT\r\n");
+    EXPECT_TRUE(first.waitForClose());
+    EXPECT_TRUE(first.hasReceived("221 Goodbye.\r\n"));
+    EXPECT_TRUE(waitFor([&] { return server->clientCount() == 1; }));
+}
+
+TEST(DemoServer, SendsTheSameBytesInPiecesOfAnySize) {
+    const std::string commands =
+        "USER demo\r\nPASS demo\r\nCWD /pub\r\nSTAT -a\r\nHELP\r\nSITE FROB\r\nQUIT\r\n";
+    std::string whole;
+    for (const int chunkBytes : {0, 1, 7, 1460}) {
+        const auto server = startServer({.chunkBytes = chunkBytes});
+        Client client(*server);
+        client.send(commands);
+        ASSERT_TRUE(client.waitForClose()) << chunkBytes;
+        if (chunkBytes == 0) {
+            whole = client.received;
+            EXPECT_TRUE(client.hasReceived("221 Goodbye.\r\n"));
+        }
+        EXPECT_EQ(client.received, whole) << chunkBytes;
+        // The system may join two pieces on their way, not a whole reply of kilobytes.
+        if (chunkBytes == 7) {
+            EXPECT_GE(client.arrivals(), static_cast<int>(whole.size()) / 7 / 4);
+        }
+    }
+}
+
+TEST(DemoServer, DelaysEveryReply) {
+    constexpr int latency = 30;
+    const auto server = startServer({.latencyMilliseconds = latency});
+    Client client(*server);
+    QElapsedTimer time;
+    time.start();
+    client.send("USER demo\r\nPASS demo\r\nNOOP\r\n");
+    EXPECT_TRUE(client.waitForText("200 NOOP"));
+    // The greeting and three replies, one after the other.
+    EXPECT_GE(time.elapsed(), 4 * latency);
+}
+
+TEST(DemoServer, SurvivesAClientThatVanishesInMidReply) {
+    for (const DemoOptions& options :
+         {DemoOptions{.entries = 20'000}, DemoOptions{.entries = 2'000, .chunkBytes = 16},
+          DemoOptions{.latencyMilliseconds = 5}}) {
+        const auto server = startServer(options);
+        Client staying(*server);
+        Client vanishing(*server);
+        ASSERT_TRUE(vanishing.logIn());
+        vanishing.received.clear();
+        vanishing.send("STAT -a /big\r\nSTAT -a /big\r\nSTAT -a /pub\r\n");
+        ASSERT_TRUE(waitFor([&] { return !vanishing.received.empty(); }));
+        vanishing.vanish();
+        EXPECT_TRUE(waitFor([&] { return server->clientCount() == 1; }));
+        EXPECT_TRUE(staying.logIn());
+    }
+}
+
+TEST(DemoServer, AnswersOthersWhileOneDoesNotRead) {
+    const auto server = startServer();
+    Client slow(*server);
+    ASSERT_TRUE(slow.logIn());
+    slow.stopReading();
+    constexpr int count = 6000;
+    for (int i = 0; i < count; ++i) {
+        slow.send("STAT -a /pub\r\n");
+    }
+    slow.send("QUIT\r\n");
+    Client other(*server);
+    EXPECT_TRUE(other.logIn());
+    slow.startReading();
+    EXPECT_TRUE(slow.waitForClose());
+    int replies = 0;
+    for (std::size_t at = 0; (at = slow.received.find("211 End of Status\r\n", at)) != std::string::npos;
+         ++at) {
+        ++replies;
+    }
+    EXPECT_EQ(replies, count);
+    EXPECT_TRUE(slow.received.ends_with("221 Goodbye.\r\n"));
+}
+
+TEST(DemoServer, AnswersRubbishOnceALineAndGoesOn) {
+    const auto server = startServer();
+    Client client(*server);
+    client.send(std::string(300'000, '\xfe') + "\r\n");
+    client.send("\x01\x02\x03\xff\r\n");
+    ASSERT_TRUE(client.logIn());
+    EXPECT_EQ(
+        client.received.substr(0, client.received.find("331 ")),
+        "220 Corvel demo server ready.\r\n500 Command line too long.\r\n500 Command not understood.\r\n");
+}
+
+TEST(DemoServer, SaysWhenThePortIsTaken) {
+    const auto server = startServer();
+    DemoServer second({.port = server->port()});
+    EXPECT_FALSE(second.listen());
+    EXPECT_FALSE(second.errorText().isEmpty());
+    EXPECT_EQ(second.port(), 0);
+}
+
+TEST(DemoServer, TurnsClientsAwayPastItsLimit) {
+    const auto server = startServer();
+    std::vector<std::unique_ptr<Client>> clients;
+    for (int i = 0; i < DemoServer::mostClients; ++i) {
+        clients.push_back(std::make_unique<Client>(*server));
+        ASSERT_TRUE(clients.back()->waitForText("220 ")) << i;
+    }
+    Client late(*server);
+    EXPECT_TRUE(late.waitForClose());
+    EXPECT_TRUE(late.hasReceived("421 "));
+    clients.pop_back();
+    ASSERT_TRUE(waitFor([&] { return server->clientCount() == DemoServer::mostClients - 1; }));
+    Client next(*server);
+    EXPECT_TRUE(next.waitForText("220 "));
+}
+
+} // namespace
+} // namespace corvel
