@@ -1,0 +1,51 @@
+#include "widgets/TextConversion.h"
+
+#include <QByteArray>
+
+#include <optional>
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+std::string utf8Of(std::string_view bytes, TextEncoding encoding) {
+    const bool isUtf8 = encoding == TextEncoding::utf8 && isValidUtf8(bytes);
+    return toUtf8(bytes, isUtf8 ? TextEncoding::utf8 : TextEncoding::windows1252);
+}
+
+} // namespace
+
+QString textOf(std::string_view bytes, TextEncoding encoding) {
+    return fromCore(utf8Of(bytes, encoding));
+}
+
+std::string bytesOf(const QString& text, TextEncoding encoding) {
+    std::string utf8 = toCore(text);
+    std::optional<std::string> bytes = fromUtf8(utf8, encoding);
+    return bytes ? *std::move(bytes) : utf8;
+}
+
+QString displayTextOf(std::string_view bytes, TextEncoding encoding) {
+    return fromCore(visibleText(utf8Of(bytes, encoding)));
+}
+
+TextEncoding encodingOf(std::string_view bytes) {
+    return isValidUtf8(bytes) ? TextEncoding::utf8 : TextEncoding::windows1252;
+}
+
+QString fromCore(std::string_view utf8) {
+    QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    if (utf8.starts_with(byteOrderMark)) {
+        text.prepend(QChar(QChar::ByteOrderMark)); // fromUtf8 swallows the first one
+    }
+    return text;
+}
+
+std::string toCore(const QString& text) {
+    return text.toUtf8().toStdString();
+}
+
+} // namespace corvel

@@ -1,0 +1,75 @@
+#include "widgets/TextConversion.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace corvel {
+namespace {
+
+using namespace std::string_literals;
+
+struct ByteCase {
+    const char* name;
+    std::string bytes;
+    TextEncoding encoding;
+    QString text;
+    QString shown;
+};
+
+const std::vector<ByteCase>& byteCases() {
+    constexpr TextEncoding utf8 = TextEncoding::utf8;
+    constexpr TextEncoding windows1252 = TextEncoding::windows1252;
+    static const std::vector<ByteCase> cases = {
+        {"empty", "", utf8, u""_qs, u""_qs},
+        {"ASCII", "a b", utf8, u"a b"_qs, u"a b"_qs},
+        {"two, three and four bytes", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80", utf8,
+         u"\u00E9\u20AC\U0001F600"_qs, u"\u00E9\u20AC\U0001F600"_qs},
+        {"byte order mark", "\xEF\xBB\xBFx", utf8, u"\uFEFFx"_qs, u"<U+feff>x"_qs},
+        {"two byte order marks", "\xEF\xBB\xBF\xEF\xBB\xBF", utf8, u"\uFEFF\uFEFF"_qs,
+         u"<U+feff><U+feff>"_qs},
+        {"byte order mark in the middle", "x\xEF\xBB\xBF", utf8, u"x\uFEFF"_qs, u"x<U+feff>"_qs},
+        {"NUL and escape", "a\0\x1B[b"s, utf8, QString::fromUtf16(u"a\0\x1B[b", 5), u"a\u2400\u241B[b"_qs},
+        {"decomposed letter stays decomposed", "e\xCC\x81", utf8, u"e\u0301"_qs, u"e\u0301"_qs},
+        {"direction override", "\xE2\x80\xAEtxt.exe", utf8, u"\u202Etxt.exe"_qs, u"<U+202e>txt.exe"_qs},
+        {"windows-1252", "\xE9\x80", windows1252, u"\u00E9\u20AC"_qs, u"\u00E9\u20AC"_qs},
+        {"undefined byte of windows-1252", "\x81", windows1252, u"\u0081"_qs, u"<U+81>"_qs},
+        {"byte order mark is three letters", "\xEF\xBB\xBF", windows1252, u"\u00EF\u00BB\u00BF"_qs,
+         u"\u00EF\u00BB\u00BF"_qs},
+    };
+    return cases;
+}
+
+TEST(TextConversion, ReadsShowsAndGivesBack) {
+    for (const ByteCase& row : byteCases()) {
+        EXPECT_EQ(textOf(row.bytes, row.encoding), row.text) << row.name;
+        EXPECT_EQ(bytesOf(row.text, row.encoding), row.bytes) << row.name;
+        EXPECT_EQ(displayTextOf(row.bytes, row.encoding), row.shown) << row.name;
+    }
+}
+
+TEST(TextConversion, EveryByteSurvivesBothCodePages) {
+    for (int value = 0; value < 256; ++value) {
+        for (const std::string& bytes :
+             {std::string(1, static_cast<char>(value)), "a"s + static_cast<char>(value) + "z"}) {
+            const TextEncoding encoding = encodingOf(bytes);
+            EXPECT_EQ(encoding, value < 128 ? TextEncoding::utf8 : TextEncoding::windows1252) << value;
+            EXPECT_EQ(bytesOf(textOf(bytes, encoding), encoding), bytes) << value;
+            EXPECT_EQ(bytesOf(textOf(bytes, TextEncoding::windows1252), TextEncoding::windows1252), bytes)
+                << value;
+        }
+    }
+}
+
+TEST(TextConversion, BrokenUtf8IsShownAsWindows1252) {
+    EXPECT_EQ(textOf("caf\xE9", TextEncoding::utf8), u"caf\u00E9"_qs);
+    EXPECT_EQ(displayTextOf("caf\xE9", TextEncoding::utf8), u"caf\u00E9"_qs);
+}
+
+TEST(TextConversion, ATextThatWindows1252LacksGoesOutAsUtf8Whole) {
+    EXPECT_EQ(bytesOf(u"\u00E9\u0416"_qs, TextEncoding::windows1252), "\xC3\xA9\xD0\x96");
+    EXPECT_EQ(bytesOf(u"\u00E9"_qs, TextEncoding::windows1252), "\xE9");
+}
+
+} // namespace
+} // namespace corvel
