@@ -172,12 +172,12 @@ const clsGroup* findGroupByName(const GroupTable& groups, std::string_view name)
 
 std::string_view UserNameOfUID(const UserTable& users, std::int16_t uid) {
     const int index = FindUserIndexByUID(users, uid);
-    return index < 0 ? std::string_view("(bad_uid)") : users[static_cast<std::size_t>(index)].sName;
+    return index < 0 ? unknownUID : users[static_cast<std::size_t>(index)].sName;
 }
 
 std::string_view GroupNameOfGID(const GroupTable& groups, std::int16_t gid) {
     const int index = FindGroupIndexByGID(groups, gid);
-    return index < 0 ? std::string_view("(bad_gid)") : groups[static_cast<std::size_t>(index)].sName;
+    return index < 0 ? unknownGID : groups[static_cast<std::size_t>(index)].sName;
 }
 
 } // namespace corvel

@@ -61,7 +61,11 @@ int findGroupIndexByText(const GroupTable& groups, std::string_view gidText);
 const clsUser* findUserByName(const UserTable& users, std::string_view name);
 const clsGroup* findGroupByName(const GroupTable& groups, std::string_view name);
 
-// The name of the first record with the id, or "(bad_uid)" ("(bad_gid)"). The text lives as long as the
+// What stands in for the name of an account (a group) that the table does not have.
+inline constexpr std::string_view unknownUID = "(bad_uid)";
+inline constexpr std::string_view unknownGID = "(bad_gid)";
+
+// The name of the first record with the id, or unknownUID (unknownGID). The text lives as long as the
 // table.
 std::string_view UserNameOfUID(const UserTable& users, std::int16_t uid);
 std::string_view GroupNameOfGID(const GroupTable& groups, std::int16_t gid);

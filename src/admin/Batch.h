@@ -1,0 +1,44 @@
+#pragma once
+
+#include "admin/Sequence.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace corvel {
+
+// The batch panel: one member for each of its controls. A check box decides whether the boxes beside it
+// count.
+struct BatchForm {
+    bool chkBatchFlags = false;
+    std::string txtBatchFlags;
+    bool chkBatchLogins = false;
+    std::array<std::string, 3> txtBatchLogins; // FTP, telnet, HTTP; an empty box is passed over
+    bool chkBatchHomePath = false;
+    std::string txtBatchHomePath;
+    bool chkBatchVFS = false;
+    std::string txtBatchVFS;
+    bool chkBatchTagLine = false;
+    std::string txtBatchTagline;
+    bool chkBatchSpeed = false;
+    std::string txtBatchSpeedDn; // kB/s; -1 or 0 for no limit
+    std::string txtBatchSpeedUp;
+    bool chkBatchCommand = false;
+    std::string txtBatchCommand = "site change %user credits 45000";
+};
+
+// The batch for the users of these names, in their order; nothing where it would hold no line.
+std::optional<CommandSequence> batchSequence(const BatchForm& form,
+                                             std::span<const std::string_view> userNames);
+
+// The number of lines in a batch text, empty ones not counted.
+std::size_t countBatchLines(std::string_view lines);
+
+// How far a batch has come, "41 of 300", from the number of its lines and of those not yet sent.
+std::string batchProgressText(std::size_t lineCount, std::size_t linesLeft);
+
+} // namespace corvel

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "admin/mdlUsersGroups.h"
+#include "common/Command.h"
+
+#include <string>
+#include <vector>
+
+namespace corvel {
+
+// An entry of a list box in which several entries can be selected.
+struct SelectableEntry {
+    std::string sText;
+    bool bSelected = false;
+
+    bool operator==(const SelectableEntry&) const = default;
+};
+
+// The dialog frmChangeUserGroups: every group of the site, twice. The markers remember what was selected at
+// first: " | " and then each such name with " | " behind it.
+struct ChangeUserGroupsForm {
+    std::vector<SelectableEntry> lstGroups;
+    std::vector<SelectableEntry> lstGAdmin;
+    std::string sGroupMarker;
+    std::string sGadminMarker;
+};
+
+ChangeUserGroupsForm changeUserGroupsForm(const clsUser& user, const GroupTable& groups);
+
+// What OK sends for user, at index in the table: one toggle for all changed groups together, one for each
+// group whose administrator changed, and a request for the userfile.
+std::vector<Command> changeUserGroupsCommands(const clsUser& user, const ChangeUserGroupsForm& form,
+                                              int index);
+
+} // namespace corvel

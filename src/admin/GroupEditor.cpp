@@ -1,0 +1,62 @@
+#include "admin/GroupEditor.h"
+
+#include "admin/IdLookup.h"
+#include "admin/TableCommands.h"
+#include "common/Numbers.h"
+
+#include <cstdint>
+
+namespace corvel {
+
+namespace {
+
+std::vector<GroupMemberRow> memberRows(const clsGroup& group, const UserTable& users) {
+    const IdLookup<clsUser> lookup(users, &clsUser::iUID);
+    const IdSet gadmins(group.gadmins());
+    std::vector<GroupMemberRow> rows;
+    rows.reserve(group.members().size());
+    for (const std::int16_t uid : group.members()) {
+        const clsUser* user = lookup.find(uid);
+        rows.push_back({std::to_string(uid), user == nullptr ? std::string(unknownUID) : user->sName,
+                        gadmins.contains(uid) ? "Yes" : "No"});
+    }
+    return rows;
+}
+
+} // namespace
+
+GroupForm InfoToForm(const clsGroup& group, const UserTable& users) {
+    GroupForm form;
+    form.txtGroupGID = std::to_string(group.iGID);
+    form.txtGroupname = group.sName;
+    form.txtGroupdescr = group.sDescription;
+    form.txtGroupGroupslots = std::to_string(group.iGroupSlots);
+    form.txtGroupLeechslots = std::to_string(group.iLeechSlots);
+    form.txtGroupVFS = group.sVFSFile;
+    form.lvwGroupMembers = memberRows(group, users);
+    form.lblGroupMembers = std::to_string(form.lvwGroupMembers.size());
+    return form;
+}
+
+std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& form, int index) {
+    std::vector<Command> commands;
+    const std::string change = "SITE change " + group.sName + " ";
+    if (leadingNumber(form.txtGroupGroupslots) != group.iGroupSlots ||
+        leadingNumber(form.txtGroupLeechslots) != group.iLeechSlots) {
+        commands.push_back(groupChange(change + "groupslots " + wholeNumberText(form.txtGroupGroupslots) +
+                                       " " + wholeNumberText(form.txtGroupLeechslots)));
+    }
+    if (form.txtGroupVFS != group.sVFSFile) {
+        commands.push_back(groupChange(change + "groupvfsfile " + form.txtGroupVFS));
+    }
+    if (form.txtGroupdescr != group.sDescription) {
+        commands.push_back(groupChange(change + "groupdescription " + form.txtGroupdescr));
+    }
+    if (form.txtGroupname != group.sName) {
+        commands.push_back(groupChange("SITE grpren " + group.sName + " " + form.txtGroupname));
+    }
+    commands.push_back(groupFileCommand(group.iGID, index));
+    return commands;
+}
+
+} // namespace corvel

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "admin/mdlUsersGroups.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+// The lists lvwUsers and lvwGroups show the tables themselves: row i is record i, the placeholder has no row.
+enum class UserColumn { uid, userName, group, flags };
+enum class GroupColumn { gid, groupName, users };
+
+inline constexpr std::array<std::string_view, 4> userColumnTitles = {"uid", "username", "group", "flags"};
+inline constexpr std::array<std::string_view, 3> groupColumnTitles = {"gid", "groupname", "users"};
+
+std::size_t rowCount(const UserTable& users);
+std::size_t rowCount(const GroupTable& groups);
+
+// The text of a record's row in a column.
+std::string rowText(const clsUser& user, UserColumn column);
+std::string rowText(const clsGroup& group, GroupColumn column);
+
+// number, a decimal text, behind as many blanks as its length differs from 4: up to four digits line up, and
+// a longer number gets room in front of it too.
+std::string paddedNumber(std::string_view number);
+
+// The key of the icon that goes with a user's flags, "M", "V", "G" or "A", or nothing for no icon.
+std::string_view userIconKey(std::string_view flags);
+
+// How a list is ordered: by a column, or as the server sent it.
+struct ListOrder {
+    int column = -1;
+    bool isDescending = false;
+
+    bool operator==(const ListOrder&) const = default;
+};
+
+// The order after a click on the header of column: by that column, or the other way round on a second click.
+ListOrder afterHeaderClick(ListOrder order, int column);
+
+// The indexes of the rows in that order: ids and counts as numbers, texts without regard to case, equal rows
+// as the server sent them.
+std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order);
+std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order);
+
+} // namespace corvel

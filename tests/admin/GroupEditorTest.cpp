@@ -1,0 +1,121 @@
+#include "admin/GroupEditor.h"
+
+#include "admin/AddGroup.h"
+#include "admin/AdminSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+constexpr const char* staffReload = "105 quiet tag 4 SITE CorvelExt groupfile 1";
+
+clsGroup staff() {
+    clsGroup group;
+    group.iGID = 1;
+    group.iUserCount = 3;
+    group.ParseGroupFile(Lines{"200-groupname | staff", "200-description | the staff", "200-groupslots | 10",
+                               "200-leechslots | 2", "200-vfs | /vfs", "200-members | 7 | 9 | 8",
+                               "200-gadmins | 8"});
+    return group;
+}
+
+TEST(GroupForm, ShowsTheRecord) {
+    const UserTable users =
+        ParseUserTable(1, Lines{"p | 7 | bob | staff | 3", "p | 8 | eve | staff | 3", "p | 8 | late | x | 3"})
+            .table;
+    const GroupForm form = InfoToForm(staff(), users);
+    EXPECT_EQ(form.txtGroupGID, "1");
+    EXPECT_EQ(form.txtGroupname, "staff");
+    EXPECT_EQ(form.txtGroupdescr, "the staff");
+    EXPECT_EQ(form.txtGroupGroupslots, "10");
+    EXPECT_EQ(form.txtGroupLeechslots, "2");
+    EXPECT_EQ(form.txtGroupVFS, "/vfs");
+    EXPECT_EQ(form.lvwGroupMembers, (std::vector<GroupMemberRow>{
+                                        {"7", "bob", "No"}, {"9", "(bad_uid)", "No"}, {"8", "eve", "Yes"}}));
+    EXPECT_EQ(form.lblGroupMembers, "3");
+}
+
+TEST(GroupEditor, SavesWhatDiffersUnderTheOldName) {
+    struct Row {
+        const char* name;
+        std::function<void(GroupForm&)> edit;
+        Texts commands; // before the reload
+    };
+    const std::vector<Row> rows = {
+        {"nothing", [](GroupForm&) {}, {}},
+        {"leech slots alone",
+         [](GroupForm& form) { form.txtGroupLeechslots = "03"; },
+         {"106 SITE change staff groupslots 10 3"}},
+        {"the same numbers, typed otherwise", [](GroupForm& form) { form.txtGroupGroupslots = "010"; }, {}},
+        {"a number past its field",
+         [](GroupForm& form) { form.txtGroupGroupslots = "123456789012345678901"; },
+         {"106 SITE change staff groupslots 123456789012345678901 2"}},
+        {"description and rename",
+         [](GroupForm& form) {
+             form.txtGroupname = "crew";
+             form.txtGroupdescr = "";
+         },
+         {"106 SITE change staff groupdescription ", "106 SITE grpren staff crew"}},
+        {"everything",
+         [](GroupForm& form) {
+             form.txtGroupGroupslots = "";
+             form.txtGroupVFS = "/new";
+             form.txtGroupdescr = "d e";
+             form.txtGroupname = "crew";
+             form.txtGroupGID = "55";
+         },
+         {"106 SITE change staff groupslots 0 2", "106 SITE change staff groupvfsfile /new",
+          "106 SITE change staff groupdescription d e", "106 SITE grpren staff crew"}},
+    };
+    for (const Row& row : rows) {
+        GroupForm form = InfoToForm(staff(), emptyUserTable());
+        row.edit(form);
+        Texts expected = row.commands;
+        expected.emplace_back(staffReload);
+        EXPECT_EQ(written(saveGroupCommands(staff(), form, 4)), expected) << row.name;
+    }
+}
+
+AddGroupForm named(const std::string& name) {
+    AddGroupForm form;
+    form.txtGroupname = name;
+    return form;
+}
+
+TEST(AddGroup, RefusesNamesThatNoCommandCanCarry) {
+    const char* const invalid = "Please enter a valid groupname.";
+    const std::vector<std::string> names = {"",     "a b",  "a:b",   "a/b",
+                                            "a\"b", "a\tb", "a\x7F", std::string("a\0b", 3)};
+    for (const std::string& name : names) {
+        EXPECT_EQ(addGroupProblem(named(name), threeGroups()), invalid) << name;
+    }
+    for (const char* name : {"staf", "Staff", "caf\xC3\xA9", "a\\b", "a'b"}) {
+        EXPECT_FALSE(addGroupProblem(named(name), threeGroups())) << name;
+    }
+    GroupTable groups = threeGroups();
+    groups[2].sDescription = "the crew";
+    EXPECT_EQ(addGroupProblem(named("crew"), groups),
+              "This group already exists: \r\nName: crew\r\nDescription: the crew\r\nUsercount: 12");
+}
+
+TEST(AddGroup, SendsTheGroupAndThenItsFields) {
+    const CommandSequence sequence = addGroupSequence({.txtGroupname = "new",
+                                                       .txtGroupdescr = "a new one",
+                                                       .txtGroupGroupslots = "05",
+                                                       .txtGroupLeechslots = "",
+                                                       .txtGroupVFS = "/vfs"});
+    EXPECT_EQ(written({sequence.first}), Texts{"110 tag -1 SITE grpadd new"});
+    EXPECT_EQ(sequence.sBatchLines,
+              "site change new groupslots 5 0\r\nsite change new groupdescription a new one\r\n"
+              "site change new groupvfsfile /vfs\r\n");
+    EXPECT_EQ(sequence.sBegin, "-------------[ BEGIN ]-[ ADDGROUP ]-------------");
+    EXPECT_EQ(sequence.beginLog, LogKind::console);
+}
+
+} // namespace
+} // namespace corvel

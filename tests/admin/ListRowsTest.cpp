@@ -1,0 +1,123 @@
+#include "admin/ListRows.h"
+
+#include "admin/AdminSupport.h"
+#include "admin/TableCommands.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+using Rows = std::vector<std::size_t>;
+
+TEST(ListRows, NumbersLineUp) {
+    const std::vector<std::pair<const char*, const char*>> rows = {
+        {"7", "   7"},          {"1234", "1234"}, {"12345", " 12345"},
+        {"123456", "  123456"}, {"", "    "},     {"-1", "  -1"},
+    };
+    for (const auto& [number, padded] : rows) {
+        EXPECT_EQ(paddedNumber(number), padded) << number;
+    }
+}
+
+TEST(ListRows, TheFirstFlagThatCountsGivesTheIcon) {
+    const std::vector<std::pair<const char*, const char*>> rows = {
+        {"3M", "M"}, {"M1", "M"}, {"NM", "M"}, {"V1", "V"}, {"NV", "V"}, {"1N", ""}, {"GN", ""},
+        {"G1", "G"}, {"1G", "G"}, {"1", "A"},  {"31", "A"}, {"3", ""},   {"", ""},   {"mvg", ""},
+    };
+    for (const auto& [flags, key] : rows) {
+        EXPECT_EQ(userIconKey(flags), key) << flags;
+    }
+}
+
+TEST(ListRows, ShowTheTable) {
+    const UserTable users = ParseUserTable(1, Lines{"p | 007 | bob | staff | 3M"}).table;
+    ASSERT_EQ(rowCount(users), 1U);
+    EXPECT_EQ(rowText(users[0], UserColumn::uid), " 007");
+    EXPECT_EQ(rowText(users[0], UserColumn::userName), "bob");
+    EXPECT_EQ(rowText(users[0], UserColumn::group), "staff");
+    EXPECT_EQ(rowText(users[0], UserColumn::flags), "3M");
+    const GroupTable groups = threeGroups();
+    EXPECT_EQ(rowText(groups[2], GroupColumn::gid), "   3");
+    EXPECT_EQ(rowText(groups[2], GroupColumn::groupName), "crew");
+    EXPECT_EQ(rowText(groups[2], GroupColumn::users), "  12");
+    EXPECT_EQ(rowCount(emptyUserTable()), 0U);
+    EXPECT_EQ(rowCount(emptyGroupTable()), 0U);
+}
+
+TEST(ListRows, AreOrderedByAColumn) {
+    const UserTable users = ParseUserTable(1, Lines{"p | 10 | bob | Staff | 3", "p | 9 | Alice | staff | 1",
+                                                    "p | 100 | alice | \xC3\x84ther | ",
+                                                    "p | -2 | Zo\xC3\x8B | \xC3\xA4ther | 3"})
+                                .table;
+    struct Row {
+        const char* name;
+        ListOrder order;
+        Rows rows;
+    };
+    const std::vector<Row> rows = {
+        {"as sent", {}, {0, 1, 2, 3}},
+        {"uid as a number", {0, false}, {3, 1, 0, 2}},
+        {"uid backwards", {0, true}, {2, 0, 1, 3}},
+        {"name without case, ties as sent", {1, false}, {1, 2, 0, 3}},
+        {"backwards, ties as sent", {1, true}, {3, 0, 1, 2}},
+        {"letters beyond ASCII", {2, false}, {0, 1, 2, 3}},
+        {"flags", {3, false}, {2, 1, 0, 3}},
+        {"no such column", {9, false}, {0, 1, 2, 3}},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(orderedRows(users, row.order), row.rows) << row.name;
+    }
+    EXPECT_EQ(orderedRows(emptyUserTable(), {1, false}), Rows{});
+
+    const GroupTable groups = threeGroups();
+    EXPECT_EQ(orderedRows(groups, {}), (Rows{0, 1, 2}));
+    EXPECT_EQ(orderedRows(groups, {0, true}), (Rows{2, 1, 0}));
+    EXPECT_EQ(orderedRows(groups, {1, false}), (Rows{2, 1, 0}));
+    EXPECT_EQ(orderedRows(groups, {2, false}), (Rows{1, 0, 2})) << "2 before 12";
+}
+
+TEST(ListRows, ASecondClickOnAHeaderFlips) {
+    ListOrder order;
+    for (const ListOrder expected : {ListOrder{1, false}, ListOrder{1, true}, ListOrder{1, false}}) {
+        order = afterHeaderClick(order, 1);
+        EXPECT_EQ(order, expected);
+    }
+    EXPECT_EQ(afterHeaderClick({1, true}, 0), (ListOrder{0, false}));
+    EXPECT_EQ(afterHeaderClick({}, 0), (ListOrder{0, false}));
+}
+
+TEST(TableCommands, AreWhatTheServerKnows) {
+    EXPECT_EQ(
+        written({userTableCommand(), groupTableCommand(), deleteUserCommand("bob"),
+                 deleteGroupCommand("staff"), userFileCommand(-7, 32767), userFileCommand(7, 32768),
+                 groupFileCommand(3, -1)}),
+        (Texts{"102 quiet SITE CorvelExt usertable", "103 quiet SITE CorvelExt grouptable",
+               "107 SITE DELUSER bob", "106 SITE GRPDEL staff",
+               "104 quiet tag 32767 SITE CorvelExt userfile -7", "104 quiet tag -1 SITE CorvelExt userfile 7",
+               "105 quiet tag -1 SITE CorvelExt groupfile 3"}));
+    EXPECT_EQ(deleteUserQuestion("bob", "staff"), "Are u sure u want to delete this user:\r\nbob@staff");
+    EXPECT_EQ(deleteGroupQuestion("staff"),
+              "Are u sure u want to delete this group:\r\nstaff\r\n\r\n"
+              "Note: make sure the group has no members, otherwise it can not be deleted");
+}
+
+TEST(TableCommands, ARowIsAskedForOnce) {
+    UserTable users = ParseUserTable(1, Lines{"p | 5 | a | g | 3", "p | 7 | bob | g | 3"}).table;
+    EXPECT_EQ(openUserCommand(users, 7), userFileCommand(7, 1));
+    EXPECT_EQ(openUserCommand(users, 8), userFileCommand(8, -1));
+    users[1].ParseUserFile({});
+    EXPECT_FALSE(openUserCommand(users, 7));
+    GroupTable groups = threeGroups();
+    EXPECT_EQ(openGroupCommand(groups, 2), groupFileCommand(2, 1));
+    groups[1].ParseGroupFile({});
+    EXPECT_FALSE(openGroupCommand(groups, 2));
+}
+
+} // namespace
+} // namespace corvel

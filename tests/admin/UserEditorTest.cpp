@@ -1,0 +1,247 @@
+#include "admin/UserEditor.h"
+
+#include "admin/AdminSupport.h"
+#include "admin/ChangeUserGroups.h"
+#include "admin/Sections.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+TEST(UserForm, ShowsTheRecord) {
+    const UserForm form = InfoToForm(bob(), threeGroups());
+    EXPECT_EQ(form.txtUserUID, "7");
+    EXPECT_EQ(form.txtUserName, "bob");
+    EXPECT_EQ(form.txtUserGroup, "staff");
+    EXPECT_EQ(form.txtUserFlags, "3");
+    EXPECT_EQ(form.txtUserTagLine, "hello");
+    EXPECT_EQ(form.txtUserHomePath, "/home");
+    EXPECT_EQ(form.txtUserVFS, "/vfs");
+    EXPECT_EQ(form.txtUserBwDn, "100");
+    EXPECT_EQ(form.txtUserBwUp, "200");
+    EXPECT_EQ(form.txtUserLogins, (std::array<std::string, 3>{"2", "1", "3"}));
+    EXPECT_EQ(form.lstUserIP, Texts{"*@10.*"});
+    EXPECT_EQ(form.lvwUserGroups, (std::vector<UserGroupRow>{
+                                      {"1", "staff", "No"}, {"3", "crew", "Yes"}, {"9", "(bad_gid)", "No"}}));
+    ASSERT_EQ(form.lvwUserSections.size(), 10U);
+    EXPECT_EQ(form.lvwUserSections[0], (UserSectionRow{"0", "5", "1"}));
+    EXPECT_EQ(form.lvwUserSections[1], (UserSectionRow{"1", "0", "-1"})) << "rounded down, not toward 0";
+    EXPECT_EQ(form.lvwUserSections[2], (UserSectionRow{"2", "0", "0"}));
+    EXPECT_EQ(form.lvwUserSections[9], (UserSectionRow{"9", "0", "-1"}));
+}
+
+TEST(UserForm, ShowsAUserWithoutGroupsAsTheRecordHasIt) {
+    clsUser user;
+    user.ParseUserFile(Lines{"200-ips | "});
+    const UserForm form = InfoToForm(user, threeGroups());
+    EXPECT_EQ(form.lvwUserGroups, (std::vector<UserGroupRow>{{"-1", "(bad_gid)", "Yes"}}));
+    EXPECT_EQ(form.lstUserIP, Texts{});
+}
+
+TEST(UserForm, FirstOfTwoGroupsWithOneIdGivesTheName) {
+    const GroupTable groups = ParseGroupTable(1, Lines{"p | 1 | first | 0", "p | 1 | second | 0"}).table;
+    EXPECT_EQ(InfoToForm(bob(), groups).lvwUserGroups[0].sGroupName, "first");
+}
+
+TEST(UserEditor, AsksBeforeTheMasterFlagChanges) {
+    const char* const changing =
+        "You are changing the flags of a Master user (M). Are u sure u want to continue?";
+    const char* const giving = "You are giving this user the Master flag (M). Are u sure u want to continue?";
+    EXPECT_EQ(masterQuestion("M1", "1"), changing);
+    EXPECT_EQ(masterQuestion("M1", "M"), changing);
+    EXPECT_EQ(masterQuestion("3", "3M"), giving);
+    EXPECT_FALSE(masterQuestion("M", "M"));
+    EXPECT_FALSE(masterQuestion("3", "3m"));
+}
+
+struct SaveRow {
+    const char* name;
+    std::function<void(UserForm&)> edit;
+    Texts commands; // before the reload
+};
+
+TEST(UserEditor, SavesWhatDiffersAndNothingElse) {
+    const std::vector<SaveRow> rows = {
+        {"nothing", [](UserForm&) {}, {}},
+        {"flags", [](UserForm& form) { form.txtUserFlags = "31"; }, {"107 SITE CorvelExt setflags 7 31"}},
+        {"a trailing blank in the tagline",
+         [](UserForm& form) { form.txtUserTagLine += " "; },
+         {"107 SITE change bob tagline hello "}},
+        {"an empty tagline",
+         [](UserForm& form) { form.txtUserTagLine = ""; },
+         {"107 SITE change bob tagline "}},
+        {"download limit alone",
+         [](UserForm& form) { form.txtUserBwDn = "050"; },
+         {"107 SITE change bob speedlimit 050 200"}},
+        {"upload limit alone",
+         [](UserForm& form) { form.txtUserBwUp = "-1"; },
+         {"107 SITE change bob speedlimit 100 -1"}},
+        {"the same numbers, typed otherwise",
+         [](UserForm& form) {
+             form.txtUserBwDn = "0100";
+             form.txtUserBwUp = "200.0 kB";
+             form.txtUserLogins = {"02", "+1", " 3"};
+         },
+         {}},
+        {"numbers past every field",
+         [](UserForm& form) {
+             form.txtUserBwUp = "99999999999999999999";
+             form.txtUserLogins[0] = "40000";
+         },
+         {"107 SITE change bob speedlimit 100 99999999999999999999", "107 SITE change bob logins 40000 ftp"}},
+        {"no number is 0",
+         [](UserForm& form) { form.txtUserLogins[2] = "x"; },
+         {"107 SITE change bob logins 0 http"}},
+        {"boxes that are only shown",
+         [](UserForm& form) {
+             form.txtUserGroup = "x";
+             form.txtUserUID = "9";
+             form.lstUserIP.clear();
+         },
+         {}},
+        {"everything, in order, under the old name",
+         [](UserForm& form) {
+             form.txtUserFlags = "";
+             form.txtUserTagLine = "t";
+             form.txtUserVFS = "v";
+             form.txtUserHomePath = "h";
+             form.txtUserName = "rob";
+             form.txtUserBwDn = "1";
+             form.txtUserBwUp = "2";
+             form.txtUserLogins = {"07", "8", "9"};
+         },
+         {"107 SITE CorvelExt setflags 7 ", "107 SITE change bob tagline t", "107 SITE change bob vfsfile v",
+          "107 SITE change bob homedir h", "107 SITE renuser bob rob", "107 SITE change bob speedlimit 1 2",
+          "107 SITE change bob logins 7 ftp", "107 SITE change bob logins 8 telnet",
+          "107 SITE change bob logins 9 http"}},
+    };
+    for (const SaveRow& row : rows) {
+        UserForm form = InfoToForm(bob(), threeGroups());
+        row.edit(form);
+        Texts expected = row.commands;
+        expected.emplace_back(bobReload);
+        EXPECT_EQ(written(saveUserCommands(bob(), form, true, 3)), expected) << row.name;
+    }
+}
+
+TEST(UserEditor, ANoKeepsTheFlagsAlone) {
+    UserForm form = InfoToForm(bob(), threeGroups());
+    form.txtUserFlags = "3M";
+    form.txtUserVFS = "v";
+    EXPECT_EQ(written(saveUserCommands(bob(), form, false, 3)),
+              (Texts{"107 SITE change bob vfsfile v", bobReload}));
+}
+
+TEST(UserEditor, MasksAndPassword) {
+    UserForm form = InfoToForm(bob(), threeGroups());
+    form.txtUserIP = "me@1.*";
+    form.txtUserName = "typed";
+    EXPECT_EQ(written(addMaskCommands(bob(), form, 3)), (Texts{"107 SITE addip bob me@1.*", bobReload}));
+    EXPECT_EQ(written(deleteMaskCommands(bob(), form, 3)), (Texts{"107 SITE delip bob me@1.*", bobReload}));
+
+    ASSERT_TRUE(passwordPrompt(form));
+    EXPECT_EQ(passwordPrompt(form)->sTitle, "Change user password");
+    EXPECT_EQ(passwordPrompt(form)->sPrompt, "Enter new password for typed@staff");
+    EXPECT_EQ(written(passwordCommands(bob(), form, "a b", 3)),
+              (Texts{"107 SITE change typed passwd a b", bobReload}));
+    EXPECT_EQ(passwordCommands(bob(), form, "", 3), std::vector<Command>{});
+    form.txtUserName.clear();
+    EXPECT_FALSE(passwordPrompt(form));
+    EXPECT_EQ(passwordCommands(bob(), form, "x", 3), std::vector<Command>{});
+}
+
+TEST(ChangeUserGroups, OpensWithTheGroupsOfTheUser) {
+    const ChangeUserGroupsForm form = changeUserGroupsForm(bob(), threeGroups());
+    EXPECT_EQ(form.lstGroups,
+              (std::vector<SelectableEntry>{{"staff", true}, {"guests", false}, {"crew", true}}));
+    EXPECT_EQ(form.lstGAdmin,
+              (std::vector<SelectableEntry>{{"staff", false}, {"guests", false}, {"crew", true}}));
+    EXPECT_EQ(form.sGroupMarker, " | staff | crew | ");
+    EXPECT_EQ(form.sGadminMarker, " | crew | ");
+
+    const ChangeUserGroupsForm none = changeUserGroupsForm(bob(), emptyGroupTable());
+    EXPECT_TRUE(none.lstGroups.empty() && none.lstGAdmin.empty());
+    EXPECT_EQ(none.sGroupMarker, " | ");
+}
+
+TEST(ChangeUserGroups, SendsWhatChanged) {
+    struct Row {
+        const char* name;
+        std::vector<std::size_t> groups; // the entries whose state changes
+        std::vector<std::size_t> gadmins;
+        Texts commands;
+    };
+    const std::vector<Row> rows = {
+        {"nothing", {}, {}, {}},
+        {"one joins", {1}, {}, {"107 SITE chgrp bob guests "}},
+        {"all toggle in one command", {0, 1, 2}, {}, {"107 SITE chgrp bob staff guests crew "}},
+        {"administrators one by one",
+         {},
+         {0, 2},
+         {"107 SITE change bob admingroup staff", "107 SITE change bob admingroup crew"}},
+        {"groups before administrators",
+         {0},
+         {1},
+         {"107 SITE chgrp bob staff ", "107 SITE change bob admingroup guests"}},
+    };
+    for (const Row& row : rows) {
+        ChangeUserGroupsForm form = changeUserGroupsForm(bob(), threeGroups());
+        for (const std::size_t i : row.groups) {
+            form.lstGroups[i].bSelected = !form.lstGroups[i].bSelected;
+        }
+        for (const std::size_t i : row.gadmins) {
+            form.lstGAdmin[i].bSelected = !form.lstGAdmin[i].bSelected;
+        }
+        Texts expected = row.commands;
+        expected.emplace_back(bobReload);
+        EXPECT_EQ(written(changeUserGroupsCommands(bob(), form, 3)), expected) << row.name;
+    }
+}
+
+TEST(ChangeUserGroups, ANameInsideAnotherIsAnotherName) {
+    const GroupTable groups =
+        ParseGroupTable(1, Lines{"p | 1 | staff | 0", "p | 2 | sta | 0", "p | 4 | ff | 0"}).table;
+    const ChangeUserGroupsForm form = changeUserGroupsForm(bob(), groups);
+    EXPECT_EQ(written(changeUserGroupsCommands(bob(), form, 3)), Texts{bobReload});
+}
+
+TEST(Sections, SaveComparesTextsAndSendsNumbers) {
+    struct Row {
+        const char* name;
+        std::size_t section;
+        const char* ratio;
+        const char* credits;
+        Texts commands;
+    };
+    const std::vector<Row> rows = {
+        {"nothing", 0, "5", "1", {}},
+        {"05 is another text", 0, "05", "1", {"107 SITE change bob ratio 5 0", bobReload}},
+        {"megabytes become credits", 3, "3", "3", {"107 SITE change bob credits 3072 3", bobReload}},
+        {"ratio first",
+         3,
+         "x",
+         "0.5",
+         {"107 SITE change bob ratio 0 3", "107 SITE change bob credits 512 3", bobReload}},
+        {"written in full",
+         9,
+         "0",
+         "900719925474099.3",
+         {"107 SITE change bob credits 922337203685477683 9", bobReload}},
+    };
+    const std::vector<UserSectionRow> shown = InfoToForm(bob(), threeGroups()).lvwUserSections;
+    for (const Row& row : rows) {
+        SectionsForm form = sectionsForm(shown);
+        ASSERT_EQ(form.lbl[row.section], std::to_string(row.section));
+        form.txtRatio[row.section] = row.ratio;
+        form.txtCredits[row.section] = row.credits;
+        EXPECT_EQ(written(saveSectionsCommands(bob(), shown, form, 3)), row.commands) << row.name;
+    }
+}
+
+} // namespace
+} // namespace corvel
