@@ -1,0 +1,57 @@
+#include "config/SiteForm.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+const SiteForm valid = {.txtSitename = "home",
+                        .txtHostname = "h",
+                        .txtPort = "21",
+                        .txtUsername = "u",
+                        .txtPassword = "p",
+                        .txtIdent = "",
+                        .chkConnectOnStartup = true};
+
+TEST(SiteForm, NamesTheFirstProblem) {
+    struct Row {
+        const char* name;
+        void (*spoil)(SiteForm&);
+        std::string problem;
+    };
+    const std::string badPort = "Please enter a valid port (1 - 65535)";
+    const std::vector<Row> rows = {
+        {"valid", [](SiteForm&) {}, ""},
+        {"no name", [](SiteForm& f) { f.txtSitename = f.txtHostname = ""; }, "Please enter a sitename"},
+        {"no host", [](SiteForm& f) { f.txtHostname = f.txtPort = ""; }, "Please enter a hostname"},
+        {"no port", [](SiteForm& f) { f.txtPort = f.txtUsername = ""; }, badPort},
+        {"port 0", [](SiteForm& f) { f.txtPort = "0"; }, badPort},
+        {"port below 1", [](SiteForm& f) { f.txtPort = "0.9"; }, badPort},
+        {"largest port", [](SiteForm& f) { f.txtPort = "65535"; }, ""},
+        {"above the largest port", [](SiteForm& f) { f.txtPort = "65535.1"; }, badPort},
+        {"huge port", [](SiteForm& f) { f.txtPort = std::string(400, '9'); }, badPort},
+        {"no user", [](SiteForm& f) { f.txtUsername = f.txtPassword = ""; }, "Please enter a username"},
+        {"no password", [](SiteForm& f) { f.txtPassword = ""; }, "Please enter a password"},
+    };
+    for (const Row& row : rows) {
+        SiteForm form = valid;
+        row.spoil(form);
+        EXPECT_EQ(siteFormProblem(form).value_or(""), row.problem) << row.name;
+    }
+}
+
+TEST(SiteForm, BecomesARecord) {
+    SiteForm form = valid;
+    form.txtPort = "2.5";
+    EXPECT_EQ(editedSite(form).port, 2);
+    EXPECT_EQ(editedSite(form).pass, "p");
+    EXPECT_EQ(addedSite(form).pass, ""); // stored by editing the site afterwards
+    EXPECT_TRUE(addedSite(form).connectonstartup);
+    EXPECT_EQ(siteForm(editedSite(valid)), valid);
+}
+
+} // namespace
+} // namespace corvel

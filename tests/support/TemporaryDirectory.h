@@ -1,0 +1,25 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace corvel::test {
+
+// A directory of the test's own, removed with everything in it at the end.
+class TemporaryDirectory {
+  public:
+    TemporaryDirectory();
+    ~TemporaryDirectory();
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+
+    std::string path() const { return path_.string(); }
+    std::string fileNamed(const std::string& name) const { return (path_ / name).string(); }
+    void write(const std::string& name, const std::string& bytes) const;
+    std::string read(const std::string& name) const; // empty when there is no such file
+
+  private:
+    std::filesystem::path path_;
+};
+
+} // namespace corvel::test
