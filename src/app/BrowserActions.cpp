@@ -1,0 +1,90 @@
+#include "app/BrowserActions.h"
+
+#include "browser/FileOperations.h"
+#include "browser/Navigation.h"
+#include "common/TextEncoding.h"
+
+#include <algorithm>
+
+namespace corvel {
+
+void BrowserActions::root(int site) {
+    if (send(site, rootCommands())) {
+        at(sites_, site).session.sCwd = "/";
+    }
+}
+
+void BrowserActions::refresh(int site) {
+    send(site, refreshCommands());
+}
+
+void BrowserActions::refreshAndNoop(int site) {
+    send(site, mkdirButtonCommands());
+}
+
+void BrowserActions::open(int site, int row) {
+    const BrowserEntry* const entry = entryAt(site, row);
+    if (entry == nullptr) {
+        return;
+    }
+    SiteSession& session = at(sites_, site).session;
+    const std::optional<std::string> target = navigationTarget(session.sCwd, entry->name, entry->access);
+    if (target && send(site, changeDirectoryCommands(*target))) {
+        session.sCwd = *target;
+    }
+}
+
+void BrowserActions::remove(int site, int row) {
+    const BrowserEntry* const entry = entryAt(site, row);
+    if (entry == nullptr) {
+        return;
+    }
+    const std::optional<Deletion> wanted = deletion(*entry, at(sites_, site).session.encoding);
+    if (wanted) {
+        prompts_.AskYesNo(wanted->question, DefaultAnswer::no,
+                          [this, site, command = wanted->command](bool yes) {
+                              if (yes) {
+                                  channel_.SendCommand(site, command);
+                              }
+                          });
+    }
+}
+
+void BrowserActions::makeDirectory(int site) {
+    prompts_.AskText("", std::string(newDirectoryPrompt), [this, site](std::optional<std::string> answer) {
+        if (answer) {
+            const TextEncoding encoding = at(sites_, site).session.encoding;
+            send(site, makeDirectoryCommands(fromUtf8(*answer, encoding).value_or(*answer)));
+        }
+    });
+}
+
+void BrowserActions::rename(int site, int row, const std::string& newName) {
+    const BrowserEntry* const entry = entryAt(site, row);
+    if (entry != nullptr) {
+        send(site, renameCommands(entry->name, newName));
+    }
+}
+
+void BrowserActions::sortBy(int site, int column) {
+    SiteSession& session = at(sites_, site).session;
+    session.browserSort = columnClick(session.browserSort, static_cast<BrowserColumn>(column));
+    session.listingOrder = displayOrder(session.listing, session.browserSort, session.encoding);
+    views_.listingChanged(site);
+}
+
+const BrowserEntry* BrowserActions::entryAt(int site, int row) const {
+    const SiteSession& session = at(sites_, site).session;
+    const auto index = static_cast<std::size_t>(row);
+    return row >= 0 && index < session.listingOrder.size()
+               ? &session.listing.entries[session.listingOrder[index]]
+               : nullptr;
+}
+
+// False when one of the commands was not taken; those behind it are not sent then.
+bool BrowserActions::send(int site, const std::vector<Command>& commands) {
+    return std::ranges::all_of(
+        commands, [this, site](const Command& command) { return channel_.SendCommand(site, command); });
+}
+
+} // namespace corvel

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "common/Command.h"
+#include "common/ports/Prompts.h"
+#include "common/ports/Views.h"
+#include "net/CommandChannel.h"
+#include "net/SiteSession.h"
+
+#include <string>
+#include <vector>
+
+namespace corvel {
+
+// What a person can do in a site's remote file browser. Rows are display rows, from 0; a row that is not
+// there does nothing. The list itself changes only when a new listing arrives.
+class BrowserActions {
+  public:
+    // All are borrowed and must outlive the actions.
+    BrowserActions(Sites& sites, CommandChannel& channel, Prompts& prompts, Views& views)
+        : sites_(sites), channel_(channel), prompts_(prompts), views_(views) {}
+
+    // Buttons cmdBrowser_0 to _2.
+    void root(int site);
+    void refresh(int site);
+    void refreshAndNoop(int site);
+
+    void open(int site, int row); // double click: walks into a directory or along a link
+    void remove(int site, int row);
+    void makeDirectory(int site);
+    // newName: the edited name in the server's bytes, as a person left it.
+    void rename(int site, int row, const std::string& newName);
+    void sortBy(int site, int column); // header click, column from 0
+
+    // The entry that a display row shows, or nothing when there is no such row.
+    const BrowserEntry* entryAt(int site, int row) const;
+
+  private:
+    bool send(int site, const std::vector<Command>& commands);
+
+    Sites& sites_;
+    CommandChannel& channel_;
+    Prompts& prompts_;
+    Views& views_;
+};
+
+} // namespace corvel

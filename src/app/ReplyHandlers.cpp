@@ -1,0 +1,117 @@
+#include "app/ReplyHandlers.h"
+
+#include "browser/FileOperations.h"
+#include "browser/Replies.h"
+
+#include <array>
+
+namespace corvel {
+
+namespace {
+
+constexpr std::int16_t stopOnFailure = -1;
+constexpr std::int16_t silence = -1;
+
+// The console has shown the reply as it came; nothing else is to do.
+void consoleOnly(const ReplyServices& /*services*/, const Reply& /*reply*/) {}
+
+// A navigation runs CWD, then STAT -a, then PWD: each reply asks for the next.
+void browserChain(const ReplyServices& services, const Reply& reply) {
+    SiteSession& session = reply.session;
+    switch (recogniseBrowserReply(session.sCurCommand, reply.lines, reply.code)) {
+    case BrowserReply::cwdSucceeded:
+        services.channel.SendCommand(reply.site, listCommand());
+        return;
+    case BrowserReply::directory:
+        session.sCwd = directoryOf(reply.lines.front());
+        session.sBrowserPWD = session.sCwd;
+        services.views.pathChanged(reply.site);
+        return;
+    case BrowserReply::directoryUnknown:
+        return;
+    case BrowserReply::listing:
+        session.listing = ParseDirectoryListing(listingLines(session.sCurCommand, reply.lines, reply.code),
+                                                {.mergeBlanks = services.settings.listing_merge_blanks});
+        session.listingOrder = displayOrder(session.listing, session.browserSort, session.encoding);
+        services.views.listingChanged(reply.site);
+        services.channel.SendCommand(reply.site, printDirectoryCommand());
+        return;
+    }
+}
+
+void toBrowserReply(const ReplyServices& services, const Reply& reply) {
+    services.log.LogBrowserReply(reply.site, reply.lastChunk);
+}
+
+void toCommandResults(const ReplyServices& services, const Reply& reply) {
+    services.log.LogCommandResults(reply.site, reply.lastChunk);
+}
+
+// Sends the next line of the sequence; false when it is over, which the command results say.
+bool stepBatch(const ReplyServices& services, const Reply& reply, std::string_view endMarker) {
+    if (services.channel.SendNextBatchLine(reply.site, reply.session.iCurHandler)) {
+        return true;
+    }
+    services.log.LogCommandResults(reply.site, endMarker);
+    return false;
+}
+
+// A sequence whose first command failed is abandoned. False when the sequence has come to its end.
+bool stepAdding(const ReplyServices& services, const Reply& reply, std::string_view endMarker) {
+    toCommandResults(services, reply);
+    if (reply.session.iCurTag != stopOnFailure) {
+        return stepBatch(services, reply, endMarker);
+    }
+    if (reply.code >= 200 && reply.code <= 299) {
+        services.channel.SendNextBatchLine(reply.site, reply.session.iCurHandler);
+    } else {
+        reply.session.sBatchLines = {};
+    }
+    return true;
+}
+
+void addUserStep(const ReplyServices& services, const Reply& reply) {
+    stepAdding(services, reply, "-------------[ END ]-[ ADDUSER ]-------------");
+}
+
+void addGroupStep(const ReplyServices& services, const Reply& reply) {
+    if (!stepAdding(services, reply, "-------------[ END ]-[ ADDGROUP ]-------------")) {
+        services.channel.SendCommand(reply.site, {.sCommand = "SITE CorvelExt grouptable",
+                                                  .bQuiet = true,
+                                                  .iHandler = handler::groupTable,
+                                                  .iTag = 0});
+    }
+}
+
+void batchStep(const ReplyServices& services, const Reply& reply) {
+    if (reply.session.iCurTag != silence) {
+        toCommandResults(services, reply);
+    }
+    stepBatch(services, reply, "-------------[ END ]-[ BATCH COMMAND ]-------------");
+}
+
+constexpr std::array<ReplyHandler, 15> table = {{
+    {handler::browser, Echo::none, browserChain},
+    {handler::who, Echo::none, consoleOnly},
+    {handler::userTable, Echo::none, consoleOnly},
+    {handler::groupTable, Echo::none, consoleOnly},
+    {handler::userFile, Echo::none, consoleOnly},
+    {handler::groupFile, Echo::none, consoleOnly},
+    {handler::groupChange, Echo::commandResults, toCommandResults},
+    {handler::userChange, Echo::commandResults, toCommandResults},
+    {handler::browserFile, Echo::browserReply, toBrowserReply},
+    {handler::addUser, Echo::commandResults, addUserStep},
+    {handler::addGroup, Echo::commandResults, addGroupStep},
+    {handler::menuFtp, Echo::commandResults, toCommandResults},
+    {handler::chattrQuery, Echo::none, consoleOnly},
+    {handler::batch, Echo::none, batchStep},
+    {handler::console, Echo::console, consoleOnly},
+}};
+
+} // namespace
+
+std::span<const ReplyHandler> replyHandlers() {
+    return table;
+}
+
+} // namespace corvel

@@ -1,0 +1,124 @@
+#include "app/mdlMain.h"
+
+#include "app/ReplyHandlers.h"
+#include "config/FileAttributes.h"
+#include "config/Files.h"
+
+#include <utility>
+
+namespace corvel {
+
+mdlMain::mdlMain(Ports ports, std::string directory)
+    : ports_(std::move(ports)), directory_(std::move(directory)), sites_(1),
+      log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
+      channel_(sites_, connection_, log_, ports_.views, settings_, replyHandlers()),
+      browser_(sites_, channel_, ports_.prompts, ports_.views) {}
+
+std::vector<std::string> mdlMain::LoadWindowState() {
+    WindowStateReading reading = loadWindowState(ports_.store, windowState_);
+    windowState_ = reading.state;
+    return std::move(reading.problems);
+}
+
+std::vector<std::string> mdlMain::LoadSettingsFile() {
+    const std::string path = BuildAppPath("settings.ini", "*", directory_);
+    if (!FileExists(path)) {
+        return {};
+    }
+    SettingsReading reading = parseSettings(ReadAllLines(path));
+    settings_ = std::move(reading.settings);
+    return std::move(reading.problems);
+}
+
+void mdlMain::LoadSites() {
+    for (SiteConfig& config : readSites(BuildAppPath("sites.ini", "*", directory_))) {
+        appendSite(std::move(config));
+    }
+    for (int site = 1; site <= siteCount(); ++site) {
+        if (at(sites_, site).config.connectonstartup) {
+            connection_.Connect(site);
+        }
+    }
+}
+
+void mdlMain::SaveSites() {
+    std::vector<SiteConfig> configs;
+    for (const Site& site : sites_) {
+        configs.push_back(site.config);
+    }
+    const SaveResult result =
+        replaceFile(BuildAppPath("sites.ini", "*", directory_), sitesText(configs, platformLineEnd));
+    switch (result.outcome) {
+    case SaveResult::Outcome::saved:
+        break;
+    case SaveResult::Outcome::locked:
+        ports_.prompts.Message("Sites file is locked, can't save it !");
+        break;
+    case SaveResult::Outcome::failed:
+        ports_.prompts.Message("Sites file can't be written: " + result.reason);
+        break;
+    }
+}
+
+void mdlMain::SaveWindowState(bool withGeometry) {
+    saveWindowState(ports_.store, windowState_, withGeometry);
+}
+
+void mdlMain::selectSite(int site) {
+    if (site != currentSite_ && site >= 0 && site <= siteCount()) {
+        currentSite_ = site;
+        ports_.views.currentSiteChanged();
+    }
+}
+
+void mdlMain::connectSite(int site) {
+    if (site > 0) {
+        connection_.Connect(site);
+    }
+}
+
+void mdlMain::disconnectSite(int site) {
+    if (site > 0) {
+        connection_.ResetSession(site);
+    }
+}
+
+std::optional<std::string> mdlMain::addSite(const SiteForm& form) {
+    if (std::optional<std::string> problem = siteFormProblem(form)) {
+        return problem;
+    }
+    appendSite(addedSite(form));
+    return std::nullopt;
+}
+
+std::optional<std::string> mdlMain::changeSite(int site, const SiteForm& form) {
+    if (std::optional<std::string> problem = siteFormProblem(form)) {
+        return problem;
+    }
+    at(sites_, site).config = editedSite(form);
+    ports_.views.siteRenamed(site);
+    return std::nullopt;
+}
+
+void mdlMain::tmrNoop_Timer(int site) {
+    const SiteSession& session = at(sites_, site).session;
+    if (!session.bAwaitingReply && session.bLoggedIn) {
+        channel_.SendCommand(site,
+                             {.sCommand = "NOOP", .bQuiet = true, .iHandler = handler::console, .iTag = 0});
+    }
+}
+
+void mdlMain::sendConsoleCommand(int site, const std::string& command) {
+    channel_.SendCommand(site,
+                         {.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0});
+}
+
+void mdlMain::appendSite(SiteConfig config) {
+    const int site = siteCount() + 1;
+    Site& added = sites_.emplace_back();
+    added.config = std::move(config);
+    added.wSock = ports_.makeSocket(site);
+    ports_.views.siteAdded(site);
+}
+
+} // namespace corvel

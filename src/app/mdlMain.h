@@ -1,0 +1,101 @@
+#pragma once
+
+#include "app/BrowserActions.h"
+#include "common/ports/Clock.h"
+#include "common/ports/Prompts.h"
+#include "common/ports/Socket.h"
+#include "common/ports/StateStore.h"
+#include "common/ports/Views.h"
+#include "config/Settings.h"
+#include "config/SiteForm.h"
+#include "config/SitesFile.h"
+#include "config/WindowState.h"
+#include "net/CommandChannel.h"
+#include "net/Connection.h"
+#include "net/ConsoleLog.h"
+#include "net/SiteSession.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+// What the program needs from the outside world. Everything is borrowed and must outlive mdlMain.
+struct Ports {
+    Views& views;
+    Prompts& prompts;
+    StateStore& store;
+    const Clock& clock;
+    SocketFactory makeSocket;
+};
+
+// The whole program without a window. Sites are numbered from 1; 0 means none. A window calls the start-up
+// functions in the order in which they stand here, then hands over what happens: events of sockets and
+// timers, and what a person does.
+class mdlMain {
+  public:
+    // directory: where sites.ini and settings.ini live, UTF-8.
+    mdlMain(Ports ports, std::string directory);
+    // The parts hold references to each other.
+    mdlMain(const mdlMain&) = delete;
+    mdlMain& operator=(const mdlMain&) = delete;
+
+    // Start-up. The first two return what was wrong with stored values, one line each, for the error stream;
+    // the defaults stand in for them.
+    std::vector<std::string> LoadWindowState();
+    std::vector<std::string> LoadSettingsFile();
+    void LoadSites(); // ends by connecting the sites that are marked for it
+
+    // Shut-down. SaveSites tells the person when it cannot save. SaveWindowState stores windowState() as it
+    // is then; withGeometry: its geometry is that of a window on screen.
+    void SaveSites();
+    void SaveWindowState(bool withGeometry);
+
+    WindowState& windowState() { return windowState_; }
+    const Settings& settings() const { return settings_; }
+
+    int siteCount() const { return static_cast<int>(sites_.size()) - 1; }
+    const Site& site(int index) const { return at(sites_, index); }
+    int currentSite() const { return currentSite_; }
+    void selectSite(int site);
+
+    // The sites menu. connectSite and disconnectSite do nothing for site 0.
+    void connectSite(int site);
+    void disconnectSite(int site);
+    // Both return the message for a form that is not valid, and then change nothing.
+    std::optional<std::string> addSite(const SiteForm& form);
+    std::optional<std::string> changeSite(int site, const SiteForm& form);
+
+    // Events of a site's socket and keep-alive timer.
+    void wSock_Connect(int site) { connection_.connected(site); }
+    void wSock_DataArrival(int site, std::string_view bytes) { channel_.ReplyRouter(site, bytes); }
+    void wSock_Close(int site) { connection_.closedByPeer(site); }
+    void wSock_Error(int site, std::string_view description, int number) {
+        connection_.failed(site, description, number);
+    }
+    void tmrNoop_Timer(int site);
+
+    // A line of the console's command box, in the connection's encoding.
+    void sendConsoleCommand(int site, const std::string& command);
+
+    BrowserActions& browser() { return browser_; }
+
+  private:
+    void appendSite(SiteConfig config);
+
+    Ports ports_;
+    std::string directory_;
+    WindowState windowState_;
+    Settings settings_;
+    Sites sites_;
+    int currentSite_ = 0;
+
+    ConsoleLog log_;
+    Connection connection_;
+    CommandChannel channel_;
+    BrowserActions browser_;
+};
+
+} // namespace corvel

@@ -1,0 +1,210 @@
+#include "net/CommandChannel.h"
+
+#include "common/Errors.h"
+#include "common/Numbers.h"
+#include "common/Text.h"
+#include "common/TextEncoding.h"
+#include "net/Login.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace corvel {
+
+namespace {
+
+// The first slot from the ring's head on whose emptiness is as asked; nothing if there is none.
+Command* findSlot(SiteSession& session, bool empty) {
+    for (std::size_t i = 0; i < SiteSession::queueSlots; ++i) {
+        Command& slot = session.CommandQueue[(session.iQueueHead + i) % SiteSession::queueSlots];
+        if (slot.sCommand.empty() == empty) {
+            return &slot;
+        }
+    }
+    return nullptr;
+}
+
+std::string withoutPassword(const std::string& command) {
+    return toUpper(command.substr(0, 5)) == "PASS " ? "PASS *****" : command;
+}
+
+std::string_view lastLine(std::span<const std::string_view> lines) {
+    const auto last = std::find_if(lines.rbegin(), lines.rend(), [](auto line) { return !line.empty(); });
+    return last == lines.rend() ? std::string_view() : *last;
+}
+
+} // namespace
+
+bool CommandChannel::SendCommand(int site, const Command& command) {
+    Site& target = at(sites_, site);
+    if (!isOneLine(command.sCommand)) {
+        services_.log.LogConsole(site, "Command not sent: it holds a line break or a NUL character");
+        return false;
+    }
+    if (target.wSock->state() != SocketState::connected || command.sCommand.empty()) {
+        return false;
+    }
+    Command* const slot = findSlot(target.session, true);
+    if (slot == nullptr) {
+        return false;
+    }
+    *slot = command;
+    SendNext(site);
+    return true;
+}
+
+void CommandChannel::SendNext(int site) {
+    Site& target = at(sites_, site);
+    SiteSession& session = target.session;
+    if (target.wSock->state() != SocketState::connected) {
+        connection_.ResetSession(site);
+        return;
+    }
+    if (session.bAwaitingReply) {
+        return;
+    }
+    Command* const slot = findSlot(session, false);
+    if (slot == nullptr) {
+        return;
+    }
+    // The head stays on the slot that is emptied here, so a command that is queued next goes out next.
+    session.iQueueHead = static_cast<std::size_t>(slot - session.CommandQueue.data());
+    session.bAwaitingReply = true;
+    session.sCurCommand = withoutPassword(slot->sCommand);
+    session.bCurQuiet = slot->bQuiet;
+    session.iCurHandler = slot->iHandler;
+    session.iCurTag = slot->iTag;
+    target.wSock->Send(std::exchange(slot->sCommand, {}) + std::string(lineEnd));
+    echo(site);
+}
+
+bool CommandChannel::SendNextBatchLine(int site, std::int32_t handler) {
+    BatchLines& lines = at(sites_, site).session.sBatchLines;
+    while (const std::optional<std::string> line = lines.takeNext()) {
+        SendCommand(site, {.sCommand = *line, .bQuiet = true, .iHandler = handler, .iTag = 0});
+        if (isOneLine(*line)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void CommandChannel::ReplyRouter(int site, std::string_view data) {
+    SiteSession& session = at(sites_, site).session;
+    if (!session.bCurQuiet) {
+        showWholeLines(site, data);
+    }
+    switch (session.sReplyBuffer.append(data)) {
+    case ReplyProgress::incomplete:
+        return;
+    case ReplyProgress::replyTooLong:
+        services_.log.LogConsole(site, "Reply of more than 32 MiB without an end, closing the connection");
+        connection_.ResetSession(site);
+        return;
+    case ReplyProgress::lineTooLong:
+        services_.log.LogConsole(site, "Reply line of more than 64 KiB, closing the connection");
+        connection_.ResetSession(site);
+        return;
+    case ReplyProgress::complete:
+        routeReply(site, data);
+        return;
+    }
+}
+
+const ReplyHandler* CommandChannel::handlerOf(std::int32_t code) const {
+    const auto found = std::ranges::find(handlers_, code, &ReplyHandler::code);
+    return found == handlers_.end() ? nullptr : &*found;
+}
+
+void CommandChannel::echo(int site) {
+    const SiteSession& session = at(sites_, site).session;
+    const ReplyHandler* const handler = handlerOf(session.iCurHandler);
+    const std::string line = "> " + session.sCurCommand;
+    switch (handler == nullptr ? Echo::none : handler->echo) {
+    case Echo::none:
+        return;
+    case Echo::console:
+        if (!session.bCurQuiet) {
+            services_.log.LogConsole(site, line);
+        }
+        return;
+    case Echo::commandResults:
+        services_.log.LogCommandResults(site, line);
+        return;
+    case Echo::browserReply:
+        services_.log.LogBrowserReply(site, line);
+        return;
+    }
+}
+
+// Logs what has become whole lines; the rest waits for what follows, wherever the cut fell. Only the new
+// bytes are searched, and the last byte held back, which may be the CR of their LF.
+void CommandChannel::showWholeLines(int site, std::string_view data) {
+    SiteSession& session = at(sites_, site).session;
+    std::string& text = session.sConsolePartial;
+    const std::size_t searchFrom = text.empty() ? 0 : text.size() - 1;
+    text += data;
+    const std::size_t end = std::string_view(text).substr(searchFrom).rfind(lineEnd);
+    if (end == std::string_view::npos) {
+        return;
+    }
+    std::string rest = text.substr(searchFrom + end + lineEnd.size());
+    text.resize(text.size() - rest.size());
+    const std::string whole = std::exchange(text, std::move(rest));
+    if (!isValidUtf8(whole)) {
+        session.encoding = TextEncoding::windows1252;
+    }
+    services_.log.LogConsole(site, whole);
+}
+
+void CommandChannel::routeReply(int site, std::string_view lastChunk) {
+    SiteSession& session = at(sites_, site).session;
+    const std::string text = session.sReplyBuffer.take();
+    if (!isValidUtf8(text)) {
+        session.encoding = TextEncoding::windows1252;
+    }
+    const std::vector<std::string_view> lines = split(text, lineEnd);
+    const std::string_view last = lastLine(lines);
+    const int code = static_cast<int>(leadingNumber(last.substr(0, 3)));
+    session.bAwaitingReply = false;
+    if (code >= 400) {
+        session.lastErrorLine = last;
+        services_.views.lastErrorChanged(site);
+    }
+    if (!session.bLoggedIn) {
+        logIn(site, code);
+        return;
+    }
+    dispatch({.site = site, .session = session, .lines = lines, .lastChunk = lastChunk, .code = code});
+    SendNext(site);
+}
+
+void CommandChannel::logIn(int site, int code) {
+    Site& target = at(sites_, site);
+    const LoginStep step = loginStep(code, target.config);
+    if (step.loggedIn) {
+        target.session.bLoggedIn = true;
+        target.session.sCwd = "/";
+    }
+    for (const Command& command : step.commands) {
+        SendCommand(site, command);
+    }
+}
+
+void CommandChannel::dispatch(const Reply& reply) {
+    const ReplyHandler* const handler = handlerOf(reply.session.iCurHandler);
+    if (handler == nullptr) {
+        return;
+    }
+    try {
+        handler->handle(services_, reply);
+    } catch (const ParseError& error) {
+        services_.log.LogConsole(reply.site,
+                                 "Reply to \"" + reply.session.sCurCommand + "\": " + describe(error));
+    }
+}
+
+} // namespace corvel

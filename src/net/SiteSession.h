@@ -1,0 +1,90 @@
+#pragma once
+
+#include "admin/mdlUsersGroups.h"
+#include "browser/Listing.h"
+#include "browser/Order.h"
+#include "common/Command.h"
+#include "common/ports/Socket.h"
+#include "common/TextEncoding.h"
+#include "config/SiteConfig.h"
+#include "net/BatchLines.h"
+#include "net/LogText.h"
+#include "net/ReplyBuffer.h"
+
+#include <array>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvel {
+
+// Who is doing what on the server, summed over the last who reply. Speeds in kB/s.
+struct ActivityCounters {
+    std::int32_t uploadSpeed = 0;
+    std::int32_t downloadSpeed = 0;
+    std::int32_t uploaders = 0;
+    std::int32_t downloaders = 0;
+    std::int32_t idlers = 0;
+};
+
+// The runtime record of one site. All texts are in the server's bytes unless a comment says otherwise.
+struct SiteSession {
+    static constexpr std::size_t queueSlots = 26;
+
+    bool bLoggedIn = false;      // the server accepted the login
+    bool bAwaitingReply = false; // a command is outstanding: at most one per site
+    ReplyBuffer sReplyBuffer;
+    std::string sConsolePartial; // an incomplete last line held back from the console
+
+    // Commands waiting to be sent; a slot whose command is empty is free.
+    std::array<Command, queueSlots> CommandQueue;
+    std::size_t iQueueHead = 0; // where the sender looks first
+
+    // The command last sent (a password is masked). They survive the end of a connection.
+    std::string sCurCommand;
+    bool bCurQuiet = false;
+    std::int32_t iCurHandler = 0;
+    std::int16_t iCurTag = 0;
+
+    BatchLines sBatchLines;
+    std::string sCwd = "/"; // the browser's current remote directory
+    ActivityCounters activity;
+    UserTable Users = emptyUserTable();
+    GroupTable Groups = emptyGroupTable();
+
+    // The browser: what it shows, in which order, and the text of its path box.
+    BrowserListing listing;
+    std::vector<std::uint32_t> listingOrder;
+    BrowserSort browserSort;
+    std::string sBrowserPWD;
+
+    TextEncoding encoding = TextEncoding::utf8; // of this connection
+    std::string lastErrorLine;                  // last line of the last reply with a code of 400 or more
+
+    // The three logs, UTF-8.
+    LogText consoleLog{25000};
+    LogText commandResultsLog{25000};
+    LogText browserReplyLog{8000};
+};
+
+// Everything about one site: what is configured, what is going on, and its connection.
+struct Site {
+    SiteConfig config;
+    SiteSession session;
+    std::unique_ptr<Socket> wSock; // none for the placeholder, site 0
+};
+
+// The sites by index; element 0 is a placeholder, and a site never moves in memory.
+using Sites = std::deque<Site>;
+
+// The site of an index that is known to exist.
+inline Site& at(Sites& sites, int site) {
+    return sites[static_cast<std::size_t>(site)];
+}
+inline const Site& at(const Sites& sites, int site) {
+    return sites[static_cast<std::size_t>(site)];
+}
+
+} // namespace corvel

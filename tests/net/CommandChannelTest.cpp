@@ -1,0 +1,230 @@
+#include "net/CommandChannel.h"
+
+#include "app/ReplyHandlers.h"
+#include "support/ScriptedPeer.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace corvel::test {
+namespace {
+
+// A program of count sites, of which site 1 has logged in.
+struct LoggedIn : TestProgram {
+    explicit LoggedIn(int count = 1) : TestProgram(sitesFile(count)) {
+        main.connectSite(1);
+        play(*this, 1, loginScript("bob", "secret"), {}, "login");
+    }
+};
+
+TEST(CommandChannel, LogsInHoweverTheRepliesAreCut) {
+    const Script script = loginScript("bob", "secret");
+    const std::string console =
+        "wSock_Connect()\r\n"
+        "220 ready\r\n> USER bob\r\n331 password please\r\n> PASS *****\r\n230 welcome\r\n";
+    for (const Cutting& cutting : everyCutting(script)) {
+        TestProgram program(sitesFile(1));
+        program.main.connectSite(1);
+        EXPECT_EQ(program.socket(1).connectedTo, "host1:21");
+        play(program, 1, script, cutting, "login");
+        EXPECT_TRUE(program.session(1).bLoggedIn);
+        EXPECT_EQ(program.session(1).sBrowserPWD, "/");
+        EXPECT_EQ(program.console(1), console) << "cut at " << cutting.cutAt;
+    }
+}
+
+struct LoginCase {
+    const char* name;
+    Script script;
+    bool loggedIn;
+    std::string console; // behind the first line
+};
+
+TEST(CommandChannel, GoesThroughUnusualLoginsToTheirEnd) {
+    const std::vector<LoginCase> cases = {
+        {"refused password stays connected",
+         {send("220 hi\r\n"), expect("USER bob"), send("331 go on\r\n"), expect("PASS secret"),
+          send("530 no\r\n")},
+         false,
+         "220 hi\r\n> USER bob\r\n331 go on\r\n> PASS *****\r\n530 no\r\n"},
+        {"long greeting",
+         {send("220-one\r\n220-two\r\n220 three\r\n"), expect("USER bob")},
+         false,
+         "220-one\r\n220-two\r\n220 three\r\n> USER bob\r\n"},
+        {"server is busy", {send("421 later\r\n")}, false, "421 later\r\n"},
+        {"no password wanted",
+         {send("220 hi\r\n"), expect("USER bob"), send("230 in\r\n"), expect("SITE CorvelExt usertable")},
+         true,
+         "220 hi\r\n> USER bob\r\n230 in\r\n"},
+        {"hangs up in the middle of a reply",
+         {send("220 hi\r\n"), expect("USER bob"), send("331 g"), hangUp()},
+         false,
+         "220 hi\r\n> USER bob\r\nwSock_Close()\r\n----------- connection closed -----------\r\n"},
+    };
+    for (const LoginCase& row : cases) {
+        for (const Cutting& cutting : everyCutting(row.script)) {
+            TestProgram program(sitesFile(1));
+            program.main.connectSite(1);
+            play(program, 1, row.script, cutting, row.name);
+            EXPECT_EQ(program.session(1).bLoggedIn, row.loggedIn) << row.name;
+            EXPECT_EQ(program.console(1), "wSock_Connect()\r\n" + row.console) << row.name;
+        }
+    }
+}
+
+TEST(CommandChannel, RingTakes26AndSendsTheLatestBeforeTheWaiting) {
+    LoggedIn program;
+    program.main.sendConsoleCommand(1, "first");
+    for (int i = 1; i <= 27; ++i) {
+        program.main.sendConsoleCommand(1, "waiting " + std::to_string(i));
+    }
+    EXPECT_EQ(program.socket(1).takeSentLines(), std::vector<std::string>{"first"});
+
+    // "waiting 1" took the slot that was just sent, where the sender looks first; a late command takes the
+    // slot that "waiting 1" leaves and goes out before the others.
+    program.main.wSock_DataArrival(1, "200 ok\r\n");
+    EXPECT_EQ(program.socket(1).takeSentLines(), std::vector<std::string>{"waiting 1"});
+    program.main.sendConsoleCommand(1, "late");
+    std::vector<std::string> sent;
+    for (int i = 0; i < 30; ++i) {
+        program.main.wSock_DataArrival(1, "200 ok\r\n");
+        for (const std::string& line : program.socket(1).takeSentLines()) {
+            sent.push_back(line);
+        }
+    }
+    ASSERT_EQ(sent.size(), 26U);
+    EXPECT_EQ(sent.front(), "late");
+    EXPECT_EQ(sent[1], "waiting 2");
+    EXPECT_EQ(sent.back(), "waiting 26");
+}
+
+struct SendCase {
+    const char* name;
+    std::string command;
+    std::string sent;
+    std::string echoed;
+};
+
+TEST(CommandChannel, SendsAndEchoesWhatAPersonTypes) {
+    const std::vector<SendCase> cases = {
+        {"plain", "stat -a", "stat -a", "> stat -a\r\n"},
+        {"password in lower case", "pass geheim", "pass geheim", "> PASS *****\r\n"},
+        {"no password command", "passive", "passive", "> passive\r\n"},
+        {"empty", "", "", ""},
+        {"line feed", "NOOP\nDELE x", "", "Command not sent: it holds a line break or a NUL character\r\n"},
+        {"NUL", std::string("NO\0OP", 5), "",
+         "Command not sent: it holds a line break or a NUL character\r\n"},
+        {"control characters are shown, not obeyed", "a\x1B[2J", "a\x1B[2J", "> a\xE2\x90\x9B[2J\r\n"},
+    };
+    for (const SendCase& row : cases) {
+        LoggedIn program;
+        const std::size_t before = program.console(1).size();
+        program.main.sendConsoleCommand(1, row.command);
+        const std::vector<std::string> sent = program.socket(1).takeSentLines();
+        EXPECT_EQ(sent, row.sent.empty() ? std::vector<std::string>() : std::vector<std::string>{row.sent})
+            << row.name;
+        EXPECT_EQ(program.console(1).substr(before), row.echoed) << row.name;
+    }
+}
+
+TEST(CommandChannel, ShowsWholeLinesOnlyAndNothingOfQuietCommands) {
+    LoggedIn program;
+    const std::size_t before = program.console(1).size();
+    program.main.sendConsoleCommand(1, "stat");
+    program.main.wSock_DataArrival(1, "211-a");
+    program.main.wSock_DataArrival(1, "b\r");
+    program.main.wSock_DataArrival(1, "\nc\nd\r\n21");
+    EXPECT_EQ(program.console(1).substr(before), "> stat\r\n211-ab\r\nc\xE2\x90\x8A"
+                                                 "d\r\n");
+    program.main.wSock_DataArrival(1, "1 end\r\n");
+    EXPECT_EQ(program.console(1).substr(before), "> stat\r\n211-ab\r\nc\xE2\x90\x8A"
+                                                 "d\r\n211 end\r\n");
+    program.main.tmrNoop_Timer(1);
+    program.main.wSock_DataArrival(1, "200 noop\r\n");
+    EXPECT_EQ(program.console(1).substr(before).find("noop"), std::string::npos);
+}
+
+TEST(CommandChannel, ReadsAnOldServersNamesFromItsFirstReplyThatIsNoUtf8) {
+    LoggedIn program;
+    program.main.sendConsoleCommand(1, "stat");
+    program.main.wSock_DataArrival(1, "211 f\xFC"
+                                      "r\r\n");
+    program.main.sendConsoleCommand(1, "gr\xFC\xDF");
+    EXPECT_NE(program.console(1).find("211 für\r\n> grüß\r\n"), std::string::npos);
+    EXPECT_EQ(program.session(1).encoding, TextEncoding::windows1252);
+    program.main.connectSite(1);
+    EXPECT_EQ(program.session(1).encoding, TextEncoding::utf8);
+}
+
+TEST(CommandChannel, EndsTheConnectionAtTheLimits) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {std::string(70000, 'x'), "Reply line of more than 64 KiB, closing the connection"},
+        {[] {
+             std::string text;
+             while (text.size() < 33 * 1024 * 1024) {
+                 text += std::string(60000, 'x') + "\r\n";
+             }
+             return text;
+         }(),
+         "Reply of more than 32 MiB without an end, closing the connection"},
+    };
+    for (const auto& [bytes, message] : rows) {
+        LoggedIn program(2);
+        program.main.connectSite(2);
+        program.main.wSock_DataArrival(1, bytes);
+        EXPECT_EQ(program.socket(1).state(), SocketState::closed);
+        EXPECT_NE(program.console(1).find(message), std::string::npos);
+        EXPECT_EQ(program.socket(2).state(), SocketState::connecting);
+        program.main.connectSite(1);
+        play(program, 1, loginScript("bob", "secret"), {}, "login after the limit");
+        EXPECT_TRUE(program.session(1).bLoggedIn);
+    }
+}
+
+TEST(CommandChannel, KeepsTheLastErrorWhateverItsQuietFlag) {
+    LoggedIn program;
+    EXPECT_EQ(program.session(1).lastErrorLine, "500 Unknown");
+    program.main.sendConsoleCommand(1, "dele x");
+    program.main.wSock_DataArrival(1, "550-sorry\r\n550 x: no such file\r\n");
+    EXPECT_EQ(program.session(1).lastErrorLine, "550 x: no such file");
+}
+
+TEST(CommandChannel, KeepsAliveOnlyAnIdleLogin) {
+    TestProgram program(sitesFile(1));
+    program.main.connectSite(1);
+    program.socket(1).current = SocketState::connected;
+    program.main.tmrNoop_Timer(1);
+    EXPECT_TRUE(program.socket(1).takeSentLines().empty());
+    play(program, 1, loginScript("bob", "secret"), {}, "login");
+    program.main.tmrNoop_Timer(1);
+    program.main.tmrNoop_Timer(1);
+    EXPECT_EQ(program.socket(1).takeSentLines(), std::vector<std::string>{"NOOP"});
+}
+
+TEST(CommandChannel, TwoSitesDoNotNoticeEachOther) {
+    LoggedIn program(2);
+    program.main.connectSite(2);
+    play(program, 2, {send("220 two\r\n"), expect("USER bob")}, {}, "second site");
+    EXPECT_TRUE(program.socket(1).takeSentLines().empty());
+    EXPECT_EQ(program.console(1).find("220 two"), std::string::npos);
+    program.main.wSock_Error(2, "Connection reset", 1);
+    EXPECT_TRUE(program.session(1).bLoggedIn);
+    EXPECT_EQ(program.console(2), "wSock_Connect()\r\n220 two\r\n> USER bob\r\n"
+                                  "wSock_Error() -> Connection reset (1)\r\n"
+                                  "----------- connection closed -----------\r\n");
+}
+
+TEST(ReplyHandlers, EveryCodeHasOnePlace) {
+    std::set<std::int32_t> codes;
+    for (const ReplyHandler& entry : replyHandlers()) {
+        EXPECT_TRUE(codes.insert(entry.code).second) << entry.code;
+    }
+    EXPECT_EQ(codes, (std::set<std::int32_t>{100, 101, 102, 103, 104, 105, 106, 107, 108, 109, 110, 111, 112,
+                                             113, 255}));
+}
+
+} // namespace
+} // namespace corvel::test

@@ -1,0 +1,111 @@
+#include "net/Connection.h"
+
+#include "net/SocketStateText.h"
+#include "support/ScriptedPeer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvel::test {
+namespace {
+
+TEST(Connection, ResetsAllButWhatOutlivesAConnection) {
+    TestProgram program(sitesFile(1));
+    program.main.connectSite(1);
+    play(program, 1, loginScript("bob", "secret"), {}, "login");
+    program.main.sendConsoleCommand(1, "loud");
+    program.main.sendConsoleCommand(1, "waiting");
+    program.main.wSock_DataArrival(1, "211-half a reply");
+    program.main.disconnectSite(1);
+
+    const SiteSession& session = program.session(1);
+    EXPECT_EQ(program.socket(1).state(), SocketState::closed);
+    EXPECT_FALSE(session.bLoggedIn);
+    EXPECT_FALSE(session.bAwaitingReply);
+    EXPECT_EQ(session.sCwd, "/");
+    EXPECT_EQ(session.iQueueHead, 0U);
+    for (const Command& slot : session.CommandQueue) {
+        EXPECT_TRUE(slot.sCommand.empty());
+    }
+    EXPECT_TRUE(session.sReplyBuffer.text().empty());
+    EXPECT_EQ(session.sCurCommand, "loud");
+    EXPECT_FALSE(session.bCurQuiet);
+    EXPECT_EQ(session.sConsolePartial, "211-half a reply");
+}
+
+// A quiet command before the end keeps the next greeting off the console.
+TEST(Connection, QuietFlagOutlivesTheConnection) {
+    TestProgram program(sitesFile(1));
+    program.main.connectSite(1);
+    play(program, 1, loginScript("bob", "secret"), {}, "login");
+    program.main.wSock_Close(1);
+    program.main.connectSite(1);
+    play(program, 1, {send("220 again\r\n"), expect("USER bob")}, {}, "second login");
+    EXPECT_EQ(program.console(1).find("220 again"), std::string::npos);
+}
+
+TEST(Connection, ChoosesWhereToConnect) {
+    struct Row {
+        const char* name;
+        std::string site;
+        std::string settings;
+        std::string connectedTo;
+        std::string userCommand;
+    };
+    const std::vector<Row> rows = {
+        {"direct", "name=a\nhost=h\nport=2121\nuser=u\npass=p\n", "", "h:2121", "USER u"},
+        {"through the proxy", "name=a\nhost=h\nport=2121\nuser=u\npass=p\nusesslproxy=1\n",
+         "ssl_tunnel_host=127.0.0.1\nssl_tunnel_port=4000\n", "127.0.0.1:4000", "USER u@h:2121"},
+        {"port 0 is no port", "name=a\nhost=h\n", "", "", ""},
+        {"port above 16 bits is no other port", "name=a\nhost=h\nport=65557\n", "", "", ""},
+        {"no proxy is configured", "name=a\nhost=h\nport=21\nusesslproxy=1\n", "", "", ""},
+    };
+    for (const Row& row : rows) {
+        TestProgram program(row.site, row.settings);
+        program.main.connectSite(1);
+        EXPECT_EQ(program.socket(1).connectedTo, row.connectedTo) << row.name;
+        if (row.connectedTo.empty()) {
+            EXPECT_NE(program.console(1).find("is no port (1 - 65535)"), std::string::npos) << row.name;
+        } else {
+            play(program, 1, {send("220 hi\r\n"), expect(row.userCommand)}, {}, row.name);
+        }
+    }
+}
+
+TEST(Connection, ConnectingAgainStartsFromAFreshSession) {
+    TestProgram program(sitesFile(1));
+    program.main.connectSite(1);
+    play(program, 1, loginScript("bob", "secret"), {}, "login");
+    program.main.sendConsoleCommand(1, "never answered");
+    program.socket(1).takeSentLines();
+    program.main.connectSite(1);
+    play(program, 1, loginScript("bob", "secret"), {}, "second login");
+    EXPECT_TRUE(program.session(1).bLoggedIn);
+}
+
+TEST(SocketStateText, TellsEveryState) {
+    const std::vector<std::pair<int, std::string>> rows = {
+        {0, "Socket closed"},
+        {1, "Open"},
+        {2, "Listening on port 4711 ..."},
+        {3, "Pending..."},
+        {4, "Resolving host..."},
+        {5, "Host resolved"},
+        {6, "Connecting... ( ftp.example:21 )"},
+        {7, "Connected (10.0.0.5:21)"},
+        {8, "Closing socket..."},
+        {9, "ERROR"},
+        {10, ""},
+    };
+    for (const auto& [state, text] : rows) {
+        FakeSocket socket;
+        socket.Connect("ftp.example", 21);
+        socket.current = static_cast<SocketState>(state);
+        EXPECT_EQ(SocketStateText(socket), text);
+    }
+}
+
+} // namespace
+} // namespace corvel::test

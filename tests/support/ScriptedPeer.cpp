@@ -1,0 +1,90 @@
+#include "support/ScriptedPeer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace corvel::test {
+
+std::size_t bytesSent(const Script& script) {
+    std::size_t bytes = 0;
+    for (const Step& step : script) {
+        bytes += step.kind == Step::Kind::send ? step.text.size() : 0;
+    }
+    return bytes;
+}
+
+std::vector<Cutting> everyCutting(const Script& script) {
+    std::vector<Cutting> cuttings = {{}, {.pieceSize = 1}};
+    for (std::size_t position = 1; position < bytesSent(script); ++position) {
+        cuttings.push_back({.cutAt = position});
+    }
+    return cuttings;
+}
+
+void play(TestProgram& program, int site, const Script& script, Cutting cutting, const std::string& name) {
+    SCOPED_TRACE(name + ", pieces of " + std::to_string(cutting.pieceSize) + ", cut at " +
+                 std::to_string(cutting.cutAt));
+    FakeSocket& socket = program.socket(site);
+    if (socket.current == SocketState::connecting) {
+        socket.current = SocketState::connected;
+        program.main.wSock_Connect(site);
+    }
+    std::size_t delivered = 0;
+    std::vector<std::string> pending;
+    for (const Step& step : script) {
+        std::string text = step.text;
+        switch (step.kind) {
+        case Step::Kind::expect: {
+            const std::vector<std::string> lines = socket.takeSentLines();
+            pending.insert(pending.end(), lines.begin(), lines.end());
+            ASSERT_FALSE(pending.empty()) << "nothing was sent, expected: " << text;
+            ASSERT_EQ(pending.front(), text);
+            pending.erase(pending.begin());
+            break;
+        }
+        case Step::Kind::send:
+            while (!text.empty()) {
+                std::size_t size = std::min(text.size(), cutting.pieceSize);
+                if (delivered < cutting.cutAt) {
+                    size = std::min(size, cutting.cutAt - delivered);
+                }
+                program.main.wSock_DataArrival(site, text.substr(0, size));
+                delivered += size;
+                text.erase(0, size);
+            }
+            break;
+        case Step::Kind::close:
+            program.main.wSock_Close(site);
+            break;
+        }
+    }
+    EXPECT_TRUE(pending.empty()) << pending.front();
+    const std::vector<std::string> more = socket.takeSentLines();
+    EXPECT_TRUE(more.empty()) << "sent beyond the script: " << more.front();
+}
+
+Script loginScript(const std::string& user, const std::string& password) {
+    return {send("220 ready\r\n"),
+            expect("USER " + user),
+            send("331 password please\r\n"),
+            expect("PASS " + password),
+            send("230 welcome\r\n"),
+            expect("SITE CorvelExt usertable"),
+            send("500 Unknown\r\n"),
+            expect("SITE CorvelExt grouptable"),
+            send("500 Unknown\r\n"),
+            expect("CWD /"),
+            send("250 CWD command successful.\r\n"),
+            expect("STAT -a"),
+            send("211-status of /:\r\n211 End of Status\r\n"),
+            expect("PWD"),
+            send("257 \"/\" is current directory.\r\n")};
+}
+
+Script operator+(Script first, const Script& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+} // namespace corvel::test

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "common/ports/Clock.h"
+#include "common/ports/Prompts.h"
+#include "common/ports/Socket.h"
+#include "common/ports/Views.h"
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace corvel::test {
+
+// A clock that stands still.
+class FixedClock : public Clock {
+  public:
+    std::string timeOfDay() const override { return "12:34:56"; }
+};
+
+// Remembers, in order, what the window was told, as "what site".
+class RecordingViews : public Views {
+  public:
+    void siteAdded(int site) override { note("siteAdded", site); }
+    void siteRenamed(int site) override { note("siteRenamed", site); }
+    void currentSiteChanged() override { note("currentSiteChanged", 0); }
+    void logChanged(int /*site*/, LogKind /*log*/) override {}
+    void listingChanged(int site) override { note("listingChanged", site); }
+    void pathChanged(int site) override { note("pathChanged", site); }
+    void sessionReset(int site) override { note("sessionReset", site); }
+    void lastErrorChanged(int site) override { note("lastErrorChanged", site); }
+
+    std::vector<std::string> calls;
+
+  private:
+    void note(const char* what, int site) { calls.push_back(what + (" " + std::to_string(site))); }
+};
+
+// Answers every question from a list given beforehand, at once; a question without an answer is cancelled.
+class RecordingPrompts : public Prompts {
+  public:
+    void Message(const std::string& text) override { asked.push_back(text); }
+
+    void AskYesNo(const std::string& question, DefaultAnswer /*defaultAnswer*/,
+                  std::function<void(bool)> answer) override {
+        asked.push_back(question);
+        answer(!answers.empty() && next() == "yes");
+    }
+
+    void AskText(const std::string& /*title*/, const std::string& prompt,
+                 std::function<void(std::optional<std::string>)> answer) override {
+        asked.push_back(prompt);
+        answer(answers.empty() ? std::nullopt : std::optional(next()));
+    }
+
+    std::vector<std::string> asked;
+    std::deque<std::string> answers;
+
+  private:
+    std::string next() {
+        std::string answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+};
+
+// A socket without a network: the test sets its state and reads what was sent.
+class FakeSocket : public Socket {
+  public:
+    SocketState state() const override { return current; }
+    void Connect(const std::string& host, std::int32_t port) override {
+        connectedTo = host + ":" + std::to_string(port);
+        current = SocketState::connecting;
+    }
+    void Close() override { current = SocketState::closed; }
+    void Send(std::string_view bytes) override { sent += bytes; }
+    std::int32_t localPort() const override { return 4711; }
+    std::string remoteHost() const override { return connectedTo.substr(0, connectedTo.find(':')); }
+    std::string remoteAddress() const override { return "10.0.0.5"; }
+    std::int32_t remotePort() const override { return 21; }
+
+    // The lines sent since the last call, each without its CR LF; a line without one is marked as cut.
+    std::vector<std::string> takeSentLines() {
+        std::vector<std::string> lines;
+        while (!sent.empty()) {
+            const std::size_t end = sent.find("\r\n");
+            lines.push_back(end == std::string::npos ? "(cut) " + sent : sent.substr(0, end));
+            sent.erase(0, end == std::string::npos ? end : end + 2);
+        }
+        return lines;
+    }
+
+    SocketState current = SocketState::closed;
+    std::string connectedTo;
+    std::string sent;
+};
+
+} // namespace corvel::test
