@@ -1,7 +1,7 @@
 #include "browser/Listing.h"
 
+#include "browser/Blanks.h"
 #include "common/Numbers.h"
-#include "common/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -17,8 +17,18 @@ constexpr std::size_t shortestLine = accessLength + 15;
 // A date that lacks its later fields can be this much longer than the fields that it is written over.
 constexpr std::size_t dateSlack = 2;
 
-constexpr std::array<std::string_view, 12> monthNames = {"jan", "feb", "mar", "apr", "may", "jun",
-                                                         "jul", "aug", "sep", "oct", "nov", "dec"};
+// Three letters as one number, upper-case ones as their lower-case form. Only a letter becomes a letter.
+constexpr std::uint32_t letters(std::string_view name) {
+    std::uint32_t number = 0;
+    for (const char letter : name) {
+        number = number << 8U | static_cast<unsigned char>(letter) | 0x20U;
+    }
+    return number;
+}
+
+constexpr std::array<std::uint32_t, 12> monthNames = {
+    letters("jan"), letters("feb"), letters("mar"), letters("apr"), letters("may"), letters("jun"),
+    letters("jul"), letters("aug"), letters("sep"), letters("oct"), letters("nov"), letters("dec")};
 constexpr std::array<std::string_view, 12> monthNumbers = {"01", "02", "03", "04", "05", "06",
                                                            "07", "08", "09", "10", "11", "12"};
 
@@ -26,53 +36,66 @@ bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-// Behind the first blank at or after position that has one more byte behind it, and behind that byte;
-// past the end of line when there is none.
-std::size_t skipBlankAndOne(std::string_view line, std::size_t position) {
-    const std::size_t blank = position < line.size() ? line.find(' ', position) : std::string_view::npos;
-    return blank == std::string_view::npos || blank + 1 >= line.size() ? std::string_view::npos : blank + 2;
+// Behind the first blank at or after position and the byte that follows it; past the end of the line when
+// there are no such two.
+std::size_t skipBlankAndOne(const Blanks& blanks, std::size_t position) {
+    return blanks.find(position) + 2;
 }
 
-// Whether line matches "?????????? * ?* ?* *# ?* ?* ?* ?*". Each piece between two stars is taken at its
-// first place, which finds a match whenever there is one.
-bool matchesLongFormat(std::string_view line) {
-    if (line.size() < shortestLine || line[accessLength] != ' ') {
-        return false;
-    }
-    std::size_t position = skipBlankAndOne(line, accessLength + 1);
-    position = skipBlankAndOne(line, position);
-    position = position < line.size() ? line.find(' ', position) : std::string_view::npos;
-    if (position == std::string_view::npos) {
-        return false;
-    }
+// Whether line can match at all, which most other lines of a reply show in their first bytes.
+bool mayMatch(std::string_view line) {
+    return line.size() >= shortestLine && line[accessLength] == ' ';
+}
+
+// Whether a line that may match matches "?????????? * ?* ?* *# ?* ?* ?* ?*". Each piece between two stars is
+// taken at its first place, which finds a match whenever there is one.
+bool matchesLongFormat(const Blanks& blanks) {
+    const std::string_view line = blanks.line();
+    std::size_t position = skipBlankAndOne(blanks, accessLength + 1);
+    position = skipBlankAndOne(blanks, position);
+    position = blanks.find(position);
     do {
-        position = line.find(' ', position + 1);
-    } while (position != std::string_view::npos && !isDigit(line[position - 1]));
-    if (position == std::string_view::npos || position + 1 >= line.size()) {
-        return false;
+        position = blanks.find(position + 1);
+    } while (position < line.size() && !isDigit(line[position - 1]));
+    position += 2;
+    for (int field = 0; field < 3; ++field) {
+        position = skipBlankAndOne(blanks, position);
     }
-    position = skipBlankAndOne(line, position + 2);
-    position = skipBlankAndOne(line, position);
-    return skipBlankAndOne(line, position) != std::string_view::npos;
+    return position <= line.size();
 }
 
-bool isAccepted(std::string_view line) {
-    return matchesLongFormat(line) && !line.starts_with("211 ") && !line.starts_with("211-");
+bool isReplyLine(std::string_view line) {
+    return line.starts_with("211 ") || line.starts_with("211-");
 }
 
-// The text before the first blank of rest, or all of it; rest keeps what follows that blank.
-std::string_view takeField(std::string_view& rest) {
-    const std::size_t end = std::min(rest.find(' '), rest.size());
-    const std::string_view field = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-    return field;
-}
+// Takes the fields of a line from left to right.
+class FieldCutter {
+  public:
+    FieldCutter(const Blanks& blanks, std::size_t position) : blanks_(blanks), position_(position) {}
 
-std::string_view takeFieldAndBlanks(std::string_view& rest) {
-    const std::string_view field = takeField(rest);
-    rest = trimLeading(rest);
-    return field;
-}
+    // The text before the next blank, or all that is left; that blank is passed over.
+    std::string_view take() {
+        const std::size_t start = position_;
+        const std::size_t end = blanks_.find(start);
+        position_ = std::min(end + 1, blanks_.line().size());
+        return blanks_.line().substr(start, end - start);
+    }
+
+    void skipBlanks() { position_ = blanks_.skip(position_); }
+
+    std::string_view takeAndSkipBlanks() {
+        const std::string_view field = take();
+        skipBlanks();
+        return field;
+    }
+
+    std::size_t position() const { return position_; }
+    std::string_view rest() const { return blanks_.line().substr(position_); }
+
+  private:
+    const Blanks& blanks_;
+    std::size_t position_;
+};
 
 BrowserEntryType typeOf(std::string_view access) {
     switch (access.front()) {
@@ -90,13 +113,13 @@ char* append(char* end, std::string_view part) {
     return end + part.size();
 }
 
-// Cuts the month, day, and time off rest and writes the date that is shown over them: it starts where they
-// do and is no longer, except for a line without some of them, which needs dateSlack bytes behind its end.
-std::string_view takeDate(std::string_view& rest, char* date, bool mergeBlanks) {
-    const auto take = mergeBlanks ? takeFieldAndBlanks : takeField;
-    const std::string_view month = MonthNumber(take(rest));
-    const std::string_view day = take(rest);
-    const std::string_view time = takeField(rest);
+// Cuts month, day and time and writes the date that is shown over them: it starts where they do and is no
+// longer, except for a line without some of them, which needs dateSlack bytes behind its end.
+std::string_view takeDate(FieldCutter& cutter, char* date, bool mergeBlanks) {
+    const auto take = mergeBlanks ? &FieldCutter::takeAndSkipBlanks : &FieldCutter::take;
+    const std::string_view month = MonthNumber((cutter.*take)());
+    const std::string_view day = (cutter.*take)();
+    const std::string_view time = cutter.take();
     char* end = append(date, month);
     *end++ = '/';
     end = append(end, day);
@@ -105,19 +128,18 @@ std::string_view takeDate(std::string_view& rest, char* date, bool mergeBlanks) 
     return {date, static_cast<std::size_t>(end - date)};
 }
 
-// line: an accepted line in memory that is writable, with dateSlack bytes behind it.
-BrowserEntry cutLine(char* line, std::size_t length, bool mergeBlanks) {
+// line: the text of an accepted line, writable, with dateSlack bytes behind it; blanks: those of line.
+BrowserEntry cutLine(char* line, const Blanks& blanks, bool mergeBlanks) {
     BrowserEntry entry;
-    std::string_view rest(line, length);
-    entry.access = rest.substr(0, accessLength);
+    entry.access = blanks.line().substr(0, accessLength);
     entry.type = typeOf(entry.access);
-    rest = trimLeading(rest.substr(accessLength));
-    takeField(rest); // the link count; blanks behind it are not skipped
-    entry.owner = takeFieldAndBlanks(rest);
-    entry.group = takeFieldAndBlanks(rest);
-    entry.size = takeFieldAndBlanks(rest);
-    entry.date = takeDate(rest, line + (length - rest.size()), mergeBlanks);
-    entry.name = rest;
+    FieldCutter cutter(blanks, blanks.skip(accessLength));
+    cutter.take(); // the link count; blanks behind it are not skipped
+    entry.owner = cutter.takeAndSkipBlanks();
+    entry.group = cutter.takeAndSkipBlanks();
+    entry.size = cutter.takeAndSkipBlanks();
+    entry.date = takeDate(cutter, line + cutter.position(), mergeBlanks);
+    entry.name = cutter.rest();
     return entry;
 }
 
@@ -133,6 +155,20 @@ void addEntry(BrowserListing& listing, const BrowserEntry& entry) {
     } else if (entry.name != "..") {
         ++listing.directoryCount;
     }
+}
+
+// Adds line to listing if it is one of a listing, its text copied to end. The bytes used there, 0 if none.
+std::size_t copyIfEntry(char* end, std::string_view line, BrowserListing& listing, ListingOptions options) {
+    if (!mayMatch(line) || isReplyLine(line)) {
+        return 0;
+    }
+    std::memcpy(end, line.data(), line.size());
+    const Blanks blanks({end, line.size()});
+    if (!matchesLongFormat(blanks)) {
+        return 0;
+    }
+    addEntry(listing, cutLine(end, blanks, options.mergeBlanks));
+    return line.size() + dateSlack;
 }
 
 std::string sizeCell(const BrowserListing& listing, std::string_view size, std::string_view groupSeparator) {
@@ -156,26 +192,21 @@ BrowserListing ParseDirectoryListing(std::span<const std::string_view> lines, Li
     listing.text = std::make_unique_for_overwrite<char[]>(bytes);
     listing.entries.reserve(accepted);
     char* end = listing.text.get();
-    for (std::string_view line : lines) {
-        if (!isAccepted(line)) {
-            if (!line.starts_with(' ') || !isAccepted(line.substr(1))) {
-                continue;
-            }
-            line.remove_prefix(1);
+    for (const std::string_view line : lines) {
+        std::size_t length = copyIfEntry(end, line, listing, options);
+        if (length == 0 && line.starts_with(' ')) {
+            length = copyIfEntry(end, line.substr(1), listing, options);
         }
-        std::memcpy(end, line.data(), line.size());
-        addEntry(listing, cutLine(end, line.size(), options.mergeBlanks));
-        end += line.size() + dateSlack;
+        end += length;
     }
     return listing;
 }
 
 std::string_view MonthNumber(std::string_view monthName) {
-    if (monthName.size() != monthNames.front().size()) {
+    if (monthName.size() != 3) {
         return {};
     }
-    const std::string lower = toLower(monthName);
-    const auto* const found = std::ranges::find(monthNames, lower);
+    const auto* const found = std::ranges::find(monthNames, letters(monthName));
     return found == monthNames.end() ? std::string_view()
                                      : monthNumbers[static_cast<std::size_t>(found - monthNames.begin())];
 }

@@ -1,0 +1,151 @@
+// The browser's work on a directory of 100,000 entries, each kind beside the bound that it is held to.
+
+#include "browser/Listing.h"
+#include "browser/Order.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+constexpr std::size_t lineCount = 100000;
+
+// A reply as servers word it: padded columns, names of many lengths, some with blanks or other letters.
+std::string makeReply() {
+    constexpr std::string_view words[] = {"report",
+                                          "Backup",
+                                          "image",
+                                          "IMG_",
+                                          "notes ",
+                                          "archive-",
+                                          "x",
+                                          "Sommer ",
+                                          "data.",
+                                          "music",
+                                          "\xC3\x89t\xC3\xA9 "};
+    constexpr std::string_view months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun"};
+    std::mt19937 random(1); // NOLINT: the same reply in every run
+    std::string reply = "211-Status of /pub:\r\n";
+    for (std::size_t i = 0; i < lineCount; ++i) {
+        const auto kind = random() % 10;
+        reply += kind == 0 ? "drwxr-xr-x" : kind == 1 ? "lrwxrwxrwx" : "-rw-r--r--";
+        reply += "   1 ftpadmin users    ";
+        const std::string size = std::to_string(random() >> random() % 32U);
+        reply.append(10 - size.size(), ' ');
+        reply += size;
+        reply += ' ';
+        reply += months[random() % std::size(months)];
+        reply += ' ';
+        reply += std::to_string(10 + random() % 18);
+        reply += " 1";
+        reply += std::to_string(random() % 10);
+        reply += ":30 ";
+        reply += words[random() % std::size(words)];
+        reply += words[random() % std::size(words)];
+        reply += std::to_string(random() % 1000000);
+        reply += ".tar.gz";
+        reply += kind == 1 ? " -> /pub/target\r\n" : "\r\n";
+    }
+    return reply + "211 End of Status\r\n";
+}
+
+const std::string& reply() {
+    static const std::string text = makeReply();
+    return text;
+}
+
+std::vector<std::string_view> scanLines(const std::string& text) {
+    std::vector<std::string_view> lines;
+    lines.reserve(lineCount + 2);
+    const char* start = text.data();
+    const char* const end = start + text.size();
+    while (const void* found = std::memchr(start, '\n', static_cast<std::size_t>(end - start))) {
+        const char* const lineEnd = static_cast<const char*>(found);
+        lines.emplace_back(start, static_cast<std::size_t>(lineEnd - start) - 1);
+        start = lineEnd + 1;
+    }
+    return lines;
+}
+
+const std::vector<std::string_view>& lines() {
+    static const std::vector<std::string_view> all = scanLines(reply());
+    return all;
+}
+
+std::size_t countLines(const std::string& text) {
+    std::size_t count = 0;
+    const char* start = text.data();
+    const char* const end = start + text.size();
+    while (const void* found = std::memchr(start, '\n', static_cast<std::size_t>(end - start))) {
+        ++count;
+        start = static_cast<const char*>(found) + 1;
+    }
+    return count;
+}
+
+template <typename Work>
+double seconds(Work work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double median(std::vector<double>& times) {
+    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+    std::ranges::nth_element(times, middle);
+    return *middle;
+}
+
+// Times work and, right after it in every round, what it is measured against; the ratio of their medians
+// goes into the counters beside the bound.
+template <typename Work, typename Base>
+void compare(benchmark::State& state, double bound, Work work, Base base) {
+    std::vector<double> workTimes;
+    std::vector<double> baseTimes;
+    for ([[maybe_unused]] auto round : state) {
+        workTimes.push_back(seconds(work));
+        baseTimes.push_back(seconds(base));
+        state.SetIterationTime(workTimes.back());
+    }
+    state.counters["ratio"] = median(workTimes) / median(baseTimes);
+    state.counters["bound"] = bound;
+}
+
+void parseAgainstScan(benchmark::State& state) {
+    const bool mergeBlanks = state.range(0) != 0;
+    lines();
+    compare(
+        state, 15,
+        [&] { benchmark::DoNotOptimize(ParseDirectoryListing(lines(), {.mergeBlanks = mergeBlanks})); },
+        [] { benchmark::DoNotOptimize(countLines(reply())); });
+}
+
+void orderAgainstParse(benchmark::State& state, BrowserColumn column, double bound) {
+    const BrowserListing listing = ParseDirectoryListing(lines(), {});
+    compare(
+        state, bound,
+        [&] { benchmark::DoNotOptimize(displayOrder(listing, {.column = column}, TextEncoding::utf8)); },
+        [] { benchmark::DoNotOptimize(ParseDirectoryListing(lines(), {})); });
+}
+
+void orderByName(benchmark::State& state) {
+    orderAgainstParse(state, BrowserColumn::name, 5);
+}
+
+void orderBySize(benchmark::State& state) {
+    orderAgainstParse(state, BrowserColumn::size, 1.2);
+}
+
+BENCHMARK(parseAgainstScan)->ArgName("mergeBlanks")->Arg(0)->Arg(1)->UseManualTime();
+BENCHMARK(orderByName)->UseManualTime();
+BENCHMARK(orderBySize)->UseManualTime();
+
+} // namespace
+} // namespace corvel
