@@ -109,7 +109,9 @@ BrowserEntryType typeOf(std::string_view access) {
 }
 
 char* append(char* end, std::string_view part) {
-    std::memmove(end, part.data(), part.size());
+    if (!part.empty()) { // an empty one may point nowhere
+        std::memmove(end, part.data(), part.size());
+    }
     return end + part.size();
 }
 
