@@ -16,7 +16,7 @@ struct DemoUser {
     int uid = 0;
     std::string name;
     std::string password;
-    std::string flags;
+    std::string flags = "3"; // letters and digits; M: master user
     std::string tagline;
     std::string homePath = "/";
     std::string vfsFile;
@@ -41,13 +41,18 @@ struct DemoGroup {
     int leechSlots = 0;
 };
 
-// The demo server's users and groups, in the order of their ids.
+// Why a change was refused, as a sentence for the reply; empty when it was made.
+using Problem = std::string;
+
+// The demo server's users and groups, in the order of their ids. Every change is made as a whole or not at
+// all.
 class DemoAccounts {
   public:
     static constexpr int mostUsers = 30'000;
+    static constexpr int highestId = 32'767;
+    static constexpr std::size_t mostMasks = 10;
 
-    // The same accounts at every call: the first is demo, a master user with the password "demo"; every other
-    // user's password is his name. userCount: 1 to mostUsers.
+    // userCount: 1 to mostUsers.
     explicit DemoAccounts(int userCount);
 
     const std::vector<DemoUser>& users() const { return users_; }
@@ -62,7 +67,36 @@ class DemoAccounts {
     // The names of the user's groups, the primary one first.
     std::vector<std::string> groupNames(const DemoUser& user) const;
 
+    Problem addUser(std::string_view groupName, std::string_view name, std::string_view password,
+                    const std::vector<std::string_view>& masks);
+    // A new user like the one of that uid but for name and uid.
+    Problem copyUser(int uid, std::string_view name);
+    Problem renameUser(std::string_view name, std::string_view newName);
+    Problem removeUser(std::string_view name);
+
+    Problem addGroup(std::string_view name, std::string_view description);
+    Problem renameGroup(std::string_view name, std::string_view newName);
+    // Only a group without members can go.
+    Problem removeGroup(std::string_view name);
+
+    // Makes the user a member of each group that he is not in and takes him out of each that he is in.
+    Problem toggleGroups(std::string_view name, const std::vector<std::string_view>& groupNames);
+
+    Problem addMasks(std::string_view name, const std::vector<std::string_view>& masks);
+    Problem removeMasks(std::string_view name, const std::vector<std::string_view>& masks);
+
+    // Takes kB off the user's credits in the first section; an unknown name is nothing to do.
+    void takeCredits(std::string_view name, std::int64_t kilobytes);
+
+    // Sets one property, see DemoProperties.h; the property's name in any case.
+    Problem changeUser(std::string_view name, std::string_view property, std::string_view value);
+    Problem changeGroup(std::string_view name, std::string_view property, std::string_view value);
+
   private:
+    DemoUser* user(std::string_view name);
+    DemoGroup* group(std::string_view name);
+    Problem insertUser(DemoUser user, std::string_view name);
+
     std::vector<DemoUser> users_;
     std::vector<DemoGroup> groups_;
 };

@@ -3,6 +3,7 @@
 #include "common/Text.h"
 #include "demo/DemoContents.h"
 #include "demo/DemoHandlers.h"
+#include "demo/DemoWords.h"
 
 #include <algorithm>
 #include <array>
@@ -20,7 +21,7 @@ bool isVerb(std::string_view word) {
            });
 }
 
-const DemoCommand* findCommand(std::span<const std::span<const DemoCommand>> tables, std::string_view verb) {
+const DemoCommand* findCommand(DemoTables tables, std::string_view verb) {
     for (const std::span<const DemoCommand> table : tables) {
         const auto found = std::find_if(table.begin(), table.end(),
                                         [&](const DemoCommand& command) { return command.verb == verb; });
@@ -36,8 +37,7 @@ std::string refusal(const DemoCommand& command, const DemoRequest& request) {
     if (command.whoMay == WhoMay::anyone) {
         return {};
     }
-    const DemoUser* user =
-        request.client.uid ? request.world.accounts.findUser(*request.client.uid) : nullptr;
+    const DemoUser* user = loggedInUser(request.world, request.client);
     if (user == nullptr) {
         return reply(530, "Please login with USER and PASS.");
     }
@@ -48,7 +48,7 @@ std::string refusal(const DemoCommand& command, const DemoRequest& request) {
 }
 
 TreeViewer viewerOf(const DemoWorld& world, const DemoClient& client) {
-    const DemoUser* user = client.uid ? world.accounts.findUser(*client.uid) : nullptr;
+    const DemoUser* user = loggedInUser(world, client);
     if (user == nullptr) {
         return {};
     }
@@ -69,13 +69,25 @@ std::string demoLineTooLong() {
     return reply(500, "Command line too long.");
 }
 
+const DemoUser* loggedInUser(const DemoWorld& world, const DemoClient& client) {
+    return client.uid ? world.accounts.findUser(*client.uid) : nullptr;
+}
+
+std::string syntaxReply(const DemoRequest& request) {
+    return reply(501, {"Syntax: ", request.syntax});
+}
+
+std::string changeReply(const Problem& problem, std::initializer_list<std::string_view> done) {
+    return problem.empty() ? reply(200, done) : reply(550, problem);
+}
+
 std::string reply(int code, std::string_view text) {
     std::string line = std::to_string(code) + ' ';
     return line.append(text).append(lineEnd);
 }
 
 std::string reply(int code, std::initializer_list<std::string_view> textPieces) {
-    return reply(code, join(std::vector(textPieces), ""));
+    return reply(code, concat(textPieces));
 }
 
 std::string longReply(int code, std::string_view first, std::string_view innerLines, std::string_view last) {
@@ -84,7 +96,7 @@ std::string longReply(int code, std::string_view first, std::string_view innerLi
     return text.append(reply(code, last));
 }
 
-std::string helpReply(std::span<const std::span<const DemoCommand>> tables, std::string_view first) {
+std::string helpReply(DemoTables tables, std::string_view first) {
     constexpr std::size_t perLine = 8;
     std::string lines;
     std::size_t count = 0;
@@ -98,8 +110,8 @@ std::string helpReply(std::span<const std::span<const DemoCommand>> tables, std:
     return longReply(214, first, lines.append(lineEnd), "End of help.");
 }
 
-std::string dispatch(std::span<const std::span<const DemoCommand>> tables, DemoRequest& request,
-                     std::string_view line, std::string_view prefix) {
+std::string dispatch(DemoTables tables, DemoRequest& request, std::string_view line,
+                     std::string_view prefix) {
     const std::size_t blank = line.find(' ');
     const std::string_view word = line.substr(0, blank);
     if (!isVerb(word)) {
@@ -114,8 +126,9 @@ std::string dispatch(std::span<const std::span<const DemoCommand>> tables, DemoR
         return refused;
     }
     request.argument = blank == std::string_view::npos ? std::string_view() : line.substr(blank + 1);
+    request.syntax = concat({prefix, verb, " ", command->syntax});
     if (command->argument == Argument::needed && request.argument.empty()) {
-        return reply(501, {"Syntax: ", prefix, verb, " ", command->syntax});
+        return syntaxReply(request);
     }
     return command->answer(request);
 }
@@ -124,7 +137,8 @@ std::string answerCommand(DemoWorld& world, DemoClient& client, std::string_view
     if (!isOneLine(line)) {
         return reply(500, "Command not understood: it holds a control character.");
     }
-    DemoRequest request{.world = world, .client = client, .viewer = viewerOf(world, client), .argument = {}};
+    DemoRequest request{
+        .world = world, .client = client, .viewer = viewerOf(world, client), .argument = {}, .syntax = {}};
     const std::array tables = {loginCommands(), fileCommands()};
     return dispatch(tables, request, line, "");
 }

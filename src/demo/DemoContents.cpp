@@ -176,6 +176,11 @@ void fillDemoTree(DemoTree& tree, int bigEntries) {
     for (const Entry& entry : files) {
         tree.place(entry.path, nodeOf(entry));
     }
+    TreeNode hidden = file(directorySize, "Jan 5 2020");
+    hidden.type = 'd';
+    hidden.mode = 0775;
+    hidden.hiddenText = "-alice =sysops";
+    tree.place("/pub/not for everyone", std::move(hidden));
     addReports(tree);
     addSeries(tree);
     addLongNames(tree);

@@ -1,9 +1,10 @@
 #include "common/Text.h"
 #include "demo/DemoHandlers.h"
+#include "demo/DemoHiding.h"
 #include "demo/DemoListing.h"
+#include "demo/DemoWords.h"
 
 #include <array>
-#include <charconv>
 
 namespace corvel {
 
@@ -15,7 +16,7 @@ namespace {
 
 // A path in double quotes, with the quotes in it doubled (RFC 959, appendix II).
 std::string quoted(std::string_view path) {
-    return join({"\"", replaceAll(path, "\"", "\"\""), "\""}, "");
+    return concat({"\"", replaceAll(path, "\"", "\"\""), "\""});
 }
 
 std::string enterDirectory(DemoRequest& request, std::string_view path) {
@@ -59,12 +60,14 @@ std::string answerStat(DemoRequest& request) {
         return treeReply(path, place.error);
     }
     const TreePlace parent = request.world.tree.find(request.viewer, joinPath(place.path, ".."), true);
+    const DemoAccounts& accounts = request.world.accounts;
+    const DemoUser* user = loggedInUser(request.world, request.client);
     std::string lines;
     if (place.node->type != 'd') {
         lines = listingLine(*place.node, path).append(lineEnd);
     } else if (isAllowed(request.viewer, *place.node, 4)) {
         lines = directoryLines(*place.node, *parent.node, options.find('a') != std::string_view::npos,
-                               [](const TreeNode&) { return true; });
+                               [&](const TreeNode& child) { return isShownTo(accounts, *user, child); });
     } else {
         return treeReply(path, TreeError::denied);
     }
@@ -110,27 +113,6 @@ std::string answerRnto(DemoRequest& request) {
                                     : treeReply(request.argument, error);
 }
 
-std::string answerChmod(DemoRequest& request) {
-    const std::string_view argument = request.argument;
-    const std::size_t blank = argument.find(' ');
-    const std::string_view digits = argument.substr(0, blank);
-    unsigned mode = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), mode, 8);
-    const bool isMode = error == std::errc() && end == digits.data() + digits.size() && mode <= 07777U;
-    if (!isMode || blank == std::string_view::npos || blank + 1 == argument.size()) {
-        return reply(501, "Syntax: SITE CHMOD <octal mode> <path>");
-    }
-    const std::string_view path = argument.substr(blank + 1);
-    const TreeError failure = request.world.tree.changeMode(request.viewer, path, mode);
-    return failure == TreeError::none ? reply(200, "SITE CHMOD command successful")
-                                      : treeReply(path, failure);
-}
-
-std::string answerSiteHelp(DemoRequest&) {
-    const std::array tables = {siteCommands()};
-    return helpReply(tables, "These SITE commands are understood:");
-}
-
 constexpr std::array commands = {
     DemoCommand{.verb = "CWD", .answer = answerCwd, .syntax = "<path>"},
     DemoCommand{.verb = "CDUP", .answer = answerCdup, .argument = Argument::optional},
@@ -147,19 +129,10 @@ constexpr std::array commands = {
     DemoCommand{.verb = "XRMD", .answer = answerRmd, .syntax = "<path>"},
 };
 
-constexpr std::array siteTable = {
-    DemoCommand{.verb = "CHMOD", .answer = answerChmod, .syntax = "<octal mode> <path>"},
-    DemoCommand{.verb = "HELP", .answer = answerSiteHelp, .argument = Argument::optional},
-};
-
 } // namespace
 
 std::span<const DemoCommand> fileCommands() {
     return commands;
-}
-
-std::span<const DemoCommand> siteCommands() {
-    return siteTable;
 }
 
 } // namespace corvel

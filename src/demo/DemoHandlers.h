@@ -15,6 +15,7 @@ struct DemoRequest {
     DemoClient& client;
     TreeViewer viewer;         // who is logged in; no name before login
     std::string_view argument; // what follows the verb and one blank
+    std::string syntax;        // of the command, from its row
 };
 
 enum class WhoMay { anyone, users, masters };
@@ -29,15 +30,18 @@ struct DemoCommand {
     std::string_view syntax = {}; // of the argument, for people
 };
 
-// The tables: the commands of the protocol, those behind SITE.
+using DemoTables = std::span<const std::span<const DemoCommand>>;
+
+// The tables: the commands of the protocol, those behind SITE, those behind SITE CorvelExt.
 std::span<const DemoCommand> loginCommands();
 std::span<const DemoCommand> fileCommands();
 std::span<const DemoCommand> siteCommands();
+std::span<const DemoCommand> accountCommands();
+std::span<const DemoCommand> extensionCommands();
 
 // Looks the first word of line up in the tables, in any case, and answers with that row, the rest of line its
 // argument. prefix: what came before the line, such as "SITE ", for the error replies.
-std::string dispatch(std::span<const std::span<const DemoCommand>> tables, DemoRequest& request,
-                     std::string_view line, std::string_view prefix);
+std::string dispatch(DemoTables tables, DemoRequest& request, std::string_view line, std::string_view prefix);
 
 // A reply of one line, its text whole or in pieces; a reply of several, whose inner lines come each with
 // their CR LF (RFC 959, section 4.2).
@@ -46,7 +50,16 @@ std::string reply(int code, std::initializer_list<std::string_view> textPieces);
 std::string longReply(int code, std::string_view first, std::string_view innerLines, std::string_view last);
 
 // The reply to HELP: the verbs of the tables.
-std::string helpReply(std::span<const std::span<const DemoCommand>> tables, std::string_view first);
+std::string helpReply(DemoTables tables, std::string_view first);
+
+// The reply to a change of accounts: code 200 and what was done, or 550 and the problem.
+std::string changeReply(const Problem& problem, std::initializer_list<std::string_view> done);
+
+// The account that is logged in, or nothing; valid until the next change of the accounts.
+const DemoUser* loggedInUser(const DemoWorld& world, const DemoClient& client);
+
+// The reply to an argument of the wrong shape: code 501 and the command's syntax.
+std::string syntaxReply(const DemoRequest& request);
 
 // What a failed tree operation on a path answers: code 550, the path and the reason.
 std::string treeReply(std::string_view path, TreeError error);

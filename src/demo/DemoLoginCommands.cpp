@@ -57,7 +57,7 @@ std::string answerType(DemoRequest& request) {
 
 std::string answerHelp(DemoRequest& request) {
     const std::array protocolTables = {loginCommands(), fileCommands()};
-    const std::array siteTables = {siteCommands()};
+    const std::array siteTables = {siteCommands(), accountCommands()};
     if (toUpper(request.argument) == "SITE") {
         return helpReply(siteTables, "These SITE commands are understood:");
     }
@@ -65,7 +65,7 @@ std::string answerHelp(DemoRequest& request) {
 }
 
 std::string answerSite(DemoRequest& request) {
-    const std::array tables = {siteCommands()};
+    const std::array tables = {siteCommands(), accountCommands()};
     return dispatch(tables, request, request.argument, "SITE ");
 }
 

@@ -305,6 +305,20 @@ TreeError DemoTree::rename(const TreeViewer& viewer, std::string_view from, std:
     return TreeError::none;
 }
 
+void DemoTree::renameHolder(std::string TreeNode::*field, std::string_view name, std::string_view newName) {
+    std::vector<TreeNode*> pending = {root_.get()};
+    while (!pending.empty()) {
+        TreeNode& node = *pending.back();
+        pending.pop_back();
+        if (node.*field == name) {
+            node.*field = newName;
+        }
+        for (const auto& [childName, child] : node.children) {
+            pending.push_back(child.get());
+        }
+    }
+}
+
 TreeError DemoTree::changeMode(const TreeViewer& viewer, std::string_view path, unsigned mode) {
     const TreePlace place = find(viewer, path, true);
     if (place.error != TreeError::none) {

@@ -91,6 +91,10 @@ class DemoTree {
     // Sets the twelve permission bits of an entry that belongs to the viewer.
     TreeError changeMode(const TreeViewer& viewer, std::string_view path, unsigned mode);
 
+    // Gives all that belongs to an owner (field: &TreeNode::owner) or a group (&TreeNode::group) to another
+    // name.
+    void renameHolder(std::string TreeNode::*field, std::string_view name, std::string_view newName);
+
   private:
     struct Leaf {
         TreeError error = TreeError::none;

@@ -251,7 +251,7 @@ TEST(DemoCommands, ListWhatTheOptionsSay) {
         {"links count the subdirectories",
          {{"STAT -a /archive", "*\r\ndrwxr-xr-x  10 * .\r\n*"},
           {"RMD /pub/empty", "250 *"},
-          {"STAT -a /pub", "*\r\ndrwxrwxr-x   7 * .\r\n*"}}},
+          {"STAT -a /pub", "*\r\ndrwxrwxr-x   8 * .\r\n*"}}},
         {"status of the server", {{"STAT", "211-*Logged in as demo*211 *"}}},
         {"missing", {{"STAT -a /none", "550 /none: No such file or directory."}}},
     });
