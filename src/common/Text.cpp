@@ -56,17 +56,17 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
 bool cutFields(std::string_view text, std::span<std::string_view> fields) {
     std::size_t count = 0;
     std::size_t start = 0;
-    for (std::size_t bar = text.find('|'); bar != std::string_view::npos; bar = text.find('|', bar + 1)) {
-        const bool isSeparator =
-            bar > start && text[bar - 1] == ' ' && bar + 1 < text.size() && text[bar + 1] == ' ';
-        if (!isSeparator) {
+    // Fields are short: looking at every byte is quicker here than a library search that is set up for each.
+    for (std::size_t i = 0; i + fieldSeparator.size() <= text.size(); ++i) {
+        if (text[i + 1] != '|' || text[i] != ' ' || text[i + 2] != ' ') {
             continue;
         }
         if (count + 1 >= fields.size()) {
             return false;
         }
-        fields[count++] = text.substr(start, bar - 1 - start);
-        start = bar + 2;
+        fields[count++] = text.substr(start, i - start);
+        i += fieldSeparator.size() - 1;
+        start = i + 1;
     }
     if (count + 1 != fields.size()) {
         return false;
