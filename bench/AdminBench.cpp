@@ -25,7 +25,8 @@ std::string userTableReply() {
     std::string reply = "200-usertable\r\n";
     for (int uid = 0; uid < userCount; ++uid) {
         const std::string number = std::to_string(uid);
-        reply += "200- | " + number + " | user" + number + " | group" + std::to_string(uid % 40) + " | 3\r\n";
+        reply.append("200- | ").append(number).append(" | user").append(number);
+        reply.append(" | group").append(std::to_string(uid % 40)).append(" | 3\r\n");
     }
     return reply + "200 Command successful.\r\n";
 }
@@ -48,35 +49,26 @@ double secondsOf(Work work) {
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-// Adds up the time of work and of its bound over the runs, and reports how many times the bound it took.
-class Comparison {
-  public:
-    template <typename Bound, typename Work>
-    void run(Bound bound, Work work) {
-        boundSeconds_ += secondsOf(bound);
-        workSeconds_ += secondsOf(work);
+// Runs bound and work as often as state wants, and reports the time of work as a multiple of the bound's.
+template <typename Bound, typename Work>
+void compare(benchmark::State& state, const std::string& boundName, Bound bound, Work work) {
+    double boundSeconds = 0;
+    double workSeconds = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        boundSeconds += secondsOf(bound);
+        workSeconds += secondsOf(work);
     }
-
-    void report(benchmark::State& state, const std::string& boundName) const {
-        state.counters["times_" + boundName] = workSeconds_ / boundSeconds_;
-        state.counters["ms"] = 1000 * workSeconds_ / static_cast<double>(state.iterations());
-    }
-
-  private:
-    double boundSeconds_ = 0;
-    double workSeconds_ = 0;
-};
+    state.counters["times_" + boundName] = workSeconds / boundSeconds;
+    state.counters["ms"] = 1000 * workSeconds / static_cast<double>(state.iterations());
+}
 
 // The work includes throwing the table away again.
 void parseUserTable(benchmark::State& state) {
     const std::string reply = userTableReply();
     const std::vector<std::string_view> lines = split(reply, lineEnd);
-    Comparison comparison;
-    for (auto _ : state) {
-        comparison.run([&] { benchmark::DoNotOptimize(countLines(reply)); },
-                       [&] { benchmark::DoNotOptimize(ParseUserTable(1, lines)); });
-    }
-    comparison.report(state, "memchr_scan");
+    compare(
+        state, "memchr_scan", [&] { benchmark::DoNotOptimize(countLines(reply)); },
+        [&] { benchmark::DoNotOptimize(ParseUserTable(1, lines)); });
 }
 BENCHMARK(parseUserTable)->Unit(benchmark::kMillisecond);
 
@@ -86,12 +78,9 @@ void orderUserTable(benchmark::State& state) {
     const std::vector<std::string_view> lines = split(reply, lineEnd);
     const UserTable users = ParseUserTable(1, lines).table;
     const ListOrder order{static_cast<int>(state.range(0)), true};
-    Comparison comparison;
-    for (auto _ : state) {
-        comparison.run([&] { benchmark::DoNotOptimize(ParseUserTable(1, lines)); },
-                       [&] { benchmark::DoNotOptimize(orderedRows(users, order)); });
-    }
-    comparison.report(state, "parse");
+    compare(
+        state, "parse", [&] { benchmark::DoNotOptimize(ParseUserTable(1, lines)); },
+        [&] { benchmark::DoNotOptimize(orderedRows(users, order)); });
 }
 BENCHMARK(orderUserTable)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
 
@@ -103,20 +92,17 @@ void openUser(benchmark::State& state) {
         std::vector<std::string_view>{"200-groups | 1 | 2 | 3", "200-admingroups | 2", "200-ips | *@*"});
     const GroupTable groups = emptyGroupTable();
     std::vector<std::int16_t> uids;
+    uids.reserve(users.size());
     for (const clsUser& user : users) {
         uids.push_back(user.iUID);
     }
     const std::int16_t uid = uids.back();
-    Comparison comparison;
-    for (auto _ : state) {
-        comparison.run([&] { benchmark::DoNotOptimize(std::find(uids.begin(), uids.end(), uid)); },
-                       [&] {
-                           const int index = FindUserIndexByUID(users, uid);
-                           benchmark::DoNotOptimize(
-                               InfoToForm(users[static_cast<std::size_t>(index)], groups));
-                       });
-    }
-    comparison.report(state, "uid_scan");
+    compare(
+        state, "uid_scan", [&] { benchmark::DoNotOptimize(std::find(uids.begin(), uids.end(), uid)); },
+        [&] {
+            const int index = FindUserIndexByUID(users, uid);
+            benchmark::DoNotOptimize(InfoToForm(users[static_cast<std::size_t>(index)], groups));
+        });
 }
 BENCHMARK(openUser)->Unit(benchmark::kMicrosecond);
 
@@ -131,12 +117,9 @@ void openGroup(benchmark::State& state) {
     }
     clsGroup group;
     group.ParseGroupFile(std::vector<std::string_view>{members});
-    Comparison comparison;
-    for (auto _ : state) {
-        comparison.run([&] { benchmark::DoNotOptimize(ParseUserTable(1, lines)); },
-                       [&] { benchmark::DoNotOptimize(InfoToForm(group, users)); });
-    }
-    comparison.report(state, "parse");
+    compare(
+        state, "parse", [&] { benchmark::DoNotOptimize(ParseUserTable(1, lines)); },
+        [&] { benchmark::DoNotOptimize(InfoToForm(group, users)); });
 }
 BENCHMARK(openGroup)->Unit(benchmark::kMillisecond);
 
@@ -144,6 +127,7 @@ BENCHMARK(openGroup)->Unit(benchmark::kMillisecond);
 void buildBatch(benchmark::State& state) {
     constexpr int selectedCount = 5000;
     std::vector<std::string> names;
+    names.reserve(selectedCount);
     for (int i = 0; i < selectedCount; ++i) {
         names.push_back("user" + std::to_string(i));
     }
@@ -153,16 +137,13 @@ void buildBatch(benchmark::State& state) {
     form.chkBatchTagLine = form.chkBatchSpeed = form.chkBatchCommand = true;
     form.txtBatchLogins = {"2", "1", "0"};
     const std::string lines = batchSequence(form, selected)->sBatchLines;
-    Comparison comparison;
-    for (auto _ : state) {
-        comparison.run(
-            [&] {
-                std::string copy = lines;
-                benchmark::DoNotOptimize(copy.data());
-            },
-            [&] { benchmark::DoNotOptimize(batchSequence(form, selected)); });
-    }
-    comparison.report(state, "copy");
+    compare(
+        state, "copy",
+        [&] {
+            std::string copy = lines;
+            benchmark::DoNotOptimize(copy.data());
+        },
+        [&] { benchmark::DoNotOptimize(batchSequence(form, selected)); });
 }
 BENCHMARK(buildBatch)->Unit(benchmark::kMillisecond);
 

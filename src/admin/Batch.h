@@ -15,19 +15,19 @@ namespace corvel {
 // count.
 struct BatchForm {
     bool chkBatchFlags = false;
-    std::string txtBatchFlags;
     bool chkBatchLogins = false;
-    std::array<std::string, 3> txtBatchLogins; // FTP, telnet, HTTP; an empty box is passed over
     bool chkBatchHomePath = false;
-    std::string txtBatchHomePath;
     bool chkBatchVFS = false;
-    std::string txtBatchVFS;
     bool chkBatchTagLine = false;
-    std::string txtBatchTagline;
     bool chkBatchSpeed = false;
+    bool chkBatchCommand = false;
+    std::string txtBatchFlags;
+    std::array<std::string, 3> txtBatchLogins; // FTP, telnet, HTTP; an empty box is passed over
+    std::string txtBatchHomePath;
+    std::string txtBatchVFS;
+    std::string txtBatchTagline;
     std::string txtBatchSpeedDn; // kB/s; -1 or 0 for no limit
     std::string txtBatchSpeedUp;
-    bool chkBatchCommand = false;
     std::string txtBatchCommand = "site change %user credits 45000";
 };
 

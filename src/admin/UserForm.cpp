@@ -12,7 +12,7 @@ namespace {
 
 // Whole megabytes in an amount of credits, rounded toward minus infinity.
 std::int64_t wholeMegabytes(std::int64_t credits) {
-    constexpr std::int64_t perMegabyte = 1024 * 10000;
+    constexpr std::int64_t perMegabyte = 10240000; // 1024, in 1/10000
     return credits / perMegabyte - (credits % perMegabyte < 0 ? 1 : 0);
 }
 

@@ -57,9 +57,9 @@ std::optional<Integer> tryInteger(std::string_view text) {
 // digits, a decimal number of any length, becomes digits * factor + summand.
 void multiplyAdd(std::string& digits, std::uint32_t factor, std::uint32_t summand) {
     std::uint64_t carry = summand;
-    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
-        carry += static_cast<std::uint64_t>(*digit - '0') * factor;
-        *digit = static_cast<char>('0' + carry % 10);
+    for (std::size_t place = digits.size(); place-- > 0;) {
+        carry += static_cast<std::uint64_t>(digits[place] - '0') * factor;
+        digits[place] = static_cast<char>('0' + carry % 10);
         carry /= 10;
     }
     if (carry != 0) {

@@ -181,7 +181,7 @@ TEST(GroupFile, FillsEveryField) {
 }
 
 TEST(GroupFile, NamesTheTextAndTheLineThatItCannotRead) {
-    const auto parsing = [](clsGroup& group, Lines lines) {
+    const auto parsing = [](clsGroup& group, const Lines& lines) {
         return [&group, lines] { group.ParseGroupFile(lines); };
     };
     clsGroup group;
