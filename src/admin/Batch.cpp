@@ -67,11 +67,6 @@ std::optional<CommandSequence> batchSequence(const BatchForm& form,
                            std::move(lines), Command{"NOOP", true, handler::batch, 0}};
 }
 
-std::size_t countBatchLines(std::string_view lines) {
-    const auto pieces = split(lines, lineEnd);
-    return pieces.size() - static_cast<std::size_t>(std::ranges::count(pieces, ""));
-}
-
 std::string batchProgressText(std::size_t lineCount, std::size_t linesLeft) {
     return std::to_string(lineCount - std::min(linesLeft, lineCount)) + " of " + std::to_string(lineCount);
 }

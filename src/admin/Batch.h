@@ -35,9 +35,6 @@ struct BatchForm {
 std::optional<CommandSequence> batchSequence(const BatchForm& form,
                                              std::span<const std::string_view> userNames);
 
-// The number of lines in a batch text, empty ones not counted.
-std::size_t countBatchLines(std::string_view lines);
-
 // How far a batch has come, "41 of 300", from the number of its lines and of those not yet sent.
 std::string batchProgressText(std::size_t lineCount, std::size_t linesLeft);
 

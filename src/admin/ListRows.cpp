@@ -103,7 +103,7 @@ ListOrder afterHeaderClick(ListOrder order, int column) {
     return {column, order.column == column && !order.isDescending};
 }
 
-std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order) {
+std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order, TextEncoding encoding) {
     const auto column = static_cast<UserColumn>(order.column);
     switch (column) {
     case UserColumn::uid:
@@ -111,19 +111,20 @@ std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order) {
     case UserColumn::userName:
     case UserColumn::group:
     case UserColumn::flags:
-        return orderedBy(users, order.isDescending,
-                         [column](const clsUser& user) { return foldCase(rowText(user, column)); });
+        return orderedBy(users, order.isDescending, [&](const clsUser& user) {
+            return foldCase(toUtf8(rowText(user, column), encoding));
+        });
     }
     return asSent(users);
 }
 
-std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order) {
+std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order, TextEncoding encoding) {
     switch (static_cast<GroupColumn>(order.column)) {
     case GroupColumn::gid:
         return orderedBy(groups, order.isDescending, [](const clsGroup& group) { return group.iGID; });
     case GroupColumn::groupName:
         return orderedBy(groups, order.isDescending,
-                         [](const clsGroup& group) { return foldCase(group.sName); });
+                         [&](const clsGroup& group) { return foldCase(toUtf8(group.sName, encoding)); });
     case GroupColumn::users:
         return orderedBy(groups, order.isDescending, [](const clsGroup& group) { return group.iUserCount; });
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "admin/mdlUsersGroups.h"
+#include "common/TextEncoding.h"
 
 #include <array>
 #include <cstddef>
@@ -42,9 +43,9 @@ struct ListOrder {
 // The order after a click on the header of column: by that column, or the other way round on a second click.
 ListOrder afterHeaderClick(ListOrder order, int column);
 
-// The indexes of the rows in that order: ids and counts as numbers, texts without regard to case, equal rows
-// as the server sent them.
-std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order);
-std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order);
+// The indexes of the rows in that order: ids and counts as numbers, texts, which the server
+// writes in encoding, without regard to case, equal rows as the server sent them.
+std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order, TextEncoding encoding);
+std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order, TextEncoding encoding);
 
 } // namespace corvel

@@ -71,15 +71,20 @@ TEST(ListRows, AreOrderedByAColumn) {
         {"no such column", {9, false}, {0, 1, 2, 3}},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(orderedRows(users, row.order), row.rows) << row.name;
+        EXPECT_EQ(orderedRows(users, row.order, TextEncoding::utf8), row.rows) << row.name;
     }
-    EXPECT_EQ(orderedRows(emptyUserTable(), {1, false}), Rows{});
+    EXPECT_EQ(orderedRows(emptyUserTable(), {1, false}, TextEncoding::utf8), Rows{});
 
     const GroupTable groups = threeGroups();
-    EXPECT_EQ(orderedRows(groups, {}), (Rows{0, 1, 2}));
-    EXPECT_EQ(orderedRows(groups, {0, true}), (Rows{2, 1, 0}));
-    EXPECT_EQ(orderedRows(groups, {1, false}), (Rows{2, 1, 0}));
-    EXPECT_EQ(orderedRows(groups, {2, false}), (Rows{1, 0, 2})) << "2 before 12";
+    EXPECT_EQ(orderedRows(groups, {}, TextEncoding::utf8), (Rows{0, 1, 2}));
+    EXPECT_EQ(orderedRows(groups, {0, true}, TextEncoding::utf8), (Rows{2, 1, 0}));
+    EXPECT_EQ(orderedRows(groups, {1, false}, TextEncoding::utf8), (Rows{2, 1, 0}));
+    EXPECT_EQ(orderedRows(groups, {2, false}, TextEncoding::utf8), (Rows{1, 0, 2})) << "2 before 12";
+
+    const GroupTable latin =
+        ParseGroupTable(1, Lines{"p | 1 | \xE4 | 0", "p | 2 | \xC4 | 0", "p | 3 | z | 0"}).table;
+    EXPECT_EQ(orderedRows(latin, {1, false}, TextEncoding::windows1252), (Rows{2, 0, 1}))
+        << "one letter, two cases";
 }
 
 TEST(ListRows, ASecondClickOnAHeaderFlips) {
