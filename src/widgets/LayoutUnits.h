@@ -1,0 +1,20 @@
+#pragma once
+
+namespace corvel {
+
+// Lengths outside the widgets are in layout units of 1/1440 inch, of which a device-independent pixel has
+// this many at the reference of 96 pixels to an inch.
+inline constexpr int unitsPerPixel = 15;
+
+// The nearest whole number of device-independent pixels; halves go away from zero.
+constexpr int pixelsFromUnits(int units) {
+    constexpr int half = unitsPerPixel / 2;
+    return (units < 0 ? units - half : units + half) / unitsPerPixel;
+}
+
+// Exact. pixels: at most INT_MAX / 15 in size.
+constexpr int unitsFromPixels(int pixels) {
+    return pixels * unitsPerPixel;
+}
+
+} // namespace corvel

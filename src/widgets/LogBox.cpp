@@ -1,0 +1,47 @@
+#include "widgets/LogBox.h"
+
+#include <QFontDatabase>
+#include <QScrollBar>
+#include <QTimer>
+
+#include <utility>
+
+namespace corvel {
+
+LogBox::LogBox(std::function<QString()> text, QWidget* parent)
+    : QPlainTextEdit(parent), text_(std::move(text)) {
+    setReadOnly(true);
+    setUndoRedoEnabled(false);
+    // Reading on needs keys as well as the mouse.
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setLogFont({}, 0);
+}
+
+void LogBox::scheduleUpdate() {
+    if (!isUpdateDue_) {
+        isUpdateDue_ = true;
+        QTimer::singleShot(0, this, &LogBox::showText);
+    }
+}
+
+void LogBox::setLogFont(const QString& family, int pointSize) {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!family.isEmpty()) {
+        font.setFamilies({family});
+        font.setStyleHint(QFont::Monospace);
+        font.setFixedPitch(true);
+    }
+    if (pointSize > 0) {
+        font.setPointSize(pointSize);
+    }
+    setFont(font);
+}
+
+void LogBox::showText() {
+    isUpdateDue_ = false;
+    setPlainText(text_());
+    moveCursor(QTextCursor::End);
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+} // namespace corvel

@@ -1,0 +1,104 @@
+#include "widgets/WindowPrompts.h"
+
+#include "widgets/OneLineEdit.h"
+
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+const QString defaultTitle = QStringLiteral("Corvel");
+
+// text for a box: line breaks as Qt wants them.
+QString boxText(const std::string& text) {
+    return QString::fromStdString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
+
+QMessageBox* makeMessageBox(QWidget* parent, const std::string& text, QMessageBox::StandardButtons buttons) {
+    auto* box = new QMessageBox(QMessageBox::NoIcon, defaultTitle, {}, buttons, parent);
+    // Before the text: the automatic choice would read markup in it.
+    box->setTextFormat(Qt::PlainText);
+    box->setText(boxText(text));
+    return box;
+}
+
+} // namespace
+
+WindowPrompts::WindowPrompts(QWidget* parent) : parent_(parent) {}
+
+WindowPrompts::~WindowPrompts() {
+    // Not at once: this may be running inside one of the box's own signals.
+    if (shown_) {
+        shown_->disconnect(&lifetime_);
+        shown_->hide();
+        shown_->deleteLater();
+    }
+}
+
+void WindowPrompts::Message(const std::string& text) {
+    ask([text](QWidget* parent) { return makeMessageBox(parent, text, QMessageBox::Ok); });
+}
+
+void WindowPrompts::AskYesNo(const std::string& question, DefaultAnswer defaultAnswer,
+                             std::function<void(bool)> answer) {
+    ask([this, question, defaultAnswer, answer = std::move(answer)](QWidget* parent) {
+        QMessageBox* box = makeMessageBox(parent, question, QMessageBox::Yes | QMessageBox::No);
+        box->setDefaultButton(defaultAnswer == DefaultAnswer::yes ? QMessageBox::Yes : QMessageBox::No);
+        box->setEscapeButton(QMessageBox::No);
+        QObject::connect(box, &QDialog::finished, &lifetime_,
+                         [answer](int result) { answer(result == QMessageBox::Yes); });
+        return box;
+    });
+}
+
+void WindowPrompts::AskText(const std::string& title, const std::string& prompt,
+                            std::function<void(std::optional<std::string>)> answer) {
+    ask([this, title, prompt, answer = std::move(answer)](QWidget* parent) {
+        auto* box = new QInputDialog(parent);
+        box->setInputMode(QInputDialog::TextInput);
+        box->setWindowTitle(title.empty() ? defaultTitle : boxText(title));
+        box->setLabelText(boxText(prompt));
+        for (QLabel* label : box->findChildren<QLabel*>()) {
+            label->setTextFormat(Qt::PlainText);
+        }
+        for (QLineEdit* edit : box->findChildren<QLineEdit*>()) {
+            edit->setValidator(new LineBreakDropper(edit));
+            edit->setAccessibleName(boxText(prompt));
+        }
+        QObject::connect(box, &QDialog::finished, &lifetime_, [box, answer](int result) {
+            answer(result == QDialog::Accepted ? std::optional(box->textValue().toStdString())
+                                               : std::nullopt);
+        });
+        return box;
+    });
+}
+
+void WindowPrompts::ask(MakeBox makeBox) {
+    waiting_.push_back(std::move(makeBox));
+    if (!shown_) {
+        showNext();
+    }
+}
+
+void WindowPrompts::showNext() {
+    shown_.clear();
+    if (waiting_.empty()) {
+        return;
+    }
+    const MakeBox makeBox = std::move(waiting_.front());
+    waiting_.pop_front();
+    shown_ = makeBox(parent_);
+    shown_->setAttribute(Qt::WA_DeleteOnClose);
+    // Behind the answer, which may end this object and with it this connection.
+    QObject::connect(shown_, &QDialog::finished, &lifetime_, [this] { showNext(); });
+    shown_->open();
+}
+
+} // namespace corvel

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "common/ports/Prompts.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <deque>
+#include <functional>
+
+class QDialog;
+class QWidget;
+
+namespace corvel {
+
+// The Prompts port with real boxes, modal to one window, one at a time in the order in which they were asked
+// for. They are shown without waiting for them. What a box says is plain text, whatever a server put
+// into it.
+class WindowPrompts : public Prompts {
+  public:
+    // parent: the window that waits for the answers; it must outlive this object. Questions that are still
+    // open when this object ends are dropped without an answer.
+    explicit WindowPrompts(QWidget* parent);
+    ~WindowPrompts() override;
+
+    void Message(const std::string& text) override;
+    void AskYesNo(const std::string& question, DefaultAnswer defaultAnswer,
+                  std::function<void(bool)> answer) override;
+    void AskText(const std::string& title, const std::string& prompt,
+                 std::function<void(std::optional<std::string>)> answer) override;
+
+  private:
+    // Makes a box that is not shown yet; its answer is to be given when finished is emitted.
+    using MakeBox = std::function<QDialog*(QWidget* parent)>;
+
+    void ask(MakeBox makeBox);
+    void showNext();
+
+    QWidget* parent_;
+    std::deque<MakeBox> waiting_;
+    QPointer<QDialog> shown_;
+    QObject lifetime_; // connections end with it
+};
+
+} // namespace corvel
