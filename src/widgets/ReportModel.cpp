@@ -1,0 +1,87 @@
+#include "widgets/ReportModel.h"
+
+#include <QBrush>
+
+#include <utility>
+
+namespace corvel {
+
+void ReportModel::setSource(ReportSource source) {
+    beginResetModel();
+    source_ = std::move(source);
+    endResetModel();
+}
+
+void ReportModel::refresh(int firstRow, int lastRow) {
+    if (firstRow >= 0 && firstRow <= lastRow && lastRow < source_.rows) {
+        emit dataChanged(index(firstRow, 0), index(lastRow, columnCount() - 1));
+    }
+}
+
+int ReportModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : source_.rows;
+}
+
+int ReportModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(source_.columns.size());
+}
+
+QVariant ReportModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) {
+        return {};
+    }
+    const int row = index.row();
+    const int column = index.column();
+    switch (role) {
+    case Qt::DisplayRole:
+        return source_.text(row, column);
+    case Qt::EditRole:
+        return column == 0 && source_.editText ? source_.editText(row) : source_.text(row, column);
+    case Qt::DecorationRole:
+        return column == 0 && source_.icon ? QVariant(source_.icon(row)) : QVariant();
+    case Qt::TextAlignmentRole:
+        return QVariant(source_.columns[static_cast<std::size_t>(column)].alignment | Qt::AlignVCenter);
+    case Qt::ForegroundRole:
+    case Qt::BackgroundRole: {
+        if (!source_.colours) {
+            return {};
+        }
+        const RowColours colours = source_.colours(row);
+        const QColor& colour = role == Qt::ForegroundRole ? colours.text : colours.background;
+        return colour.isValid() ? QVariant(QBrush(colour)) : QVariant();
+    }
+    default:
+        return {};
+    }
+}
+
+QVariant ReportModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
+        return {};
+    }
+    const ReportColumn& column = source_.columns[static_cast<std::size_t>(section)];
+    if (role == Qt::DisplayRole) {
+        return column.header;
+    }
+    return role == Qt::TextAlignmentRole ? QVariant(column.alignment | Qt::AlignVCenter) : QVariant();
+}
+
+Qt::ItemFlags ReportModel::flags(const QModelIndex& index) const {
+    if (!index.isValid()) {
+        return Qt::NoItemFlags;
+    }
+    const Qt::ItemFlags shown = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    return index.column() == 0 && source_.editText ? shown | Qt::ItemIsEditable : shown;
+}
+
+bool ReportModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role == Qt::EditRole && (flags(index) & Qt::ItemIsEditable)) {
+        const QString text = value.toString();
+        if (text != source_.editText(index.row())) {
+            emit labelEdited(index.row(), text);
+        }
+    }
+    return false;
+}
+
+} // namespace corvel

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QColor>
+#include <QIcon>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+struct ReportColumn {
+    QString header;
+    Qt::Alignment alignment = Qt::AlignLeft;
+    bool hidden = false;
+    // Texts of which one is the column's widest. Where any is given, fitting the column looks at these
+    // instead of at every cell.
+    QStringList widest = {};
+};
+
+// How a row is coloured; an invalid colour leaves the platform's.
+struct RowColours {
+    QColor text = {};
+    QColor background = {};
+};
+
+// The content of one list, as a value: the functions look things up in the owner's records whenever a cell
+// is painted or measured, and must stay callable until another source takes this one's place. Rows and
+// columns count from 0. Every function but text may be empty.
+struct ReportSource {
+    int rows = 0;
+    std::vector<ReportColumn> columns = {};
+    std::function<QString(int row, int column)> text = {};
+    // For long lists: a cell's text as bytes, without making a QString, so that columns are fitted fast. The
+    // rows may come in another order than in text, as long as every cell comes up once.
+    std::function<std::string_view(int row, int column)> measuredText = {};
+    // What bytes that are not plain printable ASCII look like; without it they are read as UTF-8.
+    std::function<QString(std::string_view bytes)> decode = {};
+    std::function<QIcon(int row)> icon = {};
+    std::function<RowColours(int row)> colours = {};
+    // What the editor of the row's first column starts with. Where it is empty, nothing can be edited.
+    std::function<QString(int row)> editText = {};
+};
+
+// The table model of every list: a window onto a ReportSource, with no object per cell.
+class ReportModel : public QAbstractTableModel {
+    Q_OBJECT
+
+  public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    const ReportSource& source() const { return source_; }
+
+    // Shows source in place of what there was; one model reset.
+    void setSource(ReportSource source);
+
+    // Says that the cells of these rows read differently now, while the number of rows is still the same.
+    void refresh(int firstRow, int lastRow);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    // Never changes anything: announces an edit of the first column with labelEdited, and the list keeps
+    // the old label. An edit that leaves the text as it was is not announced.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+  signals:
+    void labelEdited(int row, const QString& text);
+
+  private:
+    ReportSource source_;
+};
+
+} // namespace corvel

@@ -1,0 +1,255 @@
+#include "widgets/ReportView.h"
+
+#include "widgets/ColumnMeasure.h"
+#include "widgets/LayoutUnits.h"
+#include "widgets/OneLineEdit.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+constexpr int rowSpacing = 8; // pixels of a row beyond its text or icon
+constexpr int iconPixels = 16;
+
+// Gives rows their height and edits labels in a box of one line.
+class ReportDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const int height = std::max(option.fontMetrics.height(), iconPixels) + rowSpacing;
+        return {QStyledItemDelegate::sizeHint(option, index).width(), height};
+    }
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
+                          const QModelIndex& /*index*/) const override {
+        auto* editor = new OneLineEdit(parent);
+        editor->setObjectName(QStringLiteral("txtLabel"));
+        editor->setAccessibleName(tr("Name"));
+        return editor;
+    }
+};
+
+} // namespace
+
+ReportView::ReportView(QWidget* parent) : QTreeView(parent), model_(new ReportModel(this)) {
+    setModel(model_);
+    setItemDelegate(new ReportDelegate(this));
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setIconSize({iconPixels, iconPixels});
+    setContextMenuPolicy(Qt::DefaultContextMenu);
+    setTabKeyNavigation(false);
+    header()->setSectionsClickable(true);
+    header()->setStretchLastSection(false);
+    header()->setHighlightSections(false);
+    connect(header(), &QHeaderView::sectionClicked, this, &ReportView::headerClicked);
+    connect(model_, &ReportModel::labelEdited, this, &ReportView::labelEdited);
+}
+
+void ReportView::setSource(ReportSource source, CurrentRow currentRow) {
+    const int before = this->currentRow();
+    const int kept = std::min(before, source.rows - 1);
+    model_->setSource(std::move(source));
+    const std::vector<ReportColumn>& columns = model_->source().columns;
+    for (int column = 0; column < static_cast<int>(columns.size()); ++column) {
+        header()->setSectionHidden(column, columns[static_cast<std::size_t>(column)].hidden);
+    }
+    if (currentRow == CurrentRow::keep && kept >= 0) {
+        setCurrentRow(kept);
+    } else if (before >= 0) {
+        // A reset takes the current row away without a word.
+        emit currentRowChanged(-1);
+    }
+}
+
+void ReportView::refresh() {
+    // Only the rows in sight: the others are not remembered anywhere, and announcing 100,000 of them takes
+    // the tree view longer than showing them anew.
+    const int first = indexAt({0, 0}).row();
+    const int last = indexAt({0, viewport()->height() - 1}).row();
+    model_->refresh(first, last >= 0 ? last : model_->rowCount() - 1);
+}
+
+int ReportView::currentRow() const {
+    return currentIndex().isValid() ? currentIndex().row() : -1;
+}
+
+void ReportView::setCurrentRow(int row) {
+    const QModelIndex index = model_->index(row, 0);
+    if (index.isValid()) {
+        setCurrentIndex(index);
+        scrollTo(index);
+    } else {
+        selectionModel()->clear();
+    }
+}
+
+void ReportView::setMultiSelection(bool isMultiple) {
+    setSelectionMode(isMultiple ? ExtendedSelection : SingleSelection);
+}
+
+std::vector<int> ReportView::selectedRows() const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedRows()) {
+        rows.push_back(index.row());
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void ReportView::setPlaceholder(const QString& text) {
+    placeholder_ = text;
+    setAccessibleDescription(text);
+    viewport()->update();
+}
+
+void ReportView::setSortArrow(int column, Qt::SortOrder order) {
+    header()->setSortIndicatorShown(column >= 0);
+    header()->setSortIndicator(column, order);
+}
+
+void ReportView::fitColumn(int column) {
+    if (!isColumnHidden(column)) {
+        const WidestCell widest = widestCell(model_->source(), column, font());
+        const int cell = std::max(cellWidth(column, widest.text),
+                                  cellWidth(column, {}) + static_cast<int>(widest.estimate) + 1);
+        header()->resizeSection(column, std::max(cell, header()->sectionSizeHint(column)));
+    }
+}
+
+void ReportView::fitColumns(int first, int last) {
+    for (int column = first; column <= last; ++column) {
+        fitColumn(column);
+    }
+}
+
+// What the style needs to show text in the column without cutting it.
+int ReportView::cellWidth(int column, const QString& text) const {
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    option.features = QStyleOptionViewItem::HasDisplay;
+    option.text = text;
+    if (column == 0 && model_->source().icon) {
+        option.features |= QStyleOptionViewItem::HasDecoration;
+        option.decorationSize = iconSize();
+    }
+    return style()->sizeFromContents(QStyle::CT_ItemViewItem, &option, {}, this).width();
+}
+
+int ReportView::columnUnits(int column) const {
+    return unitsFromPixels(header()->sectionSize(column));
+}
+
+void ReportView::setColumnUnits(int column, int units) {
+    header()->resizeSection(column, pixelsFromUnits(units));
+}
+
+int ReportView::widthUnits() const {
+    return unitsFromPixels(width());
+}
+
+void ReportView::editLabel(int row) {
+    const QModelIndex index = model_->index(row, 0);
+    if (model_->flags(index) & Qt::ItemIsEditable) {
+        scrollTo(index);
+        edit(index);
+    }
+}
+
+void ReportView::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (model_->rowCount() > 0 || placeholder_.isEmpty()) {
+        return;
+    }
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const QRect middle = viewport()->rect().marginsRemoved({16, 16, 16, 16});
+    painter.drawText(middle, Qt::AlignCenter | Qt::TextWordWrap, placeholder_);
+}
+
+// A row's colour reaches to the right edge, past its last column.
+void ReportView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    if (model_->source().colours) {
+        const QColor background = model_->source().colours(index.row()).background;
+        if (background.isValid()) {
+            painter->fillRect(option.rect, background);
+        }
+    }
+    QTreeView::drawRow(painter, option, index);
+}
+
+void ReportView::keyPressEvent(QKeyEvent* event) {
+    if (state() == EditingState) {
+        // A key that the label's editor was done with: the Enter that ends the edit must not act on the row.
+        return;
+    }
+    const int before = currentRow();
+    QTreeView::keyPressEvent(event);
+    if (currentRow() != before && currentRow() >= 0) {
+        emit rowPicked(currentRow());
+    }
+    if (!(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
+        emit keyPressed(static_cast<Qt::Key>(event->key()), currentRow());
+    }
+}
+
+void ReportView::mousePressEvent(QMouseEvent* event) {
+    QTreeView::mousePressEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (index.isValid()) {
+        emit rowPicked(index.row());
+    }
+}
+
+void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTreeView::mouseDoubleClickEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (index.isValid() && event->button() == Qt::LeftButton) {
+        emit rowDoubleClicked(index.row());
+    }
+}
+
+void ReportView::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Mouse) {
+        const QModelIndex index = indexAt(event->pos());
+        if (index.isValid() && !selectionModel()->isSelected(index)) {
+            setCurrentIndex(index);
+        }
+        emit contextMenuRequested(index.isValid() ? index.row() : -1, event->globalPos());
+        return;
+    }
+    const int row = currentRow();
+    if (row >= 0) {
+        scrollTo(currentIndex());
+    }
+    const QRect cell = row >= 0 ? visualRect(model_->index(row, 0)) : QRect();
+    const QPoint position = row >= 0 ? cell.center() : QPoint(0, 0);
+    emit contextMenuRequested(row, viewport()->mapToGlobal(position));
+}
+
+void ReportView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (current.row() != previous.row()) {
+        emit currentRowChanged(current.row());
+    }
+}
+
+} // namespace corvel

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "widgets/ReportModel.h"
+
+#include <QTreeView>
+
+#include <vector>
+
+namespace corvel {
+
+// The view of every list: rows of columns, selected as a whole, with the icon in the first column. It shows a
+// ReportSource and reports what a person does; it orders, edits and sends nothing itself. The owner gives it
+// its objectName and its accessible name.
+class ReportView : public QTreeView {
+    Q_OBJECT
+
+  public:
+    // What becomes of the current row when the source is replaced: it is cleared, or the row of the same
+    // number becomes current again (the last row, if there are fewer now).
+    enum class CurrentRow { clear, keep };
+
+    explicit ReportView(QWidget* parent = nullptr);
+
+    // Shows source in place of what there was; an edit under way is dropped. Column widths stay.
+    void setSource(ReportSource source, CurrentRow currentRow = CurrentRow::clear);
+    const ReportSource& source() const { return model_->source(); }
+
+    // Paints again after cells changed in place or rows changed places; the number of rows must be the same.
+    // The cost does not depend on the number of rows.
+    void refresh();
+
+    // The row that acts as selected, -1 where there is none. setCurrentRow scrolls to it and announces it;
+    // a number that is no row clears the selection.
+    int currentRow() const;
+    void setCurrentRow(int row);
+
+    // Off at first: one row can be selected at a time.
+    void setMultiSelection(bool isMultiple);
+    // In ascending order.
+    std::vector<int> selectedRows() const;
+
+    // The text in the middle of an empty list; plain text.
+    void setPlaceholder(const QString& text);
+
+    // Which header carries the arrow; no header with -1. The rows are the owner's to order.
+    void setSortArrow(int column, Qt::SortOrder order);
+
+    // Makes columns as wide as the larger of header and widest cell. Hidden columns are left alone.
+    void fitColumn(int column);
+    void fitColumns(int first, int last);
+
+    // Widths in units of 1/1440 inch; 0 for a hidden column.
+    int columnUnits(int column) const;
+    void setColumnUnits(int column, int units);
+    // The width of the whole list.
+    int widthUnits() const;
+
+    // Starts editing the row's label in its place, if the source allows it.
+    void editLabel(int row);
+
+  signals:
+    void headerClicked(int column);
+    // The current row became another one, in whatever way; -1 for none.
+    void currentRowChanged(int row);
+    // A person went to a row: by a key, or by a mouse click even where it was the current row already.
+    void rowPicked(int row);
+    void rowDoubleClicked(int row);
+    // A key went down over the list, without Ctrl, Alt or Meta; row is the current one, -1 for none.
+    void keyPressed(Qt::Key key, int row);
+    // row is the one under the mouse, or the current row for the context-menu key; -1 for none. A row under
+    // the mouse is the current row already.
+    void contextMenuRequested(int row, const QPoint& globalPosition);
+    // A person ended an edit of a label with another text. The list still shows the old label.
+    void labelEdited(int row, const QString& text);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+
+  private:
+    int cellWidth(int column, const QString& text) const;
+
+    ReportModel* model_; // owned as a child
+    QString placeholder_;
+};
+
+} // namespace corvel
