@@ -1,0 +1,196 @@
+#include "browser/Listing.h"
+#include "browser/Order.h"
+#include "widgets/LogBox.h"
+#include "widgets/ReportView.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <ctime>
+#include <malloc.h>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+constexpr int rowCount = 100000;
+constexpr int visibleColumns = 6;
+constexpr double mebibyte = 1024.0 * 1024.0;
+
+double processorSeconds() {
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+double heapMebibytes() {
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd) / mebibyte;
+}
+
+// A listing as a server would send it, with names of 8 to 40 characters; with isAscii false every name has
+// Cyrillic letters.
+BrowserListing listing(bool isAscii) {
+    std::vector<std::string> lines;
+    lines.reserve(rowCount);
+    for (int row = 0; row < rowCount; ++row) {
+        const std::string number = std::to_string(row * 7919L % rowCount);
+        const std::string word = isAscii ? "archive." : "архив.";
+        lines.push_back((row % 7 == 0 ? "drwxr-xr-x 2 " : "-rw-r--r-- 1 ") + std::string("user") +
+                        std::to_string(row % 90) + " staff " + std::to_string(row * 4099L) + " Jan 5 12:3" +
+                        std::to_string(row % 10) + " " + word +
+                        std::string(static_cast<std::size_t>(row % 27), static_cast<char>('a' + row % 26)) +
+                        number);
+    }
+    const std::vector<std::string_view> views(lines.begin(), lines.end());
+    return ParseDirectoryListing(views, {});
+}
+
+std::string_view field(const BrowserEntry& entry, int column) {
+    switch (static_cast<BrowserColumn>(column)) {
+    case BrowserColumn::name:
+        return entry.name;
+    case BrowserColumn::size:
+        return entry.size;
+    case BrowserColumn::date:
+        return entry.date;
+    case BrowserColumn::owner:
+        return entry.owner;
+    case BrowserColumn::group:
+        return entry.group;
+    default:
+        return entry.access;
+    }
+}
+
+// What a panel makes of a listing and its order; both stay where they are.
+ReportSource source(const BrowserListing& listing, const std::vector<std::uint32_t>& order) {
+    ReportSource made;
+    made.rows = static_cast<int>(order.size());
+    for (const char* header : {"name", "size", "date", "owner", "group", "access", "type"}) {
+        made.columns.push_back({QString::fromLatin1(header)});
+    }
+    made.columns.back().hidden = true;
+    const auto longest = std::max_element(
+        listing.entries.begin(), listing.entries.end(),
+        [](const BrowserEntry& a, const BrowserEntry& b) { return a.size.size() < b.size.size(); });
+    made.columns[1].alignment = Qt::AlignRight;
+    made.columns[1].widest = {QString::fromStdString(cellText(
+        listing, static_cast<std::size_t>(longest - listing.entries.begin()), BrowserColumn::size, ","))};
+    made.text = [&](int row, int column) {
+        return QString::fromStdString(
+            cellText(listing, order[static_cast<std::size_t>(row)], static_cast<BrowserColumn>(column), ","));
+    };
+    made.measuredText = [&](int row, int column) {
+        return field(listing.entries[static_cast<std::size_t>(row)], column);
+    };
+    return made;
+}
+
+// From parsed entries to the painted list: source, reset, fitting of every column, one paint. Beside it the
+// bound: one look at every byte of the cells.
+void showList(benchmark::State& state, bool isAscii) {
+    const BrowserListing records = listing(isAscii);
+    const std::vector<std::uint32_t> order = displayOrder(records, {}, TextEncoding::utf8);
+    double work = 0;
+    double bound = 0;
+    double memory = 0;
+    for (auto _ : state) {
+        ReportView view;
+        view.resize(900, 600);
+        view.show();
+        QCoreApplication::processEvents();
+        const double heapBefore = heapMebibytes();
+        const double start = processorSeconds();
+        view.setSource(source(records, order));
+        view.fitColumns(0, visibleColumns - 1);
+        QCoreApplication::processEvents();
+        view.viewport()->repaint();
+        work += processorSeconds() - start;
+        memory = std::max(memory, heapMebibytes() - heapBefore);
+
+        const double boundStart = processorSeconds();
+        std::size_t sum = 0;
+        for (const BrowserEntry& entry : records.entries) {
+            for (int column = 0; column < visibleColumns; ++column) {
+                for (const char byte : field(entry, column)) {
+                    sum += static_cast<unsigned char>(byte);
+                }
+            }
+        }
+        benchmark::DoNotOptimize(sum);
+        bound += processorSeconds() - boundStart;
+    }
+    const auto times = static_cast<double>(state.iterations());
+    state.counters["cpu_ms"] = 1000 * work / times;
+    state.counters["byte_pass_ms"] = 1000 * bound / times;
+    state.counters["MiB_beyond_records"] = memory;
+}
+BENCHMARK_CAPTURE(showList, ascii, true)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(showList, cyrillic, false)->Unit(benchmark::kMillisecond);
+
+// The same rows in another order: what a click on a header costs beyond the ordering.
+void reorderList(benchmark::State& state) {
+    const BrowserListing records = listing(true);
+    std::vector<std::uint32_t> order = displayOrder(records, {}, TextEncoding::utf8);
+    ReportView view;
+    view.resize(900, 600);
+    view.show();
+    view.setSource(source(records, order));
+    view.fitColumns(0, visibleColumns - 1);
+    QCoreApplication::processEvents();
+    for (auto _ : state) {
+        std::reverse(order.begin(), order.end());
+        view.refresh();
+        QCoreApplication::processEvents();
+        view.viewport()->repaint();
+    }
+}
+BENCHMARK(reorderList)->Unit(benchmark::kMillisecond);
+
+// 10,000 lines that arrive in pieces within a few turns of the event loop, into a log that keeps the last
+// 25,000 characters. longest_turn_ms is the longest time for which the window did not answer. Beside it the
+// bound: showing the final text once.
+void logBurst(benchmark::State& state) {
+    constexpr int lineCount = 10000;
+    constexpr int linesPerTurn = 1000;
+    constexpr qsizetype kept = 25000;
+    QString log;
+    LogBox box([&log] { return log; });
+    box.resize(900, 600);
+    box.show();
+    QCoreApplication::processEvents();
+    qint64 longestTurn = 0;
+    double bound = 0;
+    for (auto _ : state) {
+        for (int line = 0; line < lineCount; ++line) {
+            log += QStringLiteral("12:34:56 211-status of line %1 of a long reply\n").arg(line);
+            log = log.right(kept);
+            box.scheduleUpdate();
+            if ((line + 1) % linesPerTurn == 0) {
+                QElapsedTimer turn;
+                turn.start();
+                QCoreApplication::processEvents();
+                box.viewport()->repaint();
+                longestTurn = std::max(longestTurn, turn.nsecsElapsed());
+            }
+        }
+        const double start = processorSeconds();
+        QPlainTextEdit plain(log);
+        plain.resize(900, 600);
+        plain.show();
+        QCoreApplication::processEvents();
+        bound += processorSeconds() - start;
+    }
+    state.counters["longest_turn_ms"] = static_cast<double>(longestTurn) / 1e6;
+    state.counters["show_once_ms"] = 1000 * bound / static_cast<double>(state.iterations());
+}
+BENCHMARK(logBurst)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace corvel

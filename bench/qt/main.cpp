@@ -1,0 +1,19 @@
+#include <QApplication>
+
+#include <benchmark/benchmark.h>
+
+// The benchmarks of widgets need an application, and no display: they run on Qt's offscreen platform unless
+// told otherwise.
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
