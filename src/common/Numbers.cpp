@@ -84,6 +84,9 @@ double leadingNumber(std::string_view text) {
     const auto result =
         std::from_chars(part.data(), part.data() + part.size(), number, std::chars_format::fixed);
     if (result.ec == std::errc::result_out_of_range) {
+        if (part.substr(0, part.find('.')).find_first_of("123456789") == std::string_view::npos) {
+            return 0; // too small for a double rather than too large
+        }
         return part.front() == '-' ? -std::numeric_limits<double>::infinity()
                                    : std::numeric_limits<double>::infinity();
     }
@@ -98,6 +101,13 @@ bool isNumber(std::string_view text) {
     const std::string_view number = numberPart(text);
     const std::string_view whole = trim(text);
     return !number.empty() && number.size() + (whole.front() == '+' ? 1 : 0) == whole.size();
+}
+
+double toNumber(std::string_view text) {
+    if (!isNumber(text)) {
+        throw ConversionError(text, "number");
+    }
+    return leadingNumber(text);
 }
 
 double roundHalfToEven(double number) {

@@ -18,6 +18,9 @@ bool hasLeadingNumber(std::string_view text);
 // Whether the whole of text, blanks around it aside, is one decimal number.
 bool isNumber(std::string_view text);
 
+// The number that text spells, the whole of it as isNumber asks. Throws ConversionError for any other text.
+double toNumber(std::string_view text);
+
 // number rounded to the nearest whole number, halves to even.
 double roundHalfToEven(double number);
 

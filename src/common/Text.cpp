@@ -25,6 +25,9 @@ unsigned foldTwoByte(unsigned codePoint) {
     if (within(0x400, 0x40F)) {
         return codePoint + 0x50;
     }
+    if (codePoint == 0x178) {
+        return 0xFF; // the one Latin-1 letter whose upper case lies elsewhere
+    }
     // Latin Extended-A and the rest of Cyrillic hold pairs: the upper-case letter, then the lower-case one.
     const bool pairsFromEven = within(0x100, 0x137) || within(0x14A, 0x177) || within(0x460, 0x481);
     if (pairsFromEven && codePoint != 0x130) {
@@ -120,6 +123,9 @@ std::string foldCase(std::string_view text) {
             result[i] = lowerAscii(result[i]);
         } else if (lead >= 0xC2 && lead < 0xE0 && i + 1 < result.size()) {
             const unsigned trail = static_cast<unsigned char>(result[i + 1]);
+            if ((trail & 0xC0U) != 0x80) {
+                continue; // not UTF-8; the byte stays, and so must the one behind it
+            }
             const unsigned folded = foldTwoByte((lead & 0x1FU) << 6U | (trail & 0x3FU));
             result[i] = static_cast<char>(0xC0U | folded >> 6U);
             result[++i] = static_cast<char>(0x80U | (folded & 0x3FU));
