@@ -31,7 +31,9 @@ std::vector<std::string> mdlMain::LoadSettingsFile() {
 }
 
 void mdlMain::LoadSites() {
-    for (SiteConfig& config : readSites(BuildAppPath("sites.ini", "*", directory_))) {
+    SitesReading reading = readSites(BuildAppPath("sites.ini", "*", directory_));
+    isSitesFileUnreadable_ = reading.isUnreadable;
+    for (SiteConfig& config : reading.sites) {
         appendSite(std::move(config));
     }
     for (int site = 1; site <= siteCount(); ++site) {
@@ -42,6 +44,10 @@ void mdlMain::LoadSites() {
 }
 
 void mdlMain::SaveSites() {
+    if (isSitesFileUnreadable_) {
+        ports_.prompts.Message("Sites file can't be written: it could not be read when Corvel started");
+        return;
+    }
     std::vector<SiteConfig> configs;
     for (const Site& site : sites_) {
         configs.push_back(site.config);

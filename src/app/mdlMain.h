@@ -89,6 +89,7 @@ class mdlMain {
     std::string directory_;
     WindowState windowState_;
     Settings settings_;
+    bool isSitesFileUnreadable_ = false;
     Sites sites_;
     int currentSite_ = 0;
 

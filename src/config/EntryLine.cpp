@@ -5,9 +5,13 @@
 namespace corvel {
 
 std::optional<EntryLine> parseEntryLine(std::string_view line, Comments comments) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (line.starts_with(byteOrderMark)) {
+        line.remove_prefix(byteOrderMark.size());
+    }
     if (comments == Comments::semicolonAndHash) {
         line = trimLeading(line);
-        if (!line.empty() && (line.front() == ';' || line.front() == '#')) {
+        if (line.starts_with(';') || line.starts_with('#')) {
             return std::nullopt;
         }
     }

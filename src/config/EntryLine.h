@@ -6,18 +6,20 @@
 
 namespace corvel {
 
-// One "key = value" line of a configuration file.
+// One line "key = value" of a configuration file.
 struct EntryLine {
-    std::string key;   // lower-case, trimmed
-    std::string value; // trimmed; keeps its case and any further "="
+    std::string key;   // lower-case, without blanks around it
+    std::string value; // without blanks around it; keeps its case and any further "="
 
     bool operator==(const EntryLine&) const = default;
 };
 
-// Whether lines whose first non-blank character is ";" or "#" are comments.
+// Whether a line whose first non-blank character is ";" or "#" is a comment. Only settings.ini has comments.
 enum class Comments { none, semicolonAndHash };
 
-// The entry on a line; nothing for a line without "=" and for a comment.
+// The entry on a line (without its line end, in the bytes of the file); nothing for a line without "=" and
+// for a comment. A byte order mark in front of the line, as some editors put it at the start of a file, is
+// passed over.
 std::optional<EntryLine> parseEntryLine(std::string_view line, Comments comments);
 
 } // namespace corvel

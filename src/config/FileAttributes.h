@@ -6,17 +6,18 @@
 
 namespace corvel {
 
-// What platforms do differently with files.
+// What the platforms do differently with files. One file per platform implements it.
 
 // What ends a line of a text file.
 extern const std::string_view platformLineEnd;
 
-// Takes away whatever keeps a file from being removed: read-only, hidden, system. Reports nothing: the
-// removal does.
+// Takes away what keeps a file from being removed: read-only, hidden and system. Reports nothing; the removal
+// that follows does.
 void clearAttributes(const std::filesystem::path& path);
 
-// Writes a new file, readable and writable by its owner alone, and waits until it is on the disk; a file of
-// that name is replaced. The error is empty when all of it was written.
+// Writes bytes to a new file that from its creation on its owner alone can read, and waits until they are on
+// the disk. A file or link of that name is removed first, never written through. Returns an empty error when
+// every byte was written; after any other a part of the file may be left.
 std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes);
 
 } // namespace corvel

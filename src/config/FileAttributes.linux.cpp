@@ -18,30 +18,32 @@ std::error_code lastError() {
 std::error_code writeAll(int file, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0) {
+        if (written < 0 && errno != EINTR) {
             return lastError();
         }
-        bytes.remove_prefix(static_cast<std::size_t>(written));
+        bytes.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
     }
     return ::fsync(file) == 0 ? std::error_code() : lastError();
 }
 
 } // namespace
 
-// Whether a file can be removed is up to its directory.
+// Here the directory alone decides whether a file can be removed, and nothing is hidden or reserved.
 void clearAttributes(const std::filesystem::path& path) {
-    ::chmod(path.c_str(), S_IRUSR | S_IWUSR);
+    std::error_code ignored;
+    std::filesystem::permissions(path, std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::add, ignored);
 }
 
 std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes) {
-    ::unlink(path.c_str()); // a leftover may be readable by others
+    ::unlink(path.c_str());
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file < 0) {
         return lastError();
     }
     const std::error_code error = writeAll(file, bytes);
-    const int closed = ::close(file);
-    return error || closed == 0 ? error : lastError();
+    const bool isClosed = ::close(file) == 0;
+    return error || isClosed ? error : lastError();
 }
 
 } // namespace corvel

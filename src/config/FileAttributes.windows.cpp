@@ -1,5 +1,7 @@
 #include "config/FileAttributes.h"
 
+#include <algorithm>
+#include <sddl.h>
 #include <windows.h>
 
 namespace corvel {
@@ -13,12 +15,16 @@ std::error_code lastError() {
 }
 
 std::error_code writeAll(HANDLE file, std::string_view bytes) {
-    DWORD written = 0;
-    const auto size = static_cast<DWORD>(bytes.size());
-    if (!WriteFile(file, bytes.data(), size, &written, nullptr) || !FlushFileBuffers(file)) {
-        return lastError();
+    constexpr std::size_t largestPiece = 1U << 20U;
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        const auto size = static_cast<DWORD>(std::min(bytes.size(), largestPiece));
+        if (WriteFile(file, bytes.data(), size, &written, nullptr) == 0) {
+            return lastError();
+        }
+        bytes.remove_prefix(written);
     }
-    return {};
+    return FlushFileBuffers(file) != 0 ? std::error_code() : lastError();
 }
 
 } // namespace
@@ -27,15 +33,27 @@ void clearAttributes(const std::filesystem::path& path) {
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-// A new file inherits from its directory who may read it.
 std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes) {
-    const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
+    // Full access for the owner, nothing inherited from the directory.
+    PSECURITY_DESCRIPTOR ownerAlone = nullptr;
+    if (ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;OW)", SDDL_REVISION_1, &ownerAlone,
+                                                             nullptr) == 0) {
         return lastError();
     }
-    const std::error_code error = writeAll(file, bytes);
-    CloseHandle(file);
+    SECURITY_ATTRIBUTES attributes{};
+    attributes.nLength = sizeof attributes;
+    attributes.lpSecurityDescriptor = ownerAlone;
+    DeleteFileW(path.c_str());
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, &attributes, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    std::error_code error = file == INVALID_HANDLE_VALUE ? lastError() : std::error_code();
+    LocalFree(ownerAlone);
+    if (!error) {
+        error = writeAll(file, bytes);
+        if (CloseHandle(file) == 0 && !error) {
+            error = lastError();
+        }
+    }
     return error;
 }
 

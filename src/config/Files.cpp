@@ -3,7 +3,6 @@
 #include "config/FileAttributes.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <system_error>
@@ -12,62 +11,83 @@ namespace corvel {
 
 namespace {
 
-std::filesystem::path pathOf(const std::string& utf8) {
-    return {std::u8string(utf8.begin(), utf8.end())};
+bool isSeparator(char character) {
+    return character == '/' || character == static_cast<char>(std::filesystem::path::preferred_separator);
 }
 
 } // namespace
 
-std::string BuildAppPath(std::string_view fileName, std::string_view directory,
-                         std::string_view applicationDirectory) {
-    constexpr char separator = static_cast<char>(std::filesystem::path::preferred_separator);
-    std::string path(directory == "*" ? applicationDirectory : directory);
-    if (!path.ends_with(separator)) {
-        path += separator;
+std::filesystem::path filePath(std::string_view path) {
+    if (path.find('\0') != std::string_view::npos) {
+        return {}; // the system would stop there and ask for another file
     }
-    return path += fileName;
+    try {
+        return {std::u8string(path.begin(), path.end())};
+    } catch (const std::system_error&) {
+        return {};
+    }
 }
 
-bool FileExists(const std::string& path) {
+std::string BuildAppPath(std::string_view fileName, std::string_view directory,
+                         std::string_view applicationDirectory) {
+    std::string path(directory == "*" ? applicationDirectory : directory);
+    if (path.empty() || !isSeparator(path.back())) {
+        path += static_cast<char>(std::filesystem::path::preferred_separator);
+    }
+    return path.append(fileName);
+}
+
+bool FileExists(std::string_view path) {
     return GetFileLength(path) >= 0 && !IsDirectory(path);
 }
 
-bool IsDirectory(const std::string& path) {
+bool IsDirectory(std::string_view path) {
     std::error_code error;
-    return std::filesystem::is_directory(pathOf(path), error);
+    return std::filesystem::is_directory(filePath(path), error);
 }
 
-std::int32_t GetFileLength(const std::string& path) {
+std::int32_t GetFileLength(std::string_view path) {
     std::error_code error;
-    const std::uintmax_t length = std::filesystem::file_size(pathOf(path), error);
-    constexpr std::uintmax_t most = std::numeric_limits<std::int32_t>::max();
-    return error ? -1 : static_cast<std::int32_t>(std::min(length, most));
+    const std::uintmax_t length = std::filesystem::file_size(filePath(path), error);
+    constexpr std::uintmax_t longest = std::numeric_limits<std::int32_t>::max();
+    return error ? -1 : static_cast<std::int32_t>(std::min(length, longest));
 }
 
-bool DeleteFileForce(const std::string& path) {
+bool DeleteFileForce(std::string_view path) {
     if (!FileExists(path)) {
         return false;
     }
-    clearAttributes(pathOf(path));
+    const std::filesystem::path file = filePath(path);
+    clearAttributes(file);
     std::error_code error;
-    return std::filesystem::remove(pathOf(path), error);
+    return std::filesystem::remove(file, error);
 }
 
-std::vector<std::string> ReadAllLines(const std::string& path) {
+std::optional<std::vector<std::string>> readLines(std::string_view path) {
     std::vector<std::string> lines;
     if (FileExists(path)) {
-        std::ifstream file(pathOf(path), std::ios::binary);
+        std::ifstream file(filePath(path), std::ios::binary); // binary: line ends are the same everywhere
+        if (!file.is_open()) {
+            return std::nullopt;
+        }
         for (std::string line; std::getline(file, line);) {
             if (line.ends_with('\r')) {
                 line.pop_back();
             }
             lines.push_back(line);
         }
+        if (file.bad()) {
+            return std::nullopt;
+        }
     }
     if (lines.empty()) {
         lines.emplace_back();
     }
     return lines;
+}
+
+std::vector<std::string> ReadAllLines(std::string_view path) {
+    return readLines(path).value_or(std::vector<std::string>(1));
 }
 
 } // namespace corvel

@@ -1,33 +1,44 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace corvel {
 
-// All paths are UTF-8.
+// All paths are UTF-8 (on Linux: whatever bytes the file system has). None of these functions throws for a
+// path that cannot be asked for.
 
-// fileName in directory, with one separator of the platform between them; directory "*" stands for
-// applicationDirectory.
+// path for the file system; empty for one that it cannot hold: with a NUL in it, or not in its character set.
+std::filesystem::path filePath(std::string_view path);
+
+// fileName in directory, with one separator of the platform between them. The directory "*" stands for
+// applicationDirectory, where the running program lies.
 std::string BuildAppPath(std::string_view fileName, std::string_view directory,
                          std::string_view applicationDirectory);
 
-// Whether path names an existing file, not a directory, whose length can be read. Never fails.
-bool FileExists(const std::string& path);
+// Whether path names an existing file, not a directory, whose length can be read.
+bool FileExists(std::string_view path);
 
-// Whether path names an existing directory. Never fails.
-bool IsDirectory(const std::string& path);
+// Whether path names an existing directory.
+bool IsDirectory(std::string_view path);
 
-// The file's length in bytes, -1 when it cannot be obtained. Longer than 32 bits tell is the largest they
-// can.
-std::int32_t GetFileLength(const std::string& path);
+// The file's length in bytes, -1 when it cannot be obtained. A file longer than 32 bits can tell counts as
+// the longest that they can.
+std::int32_t GetFileLength(std::string_view path);
 
 // Removes an existing file, a read-only, hidden or system one too. True exactly when it was removed.
-bool DeleteFileForce(const std::string& path);
+bool DeleteFileForce(std::string_view path);
 
-// The lines of a text file without their ends (CR LF or LF). A missing or an empty file is one empty line.
-std::vector<std::string> ReadAllLines(const std::string& path);
+// The lines of a text file as ReadAllLines gives them; nothing when the file is there but cannot be read to
+// its end.
+std::optional<std::vector<std::string>> readLines(std::string_view path);
+
+// The lines of a text file, in its bytes and without the line ends (CR LF or LF): N lines give N elements. A
+// missing, an empty and an unreadable file give one empty line.
+std::vector<std::string> ReadAllLines(std::string_view path);
 
 } // namespace corvel

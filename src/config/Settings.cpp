@@ -8,41 +8,45 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string_view>
 
 namespace corvel {
 
 namespace {
 
+// A key and how its value, UTF-8, is read. A reader throws ConversionError for a value that cannot be used.
 struct SettingsKey {
     std::string_view key;
-    void (*read)(Settings&, const std::string&);
+    void (*read)(Settings& settings, std::string_view value);
 };
 
-template <auto Member>
-void readText(Settings& settings, const std::string& value) {
-    settings.*Member = value;
+template <auto member>
+void readText(Settings& settings, std::string_view value) {
+    settings.*member = value;
 }
 
-template <auto Member>
-void readSwitch(Settings& settings, const std::string& value) {
-    settings.*Member = toSwitch(value);
+template <auto member>
+void readSwitch(Settings& settings, std::string_view value) {
+    settings.*member = toSwitch(value);
 }
 
-// Caption and command stand on both sides of the first separator; a value without one defines nothing.
-template <auto Member>
-void readMenuEntry(Settings& settings, const std::string& value) {
+// A value without a separator defines nothing; a further separator belongs to the command.
+template <auto member>
+void readMenuEntry(Settings& settings, std::string_view value) {
     const std::vector<std::string_view> pieces = split(value, fieldSeparator, 2);
     if (pieces.size() == 2) {
-        (settings.*Member).push_back({std::string(trim(pieces[0])), std::string(trim(pieces[1]))});
+        (settings.*member).push_back({std::string(trim(pieces[0])), std::string(trim(pieces[1]))});
     }
 }
 
-void readFontSize(Settings& settings, const std::string& value) {
+void readPort(Settings& settings, std::string_view value) {
     if (!hasLeadingNumber(value)) {
         throw ConversionError(value, "number");
     }
-    const double size = std::abs(std::floor(leadingNumber(value)));
+    settings.ssl_tunnel_port = toInt32(value);
+}
+
+void readFontSize(Settings& settings, std::string_view value) {
+    const double size = std::abs(std::floor(toNumber(value)));
     constexpr double largest = 1000;
     if (size < 1 || size > largest) {
         throw ConversionError(value, "font size");
@@ -50,27 +54,19 @@ void readFontSize(Settings& settings, const std::string& value) {
     settings.textbox_fontsize = static_cast<int>(size);
 }
 
-void readTunnelPort(Settings& settings, const std::string& value) {
-    if (!value.empty() && !hasLeadingNumber(value)) {
-        throw ConversionError(value, "number");
-    }
-    settings.ssl_tunnel_port = toInt32(value);
+void readReplacement(Settings& settings, std::string_view value) {
+    const auto* const next =
+        std::find_if(value.begin() + (value.empty() ? 0 : 1), value.end(), [](char byte) {
+            return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; // a byte that begins a character
+        });
+    settings.site_nuke_replace_spaces.assign(value.begin(), next);
 }
 
-// The first character alone is kept.
-void readReplacement(Settings& settings, const std::string& value) {
-    std::size_t size = value.empty() ? 0 : 1;
-    while (size < value.size() && (static_cast<unsigned char>(value[size]) & 0xC0U) == 0x80) {
-        ++size;
-    }
-    settings.site_nuke_replace_spaces = value.substr(0, size);
-}
-
-constexpr std::array<SettingsKey, 18> keys = {{
+constexpr std::array<SettingsKey, 18> settingsKeys = {{
     {"textbox_fontname", readText<&Settings::textbox_fontname>},
     {"textbox_fontsize", readFontSize},
     {"ssl_tunnel_host", readText<&Settings::ssl_tunnel_host>},
-    {"ssl_tunnel_port", readTunnelPort},
+    {"ssl_tunnel_port", readPort},
     {"show_trayicon", readSwitch<&Settings::show_trayicon>},
     {"minimize_to_tray", readSwitch<&Settings::minimize_to_tray>},
     {"listing_merge_blanks", readSwitch<&Settings::listing_merge_blanks>},
@@ -87,36 +83,27 @@ constexpr std::array<SettingsKey, 18> keys = {{
     {"menu_activity", readMenuEntry<&Settings::menu_activity>},
 }};
 
-std::string normalisedColor(const std::string& value) {
-    return toUpper(value).starts_with("&H") ? value : "0";
-}
-
-void setValue(std::vector<std::pair<std::string, std::string>>& values, const std::string& key,
-              std::string value) {
-    const auto found = std::ranges::find(values, key, &std::pair<std::string, std::string>::first);
-    if (found == values.end()) {
-        values.emplace_back(key, std::move(value));
-    } else {
-        found->second = std::move(value);
-    }
-}
-
 void apply(const EntryLine& entry, Settings& settings) {
-    const auto* const found = std::ranges::find(keys, entry.key, &SettingsKey::key);
-    if (found != keys.end()) {
+    if (const auto* const found = std::ranges::find(settingsKeys, entry.key, &SettingsKey::key);
+        found != settingsKeys.end()) {
         found->read(settings, entry.value);
-    } else if (std::ranges::find(imageKeys, entry.key) != imageKeys.end()) {
-        setValue(settings.images, entry.key, entry.value);
+    } else if (const auto* const image = std::ranges::find(imageKeys, entry.key, &ImageKey::key);
+               image != imageKeys.end()) {
+        settings.images[static_cast<std::size_t>(image - imageKeys.begin())] = entry.value;
     } else if (entry.key.starts_with("color_")) {
-        setValue(settings.colors, entry.key, normalisedColor(entry.value));
+        settings.colors[entry.key] = normalizedColor(entry.value);
     }
 }
 
 } // namespace
 
+std::string normalizedColor(std::string_view value) {
+    return toUpper(value).starts_with("&H") ? std::string(value) : "0";
+}
+
 SettingsReading parseSettings(const std::vector<std::string>& lines) {
-    const TextEncoding encoding =
-        std::ranges::all_of(lines, isValidUtf8) ? TextEncoding::utf8 : TextEncoding::windows1252;
+    const bool isUtf8 = std::ranges::all_of(lines, isValidUtf8);
+    const TextEncoding encoding = isUtf8 ? TextEncoding::utf8 : TextEncoding::windows1252;
     SettingsReading reading;
     for (const std::string& line : lines) {
         const auto entry = parseEntryLine(toUtf8(line, encoding), Comments::semicolonAndHash);
@@ -126,7 +113,8 @@ SettingsReading parseSettings(const std::vector<std::string>& lines) {
         try {
             apply(*entry, reading.settings);
         } catch (const ConversionError& error) {
-            reading.problems.push_back("settings.ini: " + entry->key + ": " + error.what());
+            reading.problems.push_back(
+                std::string("settings.ini: ").append(entry->key).append(": ").append(error.what()));
         }
     }
     return reading;

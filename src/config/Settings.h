@@ -2,14 +2,15 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 namespace corvel {
 
-// One entry of a custom menu.
+// One entry of a custom menu; both texts are templates.
 struct MenuEntry {
     std::string caption;
     std::string command;
@@ -17,51 +18,80 @@ struct MenuEntry {
     bool operator==(const MenuEntry&) const = default;
 };
 
-// What settings.ini says. Every member is named as its key and starts with its default. Texts are UTF-8.
+// The lists of images in which a picture can be replaced.
+enum class ImageList { tray, activity, sites, tabs };
+
+// A key of settings.ini that replaces one picture, and the place of that picture.
+struct ImageKey {
+    std::string_view key;
+    ImageList list;
+    int index; // from 1
+};
+
+// In the order in which the pictures are replaced at start-up.
+inline constexpr std::array<ImageKey, 18> imageKeys = {{
+    {"trayicon_idle", ImageList::tray, 1},
+    {"trayicon_up", ImageList::tray, 2},
+    {"trayicon_down", ImageList::tray, 3},
+    {"trayicon_both", ImageList::tray, 4},
+    {"trayicon_offline", ImageList::tray, 5},
+    {"activityicon_idle", ImageList::activity, 1},
+    {"activityicon_up", ImageList::activity, 2},
+    {"activityicon_down", ImageList::activity, 3},
+    {"sitesicon_connected", ImageList::sites, 1},
+    {"sitesicon_disconnected", ImageList::sites, 2},
+    {"tabicon_console", ImageList::tabs, 1},
+    {"tabicon_activity", ImageList::tabs, 2},
+    {"tabicon_browser", ImageList::tabs, 3},
+    {"tabicon_stats", ImageList::tabs, 4},
+    {"tabicon_users", ImageList::tabs, 5},
+    {"tabicon_groups", ImageList::tabs, 6},
+    {"tabicon_settings", ImageList::tabs, 7},
+    {"tabicon_results", ImageList::tabs, 8},
+}};
+
+// What settings.ini says: a member per key and named as it, each starting with its default. Texts are UTF-8.
 struct Settings {
     std::string textbox_fontname;        // empty: the platform's fixed-width font
-    std::optional<int> textbox_fontsize; // in points; nothing: the platform's size
+    std::optional<int> textbox_fontsize; // in points, 1 to 1000; nothing: the platform's size
     std::string ssl_tunnel_host;
     std::int32_t ssl_tunnel_port = 0;
     bool show_trayicon = false;
     bool minimize_to_tray = false;
     bool listing_merge_blanks = false; // runs of blanks between the date fields of a listing count as one
     std::string site_nuke_syntax;
-    std::string site_nuke_replace_spaces = " "; // one character
+    std::string site_nuke_replace_spaces = " "; // one character, or none where the key has no value
     std::string window_caption_online;
     std::string window_caption_offline;
     std::string trayicon_text_online;
     std::string trayicon_text_offline;
-
-    // Replacement images by key, such as "tabicon_console"; the last value of a key counts.
-    std::vector<std::pair<std::string, std::string>> images;
-    // The values of the keys that begin with "color_", "0" where the value is no colour.
-    std::vector<std::pair<std::string, std::string>> colors;
 
     std::vector<MenuEntry> menu_tray;
     std::vector<MenuEntry> menu_browser;
     std::vector<MenuEntry> menu_userlist;
     std::vector<MenuEntry> menu_grouplist;
     std::vector<MenuEntry> menu_activity;
+
+    std::array<std::string, imageKeys.size()>
+        images;                                // file names, as in imageKeys; empty: the built-in picture
+    std::map<std::string, std::string> colors; // by key "color_...", made regular by normalizedColor
+
+    bool operator==(const Settings&) const = default;
 };
 
-// The keys of the replacement images, in the order in which they are applied.
-inline constexpr std::array<const char*, 18> imageKeys = {
-    "trayicon_idle",          "trayicon_up",       "trayicon_down",
-    "trayicon_both",          "trayicon_offline",  "activityicon_idle",
-    "activityicon_up",        "activityicon_down", "sitesicon_connected",
-    "sitesicon_disconnected", "tabicon_console",   "tabicon_activity",
-    "tabicon_browser",        "tabicon_stats",     "tabicon_users",
-    "tabicon_groups",         "tabicon_settings",  "tabicon_results",
-};
-
-// Settings read, and one line about each value that was none; its default stands instead.
+// Settings, and a line (UTF-8) for the error stream about each value that could not be used; the default, or
+// an earlier value of that key, stands instead.
 struct SettingsReading {
     Settings settings;
     std::vector<std::string> problems;
 };
 
-// lines: of a settings.ini, UTF-8 or, where they are not valid UTF-8 as a whole, Windows-1252.
+// value when it begins like a colour ("&H" in either case, then hexadecimal digits with red in the low byte),
+// else "0".
+std::string normalizedColor(std::string_view value);
+
+// lines: of a settings.ini, UTF-8 or, where they are not valid UTF-8 as a whole, Windows-1252. Lines and keys
+// that it does not know are passed over.
 SettingsReading parseSettings(const std::vector<std::string>& lines);
 
 } // namespace corvel

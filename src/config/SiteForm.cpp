@@ -2,7 +2,26 @@
 
 #include "common/Numbers.h"
 
+#include <array>
+
 namespace corvel {
+
+namespace {
+
+constexpr double lowestPort = 1;
+constexpr double highestPort = 65535;
+
+std::string oneLine(std::string text) {
+    std::erase_if(text, [](char character) { return character == '\r' || character == '\n'; });
+    return text;
+}
+
+bool isPort(const std::string& text) {
+    const double port = leadingNumber(oneLine(text));
+    return port >= lowestPort && port <= highestPort;
+}
+
+} // namespace
 
 SiteForm siteForm(const SiteConfig& site) {
     return {.txtSitename = site.name,
@@ -16,33 +35,33 @@ SiteForm siteForm(const SiteConfig& site) {
 }
 
 std::optional<std::string> siteFormProblem(const SiteForm& form) {
-    const double port = leadingNumber(form.txtPort);
-    if (form.txtSitename.empty()) {
-        return "Please enter a sitename";
-    }
-    if (form.txtHostname.empty()) {
-        return "Please enter a hostname";
-    }
-    if (port < 1 || port > 65535) {
-        return "Please enter a valid port (1 - 65535)";
-    }
-    if (form.txtUsername.empty()) {
-        return "Please enter a username";
-    }
-    if (form.txtPassword.empty()) {
-        return "Please enter a password";
+    struct Check {
+        bool isGood;
+        const char* message;
+    };
+    const std::array<Check, 5> checks = {{
+        {!oneLine(form.txtSitename).empty(), "Please enter a sitename"},
+        {!oneLine(form.txtHostname).empty(), "Please enter a hostname"},
+        {isPort(form.txtPort), "Please enter a valid port (1 - 65535)"},
+        {!oneLine(form.txtUsername).empty(), "Please enter a username"},
+        {!oneLine(form.txtPassword).empty(), "Please enter a password"},
+    }};
+    for (const Check& check : checks) {
+        if (!check.isGood) {
+            return check.message;
+        }
     }
     return std::nullopt;
 }
 
 SiteConfig editedSite(const SiteForm& form) {
-    return {.name = form.txtSitename,
+    return {.name = oneLine(form.txtSitename),
             .reserved = {},
-            .host = form.txtHostname,
-            .port = toInt32(form.txtPort),
-            .user = form.txtUsername,
-            .pass = form.txtPassword,
-            .ident = form.txtIdent,
+            .host = oneLine(form.txtHostname),
+            .port = toInt32(oneLine(form.txtPort)),
+            .user = oneLine(form.txtUsername),
+            .pass = oneLine(form.txtPassword),
+            .ident = oneLine(form.txtIdent),
             .connectonstartup = form.chkConnectOnStartup,
             .usesslproxy = form.chkUseSSLProxy};
 }

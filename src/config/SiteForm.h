@@ -7,7 +7,8 @@
 
 namespace corvel {
 
-// What stands in the boxes of frmSitesAddEdit, a member per control. Texts are bytes as sites.ini holds them.
+// What stands in the boxes of frmSitesAddEdit, a member per control. The texts are the bytes that sites.ini
+// is to hold; line breaks in them, which a box of one line does not have, are left out everywhere below.
 struct SiteForm {
     std::string txtSitename;
     std::string txtHostname;
@@ -21,15 +22,16 @@ struct SiteForm {
     bool operator==(const SiteForm&) const = default;
 };
 
-// The form as the editor shows a site.
+// The form that shows a site for editing.
 SiteForm siteForm(const SiteConfig& site);
 
-// What the form lacks, as the person is told; nothing for a valid one.
+// The first thing that is wrong with the form, as the person is told; nothing for a valid form.
 std::optional<std::string> siteFormProblem(const SiteForm& form);
 
-// The record of a valid form: as it is when a site is edited, and with an empty password when one is added,
-// whose password is stored by editing it afterwards.
+// The record that a valid form gives when a site is edited.
 SiteConfig editedSite(const SiteForm& form);
+
+// The record that a valid form gives when a site is added: its password stays empty until it is edited.
 SiteConfig addedSite(const SiteForm& form);
 
 } // namespace corvel

@@ -8,27 +8,41 @@
 
 namespace corvel {
 
-// The records in the lines of a sites.ini, without the placeholder that has index 0 elsewhere. Each "name"
-// line starts one. Lines that cannot be read are passed over; a switch that is none keeps its default.
+// The records on the lines of a sites.ini, in their bytes. Every "name" line starts one; keys in front of the
+// first belong to none. Lines and values that cannot be read are passed over and leave the default.
 std::vector<SiteConfig> parseSites(const std::vector<std::string>& lines);
 
-// The text of a sites.ini that holds the records whose name is not empty, with the given line end.
+// The text of a sites.ini with every record whose name is not empty, in their bytes. A line break inside a
+// value, which the format cannot hold, is left out.
 std::string sitesText(const std::vector<SiteConfig>& sites, std::string_view lineEnd);
 
-// The records of the file at path (UTF-8); none where there is no file. A new text that a crash left beside
-// the file is taken where the file itself is gone.
-std::vector<SiteConfig> readSites(const std::string& path);
+// What a sites.ini gave when it was loaded.
+struct SitesReading {
+    std::vector<SiteConfig> sites;
+    // There is a text that could not be read, so the list is not what the person has: saving it would destroy
+    // the rest.
+    bool isUnreadable = false;
+};
+
+// Loads the file at path (UTF-8); a missing or empty one gives no sites. Where a crash in the middle of
+// replaceFile left the new text beside a file that is gone, that text is loaded.
+SitesReading readSites(const std::string& path);
 
 // What came of saving.
 struct SaveResult {
-    enum class Outcome { saved, locked, failed };
+    enum class Outcome {
+        saved,
+        locked, // the old file could not be removed; it stays as it was
+        failed, // anything else; a text is still on the disk, in the file or, if that is gone, beside it
+    };
     Outcome outcome = Outcome::saved;
     std::string reason; // of a failure, for a person
 };
 
-// Replaces the file at path (UTF-8) by text. The text is first written beside it, readable by its owner
-// alone; then the old file is removed, and the new one takes its place. The old file stays where it cannot be
-// removed (locked), and where the new text cannot be written whole (failed).
-SaveResult replaceFile(const std::string& path, const std::string& text);
+// Makes text the content of the file at path (UTF-8), readable by its owner alone. An old file of some length
+// is removed before the new one takes its place, but the new text is whole and on the disk by then, so that
+// no crash and no full disk loses both. A path that is a symbolic link keeps leading to the file. Where there
+// is neither an old nor a new text, a directory that cannot be written is no failure.
+SaveResult replaceFile(const std::string& path, std::string_view text);
 
 } // namespace corvel

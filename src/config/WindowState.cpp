@@ -3,127 +3,229 @@
 #include "common/Errors.h"
 #include "common/Numbers.h"
 
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <optional>
+#include <variant>
+
 namespace corvel {
 
 namespace {
 
-enum class Group { always, geometry };
+using Place = std::variant<std::int32_t WindowState::*, bool WindowState::*>;
 
-struct NumberKey {
+struct StateKey {
     std::string_view key;
-    std::int32_t WindowState::*member;
-    Group group;
+    std::int32_t fallback;
+    Place place;
+    std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
+    std::int32_t highest = std::numeric_limits<std::int32_t>::max();
+    bool isGeometry = false;
 };
 
-constexpr std::array<NumberKey, 18> numbers = {{
-    {"window_state", &WindowState::window_state, Group::always},
-    {"window_top", &WindowState::window_top, Group::geometry},
-    {"window_left", &WindowState::window_left, Group::geometry},
-    {"window_height", &WindowState::window_height, Group::geometry},
-    {"window_width", &WindowState::window_width, Group::geometry},
-    {"splitbar_left_wide", &WindowState::splitbar_left_wide, Group::always},
-    {"splitbar_left_narrow", &WindowState::splitbar_left_narrow, Group::always},
-    {"selected_tab", &WindowState::selected_tab, Group::always},
-    {"always_on_top", &WindowState::always_on_top, Group::always},
-    {"show_sites_list", &WindowState::show_sites_list, Group::always},
-    {"sites_list_viewmode", &WindowState::sites_list_viewmode, Group::always},
-    {"activitylist_use_colors", &WindowState::activitylist_use_colors, Group::always},
-    {"activitylist_color_idle_fg", &WindowState::activitylist_color_idle_fg, Group::always},
-    {"activitylist_color_idle_bg", &WindowState::activitylist_color_idle_bg, Group::always},
-    {"activitylist_color_up_fg", &WindowState::activitylist_color_up_fg, Group::always},
-    {"activitylist_color_up_bg", &WindowState::activitylist_color_up_bg, Group::always},
-    {"activitylist_color_dn_fg", &WindowState::activitylist_color_dn_fg, Group::always},
-    {"activitylist_color_dn_bg", &WindowState::activitylist_color_dn_bg, Group::always},
-}};
+constexpr std::int32_t longest = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t white = 0xFFFFFF;
+constexpr std::int32_t red = 0x0000FF;
+constexpr std::int32_t blue = 0xFF0000;
 
-std::string columnKey(std::string_view name, std::size_t column) {
-    return "activitylist_" + std::string(name) + "_" + std::to_string(column);
+constexpr StateKey edge(std::string_view key, Place place) {
+    return {.key = key, .fallback = 0, .place = place, .isGeometry = true};
 }
 
-// Reads values one by one and remembers which were none.
+constexpr StateKey size(std::string_view key, Place place) {
+    return {.key = key, .fallback = 0, .place = place, .lowest = 1, .highest = longest, .isGeometry = true};
+}
+
+constexpr StateKey number(std::string_view key, std::int32_t fallback, Place place, std::int32_t lowest,
+                          std::int32_t highest) {
+    return {.key = key, .fallback = fallback, .place = place, .lowest = lowest, .highest = highest};
+}
+
+constexpr StateKey flag(std::string_view key, Place place) {
+    return {.key = key, .fallback = 0, .place = place};
+}
+
+constexpr StateKey color(std::string_view key, std::int32_t fallback, Place place) {
+    return number(key, fallback, place, 0, white);
+}
+
+// In the order in which they are written; the columns come between the two tables.
+constexpr std::array<StateKey, 11> windowKeys = {{
+    number("window_state", 2, &WindowState::window_state, 0, 2),
+    edge("window_top", &WindowState::window_top),
+    edge("window_left", &WindowState::window_left),
+    size("window_height", &WindowState::window_height),
+    size("window_width", &WindowState::window_width),
+    number("splitbar_left_wide", 1500, &WindowState::splitbar_left_wide, 0, longest),
+    number("splitbar_left_narrow", 1500, &WindowState::splitbar_left_narrow, 0, longest),
+    number("selected_tab", 1, &WindowState::selected_tab, 1, 8),
+    flag("always_on_top", &WindowState::always_on_top),
+    flag("show_sites_list", &WindowState::show_sites_list),
+    number("sites_list_viewmode", 3, &WindowState::sites_list_viewmode, 0, 3),
+}};
+
+constexpr std::array<StateKey, 8> activityKeys = {{
+    flag("activitylist_use_colors", &WindowState::activitylist_use_colors),
+    color("activitylist_color_idle_fg", 0, &WindowState::activitylist_color_idle_fg),
+    color("activitylist_color_idle_bg", white, &WindowState::activitylist_color_idle_bg),
+    color("activitylist_color_up_fg", white, &WindowState::activitylist_color_up_fg),
+    color("activitylist_color_up_bg", red, &WindowState::activitylist_color_up_bg),
+    color("activitylist_color_dn_fg", white, &WindowState::activitylist_color_dn_fg),
+    color("activitylist_color_dn_bg", blue, &WindowState::activitylist_color_dn_bg),
+    flag("tray_hint_given", &WindowState::tray_hint_given),
+}};
+
+// The first two hold a row's icon and its position number.
+constexpr std::array<std::int32_t, activityColumnCount> columnWidths = {
+    360, 500, 700, 1500, 1500, 1000, 1500, 1300, 1300, 1300, 1000, 1200, 1500, 1500, 1500, 1200, 1000, 1100};
+
+std::string columnKey(std::string_view quality, std::size_t column) {
+    return std::string("activitylist_").append(quality).append("_").append(std::to_string(column));
+}
+
+void setPlace(WindowState& state, const Place& place, std::int32_t value) {
+    if (const auto* const numberPlace = std::get_if<std::int32_t WindowState::*>(&place)) {
+        state.** numberPlace = value;
+    } else {
+        state.*std::get<bool WindowState::*>(place) = value != 0;
+    }
+}
+
+std::string placeText(const WindowState& state, const Place& place) {
+    if (const auto* const numberPlace = std::get_if<std::int32_t WindowState::*>(&place)) {
+        return std::to_string(state.**numberPlace);
+    }
+    return state.*std::get<bool WindowState::*>(place) ? "1" : "0";
+}
+
+// text, the whole of it a number, as a whole number from lowest to highest. Throws ConversionError otherwise.
+std::int32_t numberWithin(std::string_view text, std::int32_t lowest, std::int32_t highest) {
+    const double value = roundHalfToEven(toNumber(text));
+    if (value < lowest || value > highest) {
+        throw ConversionError(text, "value for this key");
+    }
+    return static_cast<std::int32_t>(value);
+}
+
+bool isOn(std::string_view text) {
+    return toNumber(text) != 0;
+}
+
+// Reads values from a store and keeps a line about each that could not be used.
 class Reader {
   public:
-    Reader(const StateStore& store, std::vector<std::string>& problems)
-        : store_(store), problems_(problems) {}
+    explicit Reader(const StateStore& store) : store_(store) {}
 
-    // The stored value as convert reads it, or fallback.
-    template <typename Value, typename Convert>
-    Value read(std::string_view key, Value fallback, Convert convert) {
+    // The stored value as convert reads it; nothing where none is stored or convert refuses it.
+    template <typename Convert>
+    auto read(std::string_view key, Convert convert) -> std::optional<decltype(convert(std::string_view()))> {
         const std::optional<std::string> stored = store_.value(key);
         if (!stored) {
-            return fallback;
+            return std::nullopt;
         }
         try {
             return convert(*stored);
         } catch (const ConversionError& error) {
-            problems_.push_back("stored state: " + std::string(key) + ": " + error.what());
-            return fallback;
+            problems_.push_back(std::string("stored state: ").append(key).append(": ").append(error.what()));
+            return std::nullopt;
         }
     }
 
-    template <typename Integer>
-    Integer number(std::string_view key, Integer fallback) {
-        return read(key, fallback, [](const std::string& text) {
-            if (!hasLeadingNumber(text)) {
-                throw ConversionError(text, "number");
-            }
-            if constexpr (sizeof(Integer) == sizeof(std::int16_t)) {
-                return toInt16(text);
-            } else {
-                return toInt32(text);
-            }
+    void readKey(const StateKey& key, WindowState& state) {
+        const bool isNumber = std::holds_alternative<std::int32_t WindowState::*>(key.place);
+        const auto value = read(key.key, [&key, isNumber](std::string_view text) -> std::int32_t {
+            return isNumber ? numberWithin(text, key.lowest, key.highest)
+                            : static_cast<std::int32_t>(isOn(text));
         });
+        if (value) {
+            setPlace(state, key.place, *value);
+        }
     }
 
-    bool boolean(std::string_view key, bool fallback) {
-        return read(key, fallback, [](const std::string& text) { return toBoolean(text); });
+    void readColumn(std::size_t number, ActivityColumn& column) {
+        column.autosize = read(columnKey("autosize", number), toBoolean).value_or(column.autosize);
+        const auto position = read(columnKey("columnorder", number), [](std::string_view text) {
+            return numberWithin(text, firstMovableColumn, activityColumnCount - 1);
+        });
+        column.position = static_cast<std::int16_t>(position.value_or(column.position));
+        const auto width = read(columnKey("width", number),
+                                [](std::string_view text) { return numberWithin(text, 0, longest); });
+        column.width = width.value_or(column.width);
     }
+
+    std::vector<std::string> takeProblems() { return std::move(problems_); }
 
   private:
     const StateStore& store_;
-    std::vector<std::string>& problems_;
+    std::vector<std::string> problems_;
 };
+
+// A minimised window lies far off the screen on some platforms.
+bool hasUsableGeometry(const WindowState& state) {
+    constexpr std::int32_t offScreen = -100;
+    return state.window_state != static_cast<std::int32_t>(WindowMode::minimised) &&
+           state.window_left > offScreen && state.window_top > offScreen;
+}
+
+void saveColumn(std::size_t number, const ActivityColumn& column, StateStore& store) {
+    store.setValue(columnKey("autosize", number), column.autosize ? "True" : "False");
+    store.setValue(columnKey("columnorder", number), std::to_string(column.position));
+    store.setValue(columnKey("width", number), std::to_string(column.width));
+}
 
 } // namespace
 
-std::array<ActivityColumn, WindowState::activityColumns> WindowState::defaultColumns() {
-    constexpr std::array<std::int32_t, activityColumns> widths = {
-        0, 0, 700, 1500, 1500, 1000, 1500, 1300, 1300, 1300, 1000, 1200, 1500, 1500, 1500, 1200, 1000, 1100};
-    std::array<ActivityColumn, activityColumns> columns;
-    for (std::size_t i = 0; i < activityColumns; ++i) {
-        columns[i] = {.position = static_cast<std::int16_t>(i), .autosize = true, .width = widths[i]};
+WindowState::WindowState() {
+    for (const StateKey& key : windowKeys) {
+        setPlace(*this, key.place, key.fallback);
     }
-    return columns;
+    for (const StateKey& key : activityKeys) {
+        setPlace(*this, key.place, key.fallback);
+    }
+    for (std::size_t number = 0; number < columns.size(); ++number) {
+        columns[number] = {.position = static_cast<std::int16_t>(number),
+                           .autosize = number >= firstMovableColumn,
+                           .width = columnWidths[number]};
+    }
 }
 
 WindowStateReading loadWindowState(const StateStore& store, const WindowState& defaults) {
     WindowStateReading reading{.state = defaults, .problems = {}};
-    Reader reader(store, reading.problems);
-    for (const NumberKey& key : numbers) {
-        std::int32_t& value = reading.state.*key.member;
-        value = reader.number(key.key, value);
+    Reader reader(store);
+    for (const StateKey& key : windowKeys) {
+        reader.readKey(key, reading.state);
     }
-    for (std::size_t i = WindowState::firstStoredColumn; i < WindowState::activityColumns; ++i) {
-        ActivityColumn& column = reading.state.columns[i];
-        column.autosize = reader.boolean(columnKey("autosize", i), column.autosize);
-        column.position = reader.number(columnKey("columnorder", i), column.position);
-        column.width = reader.number(columnKey("width", i), column.width);
+    for (std::size_t number = firstMovableColumn; number < activityColumnCount; ++number) {
+        reader.readColumn(number, reading.state.columns[number]);
     }
+    for (const StateKey& key : activityKeys) {
+        reader.readKey(key, reading.state);
+    }
+    reading.problems = reader.takeProblems();
     return reading;
 }
 
 void saveWindowState(StateStore& store, const WindowState& state, bool withGeometry) {
-    for (const NumberKey& key : numbers) {
-        if (key.group == Group::always || withGeometry) {
-            store.setValue(key.key, std::to_string(state.*key.member));
+    const bool savesGeometry = withGeometry && hasUsableGeometry(state);
+    const auto save = [&](const StateKey& key) {
+        if (savesGeometry || !key.isGeometry) {
+            store.setValue(key.key, placeText(state, key.place));
         }
+    };
+    std::ranges::for_each(windowKeys, save);
+    for (std::size_t number = 0; number < activityColumnCount; ++number) {
+        saveColumn(number, state.columns[number], store);
     }
-    for (std::size_t i = WindowState::firstStoredColumn; i < WindowState::activityColumns; ++i) {
-        const ActivityColumn& column = state.columns[i];
-        store.setValue(columnKey("autosize", i), column.autosize ? "True" : "False");
-        store.setValue(columnKey("columnorder", i), std::to_string(column.position));
-        store.setValue(columnKey("width", i), std::to_string(column.width));
-    }
+    std::ranges::for_each(activityKeys, save);
+}
+
+std::array<std::size_t, activityColumnCount> activityColumnOrder(const WindowState& state) {
+    std::array<std::size_t, activityColumnCount> order{};
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_sort(order, {},
+                             [&state](std::size_t number) { return state.columns[number].position; });
+    return order;
 }
 
 } // namespace corvel

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -10,6 +12,7 @@ namespace {
 
 TEST(Settings, ReadsEachKindOfKey) {
     const SettingsReading reading = parseSettings({
+        "\xEF\xBB\xBFtextbox_fontname = Mono", // as an editor saves UTF-8
         "  ; show_trayicon = 1",
         "# minimize_to_tray = 1",
         "Listing_Merge_Blanks = 2",
@@ -22,23 +25,56 @@ TEST(Settings, ReadsEachKindOfKey) {
         "menu_tray = no command",
         "trayicon_up = one.png",
         "trayicon_up = two.png",
+        "tabicon_results = r.png",
         "color_a = 123",
         "color_b = &hFF0000",
+        "color_c =",
         "unknown = x",
+        "no equals sign",
     });
     const Settings& settings = reading.settings;
     EXPECT_TRUE(reading.problems.empty());
+    EXPECT_EQ(settings.textbox_fontname, "Mono");
     EXPECT_FALSE(settings.show_trayicon);
     EXPECT_FALSE(settings.minimize_to_tray);
     EXPECT_TRUE(settings.listing_merge_blanks);
+    EXPECT_EQ(settings.ssl_tunnel_host, "127.0.0.1");
     EXPECT_EQ(settings.ssl_tunnel_port, 4000);
     EXPECT_EQ(settings.textbox_fontsize, 10);
     EXPECT_EQ(settings.site_nuke_replace_spaces, "_");
     EXPECT_EQ(settings.menu_tray, (std::vector<MenuEntry>{{"Quit", "%exit"}, {"a", "b | c"}}));
-    EXPECT_EQ(settings.images,
-              (std::vector<std::pair<std::string, std::string>>{{"trayicon_up", "two.png"}}));
-    EXPECT_EQ(settings.colors,
-              (std::vector<std::pair<std::string, std::string>>{{"color_a", "0"}, {"color_b", "&hFF0000"}}));
+    EXPECT_EQ(settings.images[1], "two.png");
+    EXPECT_EQ(settings.images[17], "r.png");
+    EXPECT_EQ(std::ranges::count(settings.images, ""), 16);
+    EXPECT_EQ(settings.colors, (std::map<std::string, std::string>{
+                                   {"color_a", "0"}, {"color_b", "&hFF0000"}, {"color_c", "0"}}));
+}
+
+// Two keys that led to one member by a slip of the table would end up equal here.
+TEST(Settings, EveryTextKeyHasAMemberOfItsOwn) {
+    std::vector<std::string> lines;
+    for (const char* key :
+         {"textbox_fontname", "ssl_tunnel_host", "site_nuke_syntax", "window_caption_online",
+          "window_caption_offline", "trayicon_text_online", "trayicon_text_offline"}) {
+        lines.push_back(std::string(key).append(" = ").append(key));
+    }
+    for (const char* key :
+         {"menu_tray", "menu_browser", "menu_userlist", "menu_grouplist", "menu_activity"}) {
+        lines.push_back(std::string(key).append(" = ").append(key).append(" | c"));
+    }
+    const Settings settings = parseSettings(lines).settings;
+    EXPECT_EQ(settings.textbox_fontname, "textbox_fontname");
+    EXPECT_EQ(settings.ssl_tunnel_host, "ssl_tunnel_host");
+    EXPECT_EQ(settings.site_nuke_syntax, "site_nuke_syntax");
+    EXPECT_EQ(settings.window_caption_online, "window_caption_online");
+    EXPECT_EQ(settings.window_caption_offline, "window_caption_offline");
+    EXPECT_EQ(settings.trayicon_text_online, "trayicon_text_online");
+    EXPECT_EQ(settings.trayicon_text_offline, "trayicon_text_offline");
+    EXPECT_EQ(settings.menu_tray, (std::vector<MenuEntry>{{"menu_tray", "c"}}));
+    EXPECT_EQ(settings.menu_browser, (std::vector<MenuEntry>{{"menu_browser", "c"}}));
+    EXPECT_EQ(settings.menu_userlist, (std::vector<MenuEntry>{{"menu_userlist", "c"}}));
+    EXPECT_EQ(settings.menu_grouplist, (std::vector<MenuEntry>{{"menu_grouplist", "c"}}));
+    EXPECT_EQ(settings.menu_activity, (std::vector<MenuEntry>{{"menu_activity", "c"}}));
 }
 
 TEST(Settings, DefaultsAndReportsWhatIsNoNumber) {
@@ -50,22 +86,39 @@ TEST(Settings, DefaultsAndReportsWhatIsNoNumber) {
     const std::vector<Row> rows = {
         {"font size in words", "textbox_fontsize = big",
          "settings.ini: textbox_fontsize: \"big\" is no number"},
+        {"font size with a unit", "textbox_fontsize = 9pt",
+         "settings.ini: textbox_fontsize: \"9pt\" is no number"},
         {"font size of nothing", "textbox_fontsize = 0",
          "settings.ini: textbox_fontsize: \"0\" is no font size"},
+        {"font size beyond all", "textbox_fontsize = 1001",
+         "settings.ini: textbox_fontsize: \"1001\" is no font size"},
         {"port in words", "ssl_tunnel_port = ftp", "settings.ini: ssl_tunnel_port: \"ftp\" is no number"},
         {"port beyond 32 bits", "ssl_tunnel_port = 99999999999",
          "settings.ini: ssl_tunnel_port: \"99999999999\" is no 32-bit number"},
         {"a switch in words is off", "show_trayicon = yes", ""},
+        {"an empty switch is off", "show_trayicon =", ""},
     };
     for (const Row& row : rows) {
-        const SettingsReading reading = parseSettings({row.line});
+        const SettingsReading reading = parseSettings({row.line, "ssl_tunnel_host = read on"});
         EXPECT_EQ(reading.problems,
                   row.problem.empty() ? std::vector<std::string>() : std::vector<std::string>{row.problem})
             << row.name;
         EXPECT_EQ(reading.settings.textbox_fontsize, std::nullopt) << row.name;
         EXPECT_EQ(reading.settings.ssl_tunnel_port, 0) << row.name;
         EXPECT_FALSE(reading.settings.show_trayicon) << row.name;
+        EXPECT_EQ(reading.settings.ssl_tunnel_host, "read on") << row.name;
     }
+}
+
+TEST(Settings, KeepsOneCharacterThatReplacesBlanks) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"_", "_"}, {"..", "."}, {"", ""}, {"\u00FCx", "\u00FC"}, {"\U0001F600\U0001F600", "\U0001F600"},
+    };
+    for (const auto& [value, kept] : rows) {
+        const std::string line = std::string("site_nuke_replace_spaces = ").append(value);
+        EXPECT_EQ(parseSettings({line}).settings.site_nuke_replace_spaces, kept) << value;
+    }
+    EXPECT_EQ(parseSettings({}).settings.site_nuke_replace_spaces, " ");
 }
 
 TEST(Settings, ReadsAnAnsiFileAsAWhole) {
@@ -74,6 +127,14 @@ TEST(Settings, ReadsAnAnsiFileAsAWhole) {
                                                    "ssl_tunnel_host = h\xC3\xBC"});
     EXPECT_EQ(reading.settings.textbox_fontname, "für");
     EXPECT_EQ(reading.settings.ssl_tunnel_host, "hÃ¼");
+}
+
+TEST(Settings, EveryPictureHasAPlaceOfItsOwn) {
+    std::set<std::pair<ImageList, int>> places;
+    for (const ImageKey& image : imageKeys) {
+        places.emplace(image.list, image.index);
+    }
+    EXPECT_EQ(places.size(), imageKeys.size());
 }
 
 } // namespace

@@ -34,6 +34,7 @@ TEST(SiteForm, NamesTheFirstProblem) {
         {"above the largest port", [](SiteForm& f) { f.txtPort = "65535.1"; }, badPort},
         {"huge port", [](SiteForm& f) { f.txtPort = std::string(400, '9'); }, badPort},
         {"no user", [](SiteForm& f) { f.txtUsername = f.txtPassword = ""; }, "Please enter a username"},
+        {"a name of line breaks", [](SiteForm& f) { f.txtSitename = "\r\n"; }, "Please enter a sitename"},
         {"no password", [](SiteForm& f) { f.txtPassword = ""; }, "Please enter a password"},
     };
     for (const Row& row : rows) {
@@ -51,6 +52,10 @@ TEST(SiteForm, BecomesARecord) {
     EXPECT_EQ(addedSite(form).pass, ""); // stored by editing the site afterwards
     EXPECT_TRUE(addedSite(form).connectonstartup);
     EXPECT_EQ(siteForm(editedSite(valid)), valid);
+    form.txtPort = "21\n21x";
+    form.txtPassword = "a\r\nb\n";
+    EXPECT_EQ(editedSite(form).port, 2121);
+    EXPECT_EQ(editedSite(form).pass, "ab"); // a box of one line holds no line breaks
 }
 
 } // namespace

@@ -5,8 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace corvel::test {
@@ -44,6 +46,8 @@ TEST(SitesFile, ReadsRecords) {
         {"keys before the first name", {"host = lost", "name = a"}, {{.name = "a"}}},
         {"what only looks like a comment", {"; name = x", "#name = y", "name = z"}, {{.name = "z"}}},
         {"the last value counts", {"name=a", "host=1", "host=2"}, {{.name = "a", .host = "2"}}},
+        {"a byte order mark in front", {"\xEF\xBB\xBFname = a"}, {{.name = "a"}}},
+        {"bytes as they are", {"name=\xFF\x01 b", "pass=  \xC3"}, {{.name = "\xFF\x01 b", .pass = "\xC3"}}},
         {"lines without an equals sign, unknown keys", {"name=a", "host", "colour = red"}, {{.name = "a"}}},
     };
     for (const SitesCase& row : cases) {
@@ -64,7 +68,8 @@ TEST(SitesFile, WritesWhatItReads) {
                     "usesslproxy = 1\n\n");
     const TemporaryDirectory directory;
     directory.write("sites.ini", text);
-    EXPECT_EQ(readSites(directory.fileNamed("sites.ini")), (std::vector<SiteConfig>{sites[0], sites[2]}));
+    EXPECT_EQ(readSites(directory.fileNamed("sites.ini")).sites,
+              (std::vector<SiteConfig>{sites[0], sites[2]}));
 }
 
 TEST(SitesFile, ReplacesTheOldFile) {
@@ -85,22 +90,100 @@ TEST(SitesFile, KeepsTheOldTextWhereItCannotSave) {
     const TemporaryDirectory directory;
     // A directory in the place of the new text stands for every reason why it cannot be written.
     directory.write("sites.ini", "old text\n");
-    std::filesystem::create_directory(directory.fileNamed("sites.ini.new"));
-    const SaveResult result = replaceFile(directory.fileNamed("sites.ini"), "new text\n");
-    EXPECT_EQ(result.outcome, SaveResult::Outcome::failed);
-    EXPECT_FALSE(result.reason.empty());
-    EXPECT_EQ(directory.read("sites.ini"), "old text\n");
+    for (const char* beside : {"sites.ini.part", "sites.ini.new"}) {
+        std::filesystem::create_directory(directory.fileNamed(beside));
+        const SaveResult result = replaceFile(directory.fileNamed("sites.ini"), "new text\n");
+        EXPECT_EQ(result.outcome, SaveResult::Outcome::failed) << beside;
+        EXPECT_FALSE(result.reason.empty()) << beside;
+        EXPECT_EQ(directory.read("sites.ini"), "old text\n") << beside;
+        std::filesystem::remove(directory.fileNamed(beside));
+    }
+    const std::string nowhere = directory.fileNamed("missing/sites.ini");
+    EXPECT_EQ(replaceFile(nowhere, "new text\n").outcome, SaveResult::Outcome::failed);
+    EXPECT_EQ(replaceFile(nowhere, "").outcome, SaveResult::Outcome::saved); // nothing to lose
+}
 
-    const SaveResult nowhere = replaceFile(directory.fileNamed("missing/sites.ini"), "new text\n");
-    EXPECT_EQ(nowhere.outcome, SaveResult::Outcome::failed);
+// Nobody but the superuser is kept out by permissions, so these two steps run as nobody in a process of their
+// own.
+void becomeOrdinaryUser() {
+    constexpr uid_t nobody = 65534;
+    if (geteuid() == 0 && setuid(nobody) != 0) {
+        std::_Exit(2);
+    }
+}
+
+TEST(SitesFileDeathTest, SaysThatTheOldFileIsLocked) {
+    const TemporaryDirectory directory;
+    directory.write("sites.ini", "old text\n");
+    std::filesystem::permissions(directory.path(), std::filesystem::perms(0555));
+    EXPECT_EXIT(
+        {
+            becomeOrdinaryUser();
+            const SaveResult result = replaceFile(directory.fileNamed("sites.ini"), "new text\n");
+            std::_Exit(result.outcome == SaveResult::Outcome::locked ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+    std::filesystem::permissions(directory.path(), std::filesystem::perms(0755));
+    EXPECT_EQ(directory.read("sites.ini"), "old text\n");
+}
+
+TEST(SitesFileDeathTest, SaysThatTheFileCannotBeRead) {
+    const TemporaryDirectory directory;
+    directory.write("sites.ini", "name = a\n");
+    std::filesystem::permissions(directory.fileNamed("sites.ini"), std::filesystem::perms::none);
+    EXPECT_EXIT(
+        {
+            becomeOrdinaryUser();
+            const SitesReading reading = readSites(directory.fileNamed("sites.ini"));
+            std::_Exit(reading.isUnreadable && reading.sites.empty() ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 TEST(SitesFile, FindsTheNewTextThatACrashLeftBeside) {
+    struct Row {
+        const char* name;
+        const char* old; // of sites.ini; nothing: no such file
+        const char* beside;
+        const char* text;
+        std::vector<SiteConfig> sites;
+    };
+    const std::vector<Row> rows = {
+        {"before the new text was whole", nullptr, "sites.ini.part", "name = half", {}},
+        {"after the old file was gone", nullptr, "sites.ini.new", "name = new\n", {{.name = "new"}}},
+        {"where the old file was empty", "", "sites.ini.new", "name = new\n", {{.name = "new"}}},
+        {"before the old file was gone", "name = old\n", "sites.ini.new", "name = new\n", {{.name = "old"}}},
+    };
+    for (const Row& row : rows) {
+        const TemporaryDirectory directory;
+        if (row.old != nullptr) {
+            directory.write("sites.ini", row.old);
+        }
+        directory.write(row.beside, row.text);
+        const std::string path = directory.fileNamed("sites.ini");
+        EXPECT_EQ(readSites(path).sites, row.sites) << row.name;
+        EXPECT_FALSE(readSites(path).isUnreadable) << row.name;
+        EXPECT_EQ(replaceFile(path, "name = next\n").outcome, SaveResult::Outcome::saved) << row.name;
+        EXPECT_EQ(readSites(path).sites, (std::vector<SiteConfig>{{.name = "next"}})) << row.name;
+        EXPECT_EQ(directory.read("sites.ini.new"), "") << row.name;
+    }
+}
+
+TEST(SitesFile, FollowsASymbolicLink) {
     const TemporaryDirectory directory;
-    directory.write("sites.ini.new", "name = saved\n");
-    EXPECT_EQ(readSites(directory.fileNamed("sites.ini")).size(), 1U);
-    directory.write("sites.ini", "name = first\nname = second\n");
-    EXPECT_EQ(readSites(directory.fileNamed("sites.ini")).size(), 2U);
+    std::filesystem::create_directory(directory.fileNamed("elsewhere"));
+    std::filesystem::create_symlink("elsewhere/real.ini", directory.fileNamed("sites.ini"));
+    const std::string path = directory.fileNamed("sites.ini");
+    for (const char* text : {"name = first\n", "name = second\n"}) {
+        EXPECT_EQ(replaceFile(path, text).outcome, SaveResult::Outcome::saved);
+        EXPECT_TRUE(std::filesystem::is_symlink(path));
+        EXPECT_EQ(directory.read("elsewhere/real.ini"), text);
+    }
+}
+
+TEST(SitesFile, LineBreaksInAValueAddNoLine) {
+    const std::vector<SiteConfig> sites = {{.name = "a\nhost = evil\r\n", .host = "b\rc\r"}};
+    EXPECT_TRUE(sitesText(sites, "\r\n").starts_with("name = ahost = evil\r\nhost = b\rc\r\nport = 0\r\n"));
 }
 
 } // namespace
