@@ -11,9 +11,8 @@ namespace corvel {
 
 namespace {
 
-bool isSeparator(char character) {
-    return character == '/' || character == static_cast<char>(std::filesystem::path::preferred_separator);
-}
+constexpr char separator = static_cast<char>(std::filesystem::path::preferred_separator);
+constexpr std::string_view separators = separator == '/' ? "/" : "\\/";
 
 } // namespace
 
@@ -31,8 +30,8 @@ std::filesystem::path filePath(std::string_view path) {
 std::string BuildAppPath(std::string_view fileName, std::string_view directory,
                          std::string_view applicationDirectory) {
     std::string path(directory == "*" ? applicationDirectory : directory);
-    if (path.empty() || !isSeparator(path.back())) {
-        path += static_cast<char>(std::filesystem::path::preferred_separator);
+    if (path.empty() || separators.find(path.back()) == std::string_view::npos) {
+        path += separator;
     }
     return path.append(fileName);
 }
