@@ -1,0 +1,264 @@
+#include "browser/qt/BrowserPanel.h"
+
+#include "browser/ColumnFit.h"
+#include "common/Numbers.h"
+#include "widgets/Icons.h"
+#include "widgets/LogBox.h"
+#include "widgets/ReportView.h"
+#include "widgets/TextConversion.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace corvel {
+
+namespace {
+
+constexpr int nameColumn = static_cast<int>(BrowserColumn::name);
+constexpr int sizeColumn = static_cast<int>(BrowserColumn::size);
+constexpr int accessColumn = static_cast<int>(BrowserColumn::access);
+constexpr int typeKeyColumn = static_cast<int>(BrowserColumn::typeKey);
+
+QString numbered(const char* name, int index) {
+    return QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(index);
+}
+
+struct ColumnHeader {
+    const char* text;
+    Qt::Alignment alignment;
+};
+
+constexpr std::array<ColumnHeader, browserColumnCount> headers = {{
+    {QT_TRANSLATE_NOOP("BrowserPanel", "name"), Qt::AlignLeft},
+    {QT_TRANSLATE_NOOP("BrowserPanel", "size"), Qt::AlignRight},
+    {QT_TRANSLATE_NOOP("BrowserPanel", "date"), Qt::AlignLeft},
+    {QT_TRANSLATE_NOOP("BrowserPanel", "owner"), Qt::AlignLeft},
+    {QT_TRANSLATE_NOOP("BrowserPanel", "group"), Qt::AlignLeft},
+    {QT_TRANSLATE_NOOP("BrowserPanel", "access"), Qt::AlignLeft},
+    {QT_TRANSLATE_NOOP("BrowserPanel", "type"), Qt::AlignLeft},
+}};
+
+std::vector<ReportColumn> reportColumns() {
+    std::vector<ReportColumn> columns;
+    for (const ColumnHeader& header : headers) {
+        columns.push_back({.header = BrowserPanel::tr(header.text), .alignment = header.alignment});
+    }
+    columns.back().hidden = true;
+    return columns;
+}
+
+// The member of an entry that a column shows as it was listed.
+std::string_view listedText(const BrowserEntry& entry, int column) {
+    static constexpr std::array<std::string_view BrowserEntry::*, typeKeyColumn> members = {
+        &BrowserEntry::name,  &BrowserEntry::size,  &BrowserEntry::date,
+        &BrowserEntry::owner, &BrowserEntry::group, &BrowserEntry::access};
+    return entry.*members[static_cast<std::size_t>(column)];
+}
+
+const char* iconName(const BrowserEntry& entry) {
+    static constexpr std::array<const char*, 3> names = {"directory", "link", "file"};
+    return names[static_cast<std::size_t>(imageIndex(entry)) - 1];
+}
+
+// The list's content. The functions look at the session whenever they are asked, so the source stays good
+// until the number of rows changes.
+ReportSource listSource(const SiteSession& session) {
+    const auto indexOf = [&session](int row) { return session.listingOrder[static_cast<std::size_t>(row)]; };
+    const auto entryAt = [&session, indexOf](int row) -> const BrowserEntry& {
+        return session.listing.entries[indexOf(row)];
+    };
+    const std::string separator = toCore(QLocale().groupSeparator());
+    ReportSource source;
+    source.rows = static_cast<int>(session.listingOrder.size());
+    source.columns = reportColumns();
+    source.columns[sizeColumn].widest = {
+        fromCore(" " + groupThousands(std::string(session.listing.longestSize, '8'), separator))};
+    source.text = [&session, indexOf, separator](int row, int column) {
+        const auto cell = static_cast<BrowserColumn>(column);
+        const TextEncoding encoding = cell == BrowserColumn::size ? TextEncoding::utf8 : session.encoding;
+        return displayTextOf(cellText(session.listing, indexOf(row), cell, separator), encoding);
+    };
+    source.measuredText = [&session](int row, int column) {
+        return listedText(session.listing.entries[static_cast<std::size_t>(row)], column);
+    };
+    source.decode = [&session](std::string_view bytes) { return displayTextOf(bytes, session.encoding); };
+    source.icon = [entryAt](int row) { return icon(iconName(entryAt(row))); };
+    source.editText = [&session, entryAt](int row) { return textOf(entryAt(row).name, session.encoding); };
+    return source;
+}
+
+} // namespace
+
+BrowserPanel::BrowserPanel(mdlMain& program, QWidget* parent)
+    : QWidget(parent), program_(program), pages_(1) {
+    stack_ = new QStackedWidget;
+    stack_->addWidget(new QWidget);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(stack_, 1);
+    layout->addWidget(createButtons());
+}
+
+void BrowserPanel::addSite(int site) {
+    Page added;
+    added.path = new QLineEdit;
+    added.path->setObjectName(numbered("txtBrowserPWD", site));
+    added.path->setReadOnly(true);
+    added.path->setAccessibleName(tr("Current directory"));
+    auto* const pathLabel = new QLabel(tr("&Directory:"));
+    pathLabel->setBuddy(added.path);
+
+    added.list = createList(site);
+    added.replies =
+        new LogBox([this, site] { return fromCore(program_.site(site).session.browserReplyLog.text()); });
+    added.replies->setObjectName(numbered("txtBrowserCmdReply", site));
+    added.replies->setAccessibleName(tr("Replies to file commands"));
+    auto* const splitter = new QSplitter(Qt::Vertical);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(added.list);
+    splitter->addWidget(added.replies);
+    splitter->setStretchFactor(0, 5);
+    splitter->setStretchFactor(1, 1);
+
+    auto* const pathLine = new QHBoxLayout;
+    pathLine->addWidget(pathLabel);
+    pathLine->addWidget(added.path, 1);
+    auto* const page = new QWidget;
+    auto* const layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(pathLine);
+    layout->addWidget(splitter, 1);
+    stack_->insertWidget(site, page);
+    pages_.push_back(added);
+    listingChanged(site);
+}
+
+void BrowserPanel::showSite(int site) {
+    stack_->setCurrentIndex(site);
+    showCounts();
+}
+
+void BrowserPanel::logChanged(int site) {
+    page(site).replies->scheduleUpdate();
+}
+
+void BrowserPanel::listingChanged(int site) {
+    const SiteSession& session = program_.site(site).session;
+    ReportView& list = *page(site).list;
+    list.setSource(listSource(session), ReportView::CurrentRow::clear);
+    list.setSortArrow(static_cast<int>(session.browserSort.column),
+                      session.browserSort.order == SortOrder::ascending ? Qt::AscendingOrder
+                                                                        : Qt::DescendingOrder);
+    if (session.listing.isRecognised) {
+        list.fitColumns(sizeColumn, accessColumn);
+        std::vector<int> others;
+        for (int column = sizeColumn; column <= accessColumn; ++column) {
+            others.push_back(list.columnUnits(column));
+        }
+        list.setColumnUnits(nameColumn, FitBrowserColumns(list.widthUnits(), others));
+    }
+}
+
+void BrowserPanel::pathChanged(int site) {
+    const SiteSession& session = program_.site(site).session;
+    page(site).path->setText(displayTextOf(session.sBrowserPWD, session.encoding));
+}
+
+void BrowserPanel::showCounts() {
+    const int site = program_.currentSite();
+    const BrowserListing* const listing = site > 0 ? &program_.site(site).session.listing : nullptr;
+    const auto show = [](QLabel& label, std::size_t count) {
+        const QString text = QString::number(count);
+        if (label.text() != text) {
+            label.setText(text);
+        }
+    };
+    show(*directoryCount_, listing == nullptr ? 0 : listing->directoryCount);
+    show(*fileCount_, listing == nullptr ? 0 : listing->fileCount);
+}
+
+QWidget* BrowserPanel::createButtons() {
+    using Act = void (BrowserActions::*)(int);
+    static constexpr std::array<std::pair<const char*, Act>, 3> buttons = {{
+        {QT_TRANSLATE_NOOP("BrowserPanel", "root"), &BrowserActions::root},
+        {QT_TRANSLATE_NOOP("BrowserPanel", "refresh"), &BrowserActions::refresh},
+        {QT_TRANSLATE_NOOP("BrowserPanel", "mkdir"), &BrowserActions::refreshAndNoop},
+    }};
+    auto* const bar = new QWidget;
+    auto* const layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        auto* const button = new QPushButton(tr(buttons[i].first));
+        button->setObjectName(numbered("cmdBrowser", static_cast<int>(i)));
+        button->setAutoDefault(false);
+        connect(button, &QPushButton::clicked, this, [this, act = buttons[i].second] {
+            if (program_.currentSite() > 0) {
+                (program_.browser().*act)(program_.currentSite());
+            }
+        });
+        layout->addWidget(button);
+    }
+    layout->addStretch(1);
+    const auto addCount = [layout](const QString& caption, const char* name) {
+        auto* const label = new QLabel;
+        label->setObjectName(QLatin1String(name));
+        label->setAccessibleName(caption);
+        layout->addWidget(new QLabel(caption));
+        layout->addWidget(label);
+        return label;
+    };
+    directoryCount_ = addCount(tr("Dirs:"), "lblBrowserDirCnt");
+    layout->addSpacing(12);
+    fileCount_ = addCount(tr("Files:"), "lblBrowserFileCnt");
+    return bar;
+}
+
+ReportView* BrowserPanel::createList(int site) {
+    auto* const list = new ReportView;
+    list->setObjectName(numbered("lvwBrowser", site));
+    list->setAccessibleName(tr("Remote directory"));
+    BrowserActions& browser = program_.browser();
+    connect(list, &ReportView::headerClicked, this,
+            [&browser, site](int column) { browser.sortBy(site, column); });
+    connect(list, &ReportView::rowDoubleClicked, this,
+            [&browser, site](int row) { browser.open(site, row); });
+    connect(list, &ReportView::keyPressed, this,
+            [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
+    connect(list, &ReportView::labelEdited, this, [this, site](int row, const QString& text) {
+        program_.browser().rename(site, row, bytesOf(text, program_.site(site).session.encoding));
+    });
+    return list;
+}
+
+void BrowserPanel::keyPressed(int site, int key, int row) {
+    BrowserActions& browser = program_.browser();
+    switch (key) {
+    case Qt::Key_F2:
+        page(site).list->editLabel(row);
+        break;
+    case Qt::Key_F5:
+        browser.refresh(site);
+        break;
+    case Qt::Key_Delete:
+        browser.remove(site, row);
+        break;
+    case Qt::Key_Insert:
+        browser.makeDirectory(site);
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        browser.open(site, row);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace corvel

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/mdlMain.h"
+
+#include <QWidget>
+
+#include <vector>
+
+class QLabel;
+class QLineEdit;
+class QStackedWidget;
+
+namespace corvel {
+
+class LogBox;
+class ReportView;
+
+// The browser tab: the buttons and counters, and for every site its list lvwBrowser, its path txtBrowserPWD
+// and the server's replies txtBrowserCmdReply.
+class BrowserPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    // program: borrowed, must outlive the panel.
+    explicit BrowserPanel(mdlMain& program, QWidget* parent = nullptr);
+
+    void addSite(int site);
+    void showSite(int site);
+    void logChanged(int site);
+    void listingChanged(int site);
+    void pathChanged(int site);
+
+    // Writes the current site's counts where they differ from what is shown.
+    void showCounts();
+
+  private:
+    struct Page {
+        ReportView* list = nullptr;
+        QLineEdit* path = nullptr;
+        LogBox* replies = nullptr;
+    };
+
+    QWidget* createButtons();
+    ReportView* createList(int site);
+    void keyPressed(int site, int key, int row);
+    const Page& page(int site) const { return pages_[static_cast<std::size_t>(site)]; }
+
+    mdlMain& program_;
+    std::vector<Page> pages_; // element 0 belongs to no site
+    QStackedWidget* stack_ = nullptr;
+    QLabel* directoryCount_ = nullptr;
+    QLabel* fileCount_ = nullptr;
+};
+
+} // namespace corvel

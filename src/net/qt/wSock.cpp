@@ -1,0 +1,95 @@
+#include "net/qt/wSock.h"
+
+#include "widgets/TextConversion.h"
+
+#include <QHostAddress>
+
+namespace corvel {
+
+namespace {
+
+// What one event may take from the network, so that a flood of data never holds up the window.
+constexpr qint64 bytesPerEvent = qint64{256} * 1024;
+
+} // namespace
+
+wSock::wSock(QObject* parent) : QObject(parent) {
+    socket_.setReadBufferSize(bytesPerEvent);
+    connect(&socket_, &QTcpSocket::connected, this, &wSock::connected);
+    connect(&socket_, &QTcpSocket::readyRead, this, &wSock::takeData);
+    connect(&socket_, &QTcpSocket::errorOccurred, this, &wSock::reportError);
+}
+
+// The socket must not report its own end to a program that is half gone.
+wSock::~wSock() {
+    socket_.disconnect(this);
+}
+
+SocketState wSock::state() const {
+    switch (socket_.state()) {
+    case QAbstractSocket::UnconnectedState:
+        return SocketState::closed;
+    case QAbstractSocket::HostLookupState:
+        return SocketState::resolvingHost;
+    case QAbstractSocket::ConnectingState:
+        return SocketState::connecting;
+    case QAbstractSocket::ConnectedState:
+        return SocketState::connected;
+    case QAbstractSocket::BoundState:
+        return SocketState::open;
+    case QAbstractSocket::ListeningState:
+        return SocketState::listening;
+    case QAbstractSocket::ClosingState:
+        return SocketState::closing;
+    }
+    return SocketState::error;
+}
+
+void wSock::Connect(const std::string& host, std::int32_t port) {
+    Close();
+    host_ = host;
+    port_ = port;
+    socket_.connectToHost(textOf(host, encodingOf(host)), static_cast<quint16>(port));
+}
+
+void wSock::Close() {
+    const QSignalBlocker silence(socket_);
+    socket_.abort();
+}
+
+void wSock::Send(std::string_view bytes) {
+    socket_.write(bytes.data(), static_cast<qint64>(bytes.size()));
+}
+
+std::int32_t wSock::localPort() const {
+    return socket_.localPort();
+}
+
+std::string wSock::remoteHost() const {
+    return host_;
+}
+
+std::string wSock::remoteAddress() const {
+    return socket_.peerAddress().toString().toStdString();
+}
+
+std::int32_t wSock::remotePort() const {
+    return port_;
+}
+
+void wSock::takeData() {
+    if (state() == SocketState::connected) {
+        emit dataArrived(socket_.readAll());
+    }
+}
+
+void wSock::reportError(QAbstractSocket::SocketError error) {
+    if (error == QAbstractSocket::RemoteHostClosedError) {
+        takeData();
+        emit closedByPeer();
+    } else {
+        emit failed(socket_.errorString(), error);
+    }
+}
+
+} // namespace corvel

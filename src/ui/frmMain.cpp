@@ -1,0 +1,447 @@
+#include "ui/frmMain.h"
+
+#include "config/qt/frmSitesAddEdit.h"
+#include "net/qt/wSock.h"
+#include "net/SocketStateText.h"
+#include "widgets/Icons.h"
+#include "widgets/LayoutUnits.h"
+#include "widgets/TextConversion.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTimer>
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+
+namespace corvel {
+
+namespace {
+
+// In units of 1/1440 inch.
+constexpr int barWidth = 75;
+constexpr int leastStoredPosition = -100; // a minimised window lies far off screen
+
+// In milliseconds.
+constexpr int noopInterval = 13000;
+constexpr int statusInterval = 50;
+
+struct Tab {
+    const char* key; // the panel's object name
+    const char* caption;
+    const char* icon;
+};
+
+constexpr std::array<Tab, 8> tabs = {{
+    {"console", QT_TRANSLATE_NOOP("frmMain", "console"), "tab-console"},
+    {"activity", QT_TRANSLATE_NOOP("frmMain", "activity"), "tab-activity"},
+    {"browser", QT_TRANSLATE_NOOP("frmMain", "browser"), "tab-browser"},
+    {"stats", QT_TRANSLATE_NOOP("frmMain", "stats"), "tab-stats"},
+    {"users", QT_TRANSLATE_NOOP("frmMain", "users"), "tab-users"},
+    {"groups", QT_TRANSLATE_NOOP("frmMain", "groups"), "tab-groups"},
+    {"settings", QT_TRANSLATE_NOOP("frmMain", "settings"), "tab-settings"},
+    {"cmdresult", QT_TRANSLATE_NOOP("frmMain", "results"), "tab-results"},
+}};
+
+} // namespace
+
+frmMain::frmMain(StateStore& store, const std::string& directory)
+    : prompts_(this), program_({.views = *this,
+                                .prompts = prompts_,
+                                .store = store,
+                                .clock = clock_,
+                                .makeSocket = [this](int site) { return makeSocket(site); }},
+                               directory) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Corvel"));
+    setWindowIcon(icon("corvel"));
+    resize(1000, 640);
+    createPanels();
+    createMenus();
+    tmrSocketStatus_ = new QTimer(this);
+    tmrSocketStatus_->setObjectName(QStringLiteral("tmrSocketStatus"));
+    tmrSocketStatus_->setInterval(statusInterval);
+    connect(tmrSocketStatus_, &QTimer::timeout, this, &frmMain::tmrSocketStatus_Timer);
+    tmrSocketStatus_->start();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::start() {
+    writeProblems(program_.LoadWindowState());
+    writeProblems(program_.LoadSettingsFile());
+    applyWindowState();
+    program_.LoadSites();
+    program_.selectSite(std::min(1, program_.siteCount()));
+    showCurrentSite();
+    tmrSocketStatus_Timer();
+}
+
+std::unique_ptr<Socket> frmMain::makeSocket(int site) {
+    auto socket = std::make_unique<wSock>();
+    connect(socket.get(), &wSock::connected, this, [this, site] { program_.wSock_Connect(site); });
+    connect(socket.get(), &wSock::dataArrived, this, [this, site](const QByteArray& bytes) {
+        program_.wSock_DataArrival(site, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    });
+    connect(socket.get(), &wSock::closedByPeer, this, [this, site] { program_.wSock_Close(site); });
+    connect(socket.get(), &wSock::failed, this, [this, site](const QString& description, int number) {
+        program_.wSock_Error(site, toCore(description), number);
+    });
+    return socket;
+}
+
+void frmMain::createPanels() {
+    auto* const area = new QWidget;
+    setCentralWidget(area);
+    area->installEventFilter(this);
+
+    lvwSites_ = new SitesList(sitesModel_, area);
+    lvwSites_->setObjectName(QStringLiteral("lvwSites"));
+    connect(lvwSites_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { program_.selectSite(current.row() + 1); });
+    connect(lvwSites_, &QAbstractItemView::doubleClicked, this,
+            [this] { program_.connectSite(program_.currentSite()); });
+
+    imgSplit_ = new QWidget(area);
+    imgSplit_->setObjectName(QStringLiteral("imgSplit"));
+    imgSplit_->setCursor(Qt::SplitHCursor);
+    imgSplit_->installEventFilter(this);
+
+    console_ = new ConsolePanel(program_);
+    browser_ = new BrowserPanel(program_);
+    results_ = new ResultsPanel(program_);
+    tabMain_ = new QTabWidget(area);
+    tabMain_->setObjectName(QStringLiteral("tabMain"));
+    for (const Tab& tab : tabs) {
+        const QString key = QLatin1String(tab.key);
+        QWidget* panel = key == QLatin1String("console")     ? static_cast<QWidget*>(console_)
+                         : key == QLatin1String("browser")   ? browser_
+                         : key == QLatin1String("cmdresult") ? results_
+                                                             : new QWidget;
+        panel->setObjectName(key);
+        tabMain_->addTab(panel, icon(tab.icon), tr(tab.caption));
+    }
+    connect(tabMain_, &QTabWidget::currentChanged, this, &frmMain::tmrSocketStatus_Timer);
+
+    noSites_ =
+        new QLabel(tr("There are no sites yet.\nChoose Sites > Add new... to add the first one."), area);
+    noSites_->setObjectName(QStringLiteral("lblNoSites"));
+    noSites_->setAlignment(Qt::AlignCenter);
+
+    statusConnection_ = new QLabel;
+    statusError_ = new QLabel;
+    statusError_->setTextFormat(Qt::PlainText);
+    statusConnection_->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(statusConnection_);
+    statusBar()->addWidget(statusError_, 1);
+}
+
+void frmMain::createMenus() {
+    struct Entry {
+        const char* caption; // null: a separator
+    };
+    static constexpr std::array<Entry, 9> entries = {{
+        {QT_TRANSLATE_NOOP("frmMain", "Connect")},
+        {QT_TRANSLATE_NOOP("frmMain", "Disconnect")},
+        {nullptr},
+        {QT_TRANSLATE_NOOP("frmMain", "Edit...")},
+        {QT_TRANSLATE_NOOP("frmMain", "Delete")},
+        {nullptr},
+        {QT_TRANSLATE_NOOP("frmMain", "Add new...")},
+        {nullptr},
+        {QT_TRANSLATE_NOOP("frmMain", "Toggle Icon/Report view")},
+    }};
+    mnuListSites_ = menuBar()->addMenu(tr("&Sites"));
+    mnuListSites_->setObjectName(QStringLiteral("mnuListSites"));
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const int index = static_cast<int>(i);
+        QAction* const action = entries[i].caption == nullptr
+                                    ? mnuListSites_->addSeparator()
+                                    : mnuListSites_->addAction(tr(entries[i].caption));
+        action->setObjectName(QStringLiteral("mnuListSites_%1").arg(index));
+        connect(action, &QAction::triggered, this, [this, index] { sitesMenuTriggered(index); });
+    }
+    connect(lvwSites_, &SitesList::menuRequested, this,
+            [this](const QPoint& position) { mnuListSites_->popup(position); });
+
+    QMenu* const view = menuBar()->addMenu(tr("&View"));
+    showSitesList_ = view->addAction(tr("&Sites list"));
+    showSitesList_->setObjectName(QStringLiteral("mnuViewSitesList"));
+    showSitesList_->setCheckable(true);
+    showSitesList_->setShortcut(Qt::Key_F9);
+    connect(showSitesList_, &QAction::toggled, this, &frmMain::showSitesList);
+    view->addSeparator();
+    const auto addTabStep = [this, view](const QString& caption, const QList<QKeySequence>& shortcuts,
+                                         int step) {
+        QAction* const action = view->addAction(caption);
+        action->setShortcuts(shortcuts);
+        connect(action, &QAction::triggered, this, [this, step] {
+            tabMain_->setCurrentIndex((tabMain_->currentIndex() + step + tabMain_->count()) %
+                                      tabMain_->count());
+        });
+    };
+    addTabStep(tr("&Next tab"), {QKeySequence(tr("Ctrl+PgDown")), QKeySequence(tr("Ctrl+Tab"))}, 1);
+    addTabStep(tr("&Previous tab"), {QKeySequence(tr("Ctrl+PgUp")), QKeySequence(tr("Ctrl+Shift+Tab"))}, -1);
+}
+
+void frmMain::sitesMenuTriggered(int index) {
+    const int site = program_.currentSite();
+    switch (index) {
+    case 0:
+        program_.connectSite(site);
+        break;
+    case 1:
+        program_.disconnectSite(site);
+        break;
+    case 3:
+        if (site > 0) {
+            editSite(site);
+        }
+        break;
+    case 6:
+        editSite(0);
+        break;
+    case 8:
+        toggleSitesView();
+        break;
+    default: // "Delete" does nothing
+        break;
+    }
+}
+
+void frmMain::tmrSocketStatus_Timer() {
+    for (int site = 1; site <= program_.siteCount(); ++site) {
+        const Socket& socket = *program_.site(site).wSock;
+        sitesModel_.setState(site - 1, fromCore(SocketStateText(socket)),
+                             socket.state() == SocketState::connected);
+    }
+    if (tabMain_->currentWidget() == browser_) {
+        browser_->showCounts();
+    }
+    showStatus();
+}
+
+void frmMain::siteAdded(int site) {
+    const std::string& name = program_.site(site).config.name;
+    sitesModel_.addSite(displayTextOf(name, encodingOf(name)));
+    console_->addSite(site);
+    browser_->addSite(site);
+    results_->addSite(site);
+
+    auto* const tmrNoop = new QTimer(this);
+    tmrNoop->setObjectName(QStringLiteral("tmrNoop_%1").arg(site));
+    tmrNoop->setInterval(noopInterval);
+    connect(tmrNoop, &QTimer::timeout, this, [this, site] { program_.tmrNoop_Timer(site); });
+    tmrNoop->start();
+    if (isVisible()) {
+        program_.selectSite(site);
+    }
+}
+
+void frmMain::siteRenamed(int site) {
+    const std::string& name = program_.site(site).config.name;
+    sitesModel_.setName(site - 1, displayTextOf(name, encodingOf(name)));
+    showStatus();
+}
+
+void frmMain::currentSiteChanged() {
+    showCurrentSite();
+}
+
+void frmMain::logChanged(int site, LogKind log) {
+    switch (log) {
+    case LogKind::console:
+        console_->logChanged(site);
+        break;
+    case LogKind::commandResults:
+        results_->logChanged(site);
+        break;
+    case LogKind::browserReply:
+        browser_->logChanged(site);
+        break;
+    }
+}
+
+void frmMain::listingChanged(int site) {
+    browser_->listingChanged(site);
+}
+
+void frmMain::pathChanged(int site) {
+    browser_->pathChanged(site);
+}
+
+void frmMain::sessionReset(int /*site*/) {}
+
+void frmMain::lastErrorChanged(int /*site*/) {
+    showStatus();
+}
+
+void frmMain::showCurrentSite() {
+    const int site = program_.currentSite();
+    lvwSites_->setCurrentIndex(sitesModel_.index(site - 1, 0));
+    console_->showSite(site);
+    browser_->showSite(site);
+    results_->showSite(site);
+    tabMain_->setVisible(site > 0);
+    noSites_->setVisible(site == 0);
+    showStatus();
+}
+
+// The current site's state, and the last thing that its server refused.
+void frmMain::showStatus() {
+    const int site = program_.currentSite();
+    QString connection;
+    QString error;
+    if (site > 0) {
+        const SiteConfig& config = program_.site(site).config;
+        const SiteSession& session = program_.site(site).session;
+        connection = displayTextOf(config.name, encodingOf(config.name)) + QStringLiteral(": ") +
+                     fromCore(SocketStateText(*program_.site(site).wSock));
+        error = displayTextOf(session.lastErrorLine, session.encoding);
+    }
+    const auto show = [](QLabel& label, const QString& text) {
+        if (label.text() != text) {
+            label.setText(text);
+            label.setToolTip(text);
+        }
+    };
+    show(*statusConnection_, connection);
+    show(*statusError_, error);
+}
+
+void frmMain::editSite(int site) {
+    const bool isNew = site == 0;
+    frmSitesAddEdit::Opening opening;
+    opening.form = isNew ? SiteForm{.txtPort = "21"} : siteForm(program_.site(site).config);
+    const std::string& name = opening.form.txtSitename;
+    opening.caption = isNew
+                          ? tr("Add new site")
+                          : QStringLiteral("Editing site \"%1\"").arg(displayTextOf(name, encodingOf(name)));
+    opening.okCaption = isNew ? tr("Add and close") : tr("Save changes");
+    auto* const dialog = new frmSitesAddEdit(
+        opening,
+        [this, site, isNew](const SiteForm& form) {
+            return isNew ? program_.addSite(form) : program_.changeSite(site, form);
+        },
+        this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+// The list's width and view as they are stored, for the two views apart.
+void frmMain::toggleSitesView() {
+    WindowState& state = program_.windowState();
+    const bool toIcons = lvwSites_->isReportView();
+    (toIcons ? state.splitbar_left_wide : state.splitbar_left_narrow) = splitter_.listWidth;
+    const int width = toIcons ? state.splitbar_left_narrow : state.splitbar_left_wide;
+    state.sites_list_viewmode = static_cast<std::int32_t>(toIcons ? SitesView::icons : SitesView::report);
+    lvwSites_->setReportView(!toIcons);
+    splitter_ = splitterAt(width, barWidth);
+    layoutWindow();
+}
+
+void frmMain::showSitesList(bool visible) {
+    program_.windowState().show_sites_list = visible ? 1 : 0;
+    layoutWindow();
+}
+
+void frmMain::layoutWindow() {
+    const QRect area = centralWidget()->rect();
+    const bool withList = showSitesList_->isChecked();
+    lvwSites_->setVisible(withList);
+    imgSplit_->setVisible(withList);
+    lvwSites_->setGeometry(0, 0, pixelsFromUnits(splitter_.listWidth), area.height());
+    imgSplit_->setGeometry(pixelsFromUnits(splitter_.barLeft), 0, pixelsFromUnits(barWidth), area.height());
+    const int tabLeft = withList ? pixelsFromUnits(splitter_.tabLeft) : 0;
+    tabMain_->setGeometry(tabLeft, 0, area.width() - tabLeft, area.height());
+    noSites_->setGeometry(tabMain_->geometry());
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == centralWidget() && event->type() == QEvent::Resize) {
+        layoutWindow();
+    }
+    return (watched == imgSplit_ && dragSplitter(*event)) || QMainWindow::eventFilter(watched, event);
+}
+
+bool frmMain::dragSplitter(const QEvent& event) {
+    const auto x = [&event] { return static_cast<const QMouseEvent&>(event).position().x() * unitsPerPixel; };
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+        splitter_ = splitterPressed(splitter_, x());
+        return true;
+    case QEvent::MouseMove:
+        splitter_ = splitterMoved(splitter_, x(), barWidth, unitsFromPixels(centralWidget()->width()));
+        break;
+    case QEvent::MouseButtonRelease:
+        splitter_ = splitterReleased(splitter_);
+        break;
+    default:
+        return false;
+    }
+    layoutWindow();
+    return true;
+}
+
+void frmMain::applyWindowState() {
+    const WindowState& state = program_.windowState();
+    const bool isReport = state.sites_list_viewmode != static_cast<std::int32_t>(SitesView::icons);
+    lvwSites_->setReportView(isReport);
+    splitter_ =
+        splitterAt(std::max(0, isReport ? state.splitbar_left_wide : state.splitbar_left_narrow), barWidth);
+    showSitesList_->setChecked(state.show_sites_list != 0);
+    tabMain_->setCurrentIndex(std::clamp(state.selected_tab, 1, tabMain_->count()) - 1);
+    if (state.window_width > 0 && state.window_height > 0) {
+        setGeometry(pixelsFromUnits(state.window_left), pixelsFromUnits(state.window_top),
+                    pixelsFromUnits(state.window_width), pixelsFromUnits(state.window_height));
+    }
+    switch (static_cast<WindowMode>(state.window_state)) {
+    case WindowMode::normal:
+        show();
+        break;
+    case WindowMode::minimised:
+        showMinimized();
+        break;
+    case WindowMode::maximised:
+    default:
+        showMaximized();
+        break;
+    }
+    layoutWindow();
+}
+
+void frmMain::gatherWindowState() {
+    WindowState& state = program_.windowState();
+    state.window_state = static_cast<std::int32_t>(isMinimized()   ? WindowMode::minimised
+                                                   : isMaximized() ? WindowMode::maximised
+                                                                   : WindowMode::normal);
+    const QRect geometry = normalGeometry();
+    state.window_left = unitsFromPixels(geometry.left());
+    state.window_top = unitsFromPixels(geometry.top());
+    state.window_width = unitsFromPixels(geometry.width());
+    state.window_height = unitsFromPixels(geometry.height());
+    (lvwSites_->isReportView() ? state.splitbar_left_wide : state.splitbar_left_narrow) = splitter_.listWidth;
+    state.selected_tab = tabMain_->currentIndex() + 1;
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    program_.SaveSites();
+    gatherWindowState();
+    const WindowState& state = program_.windowState();
+    program_.SaveWindowState(std::min(state.window_left, state.window_top) > leastStoredPosition);
+    event->accept();
+}
+
+void frmMain::writeProblems(const std::vector<std::string>& problems) {
+    for (const std::string& problem : problems) {
+        std::cerr << problem << '\n';
+    }
+}
+
+} // namespace corvel

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "app/mdlMain.h"
+#include "app/SplitterDrag.h"
+#include "browser/qt/BrowserPanel.h"
+#include "net/qt/ConsolePanel.h"
+#include "net/qt/QtClock.h"
+#include "net/qt/SitesList.h"
+#include "widgets/WindowPrompts.h"
+
+#include <QMainWindow>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QAction;
+class QLabel;
+class QStackedWidget;
+class QTabWidget;
+class QTimer;
+
+namespace corvel {
+
+// The main window: the sites list, the bar beside it, the tabs, the menus and the status bar. It shows
+// mdlMain and hands it everything that happens.
+class frmMain : public QMainWindow, public Views {
+    Q_OBJECT
+
+  public:
+    // store: where the state lives between runs; borrowed, must outlive the window. directory: of sites.ini
+    // and settings.ini, UTF-8. Nothing is read before start().
+    frmMain(StateStore& store, const std::string& directory);
+    ~frmMain() override;
+
+    // Reads state, settings and sites, shows the window and connects the sites that are marked for it.
+    void start();
+
+    mdlMain& program() { return program_; }
+
+    // Views
+    void siteAdded(int site) override;
+    void siteRenamed(int site) override;
+    void currentSiteChanged() override;
+    void logChanged(int site, LogKind log) override;
+    void listingChanged(int site) override;
+    void pathChanged(int site) override;
+    void sessionReset(int site) override;
+    void lastErrorChanged(int site) override;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    std::unique_ptr<Socket> makeSocket(int site);
+    void createMenus();
+    void createPanels();
+    void sitesMenuTriggered(int index);
+    void editSite(int site); // 0: a new one
+    void toggleSitesView();
+    void showSitesList(bool visible);
+    void showCurrentSite();
+    void layoutWindow();
+    void applyWindowState();
+    void gatherWindowState();
+    bool dragSplitter(const QEvent& event);
+    void tmrSocketStatus_Timer();
+    void showStatus();
+    static void writeProblems(const std::vector<std::string>& problems);
+
+    WindowPrompts prompts_;
+    QtClock clock_;
+    mdlMain program_;
+
+    SitesModel sitesModel_;
+    SitesList* lvwSites_ = nullptr;
+    QWidget* imgSplit_ = nullptr;
+    QTabWidget* tabMain_ = nullptr;
+    QLabel* noSites_ = nullptr;
+    QMenu* mnuListSites_ = nullptr;
+    QAction* showSitesList_ = nullptr;
+    ConsolePanel* console_ = nullptr;
+    ResultsPanel* results_ = nullptr;
+    BrowserPanel* browser_ = nullptr;
+    QLabel* statusConnection_ = nullptr;
+    QLabel* statusError_ = nullptr;
+    QTimer* tmrSocketStatus_ = nullptr;
+
+    SplitterLayout splitter_;
+};
+
+} // namespace corvel

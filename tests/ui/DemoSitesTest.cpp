@@ -1,0 +1,133 @@
+#include "demo/DemoServer.h"
+#include "ui/WindowDriver.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace corvel::test {
+namespace {
+
+// The window and the program's own server, with two sites on it.
+class DemoSites : public testing::Test {
+  protected:
+    explicit DemoSites(const DemoOptions& options = {}) : server_(options) { server_.listen(); }
+
+    void SetUp() override {
+        const std::string sites = siteRecord("home", server_.port(), "demo", "demo") +
+                                  siteRecord("backup", server_.port(), "demo", "demo");
+        driver_ = std::make_unique<WindowDriver>(sites);
+    }
+
+    QString text(const char* name) { return driver_->find<QPlainTextEdit>(name).toPlainText(); }
+
+    DemoServer server_;
+    std::unique_ptr<WindowDriver> driver_;
+};
+
+TEST_F(DemoSites, TwoSitesLogInSideBySide) {
+    ASSERT_TRUE(driver_->logIn(1));
+    ASSERT_TRUE(driver_->logIn(2));
+    EXPECT_EQ(server_.clientCount(), 2);
+    EXPECT_TRUE(driver_->waitForRow(u"pub"_s));
+    const QAbstractItemModel& sites = *driver_->find<QAbstractItemView>("lvwSites").model();
+    const QString connected = u"Connected (127.0.0.1:%1)"_s.arg(server_.port());
+    EXPECT_TRUE(eventually([&] { return sites.index(1, 1).data().toString() == connected; }));
+    driver_->chooseSitesMenu(1);
+    EXPECT_TRUE(eventually([&] { return sites.index(1, 1).data().toString() == u"Socket closed"_s; }));
+    EXPECT_EQ(sites.index(0, 1).data().toString(), connected);
+    EXPECT_TRUE(driver_->session(1).bLoggedIn);
+}
+
+TEST_F(DemoSites, ConsoleSendsWhatIsTypedAndSelectsIt) {
+    ASSERT_TRUE(driver_->logIn(1));
+    auto& command = driver_->find<QLineEdit>("txtSendFTP_1");
+    QTest::keyClicks(&command, u"SYST"_s);
+    QTest::keyClick(&command, Qt::Key_Return);
+    EXPECT_EQ(command.selectedText(), u"SYST"_s);
+    EXPECT_TRUE(eventually([&] { return text("txtLogFTP_1").contains(u"> SYST"_s) && driver_->isIdle(1); }));
+    EXPECT_TRUE(eventually([&] { return text("txtLogFTP_1").contains(u"215 "_s); }));
+    EXPECT_FALSE(text("txtLogFTP_1").contains(u"PASS demo"_s));
+    EXPECT_TRUE(text("txtLogFTP_2").isEmpty());
+}
+
+TEST_F(DemoSites, BrowserWalksSortsAndCounts) {
+    driver_->find<QTabWidget>("tabMain").setCurrentIndex(2);
+    ASSERT_TRUE(driver_->logIn(1));
+    ASSERT_TRUE(driver_->waitForRow(u"pub"_s));
+    driver_->doubleClick(u"pub"_s);
+    ASSERT_TRUE(eventually([&] { return driver_->path() == u"/pub"_s && driver_->isIdle(1); }));
+    const QAbstractItemModel& model = *driver_->browser().model();
+    EXPECT_EQ(model.index(0, 0).data().toString(), u".."_s);
+    EXPECT_EQ(model.index(0, 6).data().toString(), u"0"_s);
+
+    const SiteSession& session = driver_->session(1);
+    EXPECT_TRUE(eventually([&] {
+        return driver_->find<QLabel>("lblBrowserFileCnt").text().toULongLong() == session.listing.fileCount;
+    }));
+    EXPECT_EQ(driver_->find<QLabel>("lblBrowserDirCnt").text().toULongLong(), session.listing.directoryCount);
+
+    const QString last = model.index(model.rowCount() - 1, 0).data().toString();
+    emit driver_->browser().headerClicked(0);
+    EXPECT_EQ(model.index(0, 0).data().toString(), u".."_s);
+    EXPECT_NE(model.index(model.rowCount() - 1, 0).data().toString(), last);
+
+    QTest::mouseClick(&driver_->find<QPushButton>("cmdBrowser_0"), Qt::LeftButton);
+    EXPECT_TRUE(eventually([&] { return driver_->path() == u"/"_s; }));
+}
+
+TEST_F(DemoSites, BrowserRefusalComesBackAndIsShown) {
+    ASSERT_TRUE(driver_->logIn(1));
+    ASSERT_TRUE(driver_->waitForRow(u"private"_s));
+    driver_->doubleClick(u"private"_s);
+    EXPECT_TRUE(
+        eventually([&] { return driver_->isIdle(1) && driver_->session(1).listing.entries.empty(); }));
+    EXPECT_EQ(driver_->session(1).sCwd, "/");
+    EXPECT_EQ(driver_->session(1).lastErrorLine.substr(0, 4), "550 ");
+}
+
+TEST_F(DemoSites, BrowserChangesTheServer) {
+    ASSERT_TRUE(driver_->logIn(1));
+    driver_->press(Qt::Key_Insert);
+    driver_->answerText(u"größer  als"_s);
+    driver_->refresh();
+    ASSERT_TRUE(driver_->waitForRow(u"größer  als"_s));
+    driver_->rename(u"größer  als"_s, u"kleiner"_s);
+    EXPECT_GE(driver_->rowOf(u"größer  als"_s), 0) << "the list waits for the server";
+    driver_->press(Qt::Key_F5);
+    ASSERT_TRUE(driver_->waitForRow(u"kleiner"_s));
+    driver_->select(u"kleiner"_s);
+    driver_->press(Qt::Key_Delete);
+    EXPECT_EQ(driver_->answer(QMessageBox::No), u"Are u sure u want to delete this directory:\nkleiner"_s);
+    driver_->press(Qt::Key_Delete);
+    driver_->answer(QMessageBox::Yes);
+    driver_->refresh();
+    EXPECT_TRUE(driver_->waitForNoRow(u"kleiner"_s));
+    EXPECT_TRUE(text("txtBrowserCmdReply_1").contains(u"] > RMD kleiner"_s));
+}
+
+class HugeDirectory : public DemoSites {
+  protected:
+    HugeDirectory() : DemoSites({.entries = 200000, .chunkBytes = 0}) {}
+};
+
+TEST_F(HugeDirectory, IsListedWhileTheOtherSiteGoesOn) {
+    ASSERT_TRUE(driver_->logIn(1));
+    ASSERT_TRUE(driver_->logIn(2));
+    ASSERT_TRUE(driver_->waitForRow(u"big"_s));
+    driver_->doubleClick(u"big"_s);
+    driver_->window->program().sendConsoleCommand(2, "SYST");
+    EXPECT_TRUE(eventually([&] { return text("txtLogFTP_2").contains(u"215 "_s); }));
+    EXPECT_TRUE(eventually([&] { return driver_->session(1).listing.fileCount == 200000; }));
+    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && driver_->path() == u"/big"_s; }));
+}
+
+} // namespace
+} // namespace corvel::test

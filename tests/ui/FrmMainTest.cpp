@@ -1,0 +1,156 @@
+#include "ui/frmMain.h"
+
+#include "config/qt/frmSitesAddEdit.h"
+#include "ui/WindowDriver.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace corvel::test {
+namespace {
+
+const std::string oneSite = siteRecord("home", 1, "bob", "secret");
+
+void fill(WindowDriver& driver, const char* name, const QString& text) {
+    driver.find<QLineEdit>(name).setText(text);
+}
+
+TEST(FrmMain, TellsANewUserHowToStart) {
+    WindowDriver driver("");
+    EXPECT_FALSE(driver.find<QTabWidget>("tabMain").isVisible());
+    EXPECT_TRUE(driver.find<QLabel>("lblNoSites").isVisible());
+    driver.chooseSitesMenu(0);
+    driver.chooseSitesMenu(1);
+    driver.chooseSitesMenu(3);
+    EXPECT_EQ(driver.window->findChild<QDialog*>(), nullptr);
+}
+
+TEST(FrmMain, AddsAndEditsASite) {
+    WindowDriver driver("");
+    driver.chooseSitesMenu(6);
+    ASSERT_NE(driver.waitForBox<frmSitesAddEdit>(), nullptr);
+    auto& ok = driver.find<QPushButton>("OKButton");
+    EXPECT_EQ(ok.text(), u"Add and close"_s);
+    QTest::mouseClick(&ok, Qt::LeftButton);
+    EXPECT_EQ(driver.answer(QMessageBox::Ok), u"Please enter a sitename"_s);
+    fill(driver, "txtSitename", u"home"_s);
+    fill(driver, "txtHostname", u"127.0.0.1"_s);
+    fill(driver, "txtPort", u"65536"_s);
+    fill(driver, "txtUsername", u"bob"_s);
+    fill(driver, "txtPassword", u"secret"_s);
+    QTest::mouseClick(&ok, Qt::LeftButton);
+    EXPECT_EQ(driver.answer(QMessageBox::Ok), u"Please enter a valid port (1 - 65535)"_s);
+    fill(driver, "txtPort", u"2121"_s);
+    QTest::mouseClick(&ok, Qt::LeftButton);
+    ASSERT_TRUE(eventually([&] { return driver.window->findChild<QDialog*>() == nullptr; }));
+    EXPECT_TRUE(driver.find<QTabWidget>("tabMain").isVisible());
+
+    // An added site has no password; editing it stores one.
+    driver.restart();
+    EXPECT_EQ(
+        driver.directory.read("sites.ini"),
+        "name = home\nhost = 127.0.0.1\nport = 2121\nuser = bob\npass = \nident = \nconnectonstartup = 0\n"
+        "usesslproxy = 0\n\n");
+    driver.chooseSitesMenu(3);
+    auto* const editor = driver.waitForBox<frmSitesAddEdit>();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->windowTitle(), u"Editing site \"home\""_s);
+    fill(driver, "txtSitename", u"größer"_s);
+    fill(driver, "txtPassword", u"new"_s);
+    driver.find<QCheckBox>("chkUseSSLProxy").setChecked(true);
+    QTest::keyClick(editor, Qt::Key_Return);
+    ASSERT_TRUE(eventually([&] { return driver.window->findChild<QDialog*>() == nullptr; }));
+    EXPECT_EQ(driver.find<QAbstractItemView>("lvwSites").model()->index(0, 0).data().toString(), u"größer"_s);
+    driver.close();
+    EXPECT_EQ(driver.directory.read("sites.ini"), "name = größer\nhost = 127.0.0.1\nport = 2121\nuser = "
+                                                  "bob\npass = new\nident = \nconnectonstartup = 0\n"
+                                                  "usesslproxy = 1\n\n");
+}
+
+TEST(FrmMain, KeepsTheBytesOfAnOldFile) {
+    const std::string old = "name = f\xFCr\nhost = h\nport = 1\nuser = gr\xFC\xDF\npass = p\n";
+    WindowDriver driver(old);
+    driver.chooseSitesMenu(3);
+    auto* const editor = driver.waitForBox<frmSitesAddEdit>();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(driver.find<QLineEdit>("txtUsername").text(), u"grüß"_s);
+    QTest::keyClick(editor, Qt::Key_Return);
+    eventually([&] { return driver.window->findChild<QDialog*>() == nullptr; });
+    driver.close();
+    EXPECT_EQ(driver.directory.read("sites.ini").substr(0, old.size()), old);
+}
+
+TEST(FrmMain, RemembersItsState) {
+    WindowDriver driver(oneSite);
+    driver.find<QTabWidget>("tabMain").setCurrentIndex(4);
+    driver.window->setGeometry(40, 30, 910, 620);
+    driver.find<QAction>("mnuViewSitesList").trigger();
+    EXPECT_FALSE(driver.find<QWidget>("lvwSites").isVisible());
+    driver.restart();
+    EXPECT_EQ(driver.find<QTabWidget>("tabMain").currentIndex(), 4);
+    EXPECT_FALSE(driver.find<QWidget>("lvwSites").isVisible());
+    EXPECT_EQ(driver.window->size(), QSize(910, 620));
+    EXPECT_EQ(driver.store.value("selected_tab"), "5");
+    EXPECT_EQ(driver.store.value("window_width"), "13650");
+}
+
+TEST(FrmMain, StartsFromTheDefaultsWithAWrongStore) {
+    WindowDriver driver(oneSite);
+    driver.store.setValue("selected_tab", "99");
+    driver.store.setValue("sites_list_viewmode", "seven");
+    driver.store.setValue("splitbar_left_wide", "-5");
+    driver.window = std::make_unique<frmMain>(driver.store, driver.directory.path());
+    driver.window->start();
+    EXPECT_EQ(driver.find<QTabWidget>("tabMain").currentIndex(), 7);
+    EXPECT_TRUE(driver.find<SitesList>("lvwSites").isReportView());
+}
+
+TEST(FrmMain, SplitterFollowsTheMouseToTheMiddle) {
+    WindowDriver driver(oneSite);
+    driver.window->resize(900, 600);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(driver.window.get()));
+    auto& bar = driver.find<QWidget>("imgSplit");
+    auto& list = driver.find<QWidget>("lvwSites");
+    auto& tabs = driver.find<QWidget>("tabMain");
+    const auto drag = [&](int distance) {
+        QTest::mousePress(&bar, Qt::LeftButton, {}, {2, 10});
+        QTest::mouseMove(&bar, {2 + distance, 10});
+        QTest::mouseRelease(&bar, Qt::LeftButton, {}, {2, 10});
+    };
+    EXPECT_EQ(list.width(), 100);
+    drag(150);
+    EXPECT_EQ(list.width(), 250);
+    EXPECT_EQ(tabs.x(), 255);
+    EXPECT_EQ(tabs.x() + tabs.width(), 900);
+    drag(1000);
+    EXPECT_EQ(list.width(), 450);
+    driver.chooseSitesMenu(8);
+    EXPECT_EQ(list.width(), 100) << "the icon view has a width of its own";
+    driver.chooseSitesMenu(8);
+    EXPECT_EQ(list.width(), 450);
+    driver.close();
+    EXPECT_EQ(driver.store.value("splitbar_left_wide"), "6750");
+    EXPECT_EQ(driver.store.value("splitbar_left_narrow"), "1500");
+}
+
+TEST(FrmMain, SaysWhenItCannotSave) {
+    WindowDriver driver(oneSite);
+    std::filesystem::create_directory(driver.directory.fileNamed("sites.ini.new"));
+    driver.close();
+    EXPECT_TRUE(driver.answer(QMessageBox::Ok).startsWith(u"Sites file can't be written: "_s));
+    EXPECT_EQ(driver.directory.read("sites.ini"), oneSite);
+    EXPECT_FALSE(driver.window->isVisible());
+}
+
+} // namespace
+} // namespace corvel::test

@@ -1,0 +1,152 @@
+#include "ui/WindowDriver.h"
+
+#include <QElapsedTimer>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace corvel::test {
+
+bool eventually(const std::function<bool()>& condition) {
+    constexpr int longest = 20000;
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > longest) {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 50);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
+
+WindowDriver::WindowDriver(const std::string& sitesFile, const std::string& settingsFile) {
+    store.setValue("show_sites_list", "1");
+    store.setValue("window_state", "0");
+    if (!sitesFile.empty()) {
+        directory.write("sites.ini", sitesFile);
+    }
+    if (!settingsFile.empty()) {
+        directory.write("settings.ini", settingsFile);
+    }
+    start();
+}
+
+void WindowDriver::start() {
+    window = std::make_unique<frmMain>(store, directory.path());
+    window->start();
+}
+
+void WindowDriver::close() {
+    window->close();
+}
+
+void WindowDriver::restart() {
+    close();
+    start();
+}
+
+bool WindowDriver::logIn(int site) {
+    find<QAbstractItemView>("lvwSites")
+        .setCurrentIndex(find<QAbstractItemView>("lvwSites").model()->index(site - 1, 0));
+    chooseSitesMenu(0);
+    return eventually(
+        [&] { return session(site).bLoggedIn && isIdle(site) && !session(site).sBrowserPWD.empty(); });
+}
+
+bool WindowDriver::isIdle(int site) {
+    return !session(site).bAwaitingReply &&
+           std::ranges::all_of(session(site).CommandQueue,
+                               [](const Command& slot) { return slot.sCommand.empty(); });
+}
+
+ReportView& WindowDriver::browser() {
+    return find<ReportView>("lvwBrowser_1");
+}
+
+int WindowDriver::rowOf(const QString& name) {
+    const QAbstractItemModel& model = *browser().model();
+    for (int row = 0; row < model.rowCount(); ++row) {
+        if (model.index(row, 0).data().toString() == name) {
+            return row;
+        }
+    }
+    return -1;
+}
+
+bool WindowDriver::waitForRow(const QString& name) {
+    return eventually([&] { return isIdle(1) && rowOf(name) >= 0; });
+}
+
+bool WindowDriver::waitForNoRow(const QString& name) {
+    return eventually([&] { return isIdle(1) && browser().model()->rowCount() > 0 && rowOf(name) < 0; });
+}
+
+QString WindowDriver::path() {
+    return find<QLineEdit>("txtBrowserPWD_1").text();
+}
+
+void WindowDriver::select(const QString& name) {
+    browser().setCurrentRow(rowOf(name));
+}
+
+void WindowDriver::doubleClick(const QString& name) {
+    const QRect place = browser().visualRect(browser().model()->index(rowOf(name), 0));
+    QTest::mouseClick(browser().viewport(), Qt::LeftButton, {}, place.center());
+    QTest::mouseDClick(browser().viewport(), Qt::LeftButton, {}, place.center());
+}
+
+void WindowDriver::press(Qt::Key key) {
+    QTest::keyClick(&browser(), key);
+}
+
+void WindowDriver::refresh() {
+    eventually([&] { return isIdle(1); });
+    QTest::mouseClick(&find<QPushButton>("cmdBrowser_1"), Qt::LeftButton);
+    eventually([&] { return isIdle(1); });
+}
+
+void WindowDriver::rename(const QString& name, const QString& newName) {
+    select(name);
+    press(Qt::Key_F2);
+    auto* const editor = browser().viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    editor->setText(newName);
+    QTest::keyClick(editor, Qt::Key_Return);
+    // The list takes the text only when the event loop turns.
+    EXPECT_TRUE(eventually([&] { return browser().viewport()->findChild<QLineEdit*>() == nullptr; }));
+}
+
+void WindowDriver::chooseSitesMenu(int index) {
+    find<QAction>(("mnuListSites_" + std::to_string(index)).c_str()).trigger();
+}
+
+QString WindowDriver::answer(int button) {
+    auto* const box = waitForBox<QMessageBox>();
+    if (box == nullptr) {
+        return QStringLiteral("no message box");
+    }
+    const QString text = box->text();
+    QTest::mouseClick(box->button(static_cast<QMessageBox::StandardButton>(button)), Qt::LeftButton);
+    return text;
+}
+
+void WindowDriver::answerText(const QString& text) {
+    auto* const box = waitForBox<QInputDialog>();
+    ASSERT_NE(box, nullptr);
+    box->setTextValue(text);
+    box->accept();
+}
+
+std::string siteRecord(const std::string& name, int port, const std::string& user,
+                       const std::string& password) {
+    return "name = " + name + "\nhost = 127.0.0.1\nport = " + std::to_string(port) + "\nuser = " + user +
+           "\npass = " + password + "\n\n";
+}
+
+} // namespace corvel::test

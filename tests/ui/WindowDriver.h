@@ -1,0 +1,92 @@
+#pragma once
+
+#include "config/MemoryStore.h"
+#include "support/TemporaryDirectory.h"
+#include "ui/frmMain.h"
+#include "widgets/ReportView.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace corvel::test {
+
+// Lets events happen until condition holds; false when it does not within the time that nothing here takes.
+bool eventually(const std::function<bool()>& condition);
+
+// The main window over a directory and a store of its own, driven as a person would: by its controls' names.
+class WindowDriver {
+  public:
+    // Starts the window with these files; an empty text means no file.
+    explicit WindowDriver(const std::string& sitesFile, const std::string& settingsFile = {});
+
+    // Closes the window as a person does and starts another on the same files and store.
+    void restart();
+    void close();
+
+    template <typename Widget>
+    Widget& find(const char* name) {
+        auto* const widget = window->findChild<Widget*>(QLatin1String(name));
+        if (widget == nullptr) {
+            throw std::runtime_error(std::string("no control is named ") + name);
+        }
+        return *widget;
+    }
+
+    const SiteSession& session(int site) { return window->program().site(site).session; }
+
+    // Logs in on a site by its menu and waits until the root is listed.
+    bool logIn(int site);
+    // Nothing is outstanding or waiting on the site.
+    bool isIdle(int site);
+
+    // The browser of site 1. Rows go by the text of their first column; -1 when there is no such row.
+    ReportView& browser();
+    int rowOf(const QString& name);
+    bool waitForRow(const QString& name);
+    bool waitForNoRow(const QString& name);
+    QString path();
+    void select(const QString& name);
+    void doubleClick(const QString& name);
+    void press(Qt::Key key);
+    void refresh();
+    void rename(const QString& name, const QString& newName);
+
+    // Triggers an entry of the sites menu.
+    void chooseSitesMenu(int index);
+    // Waits for a box of that kind over the window.
+    template <typename Box>
+    Box* waitForBox() {
+        Box* box = nullptr;
+        eventually([&] {
+            box = nullptr;
+            for (Box* candidate : window->findChildren<Box*>()) {
+                box = candidate->isVisible() ? candidate : box;
+            }
+            return box != nullptr;
+        });
+        return box;
+    }
+    // Answers the next message box with a button, and gives its text.
+    QString answer(int button);
+    // Types a text into the next input box and accepts it.
+    void answerText(const QString& text);
+
+    TemporaryDirectory directory;
+    MemoryStore store;
+    std::unique_ptr<frmMain> window;
+
+  private:
+    void start();
+};
+
+// One site of a sites.ini.
+std::string siteRecord(const std::string& name, int port, const std::string& user,
+                       const std::string& password);
+
+} // namespace corvel::test
