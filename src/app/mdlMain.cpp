@@ -66,8 +66,8 @@ void mdlMain::SaveSites() {
     }
 }
 
-void mdlMain::SaveWindowState(bool withGeometry) {
-    saveWindowState(ports_.store, windowState_, withGeometry);
+void mdlMain::SaveWindowState() {
+    saveWindowState(ports_.store, windowState_, true);
 }
 
 void mdlMain::selectSite(int site) {

@@ -49,9 +49,9 @@ class mdlMain {
     void LoadSites(); // ends by connecting the sites that are marked for it
 
     // Shut-down. SaveSites tells the person when it cannot save. SaveWindowState stores windowState() as it
-    // is then; withGeometry: its geometry is that of a window on screen.
+    // is then; its geometry must be that of the window in its normal state.
     void SaveSites();
-    void SaveWindowState(bool withGeometry);
+    void SaveWindowState();
 
     WindowState& windowState() { return windowState_; }
     const Settings& settings() const { return settings_; }

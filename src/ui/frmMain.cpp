@@ -26,7 +26,6 @@ namespace {
 
 // In units of 1/1440 inch.
 constexpr int barWidth = 75;
-constexpr int leastStoredPosition = -100; // a minimised window lies far off screen
 
 // In milliseconds.
 constexpr int noopInterval = 13000;
@@ -347,7 +346,7 @@ void frmMain::toggleSitesView() {
 }
 
 void frmMain::showSitesList(bool visible) {
-    program_.windowState().show_sites_list = visible ? 1 : 0;
+    program_.windowState().show_sites_list = visible;
     layoutWindow();
 }
 
@@ -395,7 +394,7 @@ void frmMain::applyWindowState() {
     lvwSites_->setReportView(isReport);
     splitter_ =
         splitterAt(std::max(0, isReport ? state.splitbar_left_wide : state.splitbar_left_narrow), barWidth);
-    showSitesList_->setChecked(state.show_sites_list != 0);
+    showSitesList_->setChecked(state.show_sites_list);
     tabMain_->setCurrentIndex(std::clamp(state.selected_tab, 1, tabMain_->count()) - 1);
     if (state.window_width > 0 && state.window_height > 0) {
         setGeometry(pixelsFromUnits(state.window_left), pixelsFromUnits(state.window_top),
@@ -433,8 +432,7 @@ void frmMain::gatherWindowState() {
 void frmMain::closeEvent(QCloseEvent* event) {
     program_.SaveSites();
     gatherWindowState();
-    const WindowState& state = program_.windowState();
-    program_.SaveWindowState(std::min(state.window_left, state.window_top) > leastStoredPosition);
+    program_.SaveWindowState();
     event->accept();
 }
 

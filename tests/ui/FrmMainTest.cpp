@@ -111,7 +111,8 @@ TEST(FrmMain, StartsFromTheDefaultsWithAWrongStore) {
     driver.store.setValue("splitbar_left_wide", "-5");
     driver.window = std::make_unique<frmMain>(driver.store, driver.directory.path());
     driver.window->start();
-    EXPECT_EQ(driver.find<QTabWidget>("tabMain").currentIndex(), 7);
+    EXPECT_EQ(driver.find<QTabWidget>("tabMain").currentIndex(), 0);
+    EXPECT_EQ(driver.find<QWidget>("lvwSites").width(), 100);
     EXPECT_TRUE(driver.find<SitesList>("lvwSites").isReportView());
 }
 

@@ -7,6 +7,7 @@
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -95,6 +96,14 @@ ReportSource listSource(const SiteSession& session) {
     return source;
 }
 
+void fitName(ReportView& list) {
+    std::array<int, accessColumn> others{};
+    for (int column = sizeColumn; column <= accessColumn; ++column) {
+        others[static_cast<std::size_t>(column - sizeColumn)] = list.columnUnits(column);
+    }
+    list.setColumnUnits(nameColumn, FitBrowserColumns(list.widthUnits(), others));
+}
+
 } // namespace
 
 BrowserPanel::BrowserPanel(mdlMain& program, QWidget* parent)
@@ -158,11 +167,7 @@ void BrowserPanel::listingChanged(int site) {
                                                                         : Qt::DescendingOrder);
     if (session.listing.isRecognised) {
         list.fitColumns(sizeColumn, accessColumn);
-        std::vector<int> others;
-        for (int column = sizeColumn; column <= accessColumn; ++column) {
-            others.push_back(list.columnUnits(column));
-        }
-        list.setColumnUnits(nameColumn, FitBrowserColumns(list.widthUnits(), others));
+        fitName(list);
     }
 }
 
@@ -220,10 +225,19 @@ QWidget* BrowserPanel::createButtons() {
     return bar;
 }
 
+// A list that changes its width gives what is free to the names.
+bool BrowserPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize) {
+        fitName(static_cast<ReportView&>(*watched));
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 ReportView* BrowserPanel::createList(int site) {
     auto* const list = new ReportView;
     list->setObjectName(numbered("lvwBrowser", site));
     list->setAccessibleName(tr("Remote directory"));
+    list->installEventFilter(this);
     BrowserActions& browser = program_.browser();
     connect(list, &ReportView::headerClicked, this,
             [&browser, site](int column) { browser.sortBy(site, column); });

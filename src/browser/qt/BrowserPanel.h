@@ -33,6 +33,9 @@ class BrowserPanel : public QWidget {
     // Writes the current site's counts where they differ from what is shown.
     void showCounts();
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     struct Page {
         ReportView* list = nullptr;
