@@ -18,7 +18,7 @@ class Views {
     virtual void logChanged(int site, LogKind log) = 0;
     virtual void listingChanged(int site) = 0;   // the browser's rows, their order or the counts
     virtual void pathChanged(int site) = 0;      // the browser's path box
-    virtual void sessionReset(int site) = 0;    // the connection has ended; tables and activity are empty
+    virtual void sessionReset(int site) = 0;     // the connection has ended; tables and activity are empty
     virtual void lastErrorChanged(int site) = 0; // the server's last reply with a code of 400 or more
 };
 

@@ -39,7 +39,8 @@ class SiteDelegate : public QStyledItemDelegate {
         list_.style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, &list_);
         const QRect area = option.rect.adjusted(margin, margin, -margin, -margin);
         const int lineHeight = option.fontMetrics.height();
-        const QRect icon(area.left(), area.top() + (lineHeight - smallIconSize) / 2, smallIconSize, smallIconSize);
+        const QRect icon(area.left(), area.top() + (lineHeight - smallIconSize) / 2, smallIconSize,
+                         smallIconSize);
         index.data(Qt::DecorationRole).value<QIcon>().paint(painter, icon);
 
         const QRect texts = area.adjusted(smallIconSize + margin, 0, 0, 0);
