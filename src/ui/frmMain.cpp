@@ -317,7 +317,7 @@ void frmMain::showStatus() {
 void frmMain::editSite(int site) {
     const bool isNew = site == 0;
     frmSitesAddEdit::Opening opening;
-    opening.form = isNew ? SiteForm{.txtPort = "21"} : siteForm(program_.site(site).config);
+    opening.form = isNew ? SiteForm{} : siteForm(program_.site(site).config);
     const std::string& name = opening.form.txtSitename;
     opening.caption = isNew
                           ? tr("Add new site")
