@@ -32,7 +32,8 @@ frmSitesAddEdit::frmSitesAddEdit(Opening opening, Accept accept, QWidget* parent
         {"txtIdent", QT_TR_NOOP("&Ident:"), &SiteForm::txtIdent},
     }};
     setObjectName(QStringLiteral("frmSitesAddEdit"));
-    setWindowTitle(opening.caption);
+    // Qt reads a single [*] as the place of a "modified" mark.
+    setWindowTitle(opening.caption.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
 
     auto* const layout = new QFormLayout(this);
     layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
