@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
+#include <utility>
 
 namespace corvel {
 
@@ -84,6 +85,7 @@ void frmMain::start() {
 
 std::unique_ptr<Socket> frmMain::makeSocket(int site) {
     auto socket = std::make_unique<wSock>();
+    connect(socket.get(), &wSock::stateChanged, this, [this, site] { changedSockets_.insert(site); });
     connect(socket.get(), &wSock::connected, this, [this, site] { program_.wSock_Connect(site); });
     connect(socket.get(), &wSock::dataArrived, this, [this, site](const QByteArray& bytes) {
         program_.wSock_DataArrival(site, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
@@ -214,21 +216,25 @@ void frmMain::sitesMenuTriggered(int index) {
     }
 }
 
+// Brings the sites list in step with the sockets that have changed since the last tick.
 void frmMain::tmrSocketStatus_Timer() {
-    for (int site = 1; site <= program_.siteCount(); ++site) {
+    for (const int site : std::exchange(changedSockets_, {})) {
         const Socket& socket = *program_.site(site).wSock;
         sitesModel_.setState(site - 1, fromCore(SocketStateText(socket)),
                              socket.state() == SocketState::connected);
+        if (site == program_.currentSite()) {
+            showStatus();
+        }
     }
     if (tabMain_->currentWidget() == browser_) {
         browser_->showCounts();
     }
-    showStatus();
 }
 
 void frmMain::siteAdded(int site) {
     const std::string& name = program_.site(site).config.name;
     sitesModel_.addSite(displayTextOf(name, encodingOf(name)));
+    changedSockets_.insert(site);
     console_->addSite(site);
     browser_->addSite(site);
     results_->addSite(site);

@@ -11,6 +11,7 @@
 #include <QMainWindow>
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -88,6 +89,7 @@ class frmMain : public QMainWindow, public Views {
     QTimer* tmrSocketStatus_ = nullptr;
 
     SplitterLayout splitter_;
+    std::set<int> changedSockets_; // sites whose row is to be looked at by the next tick
 };
 
 } // namespace corvel

@@ -17,6 +17,7 @@ wSock::wSock(QObject* parent) : QObject(parent) {
     socket_.setReadBufferSize(bytesPerEvent);
     connect(&socket_, &QTcpSocket::connected, this, &wSock::connected);
     connect(&socket_, &QTcpSocket::readyRead, this, &wSock::takeData);
+    connect(&socket_, &QTcpSocket::stateChanged, this, &wSock::stateChanged);
     connect(&socket_, &QTcpSocket::errorOccurred, this, &wSock::reportError);
 }
 
@@ -53,8 +54,11 @@ void wSock::Connect(const std::string& host, std::int32_t port) {
 }
 
 void wSock::Close() {
-    const QSignalBlocker silence(socket_);
-    socket_.abort();
+    {
+        const QSignalBlocker silence(socket_);
+        socket_.abort();
+    }
+    emit stateChanged();
 }
 
 void wSock::Send(std::string_view bytes) {

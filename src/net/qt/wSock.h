@@ -25,6 +25,7 @@ class wSock : public QObject, public Socket {
     std::int32_t remotePort() const override;
 
   signals:
+    void stateChanged(); // in whatever way, by Connect and Close too
     void connected();
     void dataArrived(const QByteArray& bytes);
     void closedByPeer();
