@@ -106,8 +106,13 @@ void frmMain::createPanels() {
     lvwSites_->setObjectName(QStringLiteral("lvwSites"));
     connect(lvwSites_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { program_.selectSite(current.row() + 1); });
-    connect(lvwSites_, &QAbstractItemView::doubleClicked, this,
-            [this] { program_.connectSite(program_.currentSite()); });
+    connect(lvwSites_, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
+        // Connecting ends a connection that is there: a double click must not.
+        const int site = index.row() + 1;
+        if (program_.site(site).wSock->state() == SocketState::closed) {
+            program_.connectSite(site);
+        }
+    });
 
     imgSplit_ = new QWidget(area);
     imgSplit_->setObjectName(QStringLiteral("imgSplit"));

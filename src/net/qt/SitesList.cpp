@@ -123,7 +123,9 @@ void SitesList::setReportView(bool report) {
     setMovement(QListView::Static);
     setResizeMode(QListView::Adjust);
     setWordWrap(!report);
-    setSpacing(report ? 0 : margin);
+    // Icons stand in columns; one column fits the list at its first width.
+    const QSize cell(largeIconSize + 9 * margin, largeIconSize + 3 * fontMetrics().height());
+    setGridSize(report ? QSize() : cell);
     const int size = report ? smallIconSize : largeIconSize;
     setIconSize({size, size});
     scheduleDelayedItemsLayout();
