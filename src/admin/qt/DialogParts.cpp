@@ -1,0 +1,87 @@
+#include "admin/qt/DialogParts.h"
+
+#include "common/Text.h"
+#include "widgets/TextConversion.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionFrame>
+
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+QMessageBox* openBox(QWidget& parent, const QString& text, QMessageBox::StandardButtons buttons) {
+    auto* const box = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Corvel"), {}, buttons, &parent);
+    // Before the text: the automatic choice would read markup in it.
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+    return box;
+}
+
+} // namespace
+
+QString elementName(const char* name, int index) {
+    return QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(index);
+}
+
+QLabel* labelFor(QWidget& input, const char* name, const QString& caption) {
+    input.setObjectName(QLatin1String(name));
+    input.setAccessibleName(QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+    auto* const label = new QLabel(caption);
+    label->setBuddy(&input);
+    return label;
+}
+
+void setDigitsWide(QLineEdit& box, int digits) {
+    const int textWidth = box.fontMetrics().horizontalAdvance(QString(digits + 1, QLatin1Char('0')));
+    QStyleOptionFrame option;
+    option.initFrom(&box);
+    option.lineWidth = box.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &box);
+    const QSize size(textWidth, box.fontMetrics().height());
+    box.setFixedWidth(box.style()->sizeFromContents(QStyle::CT_LineEdit, &option, size, &box).width());
+    box.setAlignment(Qt::AlignRight);
+}
+
+QDialogButtonBox* confirmButtons(QDialog& dialog, const ConfirmButton& confirm,
+                                 std::function<void()> confirmed) {
+    auto* const buttons = new QDialogButtonBox;
+    QPushButton* const button = buttons->addButton(confirm.caption, QDialogButtonBox::AcceptRole);
+    button->setObjectName(QLatin1String(confirm.name));
+    button->setDefault(true);
+    QPushButton* const cancel = buttons->addButton(QDialog::tr("Cancel"), QDialogButtonBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("cmdCancel"));
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, std::move(confirmed));
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    return buttons;
+}
+
+void showMessage(QWidget& parent, std::string_view text, TextEncoding encoding) {
+    QString lines;
+    for (const std::string_view line : split(text, lineEnd)) {
+        lines += (lines.isEmpty() ? QString() : QStringLiteral("\n")) + displayTextOf(line, encoding);
+    }
+    openBox(parent, lines, QMessageBox::Ok);
+}
+
+void askBefore(QWidget& parent, std::string_view question, std::function<void()> confirmed) {
+    QMessageBox* const box = openBox(parent, fromCore(question), QMessageBox::Yes | QMessageBox::No);
+    box->setDefaultButton(QMessageBox::No);
+    box->setEscapeButton(QMessageBox::No);
+    QObject::connect(box, &QDialog::finished, &parent, [confirmed = std::move(confirmed)](int result) {
+        if (result == QMessageBox::Yes) {
+            confirmed();
+        }
+    });
+}
+
+} // namespace corvel

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "common/TextEncoding.h"
+
+#include <QString>
+
+#include <functional>
+#include <string_view>
+
+class QDialog;
+class QDialogButtonBox;
+class QLabel;
+class QLineEdit;
+class QWidget;
+
+namespace corvel {
+
+// What the dialogs for accounts and groups are put together from. Widgets that are given out have no parent
+// yet and belong to the caller.
+
+// NAME_index, the name of an element of a control array.
+QString elementName(const char* name, int index);
+
+// Names input and puts a label before it: caption, with its & and without its colon, is the accessible name
+// too.
+QLabel* labelFor(QWidget& input, const char* name, const QString& caption);
+
+// As wide as a number needs that has that many digits.
+void setDigitsWide(QLineEdit& box, int digits);
+
+// The two buttons at the foot of a dialog: one, the default, that calls confirmed, and cmdCancel, which
+// closes the dialog as Escape does.
+struct ConfirmButton {
+    const char* name = "cmdOK";
+    QString caption = QStringLiteral("OK");
+};
+QDialogButtonBox* confirmButtons(QDialog& dialog, const ConfirmButton& confirm,
+                                 std::function<void()> confirmed);
+
+// A message box over parent; returns at once. text has the server's bytes in it, and CR LF between lines.
+void showMessage(QWidget& parent, std::string_view text, TextEncoding encoding);
+
+// A question whose default answer is no; a yes calls confirmed. Returns at once.
+void askBefore(QWidget& parent, std::string_view question, std::function<void()> confirmed);
+
+} // namespace corvel

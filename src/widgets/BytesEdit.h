@@ -1,0 +1,30 @@
+#pragma once
+
+#include "common/TextEncoding.h"
+#include "widgets/OneLineEdit.h"
+
+#include <string>
+#include <string_view>
+
+namespace corvel {
+
+// A line edit over a text of the server: what a person leaves alone comes back as the same bytes, even where
+// they cannot be told from what is on screen.
+class BytesEdit : public OneLineEdit {
+    Q_OBJECT
+
+  public:
+    using OneLineEdit::OneLineEdit;
+
+    // Shows bytes, and reads what is typed from now on in the encoding, that of the connection.
+    void setBytes(std::string_view bytes, TextEncoding encoding);
+
+    std::string bytes() const;
+
+  private:
+    std::string bytes_;
+    QString shown_; // what the box made of bytes_
+    TextEncoding encoding_ = TextEncoding::utf8;
+};
+
+} // namespace corvel
