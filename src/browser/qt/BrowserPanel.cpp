@@ -49,6 +49,7 @@ constexpr std::array<ColumnHeader, browserColumnCount> headers = {{
 
 std::vector<ReportColumn> reportColumns() {
     std::vector<ReportColumn> columns;
+    columns.reserve(headers.size());
     for (const ColumnHeader& header : headers) {
         columns.push_back({.header = BrowserPanel::tr(header.text), .alignment = header.alignment});
     }

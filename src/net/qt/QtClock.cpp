@@ -2,15 +2,12 @@
 
 #include "widgets/TextConversion.h"
 
-#include <QLocale>
 #include <QTime>
 
 namespace corvel {
 
-namespace {
-
-// The locale's long format less its time zone, which is the "t" outside quoted text.
-QString longFormatWithoutZone(const QLocale& locale) {
+// The zone is the "t" outside quoted text, and whatever brackets stand around it.
+QString longTimeFormat(const QLocale& locale) {
     QString format;
     bool isQuoted = false;
     for (const QChar character : locale.timeFormat(QLocale::LongFormat)) {
@@ -19,16 +16,12 @@ QString longFormatWithoutZone(const QLocale& locale) {
             format += character;
         }
     }
-    // What the zone was set apart with, such as the brackets of "(t)".
-    format.remove(QStringLiteral("()")).remove(QStringLiteral("[]"));
-    return format.trimmed();
+    return format.remove(QStringLiteral("()")).remove(QStringLiteral("[]")).trimmed();
 }
-
-} // namespace
 
 std::string QtClock::timeOfDay() const {
     const QLocale locale = QLocale::system();
-    return toCore(locale.toString(QTime::currentTime(), longFormatWithoutZone(locale)));
+    return toCore(locale.toString(QTime::currentTime(), longTimeFormat(locale)));
 }
 
 } // namespace corvel

@@ -2,7 +2,13 @@
 
 #include "common/ports/Clock.h"
 
+#include <QLocale>
+#include <QString>
+
 namespace corvel {
+
+// How the locale writes a time of day at length, without its time zone; a format for QLocale::toString.
+QString longTimeFormat(const QLocale& locale);
 
 // The Clock port over the system's time and its settings for writing it.
 class QtClock : public Clock {
