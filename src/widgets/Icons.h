@@ -6,8 +6,11 @@
 
 namespace corvel {
 
-// One of the program's own icons, drawn afresh at every size: "corvel", "directory", "link", "file",
-// "site-connected", "site-disconnected". An icon without a picture for any other name.
+// One of the program's own icons, drawn afresh at every size. An icon without a picture for a name that is
+// none of these: "corvel"; "directory", "link", "file"; "site-connected", "site-disconnected"; "tab-console",
+// "tab-activity", "tab-browser", "tab-stats", "tab-users", "tab-groups", "tab-settings", "tab-results";
+// "user-M", "user-V", "user-G", "user-A"; "activity-idle", "activity-up", "activity-down"; "tray-idle",
+// "tray-up", "tray-down", "tray-both", "tray-offline".
 QIcon icon(std::string_view name);
 
 } // namespace corvel
