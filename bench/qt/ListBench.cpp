@@ -15,6 +15,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace corvel {
@@ -40,12 +41,12 @@ BrowserListing listing(bool isAscii) {
     lines.reserve(rowCount);
     for (int row = 0; row < rowCount; ++row) {
         const std::string number = std::to_string(row * 7919L % rowCount);
-        const std::string word = isAscii ? "archive." : "архив.";
-        lines.push_back((row % 7 == 0 ? "drwxr-xr-x 2 " : "-rw-r--r-- 1 ") + std::string("user") +
-                        std::to_string(row % 90) + " staff " + std::to_string(row * 4099L) + " Jan 5 12:3" +
-                        std::to_string(row % 10) + " " + word +
-                        std::string(static_cast<std::size_t>(row % 27), static_cast<char>('a' + row % 26)) +
-                        number);
+        const std::string letters(static_cast<std::size_t>(row % 27), static_cast<char>('a' + row % 26));
+        std::string line = row % 7 == 0 ? "drwxr-xr-x 2 user" : "-rw-r--r-- 1 user";
+        line.append(std::to_string(row % 90)).append(" staff ").append(std::to_string(row * 4099L));
+        line.append(" Jan 5 12:3").append(std::to_string(row % 10));
+        line.append(isAscii ? " archive." : " архив.").append(letters).append(number);
+        lines.push_back(std::move(line));
     }
     const std::vector<std::string_view> views(lines.begin(), lines.end());
     return ParseDirectoryListing(views, {});
@@ -100,7 +101,7 @@ void showList(benchmark::State& state, bool isAscii) {
     double work = 0;
     double bound = 0;
     double memory = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         ReportView view;
         view.resize(900, 600);
         view.show();
@@ -144,7 +145,7 @@ void reorderList(benchmark::State& state) {
     view.setSource(source(records, order));
     view.fitColumns(0, visibleColumns - 1);
     QCoreApplication::processEvents();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::reverse(order.begin(), order.end());
         view.refresh();
         QCoreApplication::processEvents();
@@ -167,7 +168,7 @@ void logBurst(benchmark::State& state) {
     QCoreApplication::processEvents();
     qint64 longestTurn = 0;
     double bound = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         for (int line = 0; line < lineCount; ++line) {
             log += QStringLiteral("12:34:56 211-status of line %1 of a long reply\n").arg(line);
             log = log.right(kept);

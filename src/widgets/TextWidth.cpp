@@ -42,9 +42,10 @@ bool isPrintableAscii(std::string_view bytes) {
 }
 
 TextWidth::TextWidth(const QFont& font) : metrics_(font) {
+    alphabets_.fill(-1);
     for (char byte = firstPrintable; byte <= lastPrintable; ++byte) {
         const double width = std::ceil(metrics_.horizontalAdvance(QLatin1Char(byte)) * fractions);
-        ascii_[static_cast<std::size_t>(byte)] = static_cast<std::uint32_t>(width);
+        ascii_[static_cast<std::uint8_t>(byte)] = static_cast<std::uint32_t>(width);
         widestAscii_ = std::max(widestAscii_, width / fractions);
     }
 }
@@ -82,6 +83,13 @@ double TextWidth::ofCharacter(QStringView character) {
     }
     const char32_t code =
         character.size() == 2 ? QChar::surrogateToUcs4(character[0], character[1]) : char32_t(first);
+    if (code < alphabetsEnd) {
+        float& width = alphabets_[code];
+        if (width < 0) {
+            width = static_cast<float>(metrics_.horizontalAdvance(character.toString()));
+        }
+        return static_cast<double>(width);
+    }
     const auto known = others_.constFind(code);
     if (known != others_.constEnd()) {
         return *known;

@@ -32,6 +32,9 @@ class TextWidth {
     QFontMetricsF metrics_;
     std::array<std::uint32_t, 128> ascii_ = {}; // in 64ths of a pixel, upwards; 0 for control characters
     double widestAscii_ = 0;
+    // Filled as characters come up; most alphabets lie below this limit, where looking up costs least.
+    static constexpr char32_t alphabetsEnd = 0x800;
+    std::array<float, alphabetsEnd> alphabets_; // negative where not known yet
     QHash<char32_t, double> others_;
 };
 
