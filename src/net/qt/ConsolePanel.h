@@ -6,44 +6,57 @@
 
 #include <vector>
 
+class QLineEdit;
+
 namespace corvel {
 
 class LogBox;
 
-// The console tab: for every site its log txtLogFTP and its command line txtSendFTP. Page i belongs to site
-// i.
-class ConsolePanel : public QStackedWidget {
+// Pages of which each belongs to a site, by its number, and shows one of its logs. Page 0 is empty.
+class LogPages : public QStackedWidget {
     Q_OBJECT
 
   public:
-    // program: borrowed, must outlive the panel.
-    explicit ConsolePanel(mdlMain& program, QWidget* parent = nullptr);
-
-    // The font is the one that settings.ini names, if any.
-    void addSite(int site);
     void showSite(int site) { setCurrentIndex(site); }
     void logChanged(int site);
 
-  private:
+  protected:
+    using SessionLog = LogText SiteSession::*;
+
+    // program: borrowed, must outlive the pages.
+    LogPages(mdlMain& program, QWidget* parent);
+
+    // A box for a log of the site, called name and the site's number; the caller puts it on the site's page.
+    LogBox* createLogBox(int site, SessionLog log, const char* name, const QString& accessibleName);
+
     mdlMain& program_;
-    std::vector<LogBox*> logs_;
+
+  private:
+    std::vector<LogBox*> boxes_; // element 0 belongs to no site
 };
 
-// The command-results tab: for every site its log txtCmdResults. Page i belongs to site i.
-class ResultsPanel : public QStackedWidget {
+// The console tab: for every site its log txtLogFTP and its command line txtSendFTP.
+class ConsolePanel : public LogPages {
     Q_OBJECT
 
   public:
-    // program: borrowed, must outlive the panel.
-    explicit ResultsPanel(mdlMain& program, QWidget* parent = nullptr);
+    explicit ConsolePanel(mdlMain& program, QWidget* parent = nullptr) : LogPages(program, parent) {}
 
+    // The log's font is the one that settings.ini names, if any.
     void addSite(int site);
-    void showSite(int site) { setCurrentIndex(site); }
-    void logChanged(int site);
 
   private:
-    mdlMain& program_;
-    std::vector<LogBox*> logs_;
+    QLineEdit* createCommandLine(int site);
+};
+
+// The command-results tab: for every site its log txtCmdResults.
+class ResultsPanel : public LogPages {
+    Q_OBJECT
+
+  public:
+    explicit ResultsPanel(mdlMain& program, QWidget* parent = nullptr) : LogPages(program, parent) {}
+
+    void addSite(int site);
 };
 
 } // namespace corvel
