@@ -42,59 +42,57 @@ bool isPrintableAscii(std::string_view bytes) {
 }
 
 TextWidth::TextWidth(const QFont& font) : metrics_(font) {
-    alphabets_.fill(-1);
+    alphabets_.fill(unknown);
+    Width widest = 0;
     for (char byte = firstPrintable; byte <= lastPrintable; ++byte) {
-        const double width = std::ceil(metrics_.horizontalAdvance(QLatin1Char(byte)) * fractions);
-        ascii_[static_cast<std::uint8_t>(byte)] = static_cast<std::uint32_t>(width);
-        widestAscii_ = std::max(widestAscii_, width / fractions);
+        const QChar character = QLatin1Char(byte);
+        widest = std::max(widest, ofCharacter(QStringView(&character, 1)));
     }
+    widestAscii_ = widest / fractions;
 }
 
 double TextWidth::ofAscii(std::string_view bytes) const {
     // Four sums side by side: one alone would wait for each addition before the next.
-    std::array<std::uint32_t, 4> sums = {};
+    std::array<Width, 4> sums = {};
     std::size_t at = 0;
     for (; at + sums.size() <= bytes.size(); at += sums.size()) {
         for (std::size_t lane = 0; lane < sums.size(); ++lane) {
-            sums[lane] += ascii_[static_cast<std::uint8_t>(bytes[at + lane]) % ascii_.size()];
+            sums[lane] += alphabets_[static_cast<std::uint8_t>(bytes[at + lane])];
         }
     }
     for (; at < bytes.size(); ++at) {
-        sums[0] += ascii_[static_cast<std::uint8_t>(bytes[at]) % ascii_.size()];
+        sums[0] += alphabets_[static_cast<std::uint8_t>(bytes[at])];
     }
     return std::accumulate(sums.begin(), sums.end(), 0.0) / fractions;
 }
 
-double TextWidth::of(const QString& text) {
-    double sum = 0;
-    for (qsizetype at = 0; at < text.size();) {
-        const bool isPair = text.at(at).isHighSurrogate() && at + 1 < text.size();
-        const qsizetype length = isPair ? 2 : 1;
-        sum += ofCharacter(QStringView(text).sliced(at, length));
-        at += length;
+double TextWidth::of(QStringView text) {
+    std::uint64_t sum = 0;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const char16_t unit = text[at].unicode();
+        if (unit < alphabetsEnd && alphabets_[unit] != unknown) {
+            sum += alphabets_[unit];
+            continue;
+        }
+        const bool isPair = text[at].isHighSurrogate() && at + 1 < text.size();
+        sum += ofCharacter(text.sliced(at, isPair ? 2 : 1));
+        at += isPair ? 1 : 0;
     }
-    return sum;
+    return static_cast<double>(sum) / fractions;
 }
 
-double TextWidth::ofCharacter(QStringView character) {
-    const char16_t first = character.front().unicode();
-    if (first < ascii_.size() && ascii_[first] != 0) {
-        return ascii_[first] / fractions;
-    }
-    const char32_t code =
-        character.size() == 2 ? QChar::surrogateToUcs4(character[0], character[1]) : char32_t(first);
-    if (code < alphabetsEnd) {
-        float& width = alphabets_[code];
-        if (width < 0) {
-            width = static_cast<float>(metrics_.horizontalAdvance(character.toString()));
-        }
-        return static_cast<double>(width);
-    }
-    const auto known = others_.constFind(code);
-    if (known != others_.constEnd()) {
+TextWidth::Width TextWidth::ofCharacter(QStringView character) {
+    const char32_t code = character.size() == 2 ? QChar::surrogateToUcs4(character[0], character[1])
+                                                : char32_t(character[0].unicode());
+    if (const auto known = others_.constFind(code); known != others_.constEnd()) {
         return *known;
     }
-    return *others_.insert(code, metrics_.horizontalAdvance(character.toString()));
+    const auto width =
+        static_cast<Width>(std::ceil(metrics_.horizontalAdvance(character.toString()) * fractions));
+    if (code < alphabetsEnd) {
+        return alphabets_[code] = width;
+    }
+    return *others_.insert(code, width);
 }
 
 } // namespace corvel

@@ -21,21 +21,24 @@ class TextWidth {
     double ofAscii(std::string_view bytes) const;
 
     // The width of any text.
-    double of(const QString& text);
+    double of(QStringView text);
 
     // No printable ASCII character is wider.
     double widestAscii() const { return widestAscii_; }
 
   private:
-    double ofCharacter(QStringView character);
+    using Width = std::uint32_t; // in 64ths of a pixel, rounded up
+
+    Width ofCharacter(QStringView character);
+
+    // Most alphabets lie below this limit, where looking up costs least.
+    static constexpr char32_t alphabetsEnd = 0x800;
+    static constexpr Width unknown = UINT32_MAX;
 
     QFontMetricsF metrics_;
-    std::array<std::uint32_t, 128> ascii_ = {}; // in 64ths of a pixel, upwards; 0 for control characters
+    std::array<Width, alphabetsEnd> alphabets_; // filled as characters come up; printable ASCII at once
     double widestAscii_ = 0;
-    // Filled as characters come up; most alphabets lie below this limit, where looking up costs least.
-    static constexpr char32_t alphabetsEnd = 0x800;
-    std::array<float, alphabetsEnd> alphabets_; // negative where not known yet
-    QHash<char32_t, double> others_;
+    QHash<char32_t, Width> others_;
 };
 
 // Whether every byte is printable ASCII.
