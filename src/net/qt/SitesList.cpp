@@ -16,50 +16,80 @@ constexpr int margin = 6;
 constexpr int smallIconSize = 16;
 constexpr int largeIconSize = 32;
 
-// Draws a row of the report view: the icon, the name, and below it the state in the quiet text colour.
+// Draws a site: in the report view the icon, the name and below it the state in the quiet text colour; in the
+// icon view the icon above the name.
 class SiteDelegate : public QStyledItemDelegate {
   public:
     explicit SiteDelegate(const SitesList& list, QObject* parent)
         : QStyledItemDelegate(parent), list_(list) {}
 
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const override {
         if (!list_.isReportView()) {
-            return QStyledItemDelegate::sizeHint(option, index);
+            return list_.gridSize();
         }
         return {option.rect.width(), 2 * option.fontMetrics.height() + 2 * margin};
     }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override {
-        if (!list_.isReportView()) {
-            QStyledItemDelegate::paint(painter, option, index);
-            return;
-        }
-        const bool isSelected = (option.state & QStyle::State_Selected) != 0;
-        list_.style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, &list_);
+        QStyleOptionViewItem ground = option;
+        ground.showDecorationSelected = true; // the icon view would leave the icon outside the selection
+        list_.style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &ground, painter, &list_);
         const QRect area = option.rect.adjusted(margin, margin, -margin, -margin);
-        const int lineHeight = option.fontMetrics.height();
-        const QRect icon(area.left(), area.top() + (lineHeight - smallIconSize) / 2, smallIconSize,
-                         smallIconSize);
-        index.data(Qt::DecorationRole).value<QIcon>().paint(painter, icon);
-
-        const QRect texts = area.adjusted(smallIconSize + margin, 0, 0, 0);
-        const auto group = list_.isActiveWindow() ? QPalette::Active : QPalette::Inactive;
-        const QColor strong =
-            option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text);
-        QColor quiet = strong;
-        quiet.setAlphaF(0.7F);
-        const auto draw = [&](int line, const QColor& color, const QString& text) {
-            const QRect place(texts.left(), texts.top() + line * lineHeight, texts.width(), lineHeight);
-            painter->setPen(color);
-            painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                              option.fontMetrics.elidedText(text, Qt::ElideRight, place.width()));
-        };
-        draw(0, strong, index.data().toString());
-        draw(1, quiet, index.siblingAtColumn(stateColumn).data().toString());
+        if (list_.isReportView()) {
+            paintRow(*painter, option, index, area);
+        } else {
+            paintIcon(*painter, option, index, area);
+        }
     }
 
   private:
+    static bool isSelected(const QStyleOptionViewItem& option) {
+        return (option.state & QStyle::State_Selected) != 0;
+    }
+
+    static void drawIcon(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
+                         const QRect& place) {
+        index.data(Qt::DecorationRole)
+            .value<QIcon>()
+            .paint(&painter, place, Qt::AlignCenter, isSelected(option) ? QIcon::Selected : QIcon::Normal);
+    }
+
+    QColor textColor(const QStyleOptionViewItem& option) const {
+        const auto group = list_.isActiveWindow() ? QPalette::Active : QPalette::Inactive;
+        return option.palette.color(group, isSelected(option) ? QPalette::HighlightedText : QPalette::Text);
+    }
+
+    static void drawLine(QPainter& painter, const QStyleOptionViewItem& option, const QRect& place,
+                         Qt::Alignment alignment, const QString& text) {
+        painter.drawText(place, static_cast<int>(alignment | Qt::AlignVCenter) | Qt::TextSingleLine,
+                         option.fontMetrics.elidedText(text, Qt::ElideRight, place.width()));
+    }
+
+    void paintRow(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
+                  const QRect& area) const {
+        const int lineHeight = option.fontMetrics.height();
+        drawIcon(painter, option, index, {area.left(), area.top(), smallIconSize, lineHeight});
+        const QRect name(area.left() + smallIconSize + margin, area.top(),
+                         area.width() - smallIconSize - margin, lineHeight);
+        QColor color = textColor(option);
+        painter.setPen(color);
+        drawLine(painter, option, name, Qt::AlignLeft, index.data().toString());
+        color.setAlphaF(0.7F);
+        painter.setPen(color);
+        drawLine(painter, option, name.translated(0, lineHeight), Qt::AlignLeft,
+                 index.siblingAtColumn(stateColumn).data().toString());
+    }
+
+    void paintIcon(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
+                   const QRect& area) const {
+        drawIcon(painter, option, index, {area.left(), area.top(), area.width(), largeIconSize});
+        const int lineHeight = option.fontMetrics.height();
+        painter.setPen(textColor(option));
+        drawLine(painter, option, {area.left(), area.bottom() + 1 - lineHeight, area.width(), lineHeight},
+                 Qt::AlignHCenter, index.data().toString());
+    }
+
     const SitesList& list_;
 };
 
@@ -124,7 +154,7 @@ void SitesList::setReportView(bool report) {
     setResizeMode(QListView::Adjust);
     setWordWrap(!report);
     // Icons stand in columns; one column fits the list at its first width.
-    const QSize cell(largeIconSize + 9 * margin, largeIconSize + 3 * fontMetrics().height());
+    const QSize cell(largeIconSize + 9 * margin, largeIconSize + fontMetrics().height() + 3 * margin);
     setGridSize(report ? QSize() : cell);
     const int size = report ? smallIconSize : largeIconSize;
     setIconSize({size, size});
