@@ -5,6 +5,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,6 +40,14 @@ struct ListOrder {
     bool isDescending = false;
 
     bool operator==(const ListOrder&) const = default;
+};
+
+// What a person sees of a site's table.
+struct TableView {
+    ListOrder order;
+    std::vector<std::size_t> rows;         // the index of the record in each row
+    std::optional<std::int16_t> currentId; // of the record on which the editor acts
+    std::string problem;                   // the server's line where it refused the last table request
 };
 
 // The order after a click on the header of column: by that column, or the other way round on a second click.

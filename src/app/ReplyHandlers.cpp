@@ -1,5 +1,7 @@
 #include "app/ReplyHandlers.h"
 
+#include "admin/TableCommands.h"
+#include "app/AccountReplies.h"
 #include "browser/FileOperations.h"
 #include "browser/Replies.h"
 
@@ -76,10 +78,7 @@ void addUserStep(const ReplyServices& services, const Reply& reply) {
 
 void addGroupStep(const ReplyServices& services, const Reply& reply) {
     if (!stepAdding(services, reply, "-------------[ END ]-[ ADDGROUP ]-------------")) {
-        services.channel.SendCommand(reply.site, {.sCommand = "SITE CorvelExt grouptable",
-                                                  .bQuiet = true,
-                                                  .iHandler = handler::groupTable,
-                                                  .iTag = 0});
+        services.channel.SendCommand(reply.site, groupTableCommand());
     }
 }
 
@@ -93,10 +92,10 @@ void batchStep(const ReplyServices& services, const Reply& reply) {
 constexpr std::array<ReplyHandler, 15> table = {{
     {handler::browser, Echo::none, browserChain},
     {handler::who, Echo::none, consoleOnly},
-    {handler::userTable, Echo::none, consoleOnly},
-    {handler::groupTable, Echo::none, consoleOnly},
-    {handler::userFile, Echo::none, consoleOnly},
-    {handler::groupFile, Echo::none, consoleOnly},
+    {handler::userTable, Echo::none, userTableReply},
+    {handler::groupTable, Echo::none, groupTableReply},
+    {handler::userFile, Echo::none, userFileReply},
+    {handler::groupFile, Echo::none, groupFileReply},
     {handler::groupChange, Echo::commandResults, toCommandResults},
     {handler::userChange, Echo::commandResults, toCommandResults},
     {handler::browserFile, Echo::browserReply, toBrowserReply},

@@ -12,7 +12,8 @@ mdlMain::mdlMain(Ports ports, std::string directory)
     : ports_(std::move(ports)), directory_(std::move(directory)), sites_(1),
       log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
       channel_(sites_, connection_, log_, ports_.views, settings_, replyHandlers()),
-      browser_(sites_, channel_, ports_.prompts, ports_.views) {}
+      browser_(sites_, channel_, ports_.prompts, ports_.views),
+      admin_(sites_, channel_, log_, ports_.prompts, ports_.views) {}
 
 std::vector<std::string> mdlMain::LoadWindowState() {
     WindowStateReading reading = loadWindowState(ports_.store, windowState_);

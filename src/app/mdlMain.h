@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AdminActions.h"
 #include "app/BrowserActions.h"
 #include "common/ports/Clock.h"
 #include "common/ports/Prompts.h"
@@ -81,6 +82,7 @@ class mdlMain {
     void sendConsoleCommand(int site, const std::string& command);
 
     BrowserActions& browser() { return browser_; }
+    AdminActions& admin() { return admin_; }
 
   private:
     void appendSite(SiteConfig config);
@@ -97,6 +99,7 @@ class mdlMain {
     Connection connection_;
     CommandChannel channel_;
     BrowserActions browser_;
+    AdminActions admin_;
 };
 
 } // namespace corvel

@@ -35,6 +35,9 @@ void Connection::ResetSession(int site) {
     session.iQueueHead = 0;
     session.Users = emptyUserTable();
     session.Groups = emptyGroupTable();
+    for (TableView* const view : {&session.userView, &session.groupView}) {
+        *view = {.order = view->order};
+    }
     session.activity = {};
     views_.sessionReset(site);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "admin/ListRows.h"
 #include "admin/mdlUsersGroups.h"
 #include "browser/Listing.h"
 #include "browser/Order.h"
@@ -53,6 +54,8 @@ struct SiteSession {
     ActivityCounters activity;
     UserTable Users = emptyUserTable();
     GroupTable Groups = emptyGroupTable();
+    TableView userView;
+    TableView groupView;
 
     // The browser: what it shows, in which order, and the text of its path box.
     BrowserListing listing;

@@ -286,6 +286,18 @@ void frmMain::pathChanged(int site) {
     browser_->pathChanged(site);
 }
 
+void frmMain::usersChanged(int /*site*/) {}
+
+void frmMain::groupsChanged(int /*site*/) {}
+
+void frmMain::usersSorted(int /*site*/) {}
+
+void frmMain::groupsSorted(int /*site*/) {}
+
+void frmMain::userShown(int /*site*/, int /*index*/) {}
+
+void frmMain::groupShown(int /*site*/, int /*index*/) {}
+
 void frmMain::sessionReset(int /*site*/) {}
 
 void frmMain::lastErrorChanged(int /*site*/) {

@@ -46,6 +46,12 @@ class frmMain : public QMainWindow, public Views {
     void logChanged(int site, LogKind log) override;
     void listingChanged(int site) override;
     void pathChanged(int site) override;
+    void usersChanged(int site) override;
+    void groupsChanged(int site) override;
+    void usersSorted(int site) override;
+    void groupsSorted(int site) override;
+    void userShown(int site, int index) override;
+    void groupShown(int site, int index) override;
     void sessionReset(int site) override;
     void lastErrorChanged(int site) override;
 

@@ -29,12 +29,21 @@ class RecordingViews : public Views {
     void logChanged(int /*site*/, LogKind /*log*/) override {}
     void listingChanged(int site) override { note("listingChanged", site); }
     void pathChanged(int site) override { note("pathChanged", site); }
+    void usersChanged(int site) override { note("usersChanged", site); }
+    void groupsChanged(int site) override { note("groupsChanged", site); }
+    void usersSorted(int site) override { note("usersSorted", site); }
+    void groupsSorted(int site) override { note("groupsSorted", site); }
+    void userShown(int site, int index) override { note("userShown", site, index); }
+    void groupShown(int site, int index) override { note("groupShown", site, index); }
     void sessionReset(int site) override { note("sessionReset", site); }
     void lastErrorChanged(int site) override { note("lastErrorChanged", site); }
 
     std::vector<std::string> calls;
 
   private:
+    void note(const std::string& what, int site, int index) {
+        calls.push_back(what + " " + std::to_string(site) + " " + std::to_string(index));
+    }
     void note(const char* what, int site) { calls.push_back(what + (" " + std::to_string(site))); }
 };
 

@@ -16,8 +16,15 @@ class Views {
     virtual void siteRenamed(int site) = 0;
     virtual void currentSiteChanged() = 0;
     virtual void logChanged(int site, LogKind log) = 0;
-    virtual void listingChanged(int site) = 0;   // the browser's rows, their order or the counts
-    virtual void pathChanged(int site) = 0;      // the browser's path box
+    virtual void listingChanged(int site) = 0; // the browser's rows, their order or the counts
+    virtual void pathChanged(int site) = 0;    // the browser's path box
+    virtual void usersChanged(int site) = 0;   // the user table, and with it the list
+    virtual void groupsChanged(int site) = 0;
+    virtual void usersSorted(int site) = 0; // the order of the rows alone
+    virtual void groupsSorted(int site) = 0;
+    // The details of the record at index in the table are to be shown, in its row and in the editor.
+    virtual void userShown(int site, int index) = 0;
+    virtual void groupShown(int site, int index) = 0;
     virtual void sessionReset(int site) = 0;     // the connection has ended; tables and activity are empty
     virtual void lastErrorChanged(int site) = 0; // the server's last reply with a code of 400 or more
 };

@@ -1,0 +1,269 @@
+#include "app/AdminActions.h"
+
+#include "admin/TableCommands.h"
+#include "admin/UserEditor.h"
+#include "common/TextEncoding.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+template <typename Record>
+const Record* recordAtRow(const std::vector<Record>& table, const TableView& view, int row) {
+    const auto index = static_cast<std::size_t>(row);
+    return row >= 0 && index < view.rows.size() ? &table[view.rows[index]] : nullptr;
+}
+
+int rowOfIndex(const TableView& view, int index) {
+    const auto found = std::ranges::find(view.rows, static_cast<std::size_t>(index));
+    return index < 0 || found == view.rows.end() ? -1 : static_cast<int>(found - view.rows.begin());
+}
+
+// A name of the server as a question shows it.
+std::string shown(const std::string& name, TextEncoding encoding) {
+    return visibleText(toUtf8(name, encoding));
+}
+
+} // namespace
+
+void AdminActions::reloadUsers(int site) {
+    channel_.SendCommand(site, userTableCommand());
+}
+
+void AdminActions::reloadGroups(int site) {
+    channel_.SendCommand(site, groupTableCommand());
+}
+
+void AdminActions::sortUsers(int site, int column) {
+    SiteSession& session = at(sites_, site).session;
+    session.userView.order = afterHeaderClick(session.userView.order, column);
+    session.userView.rows = orderedRows(session.Users, session.userView.order, session.encoding);
+    views_.usersSorted(site);
+}
+
+void AdminActions::sortGroups(int site, int column) {
+    SiteSession& session = at(sites_, site).session;
+    session.groupView.order = afterHeaderClick(session.groupView.order, column);
+    session.groupView.rows = orderedRows(session.Groups, session.groupView.order, session.encoding);
+    views_.groupsSorted(site);
+}
+
+void AdminActions::openUser(int site, int row) {
+    SiteSession& session = at(sites_, site).session;
+    const clsUser* const user = recordAtRow(session.Users, session.userView, row);
+    if (user == nullptr) {
+        return;
+    }
+    session.userView.currentId = user->iUID;
+    if (const std::optional<Command> command = openUserCommand(session.Users, user->iUID)) {
+        channel_.SendCommand(site, *command);
+    } else {
+        views_.userShown(site, currentUser(site));
+    }
+}
+
+void AdminActions::openGroup(int site, int row) {
+    SiteSession& session = at(sites_, site).session;
+    const clsGroup* const group = recordAtRow(session.Groups, session.groupView, row);
+    if (group == nullptr) {
+        return;
+    }
+    session.groupView.currentId = group->iGID;
+    if (const std::optional<Command> command = openGroupCommand(session.Groups, group->iGID)) {
+        channel_.SendCommand(site, *command);
+    } else {
+        views_.groupShown(site, currentGroup(site));
+    }
+}
+
+void AdminActions::deleteUser(int site, int row) {
+    const SiteSession& session = at(sites_, site).session;
+    const clsUser* const user = recordAtRow(session.Users, session.userView, row);
+    if (user == nullptr) {
+        return;
+    }
+    prompts_.AskYesNo(
+        deleteUserQuestion(shown(user->sName, session.encoding), shown(user->sStdGroup, session.encoding)),
+        DefaultAnswer::no, [this, site, command = deleteUserCommand(user->sName)](bool yes) {
+            if (yes) {
+                channel_.SendCommand(site, command);
+            }
+        });
+}
+
+void AdminActions::deleteGroup(int site, int row) {
+    const SiteSession& session = at(sites_, site).session;
+    const clsGroup* const group = recordAtRow(session.Groups, session.groupView, row);
+    if (group == nullptr) {
+        return;
+    }
+    prompts_.AskYesNo(deleteGroupQuestion(shown(group->sName, session.encoding)), DefaultAnswer::no,
+                      [this, site, command = deleteGroupCommand(group->sName)](bool yes) {
+                          if (yes) {
+                              channel_.SendCommand(site, command);
+                          }
+                      });
+}
+
+int AdminActions::currentUserRow(int site) const {
+    return rowOfIndex(at(sites_, site).session.userView, currentUser(site));
+}
+
+int AdminActions::currentGroupRow(int site) const {
+    return rowOfIndex(at(sites_, site).session.groupView, currentGroup(site));
+}
+
+int AdminActions::currentUser(int site) const {
+    const SiteSession& session = at(sites_, site).session;
+    const std::optional<std::int16_t> uid = session.userView.currentId;
+    return uid ? FindUserIndexByUID(session.Users, *uid) : -1;
+}
+
+int AdminActions::currentGroup(int site) const {
+    const SiteSession& session = at(sites_, site).session;
+    const std::optional<std::int16_t> gid = session.groupView.currentId;
+    return gid ? FindGroupIndexByGID(session.Groups, *gid) : -1;
+}
+
+int AdminActions::editedUser(int site, std::string_view txtUserUID) const {
+    const int index = findUserIndexByText(at(sites_, site).session.Users, txtUserUID);
+    return index == currentUser(site) ? index : -1;
+}
+
+int AdminActions::editedGroup(int site, std::string_view txtGroupGID) const {
+    const int index = findGroupIndexByText(at(sites_, site).session.Groups, txtGroupGID);
+    return index == currentGroup(site) ? index : -1;
+}
+
+void AdminActions::reloadUserfile(int site) {
+    if (const int index = currentUser(site); index >= 0) {
+        const clsUser& user = at(sites_, site).session.Users[static_cast<std::size_t>(index)];
+        channel_.SendCommand(site, userFileCommand(user.iUID, index));
+    }
+}
+
+void AdminActions::reloadGroupfile(int site) {
+    if (const int index = currentGroup(site); index >= 0) {
+        const clsGroup& group = at(sites_, site).session.Groups[static_cast<std::size_t>(index)];
+        channel_.SendCommand(site, groupFileCommand(group.iGID, index));
+    }
+}
+
+void AdminActions::saveUser(int site, const UserForm& form) {
+    const SiteSession& session = at(sites_, site).session;
+    const int index = editedUser(site, form.txtUserUID);
+    if (index < 0) {
+        return;
+    }
+    const clsUser& user = session.Users[static_cast<std::size_t>(index)];
+    const std::optional<std::string> question = masterQuestion(user.sFlags, form.txtUserFlags);
+    if (!question) {
+        saveUser(site, form, true);
+        return;
+    }
+    prompts_.AskYesNo(*question, DefaultAnswer::no,
+                      [this, site, form](bool yes) { saveUser(site, form, yes); });
+}
+
+// The record is looked for again: the table may have been loaded anew while the question was open. A record
+// without its details has nothing that the boxes could differ from.
+void AdminActions::saveUser(int site, const UserForm& form, bool sendFlags) {
+    const int index = editedUser(site, form.txtUserUID);
+    if (index < 0) {
+        return;
+    }
+    const clsUser& user = at(sites_, site).session.Users[static_cast<std::size_t>(index)];
+    if (user.got_info) {
+        send(site, saveUserCommands(user, form, sendFlags, index));
+    }
+}
+
+void AdminActions::saveGroup(int site, const GroupForm& form) {
+    const int index = editedGroup(site, form.txtGroupGID);
+    if (index < 0) {
+        return;
+    }
+    const clsGroup& group = at(sites_, site).session.Groups[static_cast<std::size_t>(index)];
+    if (group.got_info) {
+        send(site, saveGroupCommands(group, form, index));
+    }
+}
+
+void AdminActions::addMask(int site, const UserForm& form) {
+    if (const int index = editedUser(site, form.txtUserUID); index >= 0) {
+        const clsUser& user = at(sites_, site).session.Users[static_cast<std::size_t>(index)];
+        send(site, addMaskCommands(user, form, index));
+    }
+}
+
+void AdminActions::deleteMask(int site, const UserForm& form) {
+    if (const int index = editedUser(site, form.txtUserUID); index >= 0) {
+        const clsUser& user = at(sites_, site).session.Users[static_cast<std::size_t>(index)];
+        send(site, deleteMaskCommands(user, form, index));
+    }
+}
+
+void AdminActions::resetPassword(int site, const UserForm& form) {
+    if (editedUser(site, form.txtUserUID) < 0) {
+        return;
+    }
+    const TextEncoding encoding = at(sites_, site).session.encoding;
+    UserForm asShown = form;
+    asShown.txtUserName = shown(form.txtUserName, encoding);
+    asShown.txtUserGroup = shown(form.txtUserGroup, encoding);
+    const std::optional<PasswordPrompt> prompt = passwordPrompt(asShown);
+    if (!prompt) {
+        return;
+    }
+    prompts_.AskText(prompt->sTitle, prompt->sPrompt, [this, site, form](std::optional<std::string> answer) {
+        const int index = editedUser(site, form.txtUserUID);
+        if (!answer || index < 0) {
+            return;
+        }
+        const SiteSession& session = at(sites_, site).session;
+        const std::string password = fromUtf8(*answer, session.encoding).value_or(*answer);
+        send(site, passwordCommands(session.Users[static_cast<std::size_t>(index)], form, password, index));
+    });
+}
+
+void AdminActions::send(int site, const std::vector<Command>& commands) {
+    for (const Command& command : commands) {
+        channel_.SendCommand(site, command);
+    }
+}
+
+bool AdminActions::startSequence(int site, const CommandSequence& sequence) {
+    if (isSequenceRunning(site)) {
+        prompts_.Message(std::string(sequenceRunning));
+        return false;
+    }
+    switch (sequence.beginLog) {
+    case LogKind::console:
+        log_.LogConsole(site, sequence.sBegin);
+        break;
+    case LogKind::commandResults:
+        log_.LogCommandResults(site, sequence.sBegin);
+        break;
+    case LogKind::browserReply:
+        log_.LogBrowserReply(site, sequence.sBegin);
+        break;
+    }
+    at(sites_, site).session.sBatchLines = BatchLines(sequence.sBatchLines);
+    channel_.SendCommand(site, sequence.first);
+    return true;
+}
+
+bool AdminActions::isSequenceRunning(int site) const {
+    const SiteSession& session = at(sites_, site).session;
+    const bool isOutstanding = session.bAwaitingReply && isSequenceHandler(session.iCurHandler);
+    return isOutstanding || std::ranges::any_of(session.CommandQueue, [](const Command& slot) {
+               return !slot.sCommand.empty() && isSequenceHandler(slot.iHandler);
+           });
+}
+
+} // namespace corvel

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "admin/GroupEditor.h"
+#include "admin/Sequence.h"
+#include "admin/UserForm.h"
+#include "common/Command.h"
+#include "common/ports/Prompts.h"
+#include "common/ports/Views.h"
+#include "net/CommandChannel.h"
+#include "net/ConsoleLog.h"
+#include "net/SiteSession.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+// What a person can do with the accounts and groups of a site. Rows are rows as the lists show them, from 0;
+// a row that is not there does nothing. One row of each list is the current one, and the editor acts on it:
+// what an editor sends goes out only while its boxes show the current record. The tables change only when
+// the server answers.
+class AdminActions {
+  public:
+    // All are borrowed and must outlive the actions.
+    AdminActions(Sites& sites, CommandChannel& channel, ConsoleLog& log, Prompts& prompts, Views& views)
+        : sites_(sites), channel_(channel), log_(log), prompts_(prompts), views_(views) {}
+
+    void reloadUsers(int site);
+    void reloadGroups(int site);
+    void sortUsers(int site, int column); // header click, column from 0
+    void sortGroups(int site, int column);
+
+    // A click on a row, or a key that goes to it: makes it the current one and has it shown, at once where
+    // its details are known, else when the server has sent them.
+    void openUser(int site, int row);
+    void openGroup(int site, int row);
+    // Delete key: asks, and deletes after a yes.
+    void deleteUser(int site, int row);
+    void deleteGroup(int site, int row);
+
+    // The row of the current record and its index in the table; -1 where there is none.
+    int currentUserRow(int site) const;
+    int currentGroupRow(int site) const;
+    int currentUser(int site) const;
+    int currentGroup(int site) const;
+    // The index of the current record while the box for its id shows it; -1 otherwise.
+    int editedUser(int site, std::string_view txtUserUID) const;
+    int editedGroup(int site, std::string_view txtGroupGID) const;
+
+    // The buttons of the editors. A form holds what the editor's boxes show.
+    void reloadUserfile(int site);
+    void reloadGroupfile(int site);
+    void saveUser(int site, const UserForm& form);
+    void saveGroup(int site, const GroupForm& form);
+    void addMask(int site, const UserForm& form);
+    void deleteMask(int site, const UserForm& form);
+    void resetPassword(int site, const UserForm& form);
+
+    // Queues what a dialog made, in its order.
+    void send(int site, const std::vector<Command>& commands);
+
+    // Starts a sequence. While another one runs on the site it says so and starts nothing: false.
+    bool startSequence(int site, const CommandSequence& sequence);
+
+  private:
+    void saveUser(int site, const UserForm& form, bool sendFlags);
+    bool isSequenceRunning(int site) const;
+
+    Sites& sites_;
+    CommandChannel& channel_;
+    ConsoleLog& log_;
+    Prompts& prompts_;
+    Views& views_;
+};
+
+} // namespace corvel
