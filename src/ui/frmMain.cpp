@@ -121,6 +121,7 @@ void frmMain::createPanels() {
 
     console_ = new ConsolePanel(program_);
     browser_ = new BrowserPanel(program_);
+    users_ = new UsersPanel(program_);
     results_ = new ResultsPanel(program_);
     tabMain_ = new QTabWidget(area);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
@@ -128,6 +129,7 @@ void frmMain::createPanels() {
         const QString key = QLatin1String(tab.key);
         QWidget* panel = key == QLatin1String("console")     ? static_cast<QWidget*>(console_)
                          : key == QLatin1String("browser")   ? browser_
+                         : key == QLatin1String("users")     ? users_
                          : key == QLatin1String("cmdresult") ? results_
                                                              : new QWidget;
         panel->setObjectName(key);
@@ -242,6 +244,7 @@ void frmMain::siteAdded(int site) {
     changedSockets_.insert(site);
     console_->addSite(site);
     browser_->addSite(site);
+    users_->addSite(site);
     results_->addSite(site);
 
     auto* const tmrNoop = new QTimer(this);
@@ -286,19 +289,29 @@ void frmMain::pathChanged(int site) {
     browser_->pathChanged(site);
 }
 
-void frmMain::usersChanged(int /*site*/) {}
+void frmMain::usersChanged(int site) {
+    users_->usersChanged(site);
+}
 
-void frmMain::groupsChanged(int /*site*/) {}
+void frmMain::groupsChanged(int site) {
+    users_->groupsChanged(site);
+}
 
-void frmMain::usersSorted(int /*site*/) {}
+void frmMain::usersSorted(int site) {
+    users_->usersSorted(site);
+}
 
 void frmMain::groupsSorted(int /*site*/) {}
 
-void frmMain::userShown(int /*site*/, int /*index*/) {}
+void frmMain::userShown(int site, int index) {
+    users_->userShown(site, index);
+}
 
 void frmMain::groupShown(int /*site*/, int /*index*/) {}
 
-void frmMain::sessionReset(int /*site*/) {}
+void frmMain::sessionReset(int site) {
+    users_->usersChanged(site);
+}
 
 void frmMain::lastErrorChanged(int /*site*/) {
     showStatus();
@@ -309,6 +322,7 @@ void frmMain::showCurrentSite() {
     lvwSites_->setCurrentIndex(sitesModel_.index(site - 1, 0));
     console_->showSite(site);
     browser_->showSite(site);
+    users_->showSite(site);
     results_->showSite(site);
     tabMain_->setVisible(site > 0);
     noSites_->setVisible(site == 0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "admin/qt/UsersPanel.h"
 #include "app/mdlMain.h"
 #include "app/SplitterDrag.h"
 #include "browser/qt/BrowserPanel.h"
@@ -90,6 +91,7 @@ class frmMain : public QMainWindow, public Views {
     ConsolePanel* console_ = nullptr;
     ResultsPanel* results_ = nullptr;
     BrowserPanel* browser_ = nullptr;
+    UsersPanel* users_ = nullptr;
     QLabel* statusConnection_ = nullptr;
     QLabel* statusError_ = nullptr;
     QTimer* tmrSocketStatus_ = nullptr;

@@ -1,0 +1,320 @@
+#include "admin/qt/UsersPanel.h"
+
+#include "admin/ChangeUserGroups.h"
+#include "admin/ListRows.h"
+#include "admin/qt/DialogParts.h"
+#include "admin/qt/frmChangeUserGroups.h"
+#include "admin/qt/frmUserSections.h"
+#include "admin/qt/UserEditorPanel.h"
+#include "admin/Sections.h"
+#include "widgets/Icons.h"
+#include "widgets/ReportView.h"
+#include "widgets/TextConversion.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+constexpr int lastColumn = static_cast<int>(userColumnTitles.size()) - 1;
+
+const clsUser& userAt(const SiteSession& session, int index) {
+    return session.Users[static_cast<std::size_t>(index)];
+}
+
+// The field of a record that a column shows as the server sent it.
+std::string_view sentText(const clsUser& user, int column) {
+    static constexpr std::array<std::string clsUser::*, userColumnTitles.size()> members = {
+        &clsUser::sUIDText, &clsUser::sName, &clsUser::sStdGroup, &clsUser::sFlags};
+    return user.*members[static_cast<std::size_t>(column)];
+}
+
+// The uid that takes most room, as the list pads it.
+QString widestUid(const UserTable& users) {
+    const auto longest =
+        std::ranges::max_element(users, {}, [](const clsUser& user) { return user.sUIDText.size(); });
+    return fromCore(paddedNumber(std::string(longest->sUIDText.size(), '8')));
+}
+
+// The list's content. The functions look at the session whenever they are asked, so the source stays good
+// until the number of rows changes.
+ReportSource listSource(const SiteSession& session) {
+    const auto userInRow = [&session](int row) -> const clsUser& {
+        return session.Users[session.userView.rows[static_cast<std::size_t>(row)]];
+    };
+    ReportSource source;
+    source.rows = static_cast<int>(session.userView.rows.size());
+    for (const std::string_view title : userColumnTitles) {
+        source.columns.push_back({.header = fromCore(title)});
+    }
+    source.columns.front().alignment = Qt::AlignRight;
+    source.columns.front().widest = {widestUid(session.Users)};
+    source.text = [&session, userInRow](int row, int column) {
+        return displayTextOf(rowText(userInRow(row), static_cast<UserColumn>(column)), session.encoding);
+    };
+    source.measuredText = [&session](int row, int column) {
+        return sentText(session.Users[static_cast<std::size_t>(row)], column);
+    };
+    source.decode = [&session](std::string_view bytes) { return displayTextOf(bytes, session.encoding); };
+    source.icon = [userInRow](int row) {
+        const std::string_view key = userIconKey(userInRow(row).sFlags);
+        return key.empty() ? QIcon() : icon("user-" + std::string(key));
+    };
+    return source;
+}
+
+// Why a list without rows has none.
+QString emptyListText(const SiteSession& session) {
+    if (!session.userView.problem.empty()) {
+        return UsersPanel::tr("The server did not send its users:\n%1")
+            .arg(displayTextOf(session.userView.problem, session.encoding));
+    }
+    return session.bLoggedIn ? UsersPanel::tr("There are no users.") : UsersPanel::tr("Not connected.");
+}
+
+} // namespace
+
+UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : QWidget(parent), program_(program), lists_(1) {
+    editor_ = new UserEditorPanel;
+    connectEditor();
+    auto* const splitter = new QSplitter(Qt::Horizontal);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(createLists());
+    splitter->addWidget(editor_);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 1);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(splitter);
+    setOpeners({});
+}
+
+void UsersPanel::setOpeners(Openers openers) {
+    openers_ = std::move(openers);
+    cmdUserAdd_->setEnabled(openers_.addUser != nullptr);
+    cmdUserCopy_->setEnabled(openers_.copyUser != nullptr);
+}
+
+QWidget* UsersPanel::createLists() {
+    stack_ = new QStackedWidget;
+    stack_->addWidget(new QWidget);
+    auto* const buttons = new QHBoxLayout;
+    const auto addButton = [this, buttons](const char* name, const QString& caption, auto act) {
+        auto* const button = new QPushButton(caption);
+        button->setObjectName(QLatin1String(name));
+        button->setAutoDefault(false);
+        connect(button, &QPushButton::clicked, this, act);
+        buttons->addWidget(button);
+        return button;
+    };
+    addButton("cmdUserReloadTable", tr("reload"), [this] {
+        if (program_.currentSite() > 0) {
+            program_.admin().reloadUsers(program_.currentSite());
+        }
+    });
+    cmdUserAdd_ = addButton("cmdUserAdd", tr("add..."), [this] { cmdUserAdd_Click(); });
+    cmdUserCopy_ = addButton("cmdUserCopy", tr("copy..."), [this] {
+        const int site = program_.currentSite();
+        if (site > 0 && openers_.copyUser && program_.admin().currentUser(site) >= 0) {
+            openers_.copyUser(site);
+        }
+    });
+    buttons->addStretch(1);
+    auto* const area = new QWidget;
+    auto* const layout = new QVBoxLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(stack_, 1);
+    layout->addLayout(buttons);
+    return area;
+}
+
+ReportView* UsersPanel::createList(int site) {
+    auto* const list = new ReportView;
+    list->setObjectName(elementName("lvwUsers", site));
+    list->setAccessibleName(tr("Users"));
+    list->setMultiSelection(true);
+    AdminActions& admin = program_.admin();
+    connect(list, &ReportView::rowPicked, this, [&admin, site](int row) { admin.openUser(site, row); });
+    connect(list, &ReportView::headerClicked, this,
+            [&admin, site](int column) { admin.sortUsers(site, column); });
+    connect(list, &ReportView::keyPressed, this,
+            [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
+    connect(list, &ReportView::contextMenuRequested, this, [this, site](int /*row*/, const QPoint& position) {
+        if (openers_.menu) {
+            openers_.menu(site, position);
+        }
+    });
+    return list;
+}
+
+void UsersPanel::connectEditor() {
+    using Act = void (AdminActions::*)(int, const UserForm&);
+    const auto sends = [this](auto signal, Act act) {
+        connect(editor_, signal, this, [this, act] {
+            if (program_.currentSite() > 0) {
+                (program_.admin().*act)(program_.currentSite(), editor_->form());
+            }
+        });
+    };
+    sends(&UserEditorPanel::saveRequested, &AdminActions::saveUser);
+    sends(&UserEditorPanel::passwordRequested, &AdminActions::resetPassword);
+    sends(&UserEditorPanel::addMaskRequested, &AdminActions::addMask);
+    sends(&UserEditorPanel::deleteMaskRequested, &AdminActions::deleteMask);
+    connect(editor_, &UserEditorPanel::reloadRequested, this, [this] {
+        if (program_.currentSite() > 0) {
+            program_.admin().reloadUserfile(program_.currentSite());
+        }
+    });
+    connect(editor_, &UserEditorPanel::groupsRequested, this, &UsersPanel::cmdUserEditGroups_Click);
+    connect(editor_, &UserEditorPanel::sectionsRequested, this, &UsersPanel::lvwUserSections_DblClick);
+}
+
+void UsersPanel::addSite(int site) {
+    ReportView* const added = createList(site);
+    stack_->insertWidget(site, added);
+    lists_.push_back(added);
+    usersChanged(site);
+}
+
+void UsersPanel::showSite(int site) {
+    stack_->setCurrentIndex(site);
+    const int index = site > 0 ? program_.admin().currentUser(site) : -1;
+    if (index >= 0 && userAt(session(site), index).got_info) {
+        editor_->setForm(InfoToForm(userAt(session(site), index), session(site).Groups),
+                         session(site).encoding);
+    } else {
+        editor_->clear();
+    }
+}
+
+void UsersPanel::usersChanged(int site) {
+    ReportView& users = list(site);
+    users.setSource(listSource(session(site)));
+    users.setPlaceholder(emptyListText(session(site)));
+    users.fitColumns(0, lastColumn);
+    selectCurrent(site);
+    if (site != program_.currentSite()) {
+        return;
+    }
+    // A new table knows no details: an account that is open is asked for again.
+    AdminActions& admin = program_.admin();
+    if (admin.currentUser(site) < 0) {
+        editor_->clear();
+    } else if (admin.editedUser(site, editor_->txtUserUID()) >= 0) {
+        admin.openUser(site, admin.currentUserRow(site));
+    }
+}
+
+void UsersPanel::usersSorted(int site) {
+    const ListOrder order = session(site).userView.order;
+    list(site).setSortArrow(order.column, order.isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    list(site).refresh();
+    selectCurrent(site);
+}
+
+void UsersPanel::groupsChanged(int site) {
+    const int index =
+        site == program_.currentSite() ? program_.admin().editedUser(site, editor_->txtUserUID()) : -1;
+    if (index >= 0 && userAt(session(site), index).got_info) {
+        editor_->setGroups(InfoToForm(userAt(session(site), index), session(site).Groups).lvwUserGroups);
+    }
+}
+
+// Late details of another account do not take the current one out of the editor.
+void UsersPanel::userShown(int site, int index) {
+    list(site).refresh();
+    AdminActions& admin = program_.admin();
+    const bool isCurrentOpen = admin.editedUser(site, editor_->txtUserUID()) >= 0;
+    if (site == program_.currentSite() && (index == admin.currentUser(site) || !isCurrentOpen)) {
+        editor_->setForm(InfoToForm(userAt(session(site), index), session(site).Groups),
+                         session(site).encoding);
+    }
+}
+
+std::vector<int> UsersPanel::selectedUsers(int site) const {
+    std::vector<int> indexes;
+    for (const int row : list(site).selectedRows()) {
+        indexes.push_back(static_cast<int>(session(site).userView.rows[static_cast<std::size_t>(row)]));
+    }
+    return indexes;
+}
+
+void UsersPanel::keyPressed(int site, int key, int row) {
+    switch (key) {
+    case Qt::Key_Delete:
+        program_.admin().deleteUser(site, row);
+        break;
+    case Qt::Key_Insert:
+        cmdUserAdd_Click();
+        break;
+    case Qt::Key_F5:
+        program_.admin().reloadUsers(site);
+        break;
+    default:
+        break;
+    }
+}
+
+void UsersPanel::selectCurrent(int site) {
+    list(site).setCurrentRow(program_.admin().currentUserRow(site));
+}
+
+void UsersPanel::cmdUserAdd_Click() {
+    if (program_.currentSite() > 0 && openers_.addUser) {
+        openers_.addUser(program_.currentSite());
+    }
+}
+
+void UsersPanel::cmdUserEditGroups_Click() {
+    const int site = program_.currentSite();
+    const std::string uid = editor_->txtUserUID();
+    const int index = site > 0 ? program_.admin().editedUser(site, uid) : -1;
+    if (index < 0) {
+        return;
+    }
+    const clsUser& user = userAt(session(site), index);
+    auto* const dialog = new frmChangeUserGroups(
+        {user.sName, changeUserGroupsForm(user, session(site).Groups), session(site).encoding},
+        [this, site, uid](const ChangeUserGroupsForm& form) {
+            const int found = findUserIndexByText(session(site).Users, uid);
+            if (found >= 0) {
+                program_.admin().send(site,
+                                      changeUserGroupsCommands(userAt(session(site), found), form, found));
+            }
+        },
+        this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+void UsersPanel::lvwUserSections_DblClick() {
+    const int site = program_.currentSite();
+    const UserForm shown = editor_->form();
+    const int index = site > 0 ? program_.admin().editedUser(site, shown.txtUserUID) : -1;
+    if (index < 0) {
+        return;
+    }
+    auto* const dialog = new frmUserSections(
+        {userAt(session(site), index).sName, sectionsForm(shown.lvwUserSections), session(site).encoding},
+        [this, site, shown](const SectionsForm& form) {
+            const int found = findUserIndexByText(session(site).Users, shown.txtUserUID);
+            if (found >= 0) {
+                program_.admin().send(site, saveSectionsCommands(userAt(session(site), found),
+                                                                 shown.lvwUserSections, form, found));
+            }
+        },
+        this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+} // namespace corvel

@@ -1,0 +1,237 @@
+#include "admin/qt/frmChangeUserGroups.h"
+#include "admin/qt/frmUserSections.h"
+#include "admin/qt/UsersPanel.h"
+#include "demo/DemoServer.h"
+#include "ui/WindowDriver.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTabWidget>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace corvel::test {
+namespace {
+
+constexpr int nameColumn = 1;
+constexpr int usersTab = 4;
+
+// The users tab of the window, logged in on the first of two sites of the program's own server.
+class Users : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(server_.listen());
+        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo") +
+                                                 siteRecord("backup", server_.port(), "demo", "demo"));
+        driver_->find<QTabWidget>("tabMain").setCurrentIndex(usersTab);
+        ASSERT_TRUE(driver_->logIn(1));
+    }
+
+    ReportView& list() { return driver_->find<ReportView>("lvwUsers_1"); }
+    QString cell(int row, int column) { return list().model()->index(row, column).data().toString(); }
+    int rowOf(const QString& name) {
+        for (int row = 0; row < list().model()->rowCount(); ++row) {
+            if (cell(row, nameColumn) == name) {
+                return row;
+            }
+        }
+        return -1;
+    }
+    QLineEdit& box(const char* name) { return driver_->find<QLineEdit>(name); }
+    void press(const char* button) { QTest::mouseClick(&driver_->find<QPushButton>(button), Qt::LeftButton); }
+    void clickRow(const QString& name) {
+        const QModelIndex index = list().model()->index(rowOf(name), nameColumn);
+        list().scrollTo(index);
+        QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(index).center());
+    }
+    bool waitForIdle() {
+        return eventually([&] { return driver_->isIdle(1); });
+    }
+    bool open(const QString& name) {
+        clickRow(name);
+        return eventually([&] { return driver_->isIdle(1) && box("txtUserName").text() == name; });
+    }
+    const DemoUser* onServer(const char* name) { return server_.world().accounts.findUser(name); }
+
+    DemoServer server_{DemoOptions{}};
+    std::unique_ptr<WindowDriver> driver_;
+};
+
+TEST_F(Users, TableIsShownAndEmptiedWithTheConnection) {
+    ASSERT_EQ(list().model()->rowCount(), 60);
+    EXPECT_EQ(cell(1, 0), u"   2"_s);
+    EXPECT_EQ(cell(1, nameColumn), u"alice"_s);
+    EXPECT_EQ(cell(1, 3), u"31"_s);
+    EXPECT_FALSE(list().model()->index(1, 0).data(Qt::DecorationRole).value<QIcon>().isNull());
+    ASSERT_TRUE(open(u"alice"_s));
+    driver_->chooseSitesMenu(1);
+    EXPECT_EQ(list().model()->rowCount(), 0);
+    EXPECT_EQ(list().accessibleDescription(), u"Not connected."_s);
+    EXPECT_EQ(box("txtUserUID").text(), QString());
+}
+
+TEST_F(Users, EveryFieldReachesTheServer) {
+    ASSERT_TRUE(open(u"bob"_s));
+    const std::array<std::pair<const char*, QString>, 9> fields = {{
+        {"txtUserFlags", u"3V"_s},
+        {"txtUserTagLine", u"größer  als "_s},
+        {"txtUserVFS", u"/etc/vfs/new.vfs"_s},
+        {"txtUserHomePath", u"/home/elsewhere"_s},
+        {"txtUserBwUp", u"120"_s},
+        {"txtUserBwDn", u"340"_s},
+        {"txtUserLogins_0", u"7"_s},
+        {"txtUserLogins_1", u"5"_s},
+        {"txtUserLogins_2", u"3"_s},
+    }};
+    for (const auto& [name, text] : fields) {
+        box(name).setText(text);
+    }
+    press("cmdUserSaveChanges");
+    ASSERT_TRUE(waitForIdle());
+    for (const auto& [name, text] : fields) {
+        EXPECT_EQ(box(name).text(), text) << name << " as the server has it";
+    }
+    const DemoUser* bob = onServer("bob");
+    ASSERT_NE(bob, nullptr);
+    EXPECT_EQ(bob->flags, "3V");
+    EXPECT_EQ(bob->upLimit, 120);
+    EXPECT_EQ(bob->downLimit, 340);
+    EXPECT_EQ(bob->ftpLogins, 7);
+    EXPECT_EQ(bob->telnetLogins, 5);
+    EXPECT_EQ(bob->httpLogins, 3);
+
+    box("txtUserName").setText(u"robert"_s);
+    press("cmdUserSaveChanges");
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_NE(onServer("robert"), nullptr);
+    EXPECT_GE(rowOf(u"robert"_s), 0) << "the row follows the record";
+}
+
+TEST_F(Users, MasterFlagNeedsAYes) {
+    ASSERT_TRUE(open(u"bob"_s));
+    const std::string before = onServer("bob")->flags;
+    box("txtUserFlags").setText(u"3M"_s);
+    press("cmdUserSaveChanges");
+    EXPECT_EQ(driver_->answer(QMessageBox::No),
+              u"You are giving this user the Master flag (M). Are u sure u want to continue?"_s);
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(onServer("bob")->flags, before);
+    box("txtUserFlags").setText(u"3M"_s);
+    press("cmdUserSaveChanges");
+    driver_->answer(QMessageBox::Yes);
+    EXPECT_TRUE(eventually([&] { return onServer("bob")->flags == "3M"; }));
+}
+
+TEST_F(Users, AddressesAndThePasswordReachTheServer) {
+    ASSERT_TRUE(open(u"alice"_s));
+    EXPECT_EQ(box("txtUserIP").text(), u"*@*"_s);
+    box("txtUserIP").setText(u"alice@10.9.*"_s);
+    press("cmdUserAddDelIp_0");
+    ASSERT_TRUE(waitForIdle());
+    auto& addresses = driver_->find<QListWidget>("lstUserIP");
+    ASSERT_EQ(addresses.count(), 2);
+    EXPECT_EQ(box("txtUserIP").text(), u"alice@10.9.*"_s);
+    QTest::mouseClick(addresses.viewport(), Qt::LeftButton, {},
+                      addresses.visualItemRect(addresses.item(0)).center());
+    EXPECT_EQ(box("txtUserIP").text(), addresses.item(0)->text());
+    press("cmdUserAddDelIp_1");
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(onServer("alice")->masks, std::vector<std::string>{"alice@10.9.*"});
+    press("cmdUserResetPWD");
+    driver_->answerText(u"n€wpass"_s);
+    EXPECT_TRUE(eventually([&] { return onServer("alice")->password == "n€wpass"; }));
+}
+
+TEST_F(Users, GroupsAndSectionsAreChangedInTheirDialogs) {
+    ASSERT_TRUE(open(u"alice"_s));
+    const std::vector<int> before = onServer("alice")->groups;
+    press("cmdUserEditGroups");
+    ASSERT_NE(driver_->waitForBox<frmChangeUserGroups>(), nullptr);
+    auto& groups = driver_->find<QListWidget>("lstGroups");
+    groups.findItems(u"library"_s, Qt::MatchExactly).front()->setSelected(true);
+    press("cmdOK");
+    ASSERT_TRUE(eventually([&] { return onServer("alice")->groups.size() == before.size() + 1; }));
+    ASSERT_TRUE(waitForIdle());
+    auto& shown = driver_->find<ReportView>("lvwUserGroups");
+    EXPECT_EQ(shown.model()->rowCount(), static_cast<int>(before.size()) + 1);
+
+    emit driver_->find<ReportView>("lvwUserSections").rowDoubleClicked(0);
+    auto* const sections = driver_->waitForBox<frmUserSections>();
+    ASSERT_NE(sections, nullptr);
+    box("txtCredits_0").setText(u"5"_s);
+    press("cmdSave");
+    EXPECT_TRUE(eventually([&] { return onServer("alice")->credits[0] == 5 * 1024; }));
+    EXPECT_TRUE(waitForIdle());
+}
+
+TEST_F(Users, DeletedAccountGoesAfterTheQuestionAndTheNextReload) {
+    ASSERT_TRUE(open(u"carol"_s));
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    const QString group = cell(rowOf(u"carol"_s), nameColumn + 1);
+    EXPECT_EQ(driver_->answer(QMessageBox::No), u"Are u sure u want to delete this user:\ncarol@"_s + group);
+    EXPECT_NE(onServer("carol"), nullptr);
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    driver_->answer(QMessageBox::Yes);
+    ASSERT_TRUE(eventually([&] { return onServer("carol") == nullptr && driver_->isIdle(1); }));
+    EXPECT_GE(rowOf(u"carol"_s), 0) << "the list waits for a reload";
+    press("cmdUserReloadTable");
+    ASSERT_TRUE(eventually([&] { return rowOf(u"carol"_s) < 0; }));
+    EXPECT_EQ(list().model()->rowCount(), 59);
+    EXPECT_EQ(box("txtUserUID").text(), QString());
+}
+
+TEST_F(Users, EditorFollowsTheCurrentRowAndTheSite) {
+    clickRow(u"alice"_s);
+    clickRow(u"bob"_s);
+    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && box("txtUserName").text() == u"bob"_s; }));
+    QTest::keyClick(&list(), Qt::Key_Down);
+    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && box("txtUserName").text() == u"carol"_s; }));
+
+    emit list().headerClicked(nameColumn);
+    EXPECT_EQ(cell(0, nameColumn), u"adam"_s);
+    EXPECT_EQ(cell(list().currentRow(), nameColumn), u"carol"_s);
+    press("cmdUserReloadTable");
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(cell(0, nameColumn), u"adam"_s);
+    EXPECT_EQ(cell(list().currentRow(), nameColumn), u"carol"_s);
+    box("txtUserTagLine").setText(u"after the reload"_s);
+    press("cmdUserSaveChanges");
+    EXPECT_TRUE(eventually([&] { return onServer("carol")->tagline == "after the reload"; }));
+    ASSERT_TRUE(waitForIdle());
+
+    ASSERT_TRUE(driver_->logIn(2));
+    EXPECT_EQ(box("txtUserUID").text(), QString());
+    press("cmdUserSaveChanges");
+    press("cmdUserEditGroups");
+    EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr);
+    driver_->find<QAbstractItemView>("lvwSites")
+        .setCurrentIndex(driver_->find<QAbstractItemView>("lvwSites").model()->index(0, 0));
+    EXPECT_EQ(box("txtUserName").text(), u"carol"_s);
+}
+
+TEST_F(Users, ScrollBarSpansWhatIsHidden) {
+    auto& container = driver_->find<QWidget>("picUserContainer");
+    auto& controls = driver_->find<QWidget>("picUserCtls");
+    auto& bar = driver_->find<QScrollBar>("ScrollU");
+    driver_->window->resize(1000, 400);
+    ASSERT_TRUE(eventually([&] { return bar.isVisible(); }));
+    bar.setValue(bar.maximum());
+    EXPECT_EQ(controls.y(), container.height() - controls.height());
+    bar.setValue(0);
+    EXPECT_EQ(controls.y(), 0);
+    driver_->find<QPushButton>("cmdUserSaveChanges").setFocus(Qt::TabFocusReason);
+    driver_->window->resize(1000, 1400);
+    EXPECT_TRUE(eventually([&] { return !bar.isVisible(); }));
+    EXPECT_EQ(controls.y(), 0);
+}
+
+} // namespace
+} // namespace corvel::test
