@@ -52,6 +52,13 @@ void setDigitsWide(QLineEdit& box, int digits) {
     box.setAlignment(Qt::AlignRight);
 }
 
+void setShownOnly(QLineEdit& box) {
+    box.setReadOnly(true);
+    QPalette palette = box.palette();
+    palette.setBrush(QPalette::Base, palette.brush(QPalette::Window));
+    box.setPalette(palette);
+}
+
 QDialogButtonBox* confirmButtons(QDialog& dialog, const ConfirmButton& confirm,
                                  std::function<void()> confirmed) {
     auto* const buttons = new QDialogButtonBox;
@@ -71,6 +78,14 @@ void showMessage(QWidget& parent, std::string_view text, TextEncoding encoding) 
         lines += (lines.isEmpty() ? QString() : QStringLiteral("\n")) + displayTextOf(line, encoding);
     }
     openBox(parent, lines, QMessageBox::Ok);
+}
+
+void closeOrSay(QDialog& dialog, const std::optional<std::string>& problem, TextEncoding encoding) {
+    if (!problem) {
+        dialog.accept();
+    } else if (!problem->empty()) {
+        showMessage(dialog, *problem, encoding);
+    }
 }
 
 void askBefore(QWidget& parent, std::string_view question, std::function<void()> confirmed) {

@@ -5,6 +5,8 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
+#include <string>
 #include <string_view>
 
 class QDialog;
@@ -28,6 +30,9 @@ QLabel* labelFor(QWidget& input, const char* name, const QString& caption);
 // As wide as a number needs that has that many digits.
 void setDigitsWide(QLineEdit& box, int digits);
 
+// Makes box one that shows a text, to be copied but not changed, and looks like it.
+void setShownOnly(QLineEdit& box);
+
 // The two buttons at the foot of a dialog: one, the default, that calls confirmed, and cmdCancel, which
 // closes the dialog as Escape does.
 struct ConfirmButton {
@@ -39,6 +44,10 @@ QDialogButtonBox* confirmButtons(QDialog& dialog, const ConfirmButton& confirm,
 
 // A message box over parent; returns at once. text has the server's bytes in it, and CR LF between lines.
 void showMessage(QWidget& parent, std::string_view text, TextEncoding encoding);
+
+// Closes dialog with OK where there is no problem, else shows the problem and leaves it open. An empty one is
+// not shown: the person was told already.
+void closeOrSay(QDialog& dialog, const std::optional<std::string>& problem, TextEncoding encoding);
 
 // A question whose default answer is no; a yes calls confirmed. Returns at once.
 void askBefore(QWidget& parent, std::string_view question, std::function<void()> confirmed);

@@ -18,8 +18,8 @@ frmUserSections::frmUserSections(Opening opening, Accept accept, QWidget* parent
     setWindowTitle(tr("Sections - %1").arg(displayTextOf(opening.sUserName, opening.encoding)));
     auto* const layout = new QGridLayout(this);
     layout->addWidget(new QLabel(tr("Section")), 0, 0);
-    layout->addWidget(new QLabel(tr("Ratio")), 0, 1);
-    layout->addWidget(new QLabel(tr("Credits (MB)")), 0, 2);
+    layout->addWidget(new QLabel(tr("Ratio")), 0, 1, Qt::AlignRight);
+    layout->addWidget(new QLabel(tr("Credits (MB)")), 0, 2, Qt::AlignRight);
     layout->setColumnStretch(2, 1);
     const int sections = static_cast<int>(form_.lbl.size());
     for (int i = 0; i < sections; ++i) {

@@ -1,0 +1,206 @@
+#include "admin/qt/frmAddUser.h"
+
+#include "admin/qt/DialogParts.h"
+#include "admin/qt/SelectableList.h"
+#include "widgets/BytesEdit.h"
+#include "widgets/TextConversion.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+// The box selects its text on getting the focus for as long as it holds only that sample.
+void selectSample(OneLineEdit& box, std::string_view sample) {
+    const auto update = [&box, text = fromCore(sample)] { box.setSelectAllOnFocus(box.text() == text); };
+    QObject::connect(&box, &QLineEdit::textChanged, &box, update);
+}
+
+QPushButton* maskButton(int index, const QString& caption) {
+    auto* const button = new QPushButton(caption);
+    button->setObjectName(elementName("cmdUserAddDelIp", index));
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+frmAddUser::frmAddUser(Opening opening, Accept accept, QWidget* parent)
+    : QDialog(parent), form_(std::move(opening.form)), encoding_(opening.encoding),
+      accept_(std::move(accept)) {
+    setObjectName(QStringLiteral("frmAddUser"));
+    setWindowTitle(tr("Add user"));
+    auto* const layout = new QVBoxLayout(this);
+    auto* const columns = new QHBoxLayout;
+    layout->addLayout(columns, 1);
+    const int gap = fontMetrics().averageCharWidth();
+    columns->addLayout(createAccount(), 1);
+    columns->addSpacing(gap);
+    columns->addLayout(createGroups(), 1);
+    columns->addSpacing(gap);
+    columns->addLayout(createMasks(), 1);
+    layout->addWidget(confirmButtons(*this, {}, [this] { okClicked(); }));
+    boxes_.show(encoding_);
+}
+
+QFormLayout* frmAddUser::createAccount() {
+    auto* const layout = new QFormLayout;
+    layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    const auto addText = [&](std::string& member, const char* name, const QString& caption) {
+        BytesEdit* const box = boxes_.add(member);
+        layout->addRow(labelFor(*box, name, caption), box);
+        return box;
+    };
+    addText(form_.txtUserName, "txtUserName", tr("User &name:"));
+    addText(form_.txtPassword, "txtPassword", tr("&Password:"))->setEchoMode(QLineEdit::Password);
+    txtMainGroup_ = new QComboBox;
+    for (const SelectableEntry& group : form_.lstAllGroup) {
+        txtMainGroup_->addItem(displayTextOf(group.sText, encoding_));
+    }
+    txtMainGroup_->setCurrentIndex(-1);
+    connect(txtMainGroup_, &QComboBox::currentIndexChanged, this, &frmAddUser::mainGroupChanged);
+    layout->addRow(labelFor(*txtMainGroup_, "txtMainGroup", tr("Main &group:")), txtMainGroup_);
+    addText(form_.txtUserFlags, "txtUserFlags", tr("&Flags:"));
+    selectSample(*addText(form_.txtUserTagLine, "txtUserTagLine", tr("&Tagline:")), taglinePlaceholder);
+
+    auto* const account = new QHBoxLayout;
+    addNumber(*account, form_.txtUserCredits, "txtUserCredits", tr("&Credits (MB):"));
+    addNumber(*account, form_.txtRatio, "txtRatio", tr("&Ratio:"));
+    auto* const logins = new QHBoxLayout;
+    addNumber(*logins, form_.txtNumOfLogins[0], "txtNumOfLogins_0", tr("FTP logins:"));
+    addNumber(*logins, form_.txtNumOfLogins[1], "txtNumOfLogins_1", tr("telnet:"));
+    addNumber(*logins, form_.txtNumOfLogins[2], "txtNumOfLogins_2", tr("HTTP:"));
+    auto* const speed = new QHBoxLayout;
+    addNumber(*speed, form_.txtUserBwUp, "txtUserBwUp", tr("Upload limit (kB/s):"));
+    addNumber(*speed, form_.txtUserBwDn, "txtUserBwDn", tr("Download:"));
+    for (QHBoxLayout* const row : {account, logins, speed}) {
+        row->addStretch(1);
+        QLayoutItem* const caption = row->takeAt(0);
+        layout->addRow(caption->widget(), row);
+        delete caption;
+    }
+    return layout;
+}
+
+void frmAddUser::addNumber(QHBoxLayout& row, std::string& member, const char* name, const QString& caption) {
+    BytesEdit* const box = boxes_.add(member);
+    setDigitsWide(*box, 6);
+    row.addWidget(labelFor(*box, name, caption));
+    row.addWidget(box);
+}
+
+QLayout* frmAddUser::createGroups() {
+    lstAllGroup_ = new SelectableList;
+    lstAllGroup_->setEntries(form_.lstAllGroup, encoding_);
+    lstAllGroup_->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
+    auto* const layout = new QVBoxLayout;
+    layout->addWidget(labelFor(*lstAllGroup_, "lstAllGroup", tr("&Other groups:")));
+    layout->addWidget(lstAllGroup_);
+    return layout;
+}
+
+QLayout* frmAddUser::createMasks() {
+    BytesEdit* const mask = boxes_.add(form_.txtUserIP);
+    selectSample(*mask, maskPlaceholder);
+    txtUserIP_ = mask;
+    lstUserIP_ = new QListWidget;
+    QPushButton* const add = maskButton(0, tr("A&dd"));
+    QPushButton* const remove = maskButton(1, tr("D&elete"));
+    auto* const layout = new QGridLayout;
+    layout->addWidget(labelFor(*mask, "txtUserIP", tr("&IP or ident mask:")), 0, 0, 1, 2);
+    layout->addWidget(mask, 1, 0, 1, 2);
+    layout->addWidget(add, 2, 0);
+    layout->addWidget(remove, 2, 1);
+    layout->addWidget(labelFor(*lstUserIP_, "lstUserIP", tr("&Logs in from:")), 3, 0, 1, 2);
+    layout->addWidget(lstUserIP_, 4, 0, 1, 2);
+    layout->setRowStretch(4, 1);
+    connect(add, &QPushButton::clicked, this, &frmAddUser::addMasks);
+    connect(remove, &QPushButton::clicked, this, &frmAddUser::deleteMask);
+    connect(lstUserIP_, &QListWidget::itemSelectionChanged, this, [this] {
+        for (const QListWidgetItem* const item : lstUserIP_->selectedItems()) {
+            txtUserIP_->setText(item->text());
+        }
+    });
+    mask->installEventFilter(this);
+    lstUserIP_->installEventFilter(this);
+    return layout;
+}
+
+// Enter adds or deletes a mask; without this it would press the default button.
+bool frmAddUser::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
+        if (watched == txtUserIP_ && isEnter) {
+            addMasks();
+            return true;
+        }
+        if (watched == lstUserIP_ && (isEnter || key == Qt::Key_Delete)) {
+            deleteMask();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// The server would toggle the account out of its main group if that were among the other groups.
+void frmAddUser::mainGroupChanged(int index) {
+    for (int i = 0; i < lstAllGroup_->count(); ++i) {
+        QListWidgetItem* const item = lstAllGroup_->item(i);
+        item->setHidden(i == index);
+        if (i == index) {
+            item->setSelected(false);
+        }
+    }
+}
+
+// The text stays in the box, selected: another Enter finds it in the list and adds nothing.
+void frmAddUser::addMasks() {
+    for (const QString& mask : txtUserIP_->text().split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (lstUserIP_->findItems(mask, Qt::MatchExactly | Qt::MatchCaseSensitive).isEmpty()) {
+            lstUserIP_->addItem(mask);
+        }
+    }
+    txtUserIP_->setFocus();
+    txtUserIP_->selectAll();
+}
+
+void frmAddUser::deleteMask() {
+    const QSignalBlocker blocker(lstUserIP_);
+    qDeleteAll(lstUserIP_->findItems(txtUserIP_->text(), Qt::MatchExactly | Qt::MatchCaseSensitive));
+    lstUserIP_->setCurrentRow(-1);
+}
+
+void frmAddUser::okClicked() {
+    boxes_.collect();
+    const int mainGroup = txtMainGroup_->currentIndex();
+    form_.txtMainGroup =
+        mainGroup < 0 ? std::string() : form_.lstAllGroup[static_cast<std::size_t>(mainGroup)].sText;
+    form_.lstAllGroup = lstAllGroup_->entries();
+    form_.lstUserIP.clear();
+    for (int i = 0; i < lstUserIP_->count(); ++i) {
+        form_.lstUserIP.push_back(bytesOf(lstUserIP_->item(i)->text(), encoding_));
+    }
+    if (const std::optional<std::string> question = addUserQuestion(form_)) {
+        askBefore(*this, *question, [this] { confirmed(); });
+    } else {
+        confirmed();
+    }
+}
+
+void frmAddUser::confirmed() {
+    closeOrSay(*this, accept_(form_), encoding_);
+}
+
+} // namespace corvel
