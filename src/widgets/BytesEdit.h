@@ -18,6 +18,8 @@ class BytesEdit : public OneLineEdit {
 
     // Shows bytes, and reads what is typed from now on in the encoding, that of the connection.
     void setBytes(std::string_view bytes, TextEncoding encoding);
+    // Keeps the text, for a box that outlives the connection; typed text alone is read in another encoding.
+    void setEncoding(TextEncoding encoding) { encoding_ = encoding; }
 
     std::string bytes() const;
 

@@ -15,6 +15,12 @@ void FormBoxes::show(TextEncoding encoding) {
     }
 }
 
+void FormBoxes::setEncoding(TextEncoding encoding) const {
+    for (const Field& field : fields_) {
+        field.box->setEncoding(encoding);
+    }
+}
+
 void FormBoxes::collect() const {
     for (const Field& field : fields_) {
         *field.member = field.box->bytes();

@@ -18,6 +18,9 @@ class FormBoxes {
     // Loads every box from its member, whose bytes are in the encoding of the connection.
     void show(TextEncoding encoding);
 
+    // Reads what is typed in another encoding from now on, as BytesEdit does; the texts stay.
+    void setEncoding(TextEncoding encoding) const;
+
     // Stores what the boxes hold in the members.
     void collect() const;
 
