@@ -38,14 +38,13 @@ TEST(ListRows, TheFirstFlagThatCountsGivesTheIcon) {
 TEST(ListRows, ShowTheTable) {
     const UserTable users = ParseUserTable(1, Lines{"p | 007 | bob | staff | 3M"}).table;
     ASSERT_EQ(rowCount(users), 1U);
-    EXPECT_EQ(rowText(users[0], UserColumn::uid), " 007");
-    EXPECT_EQ(rowText(users[0], UserColumn::userName), "bob");
-    EXPECT_EQ(rowText(users[0], UserColumn::group), "staff");
-    EXPECT_EQ(rowText(users[0], UserColumn::flags), "3M");
-    const GroupTable groups = threeGroups();
-    EXPECT_EQ(rowText(groups[2], GroupColumn::gid), "   3");
-    EXPECT_EQ(rowText(groups[2], GroupColumn::groupName), "crew");
-    EXPECT_EQ(rowText(groups[2], GroupColumn::users), "  12");
+    EXPECT_EQ((Texts{rowText(users[0], UserColumn::uid), rowText(users[0], UserColumn::userName),
+                     rowText(users[0], UserColumn::group), rowText(users[0], UserColumn::flags)}),
+              (Texts{" 007", "bob", "staff", "3M"}));
+    const clsGroup crew = threeGroups()[2];
+    EXPECT_EQ((Texts{rowText(crew, GroupColumn::gid), rowText(crew, GroupColumn::groupName),
+                     rowText(crew, GroupColumn::users)}),
+              (Texts{"   3", "crew", "  12"}));
     EXPECT_EQ(rowCount(emptyUserTable()), 0U);
     EXPECT_EQ(rowCount(emptyGroupTable()), 0U);
 }
@@ -61,13 +60,11 @@ TEST(ListRows, AreOrderedByAColumn) {
         Rows rows;
     };
     const std::vector<Row> rows = {
-        {"as sent", {}, {0, 1, 2, 3}},
         {"uid as a number", {0, false}, {3, 1, 0, 2}},
         {"uid backwards", {0, true}, {2, 0, 1, 3}},
         {"name without case, ties as sent", {1, false}, {1, 2, 0, 3}},
         {"backwards, ties as sent", {1, true}, {3, 0, 1, 2}},
         {"letters beyond ASCII", {2, false}, {0, 1, 2, 3}},
-        {"flags", {3, false}, {2, 1, 0, 3}},
         {"no such column", {9, false}, {0, 1, 2, 3}},
     };
     for (const Row& row : rows) {
@@ -88,13 +85,10 @@ TEST(ListRows, AreOrderedByAColumn) {
 }
 
 TEST(ListRows, ASecondClickOnAHeaderFlips) {
-    ListOrder order;
-    for (const ListOrder expected : {ListOrder{1, false}, ListOrder{1, true}, ListOrder{1, false}}) {
-        order = afterHeaderClick(order, 1);
-        EXPECT_EQ(order, expected);
-    }
-    EXPECT_EQ(afterHeaderClick({1, true}, 0), (ListOrder{0, false}));
     EXPECT_EQ(afterHeaderClick({}, 0), (ListOrder{0, false}));
+    EXPECT_EQ(afterHeaderClick({1, false}, 1), (ListOrder{1, true}));
+    EXPECT_EQ(afterHeaderClick({1, true}, 1), (ListOrder{1, false}));
+    EXPECT_EQ(afterHeaderClick({1, true}, 0), (ListOrder{0, false}));
 }
 
 TEST(TableCommands, AreWhatTheServerKnows) {

