@@ -52,29 +52,27 @@ TEST(Settings, ReadsEachKindOfKey) {
 
 // Two keys that led to one member by a slip of the table would end up equal here.
 TEST(Settings, EveryTextKeyHasAMemberOfItsOwn) {
+    const std::vector<std::string> keys = {
+        "textbox_fontname",       "ssl_tunnel_host",      "site_nuke_syntax",     "window_caption_online",
+        "window_caption_offline", "trayicon_text_online", "trayicon_text_offline"};
+    const std::vector<std::string> menus = {"menu_tray", "menu_browser", "menu_userlist", "menu_grouplist",
+                                            "menu_activity"};
     std::vector<std::string> lines;
-    for (const char* key :
-         {"textbox_fontname", "ssl_tunnel_host", "site_nuke_syntax", "window_caption_online",
-          "window_caption_offline", "trayicon_text_online", "trayicon_text_offline"}) {
+    for (const std::string& key : keys) {
         lines.push_back(std::string(key).append(" = ").append(key));
     }
-    for (const char* key :
-         {"menu_tray", "menu_browser", "menu_userlist", "menu_grouplist", "menu_activity"}) {
+    for (const std::string& key : menus) {
         lines.push_back(std::string(key).append(" = ").append(key).append(" | c"));
     }
-    const Settings settings = parseSettings(lines).settings;
-    EXPECT_EQ(settings.textbox_fontname, "textbox_fontname");
-    EXPECT_EQ(settings.ssl_tunnel_host, "ssl_tunnel_host");
-    EXPECT_EQ(settings.site_nuke_syntax, "site_nuke_syntax");
-    EXPECT_EQ(settings.window_caption_online, "window_caption_online");
-    EXPECT_EQ(settings.window_caption_offline, "window_caption_offline");
-    EXPECT_EQ(settings.trayicon_text_online, "trayicon_text_online");
-    EXPECT_EQ(settings.trayicon_text_offline, "trayicon_text_offline");
-    EXPECT_EQ(settings.menu_tray, (std::vector<MenuEntry>{{"menu_tray", "c"}}));
-    EXPECT_EQ(settings.menu_browser, (std::vector<MenuEntry>{{"menu_browser", "c"}}));
-    EXPECT_EQ(settings.menu_userlist, (std::vector<MenuEntry>{{"menu_userlist", "c"}}));
-    EXPECT_EQ(settings.menu_grouplist, (std::vector<MenuEntry>{{"menu_grouplist", "c"}}));
-    EXPECT_EQ(settings.menu_activity, (std::vector<MenuEntry>{{"menu_activity", "c"}}));
+    const Settings read = parseSettings(lines).settings;
+    EXPECT_EQ(keys, (std::vector{read.textbox_fontname, read.ssl_tunnel_host, read.site_nuke_syntax,
+                                 read.window_caption_online, read.window_caption_offline,
+                                 read.trayicon_text_online, read.trayicon_text_offline}));
+    const std::vector members = {&read.menu_tray, &read.menu_browser, &read.menu_userlist,
+                                 &read.menu_grouplist, &read.menu_activity};
+    for (std::size_t i = 0; i < menus.size(); ++i) {
+        EXPECT_EQ(*members[i], (std::vector<MenuEntry>{{menus[i], "c"}}));
+    }
 }
 
 TEST(Settings, DefaultsAndReportsWhatIsNoNumber) {
@@ -84,19 +82,13 @@ TEST(Settings, DefaultsAndReportsWhatIsNoNumber) {
         std::string problem; // empty: none
     };
     const std::vector<Row> rows = {
-        {"font size in words", "textbox_fontsize = big",
-         "settings.ini: textbox_fontsize: \"big\" is no number"},
         {"font size with a unit", "textbox_fontsize = 9pt",
          "settings.ini: textbox_fontsize: \"9pt\" is no number"},
-        {"font size of nothing", "textbox_fontsize = 0",
-         "settings.ini: textbox_fontsize: \"0\" is no font size"},
         {"font size beyond all", "textbox_fontsize = 1001",
          "settings.ini: textbox_fontsize: \"1001\" is no font size"},
-        {"port in words", "ssl_tunnel_port = ftp", "settings.ini: ssl_tunnel_port: \"ftp\" is no number"},
         {"port beyond 32 bits", "ssl_tunnel_port = 99999999999",
          "settings.ini: ssl_tunnel_port: \"99999999999\" is no 32-bit number"},
         {"a switch in words is off", "show_trayicon = yes", ""},
-        {"an empty switch is off", "show_trayicon =", ""},
     };
     for (const Row& row : rows) {
         const SettingsReading reading = parseSettings({row.line, "ssl_tunnel_host = read on"});

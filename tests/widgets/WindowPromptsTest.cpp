@@ -76,29 +76,15 @@ TEST_F(WindowPromptsTest, AnInputBoxGivesItsTextOrNothing) {
         std::function<void(QInputDialog&)> end;
         std::optional<std::string> answer;
     };
-    const auto type = [](QInputDialog& box, const QString& text) {
-        QTest::keyClicks(box.findChild<QLineEdit*>(), text);
-    };
     const auto pasteAndAccept = [](QInputDialog& box) {
         QApplication::clipboard()->setText(QStringLiteral("new\r\nDELE x"));
         box.findChild<QLineEdit*>()->paste();
         box.accept();
     };
     const std::vector<Row> table = {
-        {"accepted",
-         [&](auto& box) {
-             type(box, QStringLiteral("new"));
-             box.accept();
-         },
-         "new"},
         {"accepted empty", [](auto& box) { box.accept(); }, ""},
         {"pasted lines", pasteAndAccept, "newDELE x"},
-        {"Escape",
-         [&](auto& box) {
-             type(box, QStringLiteral("new"));
-             QTest::keyClick(&box, Qt::Key_Escape);
-         },
-         std::nullopt},
+        {"Escape", [](auto& box) { QTest::keyClick(&box, Qt::Key_Escape); }, std::nullopt},
         {"closed", [](auto& box) { box.close(); }, std::nullopt},
     };
     for (const Row& row : table) {

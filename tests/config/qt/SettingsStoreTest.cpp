@@ -1,6 +1,5 @@
 #include "config/qt/SettingsStore.h"
 
-#include "config/WindowState.h"
 #include "support/TemporaryDirectory.h"
 
 #include <QSettings>
@@ -34,24 +33,6 @@ TEST(SettingsStore, KeepsEveryTextFromOneRunToTheNext) {
         EXPECT_EQ(next.value(key), value) << key;
     }
     EXPECT_EQ(directory.read("Voskar Drennix/Corvel2.conf").empty(), false);
-}
-
-TEST(SettingsStore, HoldsTheWholeWindowState) {
-    const TemporaryDirectory directory;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                       QString::fromStdString(directory.path()));
-    WindowState state;
-    state.window_left = state.window_top = -99;
-    state.window_width = state.window_height = 15000;
-    state.always_on_top = true;
-    state.columns[4].autosize = false;
-    {
-        SettingsStore store;
-        saveWindowState(store, state, true);
-    }
-    const WindowStateReading reading = loadWindowState(SettingsStore(), {});
-    EXPECT_EQ(reading.state, state);
-    EXPECT_TRUE(reading.problems.empty());
 }
 
 } // namespace

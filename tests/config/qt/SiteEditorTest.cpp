@@ -64,33 +64,16 @@ TEST(SiteEditor, GivesBackEveryByteThatWasLeftAlone) {
     EXPECT_FALSE(editor.dialog->isVisible());
 }
 
-TEST(SiteEditor, GivesBackWhatWasTyped) {
-    SiteEditor editor({});
-    editor.box("txtSitename").setText(u"\u0416"_qs);
-    editor.box("txtPort").setText(u"no port"_qs);
-    editor.dialog->findChild<QCheckBox*>(u"chkUseSSLProxy"_qs)->setChecked(true);
-    editor.press(Qt::Key_Return); // the default button
-    EXPECT_EQ(editor.forms, std::vector<SiteForm>{(SiteForm{
-                                .txtSitename = "\xD0\x96", .txtPort = "no port", .chkUseSSLProxy = true})});
-}
-
 TEST(SiteEditor, StaysOpenWithAMessage) {
     SiteEditor editor(anyForm());
     editor.problem = "Please enter a <b>";
     editor.click("OKButton");
-    ASSERT_TRUE(editor.dialog->isVisible());
     auto* const box = editor.dialog->findChild<QMessageBox*>();
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->text(), u"Please enter a <b>"_qs);
     EXPECT_EQ(box->textFormat(), Qt::PlainText);
-    EXPECT_EQ(box->icon(), QMessageBox::NoIcon);
-    EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
     box->button(QMessageBox::Ok)->click();
     EXPECT_TRUE(editor.dialog->isVisible());
-    editor.problem.reset();
-    editor.click("OKButton");
-    EXPECT_EQ(editor.forms.size(), 2U);
-    EXPECT_FALSE(editor.dialog->isVisible());
 }
 
 TEST(SiteEditor, IsLeftWithoutAFormByEscapeAndCancel) {
