@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/mdlMain.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+class QPoint;
+class QStackedWidget;
+
+namespace corvel {
+
+class GroupEditorPanel;
+class ReportView;
+
+// The groups tab: for every site its list lvwGroups, and beside it the editor, which belongs to the current
+// site and shows its current group or nothing.
+class GroupsPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    // program: borrowed, must outlive the panel.
+    explicit GroupsPanel(mdlMain& program, QWidget* parent = nullptr);
+
+    // Opens the list's pop-up menu at a place on screen; site is the current one.
+    using Menu = std::function<void(int site, const QPoint&)>;
+    void setMenu(Menu menu) { menu_ = std::move(menu); }
+
+    void addSite(int site);
+    void showSite(int site);
+    void groupsChanged(int site); // also when the connection has ended
+    void groupsSorted(int site);
+    void usersChanged(int site);
+    void groupShown(int site, int index);
+
+  private:
+    QWidget* createLists();
+    ReportView* createList(int site);
+    void connectEditor();
+    void keyPressed(int site, int key, int row);
+    void selectCurrent(int site);
+    bool isOpen(int site) const;
+    void showInEditor(int site, int index);
+    ReportView& list(int site) const { return *lists_[static_cast<std::size_t>(site)]; }
+    const SiteSession& session(int site) const { return program_.site(site).session; }
+
+    mdlMain& program_;
+    Menu menu_;
+    std::vector<ReportView*> lists_; // element 0 belongs to no site
+    QStackedWidget* stack_ = nullptr;
+    GroupEditorPanel* editor_ = nullptr;
+};
+
+} // namespace corvel
