@@ -2,7 +2,6 @@
 
 #include "admin/AdminSupport.h"
 #include "admin/Batch.h"
-#include "admin/CopyUser.h"
 
 #include <gtest/gtest.h>
 
@@ -71,10 +70,6 @@ TEST(AddUser, ChecksInOrder) {
         EXPECT_EQ(problem.has_value(), row.problem != nullptr) << row.name;
         EXPECT_EQ(problem.value_or(""), row.problem == nullptr ? "" : row.problem) << row.name;
     }
-    EXPECT_FALSE(addUserQuestion(goodForm()));
-    AddUserForm master;
-    master.txtUserFlags = "1M";
-    EXPECT_EQ(addUserQuestion(master), "Warning: you are adding a new [M]aster user. Continue?");
 }
 
 TEST(AddUser, SendsTheUserAndThenItsProperties) {
@@ -167,35 +162,6 @@ TEST(Batch, OfNothingIsNone) {
 TEST(Batch, TellsHowFarItHasCome) {
     EXPECT_EQ(batchProgressText(300, 259), "41 of 300");
     EXPECT_EQ(batchProgressText(3, 9), "0 of 3");
-}
-
-TEST(CopyUser, TakesANewNameWithoutBlanks) {
-    struct Row {
-        const char* typed;
-        const char* problem;
-    };
-    const std::vector<Row> rows = {
-        {" new user ", ""},
-        {"", "Please enter a valid username."},
-        {"   ", "Please enter a valid username."},
-        {"b ob", "This user already exists !"},
-        {"Bob", ""},
-    };
-    CopyUserForm form = copyUserForm(oneUser()[0]);
-    EXPECT_EQ(form.txtSourceUsername, "bob");
-    EXPECT_EQ(form.txtSourceUID, "7");
-    for (const Row& row : rows) {
-        form.txtNewUsername = row.typed;
-        EXPECT_EQ(copyUserProblem(form, oneUser()).value_or(""), row.problem) << row.typed;
-    }
-    form.txtNewUsername = " new user ";
-    EXPECT_EQ(withoutBlanks(form.txtNewUsername), "newuser");
-    EXPECT_EQ(written(copyUserCommands(form)),
-              (Texts{"107 SITE CorvelExt copyuser 7 newuser", "102 quiet SITE CorvelExt usertable"}));
-    for (const char key : std::string("[] ")) {
-        EXPECT_FALSE(isCopyNameKey(key)) << key;
-    }
-    EXPECT_TRUE(isCopyNameKey('a') && isCopyNameKey('\xC3'));
 }
 
 } // namespace

