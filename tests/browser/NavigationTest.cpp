@@ -66,52 +66,22 @@ TEST(FileOperations, SendTheirCommands) {
         {"the button called mkdir", mkdirButtonCommands(), "STAT -a/100q0;NOOP/255q0;"},
         {"directory", changeDirectoryCommands("/a b"), "CWD /a b/100q0;"},
         {"new directory", makeDirectoryCommands(" "), "MKD  /108q0;"},
-        {"new directory without a name", makeDirectoryCommands(""), ""},
         {"rename", renameCommands("a b", "c"), "RNFR a b/108q0;RNTO c/108q0;"},
-        {"rename that changes nothing", renameCommands("a", "a"), ""},
-        {"rename from what cannot be sent", renameCommands("a\nb", "c"), "RNFR a\nb/108q0;"},
-        {"rename to what cannot be sent", renameCommands("a", "b\rc"), "RNTO b\rc/108q0;"},
     };
     for (const Case& row : cases) {
         EXPECT_EQ(sent(row.commands), row.sent) << row.name;
     }
 }
 
-TEST(FileOperations, AskBeforeDeleting) {
-    struct Case {
-        const char* name;
-        BrowserEntry entry;
-        TextEncoding encoding;
-        const char* question; // null where nothing happens
-        const char* sent;
-    };
-    using Type = BrowserEntryType;
-    const std::vector<Case> cases = {
-        {"directory",
-         {.name = "a b", .type = Type::directory},
-         TextEncoding::utf8,
-         "Are u sure u want to delete this directory:\r\na b",
-         "RMD a b/108q0;"},
-        {"file",
-         {.name = "f", .type = Type::file},
-         TextEncoding::utf8,
-         "Are u sure u want to delete this file:",
-         "DELE f/108q0;"},
-        {"parent", {.name = "..", .type = Type::directory}, TextEncoding::utf8, nullptr, ""},
-        {"bytes go back as they came",
-         {.name = "\xE9\x1b", .type = Type::directory},
-         TextEncoding::windows1252,
-         "Are u sure u want to delete this directory:\r\n\xC3\xA9\xE2\x90\x9B",
-         "RMD \xE9\x1b/108q0;"},
-    };
-    for (const Case& row : cases) {
-        const std::optional<Deletion> result = deletion(row.entry, row.encoding);
-        ASSERT_EQ(result.has_value(), row.question != nullptr) << row.name;
-        if (result) {
-            EXPECT_EQ(result->question, row.question) << row.name;
-            EXPECT_EQ(sent({result->command}), row.sent) << row.name;
-        }
-    }
+TEST(FileOperations, DeleteTheBytesAsTheyCameAndAskInVisibleLetters) {
+    const auto directory =
+        deletion({.name = "\xE9\x1b", .type = BrowserEntryType::directory}, TextEncoding::windows1252);
+    ASSERT_TRUE(directory);
+    EXPECT_EQ(directory->question, "Are u sure u want to delete this directory:\r\n\xC3\xA9\xE2\x90\x9B");
+    EXPECT_EQ(sent({directory->command}), "RMD \xE9\x1b/108q0;");
+    const auto file = deletion({.name = "f", .type = BrowserEntryType::file}, TextEncoding::utf8);
+    ASSERT_TRUE(file);
+    EXPECT_EQ(sent({file->command}), "DELE f/108q0;");
 }
 
 TEST(ColumnFit, GivesTheNameWhatIsLeft) {
