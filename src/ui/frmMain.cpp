@@ -4,14 +4,12 @@
 #include "net/qt/wSock.h"
 #include "net/SocketStateText.h"
 #include "widgets/Icons.h"
-#include "widgets/LayoutUnits.h"
 #include "widgets/TextConversion.h"
 
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QMouseEvent>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
@@ -24,9 +22,6 @@
 namespace corvel {
 
 namespace {
-
-// In units of 1/1440 inch.
-constexpr int barWidth = 75;
 
 // In milliseconds.
 constexpr int noopInterval = 13000;
@@ -368,102 +363,6 @@ void frmMain::editSite(int site) {
         this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
-}
-
-// The list's width and view as they are stored, for the two views apart.
-void frmMain::toggleSitesView() {
-    WindowState& state = program_.windowState();
-    const bool toIcons = lvwSites_->isReportView();
-    (toIcons ? state.splitbar_left_wide : state.splitbar_left_narrow) = splitter_.listWidth;
-    const int width = toIcons ? state.splitbar_left_narrow : state.splitbar_left_wide;
-    state.sites_list_viewmode = static_cast<std::int32_t>(toIcons ? SitesView::icons : SitesView::report);
-    lvwSites_->setReportView(!toIcons);
-    splitter_ = splitterAt(width, barWidth);
-    layoutWindow();
-}
-
-void frmMain::showSitesList(bool visible) {
-    program_.windowState().show_sites_list = visible;
-    layoutWindow();
-}
-
-void frmMain::layoutWindow() {
-    const QRect area = centralWidget()->rect();
-    const bool withList = showSitesList_->isChecked();
-    lvwSites_->setVisible(withList);
-    imgSplit_->setVisible(withList);
-    lvwSites_->setGeometry(0, 0, pixelsFromUnits(splitter_.listWidth), area.height());
-    imgSplit_->setGeometry(pixelsFromUnits(splitter_.barLeft), 0, pixelsFromUnits(barWidth), area.height());
-    const int tabLeft = withList ? pixelsFromUnits(splitter_.tabLeft) : 0;
-    tabMain_->setGeometry(tabLeft, 0, area.width() - tabLeft, area.height());
-    noSites_->setGeometry(tabMain_->geometry());
-}
-
-bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == centralWidget() && event->type() == QEvent::Resize) {
-        layoutWindow();
-    }
-    return (watched == imgSplit_ && dragSplitter(*event)) || QMainWindow::eventFilter(watched, event);
-}
-
-bool frmMain::dragSplitter(const QEvent& event) {
-    const auto x = [&event] { return static_cast<const QMouseEvent&>(event).position().x() * unitsPerPixel; };
-    switch (event.type()) {
-    case QEvent::MouseButtonPress:
-        splitter_ = splitterPressed(splitter_, x());
-        return true;
-    case QEvent::MouseMove:
-        splitter_ = splitterMoved(splitter_, x(), barWidth, unitsFromPixels(centralWidget()->width()));
-        break;
-    case QEvent::MouseButtonRelease:
-        splitter_ = splitterReleased(splitter_);
-        break;
-    default:
-        return false;
-    }
-    layoutWindow();
-    return true;
-}
-
-void frmMain::applyWindowState() {
-    const WindowState& state = program_.windowState();
-    const bool isReport = state.sites_list_viewmode != static_cast<std::int32_t>(SitesView::icons);
-    lvwSites_->setReportView(isReport);
-    splitter_ =
-        splitterAt(std::max(0, isReport ? state.splitbar_left_wide : state.splitbar_left_narrow), barWidth);
-    showSitesList_->setChecked(state.show_sites_list);
-    tabMain_->setCurrentIndex(std::clamp(state.selected_tab, 1, tabMain_->count()) - 1);
-    if (state.window_width > 0 && state.window_height > 0) {
-        setGeometry(pixelsFromUnits(state.window_left), pixelsFromUnits(state.window_top),
-                    pixelsFromUnits(state.window_width), pixelsFromUnits(state.window_height));
-    }
-    switch (static_cast<WindowMode>(state.window_state)) {
-    case WindowMode::normal:
-        show();
-        break;
-    case WindowMode::minimised:
-        showMinimized();
-        break;
-    case WindowMode::maximised:
-    default:
-        showMaximized();
-        break;
-    }
-    layoutWindow();
-}
-
-void frmMain::gatherWindowState() {
-    WindowState& state = program_.windowState();
-    state.window_state = static_cast<std::int32_t>(isMinimized()   ? WindowMode::minimised
-                                                   : isMaximized() ? WindowMode::maximised
-                                                                   : WindowMode::normal);
-    const QRect geometry = normalGeometry();
-    state.window_left = unitsFromPixels(geometry.left());
-    state.window_top = unitsFromPixels(geometry.top());
-    state.window_width = unitsFromPixels(geometry.width());
-    state.window_height = unitsFromPixels(geometry.height());
-    (lvwSites_->isReportView() ? state.splitbar_left_wide : state.splitbar_left_narrow) = splitter_.listWidth;
-    state.selected_tab = tabMain_->currentIndex() + 1;
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
