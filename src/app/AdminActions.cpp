@@ -1,5 +1,6 @@
 #include "app/AdminActions.h"
 
+#include "admin/Batch.h"
 #include "admin/TableCommands.h"
 #include "admin/UserEditor.h"
 #include "common/TextEncoding.h"
@@ -238,7 +239,7 @@ void AdminActions::send(int site, const std::vector<Command>& commands) {
 }
 
 bool AdminActions::startSequence(int site, const CommandSequence& sequence) {
-    if (isSequenceRunning(site)) {
+    if (isRunning(site, isSequenceHandler)) {
         prompts_.Message(std::string(sequenceRunning));
         return false;
     }
@@ -258,11 +259,18 @@ bool AdminActions::startSequence(int site, const CommandSequence& sequence) {
     return true;
 }
 
-bool AdminActions::isSequenceRunning(int site) const {
+std::string AdminActions::batchProgress(int site) const {
+    const BatchLines& lines = at(sites_, site).session.sBatchLines;
+    return isRunning(site, [](std::int32_t code) { return code == handler::batch; })
+               ? batchProgressText(lines.total(), lines.left())
+               : std::string();
+}
+
+bool AdminActions::isRunning(int site, bool (*isMeant)(std::int32_t handler)) const {
     const SiteSession& session = at(sites_, site).session;
-    const bool isOutstanding = session.bAwaitingReply && isSequenceHandler(session.iCurHandler);
-    return isOutstanding || std::ranges::any_of(session.CommandQueue, [](const Command& slot) {
-               return !slot.sCommand.empty() && isSequenceHandler(slot.iHandler);
+    const bool isOutstanding = session.bAwaitingReply && isMeant(session.iCurHandler);
+    return isOutstanding || std::ranges::any_of(session.CommandQueue, [isMeant](const Command& slot) {
+               return !slot.sCommand.empty() && isMeant(slot.iHandler);
            });
 }
 

@@ -10,6 +10,7 @@
 #include "net/ConsoleLog.h"
 #include "net/SiteSession.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,10 +63,12 @@ class AdminActions {
 
     // Starts a sequence. While another one runs on the site it says so and starts nothing: false.
     bool startSequence(int site, const CommandSequence& sequence);
+    // How far the site's batch has come, "41 of 300"; empty while none runs.
+    std::string batchProgress(int site) const;
 
   private:
     void saveUser(int site, const UserForm& form, bool sendFlags);
-    bool isSequenceRunning(int site) const;
+    bool isRunning(int site, bool (*isMeant)(std::int32_t handler)) const;
 
     Sites& sites_;
     CommandChannel& channel_;

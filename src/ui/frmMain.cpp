@@ -143,6 +143,9 @@ void frmMain::createPanels() {
     statusConnection_->setTextFormat(Qt::PlainText);
     statusBar()->addWidget(statusConnection_);
     statusBar()->addWidget(statusError_, 1);
+    statusBatch_ = new QLabel;
+    statusBatch_->setObjectName(QStringLiteral("lblBatchProgress"));
+    statusBar()->addPermanentWidget(statusBatch_);
 }
 
 void frmMain::createMenus() {
@@ -329,12 +332,14 @@ void frmMain::showStatus() {
     const int site = program_.currentSite();
     QString connection;
     QString error;
+    std::string batch;
     if (site > 0) {
         const SiteConfig& config = program_.site(site).config;
         const SiteSession& session = program_.site(site).session;
         connection = displayTextOf(config.name, encodingOf(config.name)) + QStringLiteral(": ") +
                      fromCore(SocketStateText(*program_.site(site).wSock));
         error = displayTextOf(session.lastErrorLine, session.encoding);
+        batch = program_.admin().batchProgress(site);
     }
     const auto show = [](QLabel& label, const QString& text) {
         if (label.text() != text) {
@@ -344,6 +349,7 @@ void frmMain::showStatus() {
     };
     show(*statusConnection_, connection);
     show(*statusError_, error);
+    show(*statusBatch_, batch.empty() ? QString() : tr("batch: %1").arg(fromCore(batch)));
 }
 
 void frmMain::editSite(int site) {

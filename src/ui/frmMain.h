@@ -94,6 +94,7 @@ class frmMain : public QMainWindow, public Views {
     UsersPanel* users_ = nullptr;
     QLabel* statusConnection_ = nullptr;
     QLabel* statusError_ = nullptr;
+    QLabel* statusBatch_ = nullptr;
     QTimer* tmrSocketStatus_ = nullptr;
 
     SplitterLayout splitter_;

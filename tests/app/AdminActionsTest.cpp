@@ -343,12 +343,16 @@ TEST(AdminActions, OneSequenceRunsAtATime) {
     form.txtBatchTagline = "hi";
     const std::vector<std::string_view> names = {"bob", "alice"};
     const CommandSequence batch = batchSequence(form, names).value();
+    EXPECT_EQ(program.admin().batchProgress(1), "");
     EXPECT_TRUE(program.admin().startSequence(1, batch));
+    EXPECT_EQ(program.admin().batchProgress(1), "0 of 2");
     EXPECT_FALSE(program.admin().startSequence(1, batch));
     program.answer({expect("NOOP"), send(ok), expect("site change bob tagline hi")}, "first half");
+    EXPECT_EQ(program.admin().batchProgress(1), "1 of 2");
     EXPECT_FALSE(program.admin().startSequence(1, batch));
     EXPECT_EQ(program.prompts.asked, (std::vector<std::string>(2, std::string(sequenceRunning))));
     program.answer({send(ok), expect("site change alice tagline hi"), send(ok)}, "second half");
+    EXPECT_EQ(program.admin().batchProgress(1), "");
     const std::string log = program.commandResults(1);
     EXPECT_EQ(log.find("-------------[ BEGIN ]-[ BATCH COMMAND ]-------------"), 0U);
     EXPECT_NE(log.find("-------------[ END ]-[ BATCH COMMAND ]-------------"), std::string::npos);

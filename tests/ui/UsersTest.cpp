@@ -1,9 +1,13 @@
+#include "admin/qt/frmAddUser.h"
 #include "admin/qt/frmChangeUserGroups.h"
+#include "admin/qt/frmCopyUser.h"
 #include "admin/qt/frmUserSections.h"
 #include "admin/qt/UsersPanel.h"
 #include "demo/DemoServer.h"
 #include "ui/WindowDriver.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -215,6 +219,66 @@ TEST_F(Users, EditorFollowsTheCurrentRowAndTheSite) {
     driver_->find<QAbstractItemView>("lvwSites")
         .setCurrentIndex(driver_->find<QAbstractItemView>("lvwSites").model()->index(0, 0));
     EXPECT_EQ(box("txtUserName").text(), u"carol"_s);
+}
+
+TEST_F(Users, AddedAccountIsOnTheServer) {
+    QTest::keyClick(&list(), Qt::Key_Insert);
+    auto* const dialog = driver_->waitForBox<frmAddUser>();
+    ASSERT_NE(dialog, nullptr);
+    const auto boxOf = [dialog](const QString& name) { return dialog->findChild<QLineEdit*>(name); };
+    auto* const ok = dialog->findChild<QPushButton*>(u"cmdOK"_s);
+    boxOf(u"txtUserName"_s)->setText(u"newbie"_s);
+    boxOf(u"txtPassword"_s)->setText(u"secret"_s);
+    auto* const mainGroup = dialog->findChild<QComboBox*>(u"txtMainGroup"_s);
+    mainGroup->setCurrentIndex(mainGroup->findText(u"staff"_s));
+    for (const QString& mask : {u"*@10.1.*"_s, u"newbie@10.2.*"_s}) {
+        boxOf(u"txtUserIP"_s)->setText(mask);
+        QTest::mouseClick(dialog->findChild<QPushButton*>(u"cmdUserAddDelIp_0"_s), Qt::LeftButton);
+    }
+    auto* const others = dialog->findChild<QListWidget*>(u"lstAllGroup"_s);
+    for (const QString& group : {u"music"_s, u"library"_s}) {
+        others->findItems(group, Qt::MatchExactly).front()->setSelected(true);
+    }
+    QTest::mouseClick(ok, Qt::LeftButton);
+    ASSERT_TRUE(eventually([&] {
+        return driver_->isIdle(1) && driver_->session(1).sBatchLines.left() == 0 &&
+               onServer("newbie") != nullptr;
+    }));
+    EXPECT_EQ(server_.world().accounts.groupNames(*onServer("newbie")),
+              (std::vector<std::string>{"staff", "music", "library"}));
+    EXPECT_EQ(onServer("newbie")->masks, (std::vector<std::string>{"*@10.1.*", "newbie@10.2.*"}));
+    EXPECT_TRUE(eventually([&] { return driver_->window->findChild<QDialog*>() == nullptr; }));
+}
+
+TEST_F(Users, CopiedAccountIsInTheReloadedTable) {
+    press("cmdUserCopy");
+    EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr) << "no account is open";
+    ASSERT_TRUE(open(u"carol"_s));
+    press("cmdUserCopy");
+    ASSERT_NE(driver_->waitForBox<frmCopyUser>(), nullptr);
+    box("txtNewUsername").setText(u" carol 2 "_s);
+    press("cmdOK");
+    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && rowOf(u"carol2"_s) >= 0; }));
+    EXPECT_NE(onServer("carol2"), nullptr);
+}
+
+TEST_F(Users, BatchChangesTheSelectedAccounts) {
+    press("cmdUserBatch");
+    EXPECT_EQ(driver_->find<QPushButton>("cmdUserBatch").text(), u"user..."_s);
+    EXPECT_FALSE(driver_->find<QWidget>("picUserContainer").isVisible());
+    clickRow(u"alice"_s);
+    QTest::keyClick(&list(), Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(&list(), Qt::Key_Down, Qt::ShiftModifier);
+    driver_->find<QCheckBox>("chkBatchTagLine").setChecked(true);
+    box("txtBatchTagline").setText(u"one for all"_s);
+    press("cmdBatchPerform");
+    ASSERT_TRUE(
+        eventually([&] { return driver_->isIdle(1) && onServer("carol")->tagline == "one for all"; }));
+    EXPECT_EQ(onServer("alice")->tagline, "one for all");
+    EXPECT_EQ(onServer("bob")->tagline, "one for all");
+    EXPECT_NE(onServer("dave")->tagline, "one for all");
+    press("cmdUserBatch");
+    EXPECT_TRUE(driver_->find<QWidget>("picUserContainer").isVisible());
 }
 
 TEST_F(Users, ScrollBarSpansWhatIsHidden) {

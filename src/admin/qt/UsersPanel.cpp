@@ -1,12 +1,12 @@
 #include "admin/qt/UsersPanel.h"
 
-#include "admin/ChangeUserGroups.h"
+#include "admin/Batch.h"
 #include "admin/ListRows.h"
+#include "admin/qt/AccountDialogs.h"
+#include "admin/qt/BatchPanel.h"
 #include "admin/qt/DialogParts.h"
-#include "admin/qt/frmChangeUserGroups.h"
-#include "admin/qt/frmUserSections.h"
+#include "admin/qt/UserDialogs.h"
 #include "admin/qt/UserEditorPanel.h"
-#include "admin/Sections.h"
 #include "widgets/Icons.h"
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
@@ -87,21 +87,18 @@ QString emptyListText(const SiteSession& session) {
 UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : QWidget(parent), program_(program), lists_(1) {
     editor_ = new UserEditorPanel;
     connectEditor();
+    batch_ = new BatchPanel([this](const BatchForm& form) { cmdBatchPerform_Click(form); });
+    sides_ = new QStackedWidget;
+    sides_->addWidget(editor_);
+    sides_->addWidget(batch_);
     auto* const splitter = new QSplitter(Qt::Horizontal);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(createLists());
-    splitter->addWidget(editor_);
+    splitter->addWidget(sides_);
     splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
-    setOpeners({});
-}
-
-void UsersPanel::setOpeners(Openers openers) {
-    openers_ = std::move(openers);
-    cmdUserAdd_->setEnabled(openers_.addUser != nullptr);
-    cmdUserCopy_->setEnabled(openers_.copyUser != nullptr);
 }
 
 QWidget* UsersPanel::createLists() {
@@ -121,13 +118,9 @@ QWidget* UsersPanel::createLists() {
             program_.admin().reloadUsers(program_.currentSite());
         }
     });
-    cmdUserAdd_ = addButton("cmdUserAdd", tr("add..."), [this] { cmdUserAdd_Click(); });
-    cmdUserCopy_ = addButton("cmdUserCopy", tr("copy..."), [this] {
-        const int site = program_.currentSite();
-        if (site > 0 && openers_.copyUser && program_.admin().currentUser(site) >= 0) {
-            openers_.copyUser(site);
-        }
-    });
+    addButton("cmdUserAdd", tr("add..."), [this] { cmdUserAdd_Click(); });
+    cmdUserBatch_ = addButton("cmdUserBatch", tr("batch..."), [this] { cmdUserBatch_Click(); });
+    addButton("cmdUserCopy", tr("copy..."), [this] { cmdUserCopy_Click(); });
     buttons->addStretch(1);
     auto* const area = new QWidget;
     auto* const layout = new QVBoxLayout(area);
@@ -149,8 +142,8 @@ ReportView* UsersPanel::createList(int site) {
     connect(list, &ReportView::keyPressed, this,
             [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
     connect(list, &ReportView::contextMenuRequested, this, [this, site](int /*row*/, const QPoint& position) {
-        if (openers_.menu) {
-            openers_.menu(site, position);
+        if (openMenu_) {
+            openMenu_(site, position);
         }
     });
     return list;
@@ -187,6 +180,7 @@ void UsersPanel::addSite(int site) {
 
 void UsersPanel::showSite(int site) {
     stack_->setCurrentIndex(site);
+    batch_->setEncoding(site > 0 ? session(site).encoding : TextEncoding::utf8);
     const int index = site > 0 ? program_.admin().currentUser(site) : -1;
     if (index >= 0 && userAt(session(site), index).got_info) {
         editor_->setForm(InfoToForm(userAt(session(site), index), session(site).Groups),
@@ -205,6 +199,7 @@ void UsersPanel::usersChanged(int site) {
     if (site != program_.currentSite()) {
         return;
     }
+    batch_->setEncoding(session(site).encoding);
     // A new table knows no details: an account that is open is asked for again.
     AdminActions& admin = program_.admin();
     if (admin.currentUser(site) < 0) {
@@ -240,14 +235,6 @@ void UsersPanel::userShown(int site, int index) {
     }
 }
 
-std::vector<int> UsersPanel::selectedUsers(int site) const {
-    std::vector<int> indexes;
-    for (const int row : list(site).selectedRows()) {
-        indexes.push_back(static_cast<int>(session(site).userView.rows[static_cast<std::size_t>(row)]));
-    }
-    return indexes;
-}
-
 void UsersPanel::keyPressed(int site, int key, int row) {
     switch (key) {
     case Qt::Key_Delete:
@@ -269,52 +256,54 @@ void UsersPanel::selectCurrent(int site) {
 }
 
 void UsersPanel::cmdUserAdd_Click() {
-    if (program_.currentSite() > 0 && openers_.addUser) {
-        openers_.addUser(program_.currentSite());
+    if (program_.currentSite() > 0) {
+        openAddUser(program_, program_.currentSite(), this);
+    }
+}
+
+void UsersPanel::cmdUserCopy_Click() {
+    const int site = program_.currentSite();
+    const int index = site > 0 ? program_.admin().currentUser(site) : -1;
+    if (index >= 0) {
+        openCopyUser(program_, site, index, this);
+    }
+}
+
+void UsersPanel::cmdUserBatch_Click() {
+    const bool toBatch = sides_->currentWidget() == editor_;
+    sides_->setCurrentWidget(toBatch ? static_cast<QWidget*>(batch_) : editor_);
+    cmdUserBatch_->setText(toBatch ? tr("user...") : tr("batch..."));
+}
+
+void UsersPanel::cmdBatchPerform_Click(const BatchForm& form) {
+    const int site = program_.currentSite();
+    if (site == 0) {
+        return;
+    }
+    std::vector<std::string_view> names;
+    for (const int row : list(site).selectedRows()) {
+        const std::size_t index = session(site).userView.rows[static_cast<std::size_t>(row)];
+        names.push_back(session(site).Users[index].sName);
+    }
+    if (const std::optional<CommandSequence> sequence = batchSequence(form, names)) {
+        program_.admin().startSequence(site, *sequence);
     }
 }
 
 void UsersPanel::cmdUserEditGroups_Click() {
     const int site = program_.currentSite();
-    const std::string uid = editor_->txtUserUID();
-    const int index = site > 0 ? program_.admin().editedUser(site, uid) : -1;
-    if (index < 0) {
-        return;
+    const int index = site > 0 ? program_.admin().editedUser(site, editor_->txtUserUID()) : -1;
+    if (index >= 0) {
+        openUserGroups(program_, site, index, this);
     }
-    const clsUser& user = userAt(session(site), index);
-    auto* const dialog = new frmChangeUserGroups(
-        {user.sName, changeUserGroupsForm(user, session(site).Groups), session(site).encoding},
-        [this, site, uid](const ChangeUserGroupsForm& form) {
-            const int found = findUserIndexByText(session(site).Users, uid);
-            if (found >= 0) {
-                program_.admin().send(site,
-                                      changeUserGroupsCommands(userAt(session(site), found), form, found));
-            }
-        },
-        this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->open();
 }
 
 void UsersPanel::lvwUserSections_DblClick() {
     const int site = program_.currentSite();
-    const UserForm shown = editor_->form();
-    const int index = site > 0 ? program_.admin().editedUser(site, shown.txtUserUID) : -1;
-    if (index < 0) {
-        return;
+    const int index = site > 0 ? program_.admin().editedUser(site, editor_->txtUserUID()) : -1;
+    if (index >= 0) {
+        openUserSections(program_, site, index, editor_->form(), this);
     }
-    auto* const dialog = new frmUserSections(
-        {userAt(session(site), index).sName, sectionsForm(shown.lvwUserSections), session(site).encoding},
-        [this, site, shown](const SectionsForm& form) {
-            const int found = findUserIndexByText(session(site).Users, shown.txtUserUID);
-            if (found >= 0) {
-                program_.admin().send(site, saveSectionsCommands(userAt(session(site), found),
-                                                                 shown.lvwUserSections, form, found));
-            }
-        },
-        this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->open();
 }
 
 } // namespace corvel

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 class QPoint;
@@ -13,26 +14,22 @@ class QStackedWidget;
 
 namespace corvel {
 
+class BatchPanel;
 class ReportView;
+struct BatchForm;
 class UserEditorPanel;
 
 // The users tab: for every site its list lvwUsers, and beside it the editor, which belongs to the current
-// site and shows its current account or nothing.
+// site and shows its current account or nothing, or in its place the batch panel.
 class UsersPanel : public QWidget {
     Q_OBJECT
 
   public:
-    // What opens when a person wants it; site is the current one. A button whose opener is missing is off.
-    struct Openers {
-        std::function<void(int site)> addUser;             // cmdUserAdd and the Insert key
-        std::function<void(int site)> copyUser;            // cmdUserCopy; the current account is the source
-        std::function<void(int site, const QPoint&)> menu; // of the list, at that place on screen
-    };
-
     // program: borrowed, must outlive the panel.
     explicit UsersPanel(mdlMain& program, QWidget* parent = nullptr);
 
-    void setOpeners(Openers openers);
+    // What opens the list's pop-up menu at a place on screen.
+    void setMenuOpener(std::function<void(int site, const QPoint&)> opener) { openMenu_ = std::move(opener); }
 
     void addSite(int site);
     void showSite(int site);
@@ -41,9 +38,6 @@ class UsersPanel : public QWidget {
     void groupsChanged(int site);
     void userShown(int site, int index);
 
-    // The indexes of the selected records in the site's table, in the order of the list.
-    std::vector<int> selectedUsers(int site) const;
-
   private:
     QWidget* createLists();
     ReportView* createList(int site);
@@ -51,18 +45,22 @@ class UsersPanel : public QWidget {
     void keyPressed(int site, int key, int row);
     void selectCurrent(int site);
     void cmdUserAdd_Click();
+    void cmdUserBatch_Click();
+    void cmdUserCopy_Click();
+    void cmdBatchPerform_Click(const BatchForm& form);
     void cmdUserEditGroups_Click();
     void lvwUserSections_DblClick();
     ReportView& list(int site) const { return *lists_[static_cast<std::size_t>(site)]; }
     const SiteSession& session(int site) const { return program_.site(site).session; }
 
     mdlMain& program_;
-    Openers openers_;
+    std::function<void(int site, const QPoint&)> openMenu_;
     std::vector<ReportView*> lists_; // element 0 belongs to no site
     QStackedWidget* stack_ = nullptr;
-    QPushButton* cmdUserAdd_ = nullptr;
-    QPushButton* cmdUserCopy_ = nullptr;
+    QPushButton* cmdUserBatch_ = nullptr;
+    QStackedWidget* sides_ = nullptr; // the editor or the batch panel
     UserEditorPanel* editor_ = nullptr;
+    BatchPanel* batch_ = nullptr;
 };
 
 } // namespace corvel
