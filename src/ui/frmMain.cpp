@@ -117,6 +117,7 @@ void frmMain::createPanels() {
     console_ = new ConsolePanel(program_);
     browser_ = new BrowserPanel(program_);
     users_ = new UsersPanel(program_);
+    groups_ = new GroupsPanel(program_);
     results_ = new ResultsPanel(program_);
     tabMain_ = new QTabWidget(area);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
@@ -125,6 +126,7 @@ void frmMain::createPanels() {
         QWidget* panel = key == QLatin1String("console")     ? static_cast<QWidget*>(console_)
                          : key == QLatin1String("browser")   ? browser_
                          : key == QLatin1String("users")     ? users_
+                         : key == QLatin1String("groups")    ? groups_
                          : key == QLatin1String("cmdresult") ? results_
                                                              : new QWidget;
         panel->setObjectName(key);
@@ -243,6 +245,7 @@ void frmMain::siteAdded(int site) {
     console_->addSite(site);
     browser_->addSite(site);
     users_->addSite(site);
+    groups_->addSite(site);
     results_->addSite(site);
 
     auto* const tmrNoop = new QTimer(this);
@@ -289,26 +292,33 @@ void frmMain::pathChanged(int site) {
 
 void frmMain::usersChanged(int site) {
     users_->usersChanged(site);
+    groups_->usersChanged(site);
 }
 
 void frmMain::groupsChanged(int site) {
     users_->groupsChanged(site);
+    groups_->groupsChanged(site);
 }
 
 void frmMain::usersSorted(int site) {
     users_->usersSorted(site);
 }
 
-void frmMain::groupsSorted(int /*site*/) {}
+void frmMain::groupsSorted(int site) {
+    groups_->groupsSorted(site);
+}
 
 void frmMain::userShown(int site, int index) {
     users_->userShown(site, index);
 }
 
-void frmMain::groupShown(int /*site*/, int /*index*/) {}
+void frmMain::groupShown(int site, int index) {
+    groups_->groupShown(site, index);
+}
 
 void frmMain::sessionReset(int site) {
     users_->usersChanged(site);
+    groups_->groupsChanged(site);
 }
 
 void frmMain::lastErrorChanged(int /*site*/) {
@@ -321,6 +331,7 @@ void frmMain::showCurrentSite() {
     console_->showSite(site);
     browser_->showSite(site);
     users_->showSite(site);
+    groups_->showSite(site);
     results_->showSite(site);
     tabMain_->setVisible(site > 0);
     noSites_->setVisible(site == 0);

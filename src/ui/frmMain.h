@@ -1,5 +1,6 @@
 #pragma once
 
+#include "admin/qt/GroupsPanel.h"
 #include "admin/qt/UsersPanel.h"
 #include "app/mdlMain.h"
 #include "app/SplitterDrag.h"
@@ -92,6 +93,7 @@ class frmMain : public QMainWindow, public Views {
     ResultsPanel* results_ = nullptr;
     BrowserPanel* browser_ = nullptr;
     UsersPanel* users_ = nullptr;
+    GroupsPanel* groups_ = nullptr;
     QLabel* statusConnection_ = nullptr;
     QLabel* statusError_ = nullptr;
     QLabel* statusBatch_ = nullptr;
