@@ -11,7 +11,7 @@
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QPushButton>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -104,13 +104,14 @@ UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : QWidget(parent), pro
 QWidget* UsersPanel::createLists() {
     stack_ = new QStackedWidget;
     stack_->addWidget(new QWidget);
-    auto* const buttons = new QHBoxLayout;
+    // Two rows of two: four beside each other would take the editor its room in a small window.
+    auto* const buttons = new QGridLayout;
     const auto addButton = [this, buttons](const char* name, const QString& caption, auto act) {
         auto* const button = new QPushButton(caption);
         button->setObjectName(QLatin1String(name));
         button->setAutoDefault(false);
         connect(button, &QPushButton::clicked, this, act);
-        buttons->addWidget(button);
+        buttons->addWidget(button, buttons->count() / 2, buttons->count() % 2);
         return button;
     };
     addButton("cmdUserReloadTable", tr("reload"), [this] {
@@ -121,8 +122,9 @@ QWidget* UsersPanel::createLists() {
     addButton("cmdUserAdd", tr("add..."), [this] { cmdUserAdd_Click(); });
     cmdUserBatch_ = addButton("cmdUserBatch", tr("batch..."), [this] { cmdUserBatch_Click(); });
     addButton("cmdUserCopy", tr("copy..."), [this] { cmdUserCopy_Click(); });
-    buttons->addStretch(1);
+    buttons->setColumnStretch(2, 1);
     auto* const area = new QWidget;
+    area->setMinimumWidth(fontMetrics().averageCharWidth() * 32); // the columns of usual names
     auto* const layout = new QVBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(stack_, 1);
