@@ -121,16 +121,12 @@ void frmMain::createPanels() {
     results_ = new ResultsPanel(program_);
     tabMain_ = new QTabWidget(area);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
-    for (const Tab& tab : tabs) {
-        const QString key = QLatin1String(tab.key);
-        QWidget* panel = key == QLatin1String("console")     ? static_cast<QWidget*>(console_)
-                         : key == QLatin1String("browser")   ? browser_
-                         : key == QLatin1String("users")     ? users_
-                         : key == QLatin1String("groups")    ? groups_
-                         : key == QLatin1String("cmdresult") ? results_
-                                                             : new QWidget;
-        panel->setObjectName(key);
-        tabMain_->addTab(panel, icon(tab.icon), tr(tab.caption));
+    // In the order of the tabs; three of them are still empty.
+    const std::array<QWidget*, tabs.size()> panels = {console_, new QWidget, browser_,    new QWidget,
+                                                      users_,   groups_,     new QWidget, results_};
+    for (std::size_t i = 0; i < tabs.size(); ++i) {
+        panels[i]->setObjectName(QLatin1String(tabs[i].key));
+        tabMain_->addTab(panels[i], icon(tabs[i].icon), tr(tabs[i].caption));
     }
     connect(tabMain_, &QTabWidget::currentChanged, this, &frmMain::tmrSocketStatus_Timer);
 

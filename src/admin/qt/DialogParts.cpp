@@ -30,10 +30,6 @@ QMessageBox* openBox(QWidget& parent, const QString& text, QMessageBox::Standard
 
 } // namespace
 
-QString elementName(const char* name, int index) {
-    return QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(index);
-}
-
 QLabel* labelFor(QWidget& input, const char* name, const QString& caption) {
     input.setObjectName(QLatin1String(name));
     input.setAccessibleName(QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));

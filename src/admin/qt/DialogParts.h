@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/TextEncoding.h"
+#include "widgets/ElementName.h"
 
 #include <QString>
 
@@ -19,9 +20,6 @@ namespace corvel {
 
 // What the dialogs for accounts and groups are put together from. Widgets that are given out have no parent
 // yet and belong to the caller.
-
-// NAME_index, the name of an element of a control array.
-QString elementName(const char* name, int index);
 
 // Names input and puts a label before it: caption, with its & and without its colon, is the accessible name
 // too.

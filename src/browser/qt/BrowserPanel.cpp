@@ -2,6 +2,7 @@
 
 #include "browser/ColumnFit.h"
 #include "common/Numbers.h"
+#include "widgets/ElementName.h"
 #include "widgets/Icons.h"
 #include "widgets/LogBox.h"
 #include "widgets/ReportView.h"
@@ -27,10 +28,6 @@ constexpr int nameColumn = static_cast<int>(BrowserColumn::name);
 constexpr int sizeColumn = static_cast<int>(BrowserColumn::size);
 constexpr int accessColumn = static_cast<int>(BrowserColumn::access);
 constexpr int typeKeyColumn = static_cast<int>(BrowserColumn::typeKey);
-
-QString numbered(const char* name, int index) {
-    return QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(index);
-}
 
 struct ColumnHeader {
     const char* text;
@@ -119,7 +116,7 @@ BrowserPanel::BrowserPanel(mdlMain& program, QWidget* parent)
 void BrowserPanel::addSite(int site) {
     Page added;
     added.path = new QLineEdit;
-    added.path->setObjectName(numbered("txtBrowserPWD", site));
+    added.path->setObjectName(elementName("txtBrowserPWD", site));
     added.path->setReadOnly(true);
     added.path->setAccessibleName(tr("Current directory"));
     auto* const pathLabel = new QLabel(tr("&Directory:"));
@@ -128,7 +125,7 @@ void BrowserPanel::addSite(int site) {
     added.list = createList(site);
     added.replies =
         new LogBox([this, site] { return fromCore(program_.site(site).session.browserReplyLog.text()); });
-    added.replies->setObjectName(numbered("txtBrowserCmdReply", site));
+    added.replies->setObjectName(elementName("txtBrowserCmdReply", site));
     added.replies->setAccessibleName(tr("Replies to file commands"));
     auto* const splitter = new QSplitter(Qt::Vertical);
     splitter->setChildrenCollapsible(false);
@@ -202,7 +199,7 @@ QWidget* BrowserPanel::createButtons() {
     layout->setContentsMargins(0, 0, 0, 0);
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         auto* const button = new QPushButton(tr(buttons[i].first));
-        button->setObjectName(numbered("cmdBrowser", static_cast<int>(i)));
+        button->setObjectName(elementName("cmdBrowser", static_cast<int>(i)));
         button->setAutoDefault(false);
         connect(button, &QPushButton::clicked, this, [this, act = buttons[i].second] {
             if (program_.currentSite() > 0) {
@@ -236,7 +233,7 @@ bool BrowserPanel::eventFilter(QObject* watched, QEvent* event) {
 
 ReportView* BrowserPanel::createList(int site) {
     auto* const list = new ReportView;
-    list->setObjectName(numbered("lvwBrowser", site));
+    list->setObjectName(elementName("lvwBrowser", site));
     list->setAccessibleName(tr("Remote directory"));
     list->installEventFilter(this);
     BrowserActions& browser = program_.browser();

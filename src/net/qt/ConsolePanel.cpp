@@ -1,5 +1,6 @@
 #include "net/qt/ConsolePanel.h"
 
+#include "widgets/ElementName.h"
 #include "widgets/LogBox.h"
 #include "widgets/OneLineEdit.h"
 #include "widgets/TextConversion.h"
@@ -9,14 +10,6 @@
 #include <QVBoxLayout>
 
 namespace corvel {
-
-namespace {
-
-QString numbered(const char* name, int site) {
-    return QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(site);
-}
-
-} // namespace
 
 LogPages::LogPages(mdlMain& program, QWidget* parent) : QStackedWidget(parent), program_(program), boxes_(1) {
     addWidget(new QWidget);
@@ -29,7 +22,7 @@ void LogPages::logChanged(int site) {
 LogBox* LogPages::createLogBox(int site, SessionLog log, const char* name, const QString& accessibleName) {
     auto* const box =
         new LogBox([this, site, log] { return fromCore((program_.site(site).session.*log).text()); });
-    box->setObjectName(numbered(name, site));
+    box->setObjectName(elementName(name, site));
     box->setAccessibleName(accessibleName);
     boxes_.push_back(box);
     return box;
@@ -56,7 +49,7 @@ void ConsolePanel::addSite(int site) {
 
 QLineEdit* ConsolePanel::createCommandLine(int site) {
     auto* const command = new OneLineEdit;
-    command->setObjectName(numbered("txtSendFTP", site));
+    command->setObjectName(elementName("txtSendFTP", site));
     command->setAccessibleName(tr("Command"));
     command->setPlaceholderText(tr("Type a command for the server and press Enter"));
     connect(command, &QLineEdit::returnPressed, this, [this, site, command] {
