@@ -24,6 +24,7 @@ struct ActivityColumn {
     std::int16_t position = 0;
     bool autosize = true;
     std::int32_t width = 0; // used while autosize is off
+    bool shown = true;      // for this run: the store does not know it
 
     bool operator==(const ActivityColumn&) const = default;
 };
