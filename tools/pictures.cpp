@@ -1,0 +1,193 @@
+// corvel_pictures DIRECTORY [--dark] [--size WIDTHxHEIGHT]: drives the real window on a demo server of its
+// own and leaves a picture of every tab, dialog and menu in the directory. QT_SCALE_FACTOR=2 gives them at
+// double size.
+
+#include "demo/DemoServer.h"
+#include "ui/WindowDriver.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDialog>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyleFactory>
+#include <QTabWidget>
+
+#include <functional>
+#include <iostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace corvel;
+using namespace corvel::test;
+
+enum Tab { console, activity, browser, stats, users, groups, settings, results };
+
+struct Options {
+    QDir directory;
+    bool dark = false;
+    QSize size;
+};
+
+Options readOptions(const QApplication& application) {
+    QCommandLineParser parser;
+    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Use a dark palette."));
+    const QCommandLineOption size(QStringLiteral("size"), QStringLiteral("Of the main window."),
+                                  QStringLiteral("width>x<height"), QStringLiteral("1100x700"));
+    parser.addOptions({dark, size});
+    parser.addPositionalArgument(QStringLiteral("directory"), QStringLiteral("Where the pictures go."));
+    parser.process(application);
+    const QStringList sides = parser.value(size).split(QLatin1Char('x'));
+    if (parser.positionalArguments().size() != 1 || sides.size() != 2) {
+        parser.showHelp(2);
+    }
+    return {.directory = QDir(parser.positionalArguments().front()),
+            .dark = parser.isSet(dark),
+            .size = {sides[0].toInt(), sides[1].toInt()}};
+}
+
+void useDarkPalette() {
+    QPalette palette(QColor(45, 45, 45), QColor(35, 35, 35));
+    palette.setColor(QPalette::Highlight, QColor(42, 100, 170));
+    palette.setColor(QPalette::Link, QColor(110, 170, 255));
+    QApplication::setPalette(palette);
+}
+
+// Takes pictures of one window.
+class Photographer {
+  public:
+    explicit Photographer(const Options& options)
+        : directory_(options.directory), driver_(siteRecord("home", listeningPort(), "demo", "demo") +
+                                                 siteRecord("backup", server_.port(), "demo", "demo")) {
+        driver_.window->resize(options.size);
+    }
+
+    void takeAll() {
+        picture("console-before");
+        driver_.logIn(1);
+        tabs();
+        userDialogs();
+        groupDialogs();
+        siteDialog();
+    }
+
+  private:
+    int listeningPort() {
+        if (!server_.listen()) {
+            throw std::runtime_error(server_.errorText().toStdString());
+        }
+        return server_.port();
+    }
+
+    void save(QWidget& widget, const std::string& name) {
+        eventually([&] { return driver_.isIdle(1); });
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+        const QString path = directory_.filePath(QString::fromStdString(name) + QStringLiteral(".png"));
+        if (!widget.grab().save(path)) {
+            throw std::runtime_error("cannot write " + path.toStdString());
+        }
+        std::cout << path.toStdString() << '\n';
+    }
+    void picture(const std::string& name) { save(*driver_.window, name); }
+
+    void show(Tab tab) { driver_.find<QTabWidget>("tabMain").setCurrentIndex(tab); }
+    void press(const char* button) { driver_.find<QPushButton>(button).click(); }
+    void clickRow(const char* list, int row, int column = 1) {
+        auto& view = driver_.find<ReportView>(list);
+        const QModelIndex index = view.model()->index(row, column);
+        view.scrollTo(index);
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
+        eventually([&] { return driver_.isIdle(1); });
+    }
+    // Pictures the dialog that step opens, and cancels it.
+    void dialog(const std::string& name, const std::function<void()>& step) {
+        step();
+        auto* const box = driver_.waitForBox<QDialog>();
+        if (box == nullptr) {
+            throw std::runtime_error("no dialog for " + name);
+        }
+        save(*box, name);
+        box->reject();
+        eventually([] { return QApplication::activeModalWidget() == nullptr; });
+    }
+
+    void tabs() {
+        show(console);
+        picture("console");
+        show(activity);
+        picture("activity");
+        show(browser);
+        driver_.select(QStringLiteral("incoming"));
+        picture("browser");
+        show(stats);
+        picture("stats");
+        show(users);
+        picture("users-none");
+        clickRow("lvwUsers_1", 1);
+        picture("users");
+        press("cmdUserBatch");
+        picture("batch");
+        press("cmdUserBatch");
+        show(groups);
+        clickRow("lvwGroups_1", 1);
+        picture("groups");
+        show(settings);
+        picture("settings");
+        show(results);
+        picture("results");
+    }
+
+    void userDialogs() {
+        show(users);
+        dialog("frmAddUser", [&] { press("cmdUserAdd"); });
+        dialog("frmCopyUser", [&] { press("cmdUserCopy"); });
+        dialog("frmChangeUserGroups", [&] { press("cmdUserEditGroups"); });
+        dialog("password", [&] { press("cmdUserResetPWD"); });
+        dialog("delete-user",
+               [&] { QTest::keyClick(&driver_.find<ReportView>("lvwUsers_1"), Qt::Key_Delete); });
+        dialog("frmUserSections", [&] {
+            auto& list = driver_.find<ReportView>("lvwUserSections");
+            const QPoint place = list.visualRect(list.model()->index(0, 0)).center();
+            QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+        });
+    }
+
+    void groupDialogs() {
+        show(groups);
+        dialog("frmAddGroup", [&] { press("cmdGroupAdd"); });
+    }
+
+    void siteDialog() {
+        dialog("frmSitesAddEdit", [&] { driver_.chooseSitesMenu(3); });
+    }
+
+    QDir directory_;
+    DemoServer server_{DemoOptions{}};
+    WindowDriver driver_;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QApplication application(argc, argv);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    const Options options = readOptions(application);
+    if (options.dark) {
+        useDarkPalette();
+    }
+    try {
+        options.directory.mkpath(QStringLiteral("."));
+        Photographer(options).takeAll();
+    } catch (const std::exception& failure) {
+        std::cerr << "corvel_pictures: " << failure.what() << '\n';
+        return 1;
+    }
+    return 0;
+}
