@@ -33,6 +33,12 @@ struct ActivityColumn {
 inline constexpr std::size_t activityColumnCount = 18;
 inline constexpr std::size_t firstMovableColumn = 2;
 
+// The headers of the movable columns, from firstMovableColumn on.
+inline constexpr std::array<std::string_view, activityColumnCount - firstMovableColumn>
+    activityColumnHeaders = {"cid",       "user",        "group",    "ident",       "hostname", "ip",
+                             "dataip",    "service",     "action",   "speed",       "last cmd", "pwd",
+                             "real path", "transferred", "idletime", "session time"};
+
 // What the program remembers by itself from one run to the next: a member per key of the store and named as
 // it. Lengths are in units of 1/1440 inch; colours have red in the low byte. A new record holds the defaults,
 // with a geometry of zeros that the window replaces by its own.
