@@ -49,7 +49,8 @@ frmMain::frmMain(StateStore& store, const std::string& directory)
                                 .store = store,
                                 .clock = clock_,
                                 .makeSocket = [this](int site) { return makeSocket(site); }},
-                               directory) {
+                               directory),
+      sitesModel_(images_) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Corvel"));
     setWindowIcon(icon("corvel"));
@@ -68,11 +69,20 @@ frmMain::~frmMain() = default;
 void frmMain::start() {
     writeProblems(program_.LoadWindowState());
     writeProblems(program_.LoadSettingsFile());
+    showImages();
     applyWindowState();
     program_.LoadSites();
     program_.selectSite(std::min(1, program_.siteCount()));
     showCurrentSite();
     tmrSocketStatus_Timer();
+}
+
+// Before the first site, whose rows show images of the lists.
+void frmMain::showImages() {
+    images_.replaceImages(program_.settings());
+    for (std::size_t i = 0; i < tabs.size(); ++i) {
+        tabMain_->setTabIcon(static_cast<int>(i), images_.image(tabs[i].icon));
+    }
 }
 
 std::unique_ptr<Socket> frmMain::makeSocket(int site) {
@@ -123,7 +133,7 @@ void frmMain::createPanels() {
                                                       users_,   groups_,     new QWidget, results_};
     for (std::size_t i = 0; i < tabs.size(); ++i) {
         panels[i]->setObjectName(QLatin1String(tabs[i].key));
-        tabMain_->addTab(panels[i], icon(tabs[i].icon), tr(tabs[i].caption));
+        tabMain_->addTab(panels[i], images_.image(tabs[i].icon), tr(tabs[i].caption));
     }
     connect(tabMain_, &QTabWidget::currentChanged, this, &frmMain::tmrSocketStatus_Timer);
 

@@ -8,6 +8,7 @@
 #include "net/qt/ConsolePanel.h"
 #include "net/qt/QtClock.h"
 #include "net/qt/SitesList.h"
+#include "widgets/ImageLists.h"
 #include "widgets/WindowPrompts.h"
 
 #include <QMainWindow>
@@ -64,6 +65,7 @@ class frmMain : public QMainWindow, public Views {
   private:
     std::unique_ptr<Socket> makeSocket(int site);
     void createMenus();
+    void showImages();
     void createPanels();
     void sitesMenuTriggered(int index);
     void editSite(int site); // 0: a new one
@@ -82,6 +84,7 @@ class frmMain : public QMainWindow, public Views {
     QtClock clock_;
     mdlMain program_;
 
+    ImageLists images_;
     SitesModel sitesModel_;
     SitesList* lvwSites_ = nullptr;
     QWidget* imgSplit_ = nullptr;

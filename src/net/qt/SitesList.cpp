@@ -1,6 +1,6 @@
 #include "net/qt/SitesList.h"
 
-#include "widgets/Icons.h"
+#include "widgets/ImageLists.h"
 
 #include <QContextMenuEvent>
 #include <QPainter>
@@ -95,6 +95,9 @@ class SiteDelegate : public QStyledItemDelegate {
 
 } // namespace
 
+SitesModel::SitesModel(const ImageLists& images, QObject* parent)
+    : QAbstractTableModel(parent), images_(images) {}
+
 int SitesModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
@@ -109,7 +112,7 @@ QVariant SitesModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
         return index.column() == nameColumn ? row.name : row.state;
     case Qt::DecorationRole:
-        return icon(row.connected ? "site-connected" : "site-disconnected");
+        return images_.image(row.connected ? "site-connected" : "site-disconnected");
     case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
         return row.name + QStringLiteral(": ") + row.state;

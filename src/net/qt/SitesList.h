@@ -7,12 +7,15 @@
 
 namespace corvel {
 
+class ImageLists;
+
 // The rows of the sites list: column 0 the name with its icon, column 1 the state of the connection.
 class SitesModel : public QAbstractTableModel {
     Q_OBJECT
 
   public:
-    using QAbstractTableModel::QAbstractTableModel;
+    // images: borrowed, must outlive the model.
+    explicit SitesModel(const ImageLists& images, QObject* parent = nullptr);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -31,6 +34,7 @@ class SitesModel : public QAbstractTableModel {
         bool connected = false;
     };
 
+    const ImageLists& images_;
     std::vector<Row> rows_;
 };
 

@@ -1,0 +1,100 @@
+#include "widgets/ImageLists.h"
+
+#include "support/TemporaryDirectory.h"
+
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace corvel::test {
+namespace {
+
+constexpr int side = 16;
+
+QImage shown(const ImageLists& lists, std::string_view key) {
+    return lists.image(key).pixmap(side, side).toImage().convertedTo(QImage::Format_ARGB32);
+}
+
+// A picture of one colour, as a file in directory; its path.
+std::string writePicture(const TemporaryDirectory& directory, const char* name, const QColor& color,
+                         const char* format) {
+    QImage picture(side, side, QImage::Format_ARGB32);
+    picture.fill(color);
+    const std::string path = directory.path() + "/" + name;
+    EXPECT_TRUE(picture.save(QString::fromStdString(path), format));
+    return path;
+}
+
+// Every key of settings.ini reaches the image that it names, and no other.
+TEST(ImageLists, EachKeyReplacesItsOwnImage) {
+    const TemporaryDirectory directory;
+    constexpr std::array<std::string_view, imageKeys.size()> images = {
+        "tray-idle",     "tray-up",      "tray-down",     "tray-both",      "tray-offline",
+        "activity-idle", "activity-up",  "activity-down", "site-connected", "site-disconnected",
+        "tab-console",   "tab-activity", "tab-browser",   "tab-stats",      "tab-users",
+        "tab-groups",    "tab-settings", "tab-results"};
+    const ImageLists builtIn;
+    for (std::size_t key = 0; key < imageKeys.size(); ++key) {
+        SCOPED_TRACE(imageKeys[key].key);
+        Settings settings;
+        settings.images[key] = writePicture(directory, "größer.png", Qt::red, "PNG");
+        ImageLists lists;
+        lists.replaceImages(settings);
+        for (std::size_t i = 0; i < images.size(); ++i) {
+            EXPECT_EQ(shown(lists, images[i]) == shown(builtIn, images[i]), i != key) << images[i];
+        }
+        EXPECT_EQ(shown(lists, images[key]).pixelColor(0, 0), QColor(Qt::red));
+    }
+    EXPECT_TRUE(builtIn.image("no such image").isNull());
+}
+
+TEST(ImageLists, WhatCannotReplaceAnImageLeavesIt) {
+    const TemporaryDirectory directory;
+    const std::string picture = writePicture(directory, "red.png", Qt::red, "PNG");
+    directory.write("text.png", "no picture");
+    directory.write("empty.png", "");
+    std::filesystem::create_directory(directory.path() + "/folder.png");
+    struct Row {
+        std::string name;
+        std::string fileName;
+        int index;
+    };
+    const std::vector<Row> rows = {
+        {"index 0", picture, 0},
+        {"index beyond the list", picture, 3},
+        {"no name", "", 1},
+        {"no such file", directory.path() + "/missing.png", 1},
+        {"a directory", directory.path() + "/folder.png", 1},
+        {"no picture", directory.path() + "/text.png", 1},
+        {"an empty file", directory.path() + "/empty.png", 1},
+    };
+    const ImageLists builtIn;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        ImageLists lists;
+        lists.ReplaceImage(ImageList::sites, row.fileName, row.index);
+        for (const char* key : {"site-connected", "site-disconnected"}) {
+            EXPECT_EQ(shown(lists, key), shown(builtIn, key)) << key;
+        }
+    }
+}
+
+// Icon files and pictures with another ending are read by what is in them; a large one is not kept at its
+// size.
+TEST(ImageLists, ReadsPicturesByTheirContent) {
+    const TemporaryDirectory directory;
+    ImageLists lists;
+    lists.ReplaceImage(ImageList::tray, writePicture(directory, "bitmap.png", Qt::blue, "BMP"), 1);
+    lists.ReplaceImage(ImageList::tray, writePicture(directory, "icon", Qt::green, "ICO"), 2);
+    QImage(4000, 2000, QImage::Format_RGB32).save(QString::fromStdString(directory.path() + "/large.png"));
+    lists.ReplaceImage(ImageList::tray, directory.path() + "/large.png", 3);
+    EXPECT_EQ(shown(lists, "tray-idle").pixelColor(8, 8), QColor(Qt::blue));
+    EXPECT_EQ(shown(lists, "tray-up").pixelColor(8, 8), QColor(Qt::green));
+    EXPECT_EQ(lists.image("tray-down").availableSizes(), QList<QSize>{QSize(256, 128)});
+}
+
+} // namespace
+} // namespace corvel::test
