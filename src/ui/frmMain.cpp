@@ -255,6 +255,18 @@ void frmMain::lastErrorChanged(int /*site*/) {
     showStatus();
 }
 
+void frmMain::dialogWanted(int site, Dialog dialog) {
+    switch (dialog) {
+    case Dialog::chmod:
+    case Dialog::chattr:
+    case Dialog::nuke:
+        break;
+    case Dialog::copyUser:
+        users_->copyUser(site);
+        break;
+    }
+}
+
 void frmMain::showCurrentSite() {
     const int site = program_.currentSite();
     lvwSites_->setCurrentIndex(sitesModel_.index(site - 1, 0));

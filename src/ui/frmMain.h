@@ -57,6 +57,7 @@ class frmMain : public QMainWindow, public Views {
     void groupShown(int site, int index) override;
     void sessionReset(int site) override;
     void lastErrorChanged(int site) override;
+    void dialogWanted(int site, Dialog dialog) override;
 
   protected:
     void closeEvent(QCloseEvent* event) override;

@@ -37,6 +37,9 @@ class RecordingViews : public Views {
     void groupShown(int site, int index) override { note("groupShown", site, index); }
     void sessionReset(int site) override { note("sessionReset", site); }
     void lastErrorChanged(int site) override { note("lastErrorChanged", site); }
+    void dialogWanted(int site, Dialog dialog) override {
+        note("dialogWanted", site, static_cast<int>(dialog));
+    }
 
     std::vector<std::string> calls;
 

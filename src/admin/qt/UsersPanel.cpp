@@ -121,7 +121,7 @@ QWidget* UsersPanel::createLists() {
     });
     addButton("cmdUserAdd", tr("add..."), [this] { cmdUserAdd_Click(); });
     cmdUserBatch_ = addButton("cmdUserBatch", tr("batch..."), [this] { cmdUserBatch_Click(); });
-    addButton("cmdUserCopy", tr("copy..."), [this] { cmdUserCopy_Click(); });
+    addButton("cmdUserCopy", tr("copy..."), [this] { copyUser(program_.currentSite()); });
     buttons->setColumnStretch(2, 1);
     auto* const area = new QWidget;
     area->setMinimumWidth(fontMetrics().averageCharWidth() * 32); // the columns of usual names
@@ -263,8 +263,7 @@ void UsersPanel::cmdUserAdd_Click() {
     }
 }
 
-void UsersPanel::cmdUserCopy_Click() {
-    const int site = program_.currentSite();
+void UsersPanel::copyUser(int site) {
     const int index = site > 0 ? program_.admin().currentUser(site) : -1;
     if (index >= 0) {
         openCopyUser(program_, site, index, this);

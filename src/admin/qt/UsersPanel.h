@@ -38,6 +38,9 @@ class UsersPanel : public QWidget {
     void groupsChanged(int site);
     void userShown(int site, int index);
 
+    // Opens the dialog that copies the site's current account; without one, none opens.
+    void copyUser(int site);
+
   private:
     QWidget* createLists();
     ReportView* createList(int site);
@@ -46,7 +49,6 @@ class UsersPanel : public QWidget {
     void selectCurrent(int site);
     void cmdUserAdd_Click();
     void cmdUserBatch_Click();
-    void cmdUserCopy_Click();
     void cmdBatchPerform_Click(const BatchForm& form);
     void cmdUserEditGroups_Click();
     void lvwUserSections_DblClick();

@@ -5,6 +5,9 @@ namespace corvel {
 // The three text logs of a site.
 enum class LogKind { console, commandResults, browserReply };
 
+// The dialogs that an entry of a custom menu can ask for.
+enum class Dialog { chmod, chattr, nuke, copyUser };
+
 // What the core tells the window. Each call says that something has changed and names the site (from 1); the
 // window reads the new state from mdlMain when it next paints. Calls are cheap and may be frequent: an
 // implementation gathers them and redraws once per turn of the event loop.
@@ -27,6 +30,9 @@ class Views {
     virtual void groupShown(int site, int index) = 0;
     virtual void sessionReset(int site) = 0;     // the connection has ended; tables and activity are empty
     virtual void lastErrorChanged(int site) = 0; // the server's last reply with a code of 400 or more
+    // A dialog is to open for the row selected in the site's list: the users for copyUser, else the browser.
+    // Without one, none opens.
+    virtual void dialogWanted(int site, Dialog dialog) = 0;
 };
 
 } // namespace corvel
