@@ -39,6 +39,9 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
         return column == 0 && source_.editText ? source_.editText(row) : source_.text(row, column);
     case Qt::DecorationRole:
         return column == 0 && source_.icon ? QVariant(source_.icon(row)) : QVariant();
+    case Qt::CheckStateRole:
+        return column == 0 && source_.checked ? QVariant(source_.checked(row) ? Qt::Checked : Qt::Unchecked)
+                                              : QVariant();
     case Qt::TextAlignmentRole:
         return QVariant(source_.columns[static_cast<std::size_t>(column)].alignment | Qt::AlignVCenter);
     case Qt::ForegroundRole:
@@ -70,8 +73,10 @@ Qt::ItemFlags ReportModel::flags(const QModelIndex& index) const {
     if (!index.isValid()) {
         return Qt::NoItemFlags;
     }
-    const Qt::ItemFlags shown = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
-    return index.column() == 0 && source_.editText ? shown | Qt::ItemIsEditable : shown;
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    flags.setFlag(Qt::ItemIsEditable, index.column() == 0 && source_.editText);
+    flags.setFlag(Qt::ItemIsUserCheckable, index.column() == 0 && source_.checked);
+    return flags;
 }
 
 bool ReportModel::setData(const QModelIndex& index, const QVariant& value, int role) {
@@ -80,6 +85,8 @@ bool ReportModel::setData(const QModelIndex& index, const QVariant& value, int r
         if (text != source_.editText(index.row())) {
             emit labelEdited(index.row(), text);
         }
+    } else if (role == Qt::CheckStateRole && (flags(index) & Qt::ItemIsUserCheckable)) {
+        emit checkToggled(index.row());
     }
     return false;
 }

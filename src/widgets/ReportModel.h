@@ -41,6 +41,8 @@ struct ReportSource {
     std::function<QString(std::string_view bytes)> decode = {};
     std::function<QIcon(int row)> icon = {};
     std::function<RowColours(int row)> colours = {};
+    // Whether the box before the row's first column is ticked. Where it is empty, there are no boxes.
+    std::function<bool(int row)> checked = {};
     // What the editor of the row's first column starts with. Where it is empty, nothing can be edited.
     std::function<QString(int row)> editText = {};
 };
@@ -67,11 +69,13 @@ class ReportModel : public QAbstractTableModel {
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     // Never changes anything: announces an edit of the first column with labelEdited, and the list keeps
-    // the old label. An edit that leaves the text as it was is not announced.
+    // the old label; announces a click on a box with checkToggled. An edit that leaves the text as it was is
+    // not announced.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
   signals:
     void labelEdited(int row, const QString& text);
+    void checkToggled(int row);
 
   private:
     ReportSource source_;

@@ -59,6 +59,7 @@ ReportView::ReportView(QWidget* parent) : QTreeView(parent), model_(new ReportMo
     header()->setHighlightSections(false);
     connect(header(), &QHeaderView::sectionClicked, this, &ReportView::headerClicked);
     connect(model_, &ReportModel::labelEdited, this, &ReportView::labelEdited);
+    connect(model_, &ReportModel::checkToggled, this, &ReportView::checkToggled);
 }
 
 void ReportView::setSource(ReportSource source, CurrentRow currentRow) {
@@ -140,15 +141,29 @@ void ReportView::fitColumns(int first, int last) {
 
 // What the style needs to show text in the column without cutting it.
 int ReportView::cellWidth(int column, const QString& text) const {
+    QStyleOptionViewItem option = cellOption(column);
+    option.text = text;
+    return style()->sizeFromContents(QStyle::CT_ItemViewItem, &option, {}, this).width();
+}
+
+// What a cell of the column consists of.
+QStyleOptionViewItem ReportView::cellOption(int column) const {
     QStyleOptionViewItem option;
     initViewItemOption(&option);
     option.features = QStyleOptionViewItem::HasDisplay;
-    option.text = text;
     if (column == 0 && model_->source().icon) {
         option.features |= QStyleOptionViewItem::HasDecoration;
         option.decorationSize = iconSize();
     }
-    return style()->sizeFromContents(QStyle::CT_ItemViewItem, &option, {}, this).width();
+    option.features.setFlag(QStyleOptionViewItem::HasCheckIndicator, column == 0 && model_->source().checked);
+    return option;
+}
+
+bool ReportView::isOnCheckBox(const QModelIndex& index, const QPoint& position) const {
+    QStyleOptionViewItem option = cellOption(index.column());
+    option.rect = visualRect(index);
+    return (option.features & QStyleOptionViewItem::HasCheckIndicator) &&
+           style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, this).contains(position);
 }
 
 int ReportView::columnUnits(int column) const {
@@ -200,6 +215,11 @@ void ReportView::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const int before = currentRow();
+    if (event->key() == Qt::Key_Space && before >= 0 && model_->source().checked) {
+        // In whichever column the row was clicked.
+        emit checkToggled(before);
+        return;
+    }
     QTreeView::keyPressEvent(event);
     if (currentRow() != before && currentRow() >= 0) {
         emit rowPicked(currentRow());
@@ -219,8 +239,9 @@ void ReportView::mousePressEvent(QMouseEvent* event) {
 
 void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {
     QTreeView::mouseDoubleClickEvent(event);
-    const QModelIndex index = indexAt(event->position().toPoint());
-    if (index.isValid() && event->button() == Qt::LeftButton) {
+    const QPoint position = event->position().toPoint();
+    const QModelIndex index = indexAt(position);
+    if (index.isValid() && event->button() == Qt::LeftButton && !isOnCheckBox(index, position)) {
         emit rowDoubleClicked(index.row());
     }
 }

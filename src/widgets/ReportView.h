@@ -64,12 +64,15 @@ class ReportView : public QTreeView {
     void currentRowChanged(int row);
     // A person went to a row: by a key, or by a mouse click even where it was the current row already.
     void rowPicked(int row);
-    void rowDoubleClicked(int row);
+    void rowDoubleClicked(int row); // but not for its box
     // A key went down over the list, without Ctrl, Alt or Meta; row is the current one, -1 for none.
     void keyPressed(Qt::Key key, int row);
     // row is the one under the mouse, or the current row for the context-menu key; -1 for none. A row under
     // the mouse is the current row already.
     void contextMenuRequested(int row, const QPoint& globalPosition);
+    // A person clicked the box of a row, or pressed the space bar on a row with a box. The list still shows
+    // the old tick.
+    void checkToggled(int row);
     // A person ended an edit of a label with another text. The list still shows the old label.
     void labelEdited(int row, const QString& text);
 
@@ -85,6 +88,8 @@ class ReportView : public QTreeView {
 
   private:
     int cellWidth(int column, const QString& text) const;
+    QStyleOptionViewItem cellOption(int column) const;
+    bool isOnCheckBox(const QModelIndex& index, const QPoint& position) const;
 
     ReportModel* model_; // owned as a child
     QString placeholder_;
