@@ -68,7 +68,7 @@ void mdlMain::SaveSites() {
 }
 
 void mdlMain::SaveWindowState() {
-    saveWindowState(ports_.store, windowState_, true);
+    saveWindowState(ports_.store, windowState_);
 }
 
 void mdlMain::selectSite(int site) {

@@ -206,8 +206,8 @@ WindowStateReading loadWindowState(const StateStore& store, const WindowState& d
     return reading;
 }
 
-void saveWindowState(StateStore& store, const WindowState& state, bool withGeometry) {
-    const bool savesGeometry = withGeometry && hasUsableGeometry(state);
+void saveWindowState(StateStore& store, const WindowState& state) {
+    const bool savesGeometry = hasUsableGeometry(state);
     const auto save = [&](const StateKey& key) {
         if (savesGeometry || !key.isGeometry) {
             store.setValue(key.key, placeText(state, key.place));

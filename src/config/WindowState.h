@@ -80,9 +80,8 @@ struct WindowStateReading {
 WindowStateReading loadWindowState(const StateStore& store, const WindowState& defaults);
 
 // Writes the state, every column included. The geometry, which is that of the window in its normal state, is
-// written only where withGeometry asks for it, and never while the window is minimised or lies far off the
-// screen: what is stored then stays.
-void saveWindowState(StateStore& store, const WindowState& state, bool withGeometry);
+// not written while the window is minimised or lies far off the screen: what is stored then stays.
+void saveWindowState(StateStore& store, const WindowState& state);
 
 // The numbers of the columns as they follow each other on screen: by position, and by number where a damaged
 // store gives one position twice.

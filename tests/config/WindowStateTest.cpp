@@ -50,7 +50,7 @@ TEST(WindowState, EveryKeyComesBackAsItWasSaved) {
     const WindowStateReading reading = loadWindowState(store, {});
     EXPECT_EQ(reading.problems, std::vector<std::string>());
     MemoryStore saved;
-    saveWindowState(saved, reading.state, true);
+    saveWindowState(saved, reading.state);
     for (const auto& [key, text] : stored) {
         EXPECT_EQ(saved.value(key), text) << key;
     }
@@ -63,17 +63,15 @@ TEST(WindowState, KeepsTheGeometryOfTheLastTimeOnScreen) {
         WindowMode mode;
         std::int32_t left;
         std::int32_t top;
-        bool withGeometry;
         const char* storedLeft;
     };
     constexpr WindowMode normal = WindowMode::normal;
     const std::vector<Row> rows = {
-        {"on screen", normal, 150, 150, true, "150"},
-        {"a little over the edge", normal, -99, -99, true, "-99"},
-        {"too far left", normal, -100, 0, true, "1"},
-        {"maximised, with its normal geometry", WindowMode::maximised, 150, 150, true, "150"},
-        {"minimised", WindowMode::minimised, 150, 150, true, "1"},
-        {"not asked for", normal, 150, 150, false, "1"},
+        {"on screen", normal, 150, 150, "150"},
+        {"a little over the edge", normal, -99, -99, "-99"},
+        {"too far left", normal, -100, 0, "1"},
+        {"maximised, with its normal geometry", WindowMode::maximised, 150, 150, "150"},
+        {"minimised", WindowMode::minimised, 150, 150, "1"},
     };
     for (const Row& row : rows) {
         MemoryStore store;
@@ -82,7 +80,7 @@ TEST(WindowState, KeepsTheGeometryOfTheLastTimeOnScreen) {
         state.window_state = static_cast<std::int32_t>(row.mode);
         state.window_left = row.left;
         state.window_top = row.top;
-        saveWindowState(store, state, row.withGeometry);
+        saveWindowState(store, state);
         EXPECT_EQ(store.value("window_left"), row.storedLeft) << row.name;
         EXPECT_EQ(store.value("window_width").has_value(), row.storedLeft != std::string("1")) << row.name;
         EXPECT_EQ(store.value("window_state"), std::to_string(static_cast<int>(row.mode))) << row.name;
