@@ -11,6 +11,10 @@ SplitterLayout splitterAt(int listWidth, int barWidth) {
         .listWidth = listWidth, .barLeft = listWidth - 1, .tabLeft = listWidth + barWidth, .dragOffset = 0};
 }
 
+SplitterLayout splitterWithin(SplitterLayout layout, int barWidth, int windowWidth) {
+    return layout.listWidth > windowWidth / 2 ? splitterAt(windowWidth / 2, barWidth) : layout;
+}
+
 SplitterLayout splitterPressed(SplitterLayout layout, double x) {
     layout.dragOffset = static_cast<int>(roundHalfToEven(x));
     return layout;

@@ -14,6 +14,9 @@ struct SplitterLayout {
 // The layout for a list of the given width, with no drag under way.
 SplitterLayout splitterAt(int listWidth, int barWidth);
 
+// The layout as a window shows it that may have become too narrow for it: the list takes at most half of it.
+SplitterLayout splitterWithin(SplitterLayout layout, int barWidth, int windowWidth);
+
 // The left button went down, or the mouse moved, at x inside the bar; the button came up. A move that would
 // make the list narrower than nothing has no effect; past the middle of the window the list stops there.
 SplitterLayout splitterPressed(SplitterLayout layout, double x);
