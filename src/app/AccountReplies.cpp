@@ -15,27 +15,17 @@ bool isSuccess(const Reply& reply) {
     return reply.code >= 200 && reply.code <= 299;
 }
 
-void report(const ReplyServices& services, const Reply& reply, const std::string& problem) {
-    services.log.LogConsole(reply.site, "Reply to \"" + reply.session.sCurCommand + "\": " + problem);
-}
-
-std::string lastLine(const Reply& reply) {
-    const auto last = std::find_if(reply.lines.rbegin(), reply.lines.rend(),
-                                   [](std::string_view line) { return !line.empty(); });
-    return last == reply.lines.rend() ? std::string() : std::string(*last);
-}
-
 template <typename Record>
 void takeTable(const ReplyServices& services, const Reply& reply, TableReply<std::vector<Record>> read,
                std::int16_t Record::*id, std::vector<Record>& table, TableView& view) {
     table = std::move(read.table);
     view.rows = orderedRows(table, view.order, reply.session.encoding);
-    view.problem = isSuccess(reply) ? std::string() : lastLine(reply);
+    view.problem = isSuccess(reply) ? std::string_view() : reply.lastLine;
     if (view.currentId && std::ranges::find(table, *view.currentId, id) == table.end()) {
         view.currentId.reset();
     }
     if (const std::optional<std::string> message = badLinesMessage(read.bad)) {
-        report(services, reply, *message);
+        reportProblem(services, reply, *message);
     }
 }
 
@@ -74,7 +64,7 @@ void userFileReply(const ReplyServices& services, const Reply& reply) {
         user->ParseUserFile(reply.lines);
         services.views.userShown(reply.site, reply.session.iCurTag);
     } else {
-        report(services, reply, "the user is not in the table any more");
+        reportProblem(services, reply, "the user is not in the table any more");
     }
 }
 
@@ -86,7 +76,7 @@ void groupFileReply(const ReplyServices& services, const Reply& reply) {
         group->ParseGroupFile(reply.lines);
         services.views.groupShown(reply.site, reply.session.iCurTag);
     } else {
-        report(services, reply, "the group is not in the table any more");
+        reportProblem(services, reply, "the group is not in the table any more");
     }
 }
 

@@ -38,6 +38,11 @@ std::string_view lastLine(std::span<const std::string_view> lines) {
 
 } // namespace
 
+void reportProblem(const ReplyServices& services, const Reply& reply, std::string_view problem) {
+    services.log.LogConsole(reply.site,
+                            "Reply to \"" + reply.session.sCurCommand + "\": " + std::string(problem));
+}
+
 bool CommandChannel::SendCommand(int site, const Command& command) {
     Site& target = at(sites_, site);
     if (!isOneLine(command.sCommand)) {
@@ -178,7 +183,12 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
         logIn(site, code);
         return;
     }
-    dispatch({.site = site, .session = session, .lines = lines, .lastChunk = lastChunk, .code = code});
+    dispatch({.site = site,
+              .session = session,
+              .lines = lines,
+              .lastChunk = lastChunk,
+              .lastLine = last,
+              .code = code});
     SendNext(site);
 }
 
@@ -202,8 +212,7 @@ void CommandChannel::dispatch(const Reply& reply) {
     try {
         handler->handle(services_, reply);
     } catch (const ParseError& error) {
-        services_.log.LogConsole(reply.site,
-                                 "Reply to \"" + reply.session.sCurCommand + "\": " + describe(error));
+        reportProblem(services_, reply, describe(error));
     }
 }
 

@@ -18,7 +18,8 @@ struct Reply {
     SiteSession& session; // sCurCommand, iCurHandler and iCurTag name the command it answers
     std::span<const std::string_view> lines; // split at CR LF; the last one is the empty text behind the end
     std::string_view lastChunk;              // the bytes that completed it
-    int code = 0;                            // of its last line
+    std::string_view lastLine;               // the last one that is not empty
+    int code = 0;                            // of that line
 };
 
 // What a handler may use.
@@ -28,6 +29,9 @@ struct ReplyServices {
     Views& views;
     const Settings& settings;
 };
+
+// Says on the console what is wrong with a reply, and which command it answers. problem: one line.
+void reportProblem(const ReplyServices& services, const Reply& reply, std::string_view problem);
 
 // Which log shows a command as it goes out.
 enum class Echo { none, console, commandResults, browserReply };
