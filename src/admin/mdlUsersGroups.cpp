@@ -1,6 +1,5 @@
 #include "admin/mdlUsersGroups.h"
 
-#include "common/Errors.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
 
@@ -32,13 +31,6 @@ const Record* findByName(const std::vector<Record>& table, std::string_view name
     const auto found = std::ranges::find_if(
         table, [&](const Record& record) { return record.sName == name && !isPlaceholder(record); });
     return found == table.end() ? nullptr : &*found;
-}
-
-void noteBadLine(BadLines& bad, std::size_t lineNumber, std::string_view text) {
-    if (bad.count++ == 0) {
-        bad.firstLine = lineNumber;
-        bad.firstText = text;
-    }
 }
 
 // Appends the record of fields; gives the field that is no 16-bit number where there is one.
@@ -88,7 +80,7 @@ TableReply<Table> readTable(std::span<const std::string_view> lines, Append appe
             continue;
         }
         if (const std::string_view* bad = append(reply.table, fields)) {
-            noteBadLine(reply.bad, i + 1, *bad);
+            reply.bad.note(i + 1, *bad, "16-bit number");
         }
     }
     return reply;
@@ -110,20 +102,6 @@ bool isPlaceholder(const clsUser& user) {
 
 bool isPlaceholder(const clsGroup& group) {
     return group.iGID == -1 && group.sGIDText.empty();
-}
-
-std::optional<std::string> badLinesMessage(const BadLines& bad) {
-    if (bad.count == 0) {
-        return std::nullopt;
-    }
-    ConversionError error(bad.firstText, "16-bit number");
-    error.setLineNumber(bad.firstLine);
-    const std::size_t others = bad.count - 1;
-    std::string message = describe(error) + ", the line is left out";
-    if (others > 0) {
-        message += ", and so " + std::string(others == 1 ? "is " : "are ") + std::to_string(others) + " more";
-    }
-    return message;
 }
 
 TableReply<UserTable> ParseUserTable(int site, std::span<const std::string_view> lines) {

@@ -2,10 +2,9 @@
 
 #include "admin/clsGroup.h"
 #include "admin/clsUser.h"
+#include "common/BadLines.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -25,17 +24,8 @@ GroupTable emptyGroupTable();
 bool isPlaceholder(const clsUser& user);
 bool isPlaceholder(const clsGroup& group);
 
-// The lines of a table reply that had all their fields but whose id or count is no 16-bit number.
-struct BadLines {
-    std::size_t count = 0;
-    std::size_t firstLine = 0; // from 1
-    std::string firstText;     // the offending field of the first bad line
-};
-
-// One console line that names the first bad line and counts the others; nothing where no line was bad.
-std::optional<std::string> badLinesMessage(const BadLines& bad);
-
-// A table read from a reply, and the lines left out of it.
+// A table read from a reply, and the lines left out of it: those that had all their fields but whose id or
+// count is no 16-bit number.
 template <typename Table>
 struct TableReply {
     Table table;

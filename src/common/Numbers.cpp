@@ -131,8 +131,12 @@ std::int16_t toInt16(std::string_view text) {
     return *number;
 }
 
+std::optional<std::int32_t> tryInt32(std::string_view text) {
+    return tryInteger<std::int32_t>(text);
+}
+
 std::int32_t toInt32(std::string_view text) {
-    const std::optional<std::int32_t> number = tryInteger<std::int32_t>(text);
+    const std::optional<std::int32_t> number = tryInt32(text);
     if (!number) {
         throw ConversionError(text, "32-bit number");
     }

@@ -29,8 +29,9 @@ double roundHalfToEven(double number);
 std::int16_t toInt16(std::string_view text);
 std::int32_t toInt32(std::string_view text);
 
-// As toInt16, but gives nothing instead of throwing: for tables in which a bad line is left out.
+// As toInt16 and toInt32, but give nothing instead of throwing: for tables in which a bad line is left out.
 std::optional<std::int16_t> tryInt16(std::string_view text);
+std::optional<std::int32_t> tryInt32(std::string_view text);
 
 // An amount of money-like kind in 1/10000, read strictly: the whole of text (blanks around it aside) must be
 // a decimal number. Decimals past the fourth are rounded halves to even. Throws ConversionError otherwise,

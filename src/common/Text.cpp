@@ -56,16 +56,13 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
     return pieces;
 }
 
-bool cutFields(std::string_view text, std::span<std::string_view> fields) {
+bool cutLeadingFields(std::string_view text, std::span<std::string_view> fields) {
     std::size_t count = 0;
     std::size_t start = 0;
     // Fields are short: looking at every byte is quicker here than a library search that is set up for each.
-    for (std::size_t i = 0; i + fieldSeparator.size() <= text.size(); ++i) {
+    for (std::size_t i = 0; count + 1 < fields.size() && i + fieldSeparator.size() <= text.size(); ++i) {
         if (text[i + 1] != '|' || text[i] != ' ' || text[i + 2] != ' ') {
             continue;
-        }
-        if (count + 1 >= fields.size()) {
-            return false;
         }
         fields[count++] = text.substr(start, i - start);
         i += fieldSeparator.size() - 1;
@@ -76,6 +73,10 @@ bool cutFields(std::string_view text, std::span<std::string_view> fields) {
     }
     fields[count] = text.substr(start);
     return true;
+}
+
+bool cutFields(std::string_view text, std::span<std::string_view> fields) {
+    return cutLeadingFields(text, fields) && fields.back().find(fieldSeparator) == std::string_view::npos;
 }
 
 std::string join(const std::vector<std::string_view>& pieces, std::string_view separator) {

@@ -20,6 +20,9 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
 // no particular state, when text has another number of fields than fields has room for.
 bool cutFields(std::string_view text, std::span<std::string_view> fields);
 
+// As cutFields, but the last field keeps every further separator: false only where text has fewer fields.
+bool cutLeadingFields(std::string_view text, std::span<std::string_view> fields);
+
 // The pieces with the separator between them.
 std::string join(const std::vector<std::string_view>& pieces, std::string_view separator);
 

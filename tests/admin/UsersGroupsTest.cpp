@@ -62,9 +62,10 @@ TEST(UserTable, LeavesOutLinesWhoseUidIsNoSixteenBitNumber) {
     EXPECT_EQ(bad.count, 2U);
     EXPECT_EQ(badLinesMessage(bad),
               "reply line 2: \"70000\" is no 16-bit number, the line is left out, and so is 1 more");
-    EXPECT_EQ(badLinesMessage({3, 5, "x"}),
+    EXPECT_EQ(badLinesMessage({3, 5, "x", "16-bit number"}),
               "reply line 5: \"x\" is no 16-bit number, the line is left out, and so are 2 more");
-    EXPECT_EQ(badLinesMessage({1, 5, "x"}), "reply line 5: \"x\" is no 16-bit number, the line is left out");
+    EXPECT_EQ(badLinesMessage({1, 5, "x", "16-bit number"}),
+              "reply line 5: \"x\" is no 16-bit number, the line is left out");
 }
 
 TEST(GroupTable, KeepsTheLinesThatHaveFourFields) {

@@ -49,6 +49,10 @@ TEST(Text, FieldsAreCutWhereSplitCuts) {
             if (pieces.size() == count) {
                 EXPECT_EQ(fields, pieces) << '"' << text << '"';
             }
+            ASSERT_EQ(cutLeadingFields(text, fields), pieces.size() >= count) << '"' << text << '"';
+            if (pieces.size() >= count) {
+                EXPECT_EQ(fields, split(text, fieldSeparator, count)) << '"' << text << '"';
+            }
         }
     }
 }
