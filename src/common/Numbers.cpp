@@ -168,12 +168,20 @@ bool toBoolean(std::string_view text) {
     return leadingNumber(word) != 0;
 }
 
+std::string numberText(double number, int decimals) {
+    std::array<char, 330> buffer;
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                                      std::chars_format::fixed, decimals);
+    std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
+    if (decimals > 0) {
+        text = text.substr(0, text.find_last_not_of('0') + 1);
+        text = text.substr(0, text.find_last_not_of('.') + 1);
+    }
+    return text == "-0" ? "0" : std::string(text);
+}
+
 std::string wholeNumberText(double number) {
-    std::array<char, 330> buffer{};
-    const double whole = roundHalfToEven(number) + 0.0; // the sum turns -0 into 0
-    const auto result =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), whole, std::chars_format::fixed, 0);
-    return {buffer.data(), result.ptr};
+    return numberText(number, 0);
 }
 
 std::string wholeNumberText(std::string_view text, std::uint32_t factor) {

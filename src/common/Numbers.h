@@ -45,6 +45,10 @@ bool toSwitch(std::string_view text);
 // which 0 is false and every other true. Throws ConversionError for anything else, the empty text included.
 bool toBoolean(std::string_view text);
 
+// number in plain decimal text, without grouping or exponent, rounded to decimals places at most, halves to
+// even: no zeros stand at the end of a fraction, and none alone. number: finite; decimals: 0 to 9.
+std::string numberText(double number, int decimals);
+
 // A whole number in plain decimal text: no grouping, no exponent, no fraction, at any size that a double
 // holds exactly.
 std::string wholeNumberText(double number);

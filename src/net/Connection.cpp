@@ -39,6 +39,7 @@ void Connection::ResetSession(int site) {
         *view = {.order = view->order};
     }
     session.activity = {};
+    session.activityRows = {};
     views_.sessionReset(site);
 }
 

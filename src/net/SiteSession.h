@@ -8,6 +8,7 @@
 #include "common/ports/Socket.h"
 #include "common/TextEncoding.h"
 #include "config/SiteConfig.h"
+#include "net/ActivityRows.h"
 #include "net/BatchLines.h"
 #include "net/LogText.h"
 #include "net/ReplyBuffer.h"
@@ -20,15 +21,6 @@
 #include <vector>
 
 namespace corvel {
-
-// Who is doing what on the server, summed over the last who reply. Speeds in kB/s.
-struct ActivityCounters {
-    std::int32_t uploadSpeed = 0;
-    std::int32_t downloadSpeed = 0;
-    std::int32_t uploaders = 0;
-    std::int32_t downloaders = 0;
-    std::int32_t idlers = 0;
-};
 
 // The runtime record of one site. All texts are in the server's bytes unless a comment says otherwise.
 struct SiteSession {
@@ -52,6 +44,7 @@ struct SiteSession {
     BatchLines sBatchLines;
     std::string sCwd = "/"; // the browser's current remote directory
     ActivityCounters activity;
+    ActivityRows activityRows;
     UserTable Users = emptyUserTable();
     GroupTable Groups = emptyGroupTable();
     TableView userView;

@@ -163,6 +163,33 @@ TEST(Numbers, AreWrittenExactlyAtAnySize) {
     EXPECT_EQ(wholeNumberText(std::string(500, '9')), std::string(500, '9'));
 }
 
+TEST(Numbers, AreWrittenWithFewDecimals) {
+    struct Row {
+        double number;
+        int decimals;
+        const char* written;
+    };
+    const std::vector<Row> rows = {
+        {1, 2, "1"},
+        {1.5, 2, "1.5"},
+        {0.125, 2, "0.12"},
+        {0.375, 2, "0.38"},
+        {100, 2, "100"},
+        {0.004, 2, "0"},
+        {-0.004, 2, "0"},
+        {-1.25, 1, "-1.2"},
+        {1e15 + 0.5, 2, "1000000000000000.5"},
+        {2.5, 0, "2"},
+        {100, 0, "100"},
+        {-0.4, 0, "0"},
+        {1e21, 0, "1000000000000000000000"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(numberText(row.number, row.decimals), row.written);
+    }
+    EXPECT_EQ(numberText(std::numeric_limits<double>::max(), 9).size(), 309U);
+}
+
 TEST(Errors, CarryTheOffendingTextButNoMoreThanALine) {
     EXPECT_STREQ(ConversionError("abc", "number").what(), "\"abc\" is no number");
     const std::string longText(1000, 'x');

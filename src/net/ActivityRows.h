@@ -1,0 +1,91 @@
+#pragma once
+
+#include "common/BadLines.h"
+#include "config/WindowState.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+// Who is doing what on the server, summed over the last who reply. Speeds in kB/s.
+struct ActivityCounters {
+    std::int32_t uploadSpeed = 0;
+    std::int32_t downloadSpeed = 0;
+    std::int32_t uploaders = 0;
+    std::int32_t downloaders = 0;
+    std::int32_t idlers = 0;
+
+    bool operator==(const ActivityCounters&) const = default;
+};
+
+// The columns of lvwActivity, with the numbers that the stored state has for them. The first two are the
+// list's own: a row's icon, and its number from 1.
+enum class ActivityCell : std::uint8_t {
+    icon,
+    position,
+    cid,
+    user,
+    group,
+    ident,
+    hostname,
+    ip,
+    dataIp,
+    service,
+    action,
+    speed,
+    lastCommand,
+    pwd,
+    realPath,
+    transferred,
+    idleTime,
+    sessionTime,
+};
+
+enum class ActivityIcon : std::uint8_t { none, idle, up, down };
+
+// A connection as the list shows it, in the server's bytes.
+class ActivityRow {
+  public:
+    // What the row reads in a column. A stale row reads "--" where it names the connection. The icon's column
+    // has no text. The text lives until the row next changes.
+    std::string_view text(ActivityCell cell) const;
+
+    // By the text of its action.
+    ActivityIcon icon() const;
+
+    // The number of the reply that last made the row read differently.
+    std::uint64_t changedIn() const { return changedIn_; }
+
+  private:
+    friend class WhoReader;
+
+    std::string texts_; // the cells from position on, one behind the other
+    std::array<std::uint32_t, activityColumnCount> ends_{}; // by column, in texts_
+    std::uint64_t changedIn_ = 0;
+    bool isStale_ = false; // the last reply has no record for it
+};
+
+// What the replies to who have brought since the connection began.
+struct ActivityRows {
+    std::vector<ActivityRow> rows;
+    std::uint64_t replies = 0; // how many there were
+    std::string problem;       // the server's line where it refused the last request
+};
+
+// Reads a reply to "SITE CorvelExt who" into the rows, and sums it up in the counters. lines: the whole
+// reply, split at CR LF, in the server's bytes. A record is a line that begins with "200-cid" and has
+// seventeen separators " | " or more behind it: user, group, cid, service, ident, address, host, address of
+// the data connection, last command, code of the last reply, real path, path, seconds idle, seconds of
+// session, status (0 idle, 1 download, 2 upload, 3 listing), bytes moved, kB/s. The n-th record is the n-th
+// row; rows without one become stale and stay. Records whose numbers are out of range are left out and come
+// back as bad lines; sums stop at the limits of 32 bits.
+BadLines ParseWhoReply(std::span<const std::string_view> lines, ActivityRows& activity,
+                       ActivityCounters& counters);
+
+} // namespace corvel
