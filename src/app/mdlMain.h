@@ -15,6 +15,7 @@
 #include "net/Connection.h"
 #include "net/ConsoleLog.h"
 #include "net/SiteSession.h"
+#include "net/Statistics.h"
 
 #include <optional>
 #include <string>
@@ -60,6 +61,7 @@ class mdlMain {
     int siteCount() const { return static_cast<int>(sites_.size()) - 1; }
     const Site& site(int index) const { return at(sites_, index); }
     int currentSite() const { return currentSite_; }
+    Status status() const { return statusOf(sites_, currentSite_); }
     void selectSite(int site);
 
     // The sites menu. connectSite and disconnectSite do nothing for site 0.

@@ -1,7 +1,6 @@
 #include "ui/frmMain.h"
 
 #include "net/qt/wSock.h"
-#include "net/SocketStateText.h"
 #include "widgets/Icons.h"
 #include "widgets/TextConversion.h"
 
@@ -14,7 +13,6 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
-#include <utility>
 
 namespace corvel {
 
@@ -123,13 +121,14 @@ void frmMain::createPanels() {
 
     console_ = new ConsolePanel(program_);
     browser_ = new BrowserPanel(program_);
+    stats_ = new StatsPanel;
     users_ = new UsersPanel(program_);
     groups_ = new GroupsPanel(program_);
     results_ = new ResultsPanel(program_);
     tabMain_ = new QTabWidget(area);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
-    // In the order of the tabs; three of them are still empty.
-    const std::array<QWidget*, tabs.size()> panels = {console_, new QWidget, browser_,    new QWidget,
+    // In the order of the tabs; two of them are still empty.
+    const std::array<QWidget*, tabs.size()> panels = {console_, new QWidget, browser_,    stats_,
                                                       users_,   groups_,     new QWidget, results_};
     for (std::size_t i = 0; i < tabs.size(); ++i) {
         panels[i]->setObjectName(QLatin1String(tabs[i].key));
@@ -151,21 +150,6 @@ void frmMain::createPanels() {
     statusBatch_ = new QLabel;
     statusBatch_->setObjectName(QStringLiteral("lblBatchProgress"));
     statusBar()->addPermanentWidget(statusBatch_);
-}
-
-// Brings the sites list in step with the sockets that have changed since the last tick.
-void frmMain::tmrSocketStatus_Timer() {
-    for (const int site : std::exchange(changedSockets_, {})) {
-        const Socket& socket = *program_.site(site).wSock;
-        sitesModel_.setState(site - 1, fromCore(SocketStateText(socket)),
-                             socket.state() == SocketState::connected);
-        if (site == program_.currentSite()) {
-            showStatus();
-        }
-    }
-    if (tabMain_->currentWidget() == browser_) {
-        browser_->showCounts();
-    }
 }
 
 void frmMain::siteAdded(int site) {
@@ -278,31 +262,6 @@ void frmMain::showCurrentSite() {
     tabMain_->setVisible(site > 0);
     noSites_->setVisible(site == 0);
     showStatus();
-}
-
-// The current site's state, and the last thing that its server refused.
-void frmMain::showStatus() {
-    const int site = program_.currentSite();
-    QString connection;
-    QString error;
-    std::string batch;
-    if (site > 0) {
-        const SiteConfig& config = program_.site(site).config;
-        const SiteSession& session = program_.site(site).session;
-        connection = displayTextOf(config.name, encodingOf(config.name)) + QStringLiteral(": ") +
-                     fromCore(SocketStateText(*program_.site(site).wSock));
-        error = displayTextOf(session.lastErrorLine, session.encoding);
-        batch = program_.admin().batchProgress(site);
-    }
-    const auto show = [](QLabel& label, const QString& text) {
-        if (label.text() != text) {
-            label.setText(text);
-            label.setToolTip(text);
-        }
-    };
-    show(*statusConnection_, connection);
-    show(*statusError_, error);
-    show(*statusBatch_, batch.empty() ? QString() : tr("batch: %1").arg(fromCore(batch)));
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -8,12 +8,14 @@
 #include "net/qt/ConsolePanel.h"
 #include "net/qt/QtClock.h"
 #include "net/qt/SitesList.h"
+#include "net/qt/StatsPanel.h"
 #include "widgets/ImageLists.h"
 #include "widgets/WindowPrompts.h"
 
 #include <QMainWindow>
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -79,6 +81,7 @@ class frmMain : public QMainWindow, public Views {
     bool dragSplitter(const QEvent& event);
     void tmrSocketStatus_Timer();
     void showStatus();
+    void showActivity();
     static void writeProblems(const std::vector<std::string>& problems);
 
     WindowPrompts prompts_;
@@ -98,11 +101,13 @@ class frmMain : public QMainWindow, public Views {
     BrowserPanel* browser_ = nullptr;
     UsersPanel* users_ = nullptr;
     GroupsPanel* groups_ = nullptr;
+    StatsPanel* stats_ = nullptr;
     QLabel* statusConnection_ = nullptr;
     QLabel* statusError_ = nullptr;
     QLabel* statusBatch_ = nullptr;
     QTimer* tmrSocketStatus_ = nullptr;
 
+    std::optional<Status> shownStatus_;
     SplitterLayout splitter_;
     std::set<int> changedSockets_; // sites whose row is to be looked at by the next tick
 };

@@ -1,0 +1,92 @@
+#include "net/Statistics.h"
+
+#include "common/TextEncoding.h"
+
+#include <cstdint>
+
+namespace corvel {
+
+namespace {
+
+// What the counters amount to; sums of 32-bit counters do not fit into 32 bits.
+struct Sums {
+    std::int64_t online;
+    std::int64_t transfers;
+    std::int64_t bandwidth;
+};
+
+Sums sumsOf(const ActivityCounters& activity) {
+    const std::int64_t transfers = std::int64_t{activity.uploaders} + activity.downloaders;
+    return {.online = transfers + activity.idlers,
+            .transfers = transfers,
+            .bandwidth = std::int64_t{activity.uploadSpeed} + activity.downloadSpeed};
+}
+
+std::string line(std::string_view caption, std::int64_t count, std::int64_t speed) {
+    return std::string(caption)
+        .append(std::to_string(count))
+        .append(" @ ")
+        .append(std::to_string(speed))
+        .append(" kBps ");
+}
+
+} // namespace
+
+Status statusOf(const Sites& sites, int currentSite) {
+    Status status = {.hasSites = sites.size() > 1};
+    if (currentSite > 0) {
+        const Site& site = at(sites, currentSite);
+        const std::string& name = site.config.name;
+        status.sitename = toUtf8(name, isValidUtf8(name) ? TextEncoding::utf8 : TextEncoding::windows1252);
+        status.isOnline = site.session.bLoggedIn;
+        status.activity = site.session.activity;
+    }
+    return status;
+}
+
+MenuVariables statisticsRows(const Status& status) {
+    const ActivityCounters& activity = status.activity;
+    const Sums sums = sumsOf(activity);
+    return {
+        {"sitename", status.sitename.value_or("")},
+        {"online_all", std::to_string(sums.online)},
+        {"online_transfer", std::to_string(sums.transfers)},
+        {"online_up", std::to_string(activity.uploaders)},
+        {"online_down", std::to_string(activity.downloaders)},
+        {"online_idle", std::to_string(activity.idlers)},
+        {"bandwidth_total", std::to_string(sums.bandwidth)},
+        {"bandwidth_up", std::to_string(activity.uploadSpeed)},
+        {"bandwidth_down", std::to_string(activity.downloadSpeed)},
+    };
+}
+
+std::string statisticsText(const ActivityCounters& activity) {
+    const Sums sums = sumsOf(activity);
+    return "Idlers: " + std::to_string(activity.idlers) + '\n' +
+           line("Upload: ", activity.uploaders, activity.uploadSpeed) + '\n' +
+           line("Download: ", activity.downloaders, activity.downloadSpeed) + '\n' +
+           line("Total: ", sums.online, sums.bandwidth);
+}
+
+std::string statusText(const Status& status, std::string_view onlineTemplate,
+                       std::string_view offlineTemplate) {
+    const std::string_view wanted = status.isOnline ? onlineTemplate : offlineTemplate;
+    if (!wanted.empty()) {
+        return ExpandTemplate(wanted, statisticsRows(status));
+    }
+    return status.sitename ? "Corvel - " + *status.sitename : "Corvel";
+}
+
+std::string_view trayImage(const Status& status) {
+    if (!status.hasSites) {
+        return "tray-offline";
+    }
+    const bool isUp = status.activity.uploaders > 0;
+    const bool isDown = status.activity.downloaders > 0;
+    if (isUp) {
+        return isDown ? "tray-both" : "tray-up";
+    }
+    return isDown ? "tray-down" : "tray-idle";
+}
+
+} // namespace corvel

@@ -1,0 +1,72 @@
+#include "net/SocketStateText.h"
+#include "ui/frmMain.h"
+#include "widgets/TextConversion.h"
+
+#include <QLabel>
+#include <QTabWidget>
+
+#include <utility>
+
+// What the window shows of its connections: sites list, counters, statistics, caption, status bar. Nothing is
+// written that has not changed.
+
+namespace corvel {
+
+// Keeps what is seen in step with the sockets and the counters of the sessions.
+void frmMain::tmrSocketStatus_Timer() {
+    for (const int site : std::exchange(changedSockets_, {})) {
+        const Socket& socket = *program_.site(site).wSock;
+        sitesModel_.setState(site - 1, fromCore(SocketStateText(socket)),
+                             socket.state() == SocketState::connected);
+        if (site == program_.currentSite()) {
+            showStatus();
+        }
+    }
+    if (tabMain_->currentWidget() == browser_) {
+        browser_->showCounts();
+    }
+    showActivity();
+}
+
+void frmMain::showActivity() {
+    Status status = program_.status();
+    if (status == shownStatus_) {
+        return;
+    }
+    const Settings& settings = program_.settings();
+    QString caption =
+        displayTextOf(statusText(status, settings.window_caption_online, settings.window_caption_offline),
+                      TextEncoding::utf8);
+    caption.replace(QStringLiteral("[*]"),
+                    QStringLiteral("[*][*]")); // alone it would mark a changed document
+    setWindowTitle(caption);
+    stats_->showStatus(status);
+    shownStatus_ = std::move(status);
+}
+
+// The current site's state, and the last thing that its server refused.
+void frmMain::showStatus() {
+    const int site = program_.currentSite();
+    QString connection;
+    QString error;
+    std::string batch;
+    if (site > 0) {
+        const SiteConfig& config = program_.site(site).config;
+        const SiteSession& session = program_.site(site).session;
+        connection = displayTextOf(config.name, encodingOf(config.name)) + QStringLiteral(": ") +
+                     fromCore(SocketStateText(*program_.site(site).wSock));
+        error = displayTextOf(session.lastErrorLine, session.encoding);
+        batch = program_.admin().batchProgress(site);
+    }
+    const auto show = [](QLabel& label, const QString& text) {
+        if (label.text() != text) {
+            label.setText(text);
+            label.setToolTip(text);
+        }
+    };
+    show(*statusConnection_, connection);
+    show(*statusError_, error);
+    show(*statusBatch_, batch.empty() ? QString() : tr("batch: %1").arg(fromCore(batch)));
+}
+
+} // namespace corvel

@@ -1,0 +1,90 @@
+#include "net/Statistics.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+
+const Status online = {
+    .hasSites = true,
+    .sitename = "home",
+    .isOnline = true,
+    .activity = {.uploadSpeed = 120, .downloadSpeed = 40, .uploaders = 3, .downloaders = 1, .idlers = 7}};
+
+std::string rowsText(const Status& status) {
+    std::string text;
+    for (const MenuVariable& row : statisticsRows(status)) {
+        text += row.sName + "=" + row.sValue + ";";
+    }
+    return text;
+}
+
+TEST(Statistics, ListsNamesAndSums) {
+    EXPECT_EQ(rowsText(online), "sitename=home;online_all=11;online_transfer=4;online_up=3;online_down=1;"
+                                "online_idle=7;bandwidth_total=160;bandwidth_up=120;bandwidth_down=40;");
+    EXPECT_EQ(rowsText({}), "sitename=;online_all=0;online_transfer=0;online_up=0;online_down=0;"
+                            "online_idle=0;bandwidth_total=0;bandwidth_up=0;bandwidth_down=0;");
+}
+
+TEST(Statistics, ReadAsFourLines) {
+    EXPECT_EQ(statisticsText(online.activity), "Idlers: 7\nUpload: 3 @ 120 kBps \nDownload: 1 @ 40 kBps \n"
+                                               "Total: 11 @ 160 kBps ");
+    EXPECT_EQ(statisticsText({most, most, most, most, most}),
+              "Idlers: 2147483647\nUpload: 2147483647 @ 2147483647 kBps \n"
+              "Download: 2147483647 @ 2147483647 kBps \nTotal: 6442450941 @ 4294967294 kBps ");
+}
+
+TEST(Statistics, FillTheTemplateOfTheState) {
+    Status offline = online;
+    offline.isOnline = false;
+    struct Row {
+        const char* name;
+        Status status;
+        std::string onlineTemplate;
+        std::string offlineTemplate;
+        std::string text;
+    };
+    const std::vector<Row> rows = {
+        {"no site", {}, "on", "", "Corvel"},
+        {"no site, a template", {}, "on", "%(sitename)|%(online_all)", "|0"},
+        {"logged in, no template", online, "", "off", "Corvel - home"},
+        {"not logged in, no template", offline, "on", "", "Corvel - home"},
+        {"logged in", online, "%(sitename): %(ONLINE_UP,4,R) up, %(bandwidth_total)", "off",
+         "home:    3 up, 160"},
+        {"not logged in", offline, "on", "%(sitename) is away", "home is away"},
+        {"unknown variable", online, "[%(user)]", "off", "[]"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(statusText(row.status, row.onlineTemplate, row.offlineTemplate), row.text) << row.name;
+    }
+}
+
+TEST(Statistics, ChooseTheTrayImage) {
+    struct Row {
+        const char* name;
+        bool hasSites;
+        ActivityCounters activity;
+        std::string_view image;
+    };
+    const std::vector<Row> rows = {
+        {"no site at all", false, {}, "tray-offline"},
+        {"nobody", true, {}, "tray-idle"},
+        {"idlers alone", true, {.idlers = 5}, "tray-idle"},
+        {"one downloader", true, {.downloaders = 1}, "tray-down"},
+        {"one uploader", true, {.uploaders = 1}, "tray-up"},
+        {"both", true, {.uploaders = 2, .downloaders = 1}, "tray-both"},
+        {"speed without transfers", true, {.uploadSpeed = 9, .downloadSpeed = 9}, "tray-idle"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(trayImage({.hasSites = row.hasSites, .activity = row.activity}), row.image) << row.name;
+    }
+}
+
+} // namespace
+} // namespace corvel
