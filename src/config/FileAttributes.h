@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -19,5 +20,8 @@ void clearAttributes(const std::filesystem::path& path);
 // the disk. A file or link of that name is removed first, never written through. Returns an empty error when
 // every byte was written; after any other a part of the file may be left.
 std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes);
+
+// What error means, for a person: in the system's words and, where those are in UTF-8 or UTF-16, in UTF-8.
+std::string errorText(const std::error_code& error);
 
 } // namespace corvel

@@ -46,4 +46,8 @@ std::error_code writePrivateFile(const std::filesystem::path& path, std::string_
     return error || isClosed ? error : lastError();
 }
 
+std::string errorText(const std::error_code& error) {
+    return error.message();
+}
+
 } // namespace corvel

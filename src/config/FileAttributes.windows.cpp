@@ -1,8 +1,10 @@
 #include "config/FileAttributes.h"
 
 #include <algorithm>
-#include <sddl.h>
+#include <array>
 #include <windows.h>
+
+#include <sddl.h>
 
 namespace corvel {
 
@@ -55,6 +57,24 @@ std::error_code writePrivateFile(const std::filesystem::path& path, std::string_
         }
     }
     return error;
+}
+
+// The standard library asks for the text in the code page, which need not have the letters of its language.
+std::string errorText(const std::error_code& error) {
+    if (error.category() != std::system_category()) {
+        return error.message();
+    }
+    std::array<wchar_t, 512> text{};
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                        static_cast<DWORD>(error.value()), 0, text.data(),
+                                        static_cast<DWORD>(text.size()), nullptr);
+    std::wstring_view message(text.data(), length);
+    message = message.substr(0, message.find_last_not_of(L"\r\n ") + 1);
+    if (message.empty()) {
+        return error.message();
+    }
+    const std::u8string bytes = std::filesystem::path(message).u8string();
+    return {bytes.begin(), bytes.end()};
 }
 
 } // namespace corvel

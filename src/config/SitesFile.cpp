@@ -179,14 +179,14 @@ SaveResult replaceFile(const std::string& path, std::string_view text) {
         if (text.empty() && !replacesText) {
             return {};
         }
-        return {.outcome = replacesText && isForbidden(error) ? locked : failed, .reason = error.message()};
+        return {.outcome = replacesText && isForbidden(error) ? locked : failed, .reason = errorText(error)};
     }
     if (replacesText && !DeleteFileForce(target)) {
         DeleteFileForce(complete);
         return {.outcome = locked, .reason = {}};
     }
     error = moveFile(complete, target);
-    return error ? SaveResult{.outcome = failed, .reason = error.message()} : SaveResult{};
+    return error ? SaveResult{.outcome = failed, .reason = errorText(error)} : SaveResult{};
 }
 
 } // namespace corvel

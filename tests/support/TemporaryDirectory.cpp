@@ -1,5 +1,7 @@
 #include "support/TemporaryDirectory.h"
 
+#include "config/Files.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -13,8 +15,10 @@ TemporaryDirectory::TemporaryDirectory() {
     static std::atomic<int> counter{0};
     const auto base = std::filesystem::temp_directory_path();
     do {
-        path_ = base / ("corvel-test-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-                        "-" + std::to_string(counter++));
+        // Greek and Chinese: no code page has both, so a path that goes through one is not found again.
+        path_ = base / filePath("corvel-test-Ωμέγα-資料-" +
+                                std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
+                                std::to_string(counter++));
     } while (!std::filesystem::create_directory(path_));
 }
 
@@ -23,12 +27,21 @@ TemporaryDirectory::~TemporaryDirectory() {
     std::filesystem::remove_all(path_, ignored);
 }
 
+std::string TemporaryDirectory::path() const {
+    const std::u8string path = path_.u8string();
+    return {path.begin(), path.end()};
+}
+
+std::string TemporaryDirectory::fileNamed(const std::string& name) const {
+    return BuildAppPath(name, path(), {});
+}
+
 void TemporaryDirectory::write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(path_ / name, std::ios::binary) << bytes;
+    std::ofstream(filePath(fileNamed(name)), std::ios::binary) << bytes;
 }
 
 std::string TemporaryDirectory::read(const std::string& name) const {
-    std::ifstream file(path_ / name, std::ios::binary);
+    std::ifstream file(filePath(fileNamed(name)), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 

@@ -5,7 +5,8 @@
 
 namespace corvel::test {
 
-// A directory of the test's own, removed with everything in it at the end.
+// A directory of the test's own, removed with everything in it at the end. Paths are UTF-8, as in
+// config/Files.
 class TemporaryDirectory {
   public:
     TemporaryDirectory();
@@ -13,8 +14,8 @@ class TemporaryDirectory {
     TemporaryDirectory(const TemporaryDirectory&) = delete;
     TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
-    std::string path() const { return path_.string(); }
-    std::string fileNamed(const std::string& name) const { return (path_ / name).string(); }
+    std::string path() const;
+    std::string fileNamed(const std::string& name) const;
     void write(const std::string& name, const std::string& bytes) const;
     std::string read(const std::string& name) const; // empty when there is no such file
 
