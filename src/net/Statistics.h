@@ -1,6 +1,6 @@
 #pragma once
 
-#include "menus/Template.h"
+#include "common/Template.h"
 #include "net/SiteSession.h"
 
 #include <optional>

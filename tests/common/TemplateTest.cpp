@@ -1,4 +1,4 @@
-#include "menus/Template.h"
+#include "common/Template.h"
 
 #include "common/Text.h"
 
