@@ -1,8 +1,8 @@
 #pragma once
 
-#include "admin/ChangeUserGroups.h"
 #include "admin/Sequence.h"
 #include "admin/UserForm.h"
+#include "common/SelectableEntry.h"
 
 #include <array>
 #include <optional>

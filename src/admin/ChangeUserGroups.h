@@ -2,19 +2,12 @@
 
 #include "admin/mdlUsersGroups.h"
 #include "common/Command.h"
+#include "common/SelectableEntry.h"
 
 #include <string>
 #include <vector>
 
 namespace corvel {
-
-// An entry of a list box in which several entries can be selected.
-struct SelectableEntry {
-    std::string sText;
-    bool bSelected = false;
-
-    bool operator==(const SelectableEntry&) const = default;
-};
 
 // The dialog frmChangeUserGroups: every group of the site, twice. The markers remember what was selected at
 // first: " | " and then each such name with " | " behind it.

@@ -1,7 +1,7 @@
 #include "admin/qt/BatchPanel.h"
 
-#include "admin/qt/DialogParts.h"
 #include "widgets/BytesEdit.h"
+#include "widgets/DialogParts.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "admin/Batch.h"
-#include "admin/qt/FormBoxes.h"
+#include "widgets/FormBoxes.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #include "admin/qt/GroupEditorPanel.h"
 
-#include "admin/qt/DialogParts.h"
 #include "widgets/BytesEdit.h"
+#include "widgets/DialogParts.h"
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 

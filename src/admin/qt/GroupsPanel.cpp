@@ -3,8 +3,8 @@
 #include "admin/GroupEditor.h"
 #include "admin/ListRows.h"
 #include "admin/qt/AccountDialogs.h"
-#include "admin/qt/DialogParts.h"
 #include "admin/qt/GroupEditorPanel.h"
+#include "widgets/DialogParts.h"
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 

@@ -1,7 +1,7 @@
 #include "admin/qt/frmAddGroup.h"
 
-#include "admin/qt/DialogParts.h"
 #include "widgets/BytesEdit.h"
+#include "widgets/DialogParts.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>

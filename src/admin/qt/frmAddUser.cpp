@@ -1,8 +1,8 @@
 #include "admin/qt/frmAddUser.h"
 
-#include "admin/qt/DialogParts.h"
-#include "admin/qt/SelectableList.h"
 #include "widgets/BytesEdit.h"
+#include "widgets/DialogParts.h"
+#include "widgets/SelectableList.h"
 #include "widgets/TextConversion.h"
 
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #include "admin/qt/frmChangeUserGroups.h"
 
-#include "admin/qt/DialogParts.h"
-#include "admin/qt/SelectableList.h"
+#include "widgets/DialogParts.h"
+#include "widgets/SelectableList.h"
 #include "widgets/TextConversion.h"
 
 #include <QDialogButtonBox>

@@ -1,6 +1,6 @@
 #include "admin/qt/frmCopyUser.h"
 
-#include "admin/qt/DialogParts.h"
+#include "widgets/DialogParts.h"
 #include "widgets/TextConversion.h"
 
 #include <QDialogButtonBox>

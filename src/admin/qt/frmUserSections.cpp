@@ -1,6 +1,6 @@
 #include "admin/qt/frmUserSections.h"
 
-#include "admin/qt/DialogParts.h"
+#include "widgets/DialogParts.h"
 #include "widgets/OneLineEdit.h"
 #include "widgets/TextConversion.h"
 

@@ -1,6 +1,6 @@
 #include "admin/qt/BatchPanel.h"
 
-#include "admin/qt/DialogDriver.h"
+#include "widgets/DialogDriver.h"
 
 #include <QCheckBox>
 

@@ -1,10 +1,10 @@
 #include "admin/qt/GroupsPanel.h"
 
 #include "admin/qt/AccountDialogs.h"
-#include "admin/qt/DialogDriver.h"
 #include "config/MemoryStore.h"
 #include "support/TemporaryDirectory.h"
 #include "support/TestPorts.h"
+#include "widgets/DialogDriver.h"
 #include "widgets/ReportView.h"
 
 #include <functional>

@@ -1,7 +1,7 @@
 #include "admin/qt/frmCopyUser.h"
 
 #include "admin/AdminSupport.h"
-#include "admin/qt/DialogDriver.h"
+#include "widgets/DialogDriver.h"
 
 #include <QTimer>
 

@@ -1,7 +1,7 @@
 #include "admin/qt/frmUserSections.h"
 
 #include "admin/AdminSupport.h"
-#include "admin/qt/DialogDriver.h"
+#include "widgets/DialogDriver.h"
 
 #include <optional>
 

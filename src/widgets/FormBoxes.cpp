@@ -1,4 +1,4 @@
-#include "admin/qt/FormBoxes.h"
+#include "widgets/FormBoxes.h"
 
 #include "widgets/BytesEdit.h"
 

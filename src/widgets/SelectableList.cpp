@@ -1,4 +1,4 @@
-#include "admin/qt/SelectableList.h"
+#include "widgets/SelectableList.h"
 
 #include "widgets/TextConversion.h"
 

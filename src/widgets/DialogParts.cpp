@@ -1,4 +1,4 @@
-#include "admin/qt/DialogParts.h"
+#include "widgets/DialogParts.h"
 
 #include "common/Text.h"
 #include "widgets/TextConversion.h"
@@ -32,7 +32,7 @@ QMessageBox* openBox(QWidget& parent, const QString& text, QMessageBox::Standard
 
 QLabel* labelFor(QWidget& input, const char* name, const QString& caption) {
     input.setObjectName(QLatin1String(name));
-    input.setAccessibleName(QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+    input.setAccessibleName(QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')).trimmed());
     auto* const label = new QLabel(caption);
     label->setBuddy(&input);
     return label;

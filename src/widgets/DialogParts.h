@@ -18,8 +18,8 @@ class QWidget;
 
 namespace corvel {
 
-// What the dialogs for accounts and groups are put together from. Widgets that are given out have no parent
-// yet and belong to the caller.
+// What the dialogs are put together from. Widgets that are given out have no parent yet and belong to the
+// caller.
 
 // Names input and puts a label before it: caption, with its & and without its colon, is the accessible name
 // too.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "admin/ChangeUserGroups.h"
+#include "common/SelectableEntry.h"
 #include "common/TextEncoding.h"
 
 #include <QListWidget>
