@@ -221,6 +221,10 @@ void ReportView::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QTreeView::keyPressEvent(event);
+    if (before >= 0 && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        // It belongs to the row, not to the default button of a dialog around the list.
+        event->accept();
+    }
     if (currentRow() != before && currentRow() >= 0) {
         emit rowPicked(currentRow());
     }

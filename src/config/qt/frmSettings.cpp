@@ -1,0 +1,242 @@
+#include "config/qt/frmSettings.h"
+
+#include "widgets/DialogParts.h"
+#include "widgets/ReportView.h"
+#include "widgets/StoreColor.h"
+#include "widgets/TextConversion.h"
+
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+constexpr int autosizeColumn = 3;
+constexpr int rowsInSight = 12; // of the list of columns, before it scrolls
+
+QPushButton* newButton(const char* name, int index, const QString& caption) {
+    auto* const button = new QPushButton(caption);
+    button->setObjectName(elementName(name, index));
+    button->setAutoDefault(false);
+    return button;
+}
+
+QCheckBox* newCheckBox(const char* name, const QString& caption, bool isChecked) {
+    auto* const box = new QCheckBox(caption);
+    box->setObjectName(QLatin1String(name));
+    box->setChecked(isChecked);
+    return box;
+}
+
+std::int32_t& colorOf(SettingsForm& form, int picker) {
+    SampleColors& sample = form.lblSampleColors[static_cast<std::size_t>(picker / 2)];
+    return picker % 2 == 0 ? sample.text : sample.background;
+}
+
+} // namespace
+
+frmSettings::frmSettings(SettingsForm form, Accept accept, QWidget* parent)
+    : QDialog(parent), form_(std::move(form)), accept_(std::move(accept)) {
+    setObjectName(QStringLiteral("frmSettings"));
+    setWindowTitle(tr("Settings"));
+    auto* const right = new QVBoxLayout;
+    right->addWidget(createColors());
+    right->addWidget(createTunnelor());
+    right->addWidget(createTray());
+    auto* const note = new QLabel(tr("Tunnelor and the trayicon are set in settings.ini."));
+    note->setWordWrap(true);
+    right->addWidget(note);
+    right->addStretch(1);
+    auto* const halves = new QHBoxLayout;
+    halves->addWidget(createColumns(), 1);
+    halves->addLayout(right);
+
+    auto* const buttons = new QDialogButtonBox;
+    QPushButton* const save = buttons->addButton(tr("Save && Close"), QDialogButtonBox::AcceptRole);
+    save->setObjectName(QStringLiteral("cmdSave"));
+    save->setDefault(true);
+    buttons->addButton(tr("Close"), QDialogButtonBox::RejectRole)->setObjectName(QStringLiteral("cmdClose"));
+    connect(buttons, &QDialogButtonBox::accepted, this, [this] {
+        form_.chkALUseColors = chkALUseColors_->isChecked();
+        accept_(form_);
+        QDialog::accept();
+    });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addLayout(halves, 1);
+    layout->addWidget(buttons);
+}
+
+QGroupBox* frmSettings::createColumns() {
+    lvwAL_ = new ReportView;
+    lvwAL_->setObjectName(QStringLiteral("lvwAL"));
+    lvwAL_->setAccessibleName(tr("Columns of the activity list"));
+    showColumns();
+    connect(lvwAL_, &ReportView::rowDoubleClicked, this, &frmSettings::toggleAutosize);
+    connect(lvwAL_, &ReportView::keyPressed, this, [this](Qt::Key key, int row) {
+        if (row >= 0 && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+            toggleAutosize(row);
+        }
+    });
+    connect(lvwAL_, &ReportView::checkToggled, this, [this](int row) {
+        bool& show = form_.lvwAL[static_cast<std::size_t>(row)].show;
+        show = !show;
+        lvwAL_->refresh();
+    });
+
+    auto* const moves = new QHBoxLayout;
+    QPushButton* const up = newButton("cmdLvwMove", 0, tr("Move &up"));
+    QPushButton* const down = newButton("cmdLvwMove", 1, tr("Move &down"));
+    connect(up, &QPushButton::clicked, this, [this] { cmdLvwMove_Click(-1); });
+    connect(down, &QPushButton::clicked, this, [this] { cmdLvwMove_Click(1); });
+    moves->addWidget(up);
+    moves->addWidget(down);
+    moves->addStretch(1);
+
+    auto* const hint = new QLabel(tr("Double-click a column to change its autosize."));
+    hint->setWordWrap(true);
+    auto* const group = new QGroupBox(tr("Activity list columns"));
+    auto* const layout = new QVBoxLayout(group);
+    layout->addWidget(lvwAL_, 1);
+    layout->addLayout(moves);
+    layout->addWidget(hint);
+    return group;
+}
+
+void frmSettings::showColumns() {
+    ReportSource source;
+    source.rows = static_cast<int>(form_.lvwAL.size());
+    source.columns = {{.header = tr("show")},
+                      {.header = tr("id"), .alignment = Qt::AlignRight},
+                      {.header = tr("name")},
+                      {.header = tr("autosize"), .widest = {tr("Yes")}}};
+    source.text = [this](int row, int column) -> QString {
+        const ColumnRow& shown = form_.lvwAL[static_cast<std::size_t>(row)];
+        switch (column) {
+        case 1:
+            return QString::number(shown.id);
+        case 2:
+            return fromCore(columnName(shown));
+        case autosizeColumn:
+            return shown.autosize ? tr("Yes") : tr("No");
+        default:
+            return {};
+        }
+    };
+    source.checked = [this](int row) { return form_.lvwAL[static_cast<std::size_t>(row)].show; };
+    lvwAL_->setSource(std::move(source));
+    lvwAL_->fitColumns(0, autosizeColumn);
+    lvwAL_->header()->setStretchLastSection(true);
+    lvwAL_->setCurrentRow(0);
+
+    const int rowHeight = lvwAL_->sizeHintForRow(0);
+    lvwAL_->setMinimumHeight(rowHeight * (rowsInSight + 1) + 2 * lvwAL_->frameWidth());
+    lvwAL_->setMinimumWidth(fontMetrics().averageCharWidth() * 45);
+}
+
+void frmSettings::toggleAutosize(int row) {
+    bool& autosize = form_.lvwAL[static_cast<std::size_t>(row)].autosize;
+    autosize = !autosize;
+    lvwAL_->refresh();
+}
+
+void frmSettings::cmdLvwMove_Click(int step) {
+    const int row = lvwAL_->currentRow();
+    if (row >= 0) {
+        const std::size_t moved = moveColumn(form_, static_cast<std::size_t>(row), step);
+        lvwAL_->refresh();
+        lvwAL_->setCurrentRow(static_cast<int>(moved));
+    }
+}
+
+QGroupBox* frmSettings::createColors() {
+    chkALUseColors_ = newCheckBox("chkALUseColors", tr("Use &full-row colors"), form_.chkALUseColors);
+    auto* const group = new QGroupBox(tr("Activity list colors"));
+    auto* const layout = new QVBoxLayout(group);
+    layout->addWidget(chkALUseColors_);
+    const std::array<QString, 3> names = {tr("idle"), tr("uploading"), tr("downloading")};
+    for (std::size_t sample = 0; sample < names.size(); ++sample) {
+        layout->addLayout(createColorRow(sample, names[sample]));
+    }
+    return group;
+}
+
+QHBoxLayout* frmSettings::createColorRow(std::size_t sample, const QString& name) {
+    const int index = static_cast<int>(sample);
+    auto* const label = new QLabel(name);
+    label->setObjectName(elementName("lblSampleColors", index));
+    label->setAlignment(Qt::AlignCenter);
+    label->setAutoFillBackground(true);
+    label->setMinimumWidth(fontMetrics().horizontalAdvance(tr("downloading")) * 3 / 2);
+    lblSampleColors_[sample] = label;
+    showSample(sample);
+    auto* const row = new QHBoxLayout;
+    row->addWidget(label, 1);
+    const std::array<QString, 2> parts = {tr("Text..."), tr("Background...")};
+    for (int part = 0; part < 2; ++part) {
+        const int picker = 2 * index + part;
+        QPushButton* const button =
+            newButton("cmdColorPickers", picker, parts[static_cast<std::size_t>(part)]);
+        button->setAccessibleName(part == 0 ? tr("Text color of %1 rows").arg(name)
+                                            : tr("Background color of %1 rows").arg(name));
+        connect(button, &QPushButton::clicked, this, [this, picker] { cmdColorPickers_Click(picker); });
+        row->addWidget(button);
+    }
+    return row;
+}
+
+void frmSettings::cmdColorPickers_Click(int index) {
+    auto* const dialog = new QColorDialog(colorFromStore(colorOf(form_, index)), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QColorDialog::colorSelected, this, [this, index](const QColor& chosen) {
+        colorOf(form_, index) = storeColor(chosen);
+        showSample(static_cast<std::size_t>(index / 2));
+    });
+    dialog->open();
+}
+
+void frmSettings::showSample(std::size_t sample) {
+    const SampleColors& colors = form_.lblSampleColors[sample];
+    QPalette palette = lblSampleColors_[sample]->palette();
+    palette.setColor(QPalette::WindowText, colorFromStore(colors.text));
+    palette.setColor(QPalette::Window, colorFromStore(colors.background));
+    lblSampleColors_[sample]->setPalette(palette);
+}
+
+QGroupBox* frmSettings::createTunnelor() {
+    auto* const group = new QGroupBox(tr("Tunnelor"));
+    group->setObjectName(QStringLiteral("fraTunnelor"));
+    auto* const layout = new QFormLayout(group);
+    const auto add = [layout](const char* name, const QString& caption, const std::string& text) {
+        auto* const box = new QLineEdit(fromCore(text));
+        setShownOnly(*box);
+        layout->addRow(labelFor(*box, name, caption), box);
+    };
+    add("txtSSLHost", tr("&Host:"), form_.txtSSLHost);
+    add("txtSSLPort", tr("&Port:"), form_.txtSSLPort);
+    return group;
+}
+
+QGroupBox* frmSettings::createTray() {
+    auto* const group = new QGroupBox(tr("Trayicon"));
+    auto* const layout = new QVBoxLayout(group);
+    for (QCheckBox* const box :
+         {newCheckBox("chkShowTrayIcon", tr("Show trayicon"), form_.chkShowTrayIcon),
+          newCheckBox("chkMinimizeToTray", tr("Minimize to tray"), form_.chkMinimizeToTray)}) {
+        box->setEnabled(false);
+        layout->addWidget(box);
+    }
+    return group;
+}
+
+} // namespace corvel
