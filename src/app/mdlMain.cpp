@@ -4,6 +4,7 @@
 #include "config/FileAttributes.h"
 #include "config/Files.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace corvel {
@@ -118,6 +119,14 @@ void mdlMain::tmrNoop_Timer(int site) {
 void mdlMain::sendConsoleCommand(int site, const std::string& command) {
     channel_.SendCommand(site,
                          {.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0});
+}
+
+bool mdlMain::sendTestCommand(int site, const std::string& command) {
+    const bool isSomethingWaiting = std::ranges::any_of(
+        at(sites_, site).session.CommandQueue, [](const Command& slot) { return !slot.sCommand.empty(); });
+    return !isSomethingWaiting &&
+           channel_.SendCommand(
+               site, {.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0});
 }
 
 void mdlMain::appendSite(SiteConfig config) {

@@ -83,6 +83,10 @@ class mdlMain {
     // A line of the console's command box, in the connection's encoding.
     void sendConsoleCommand(int site, const std::string& command);
 
+    // A round of the load test: the same for a command that the test sends, but only while no command waits
+    // on the site, so that everybody else's get their turn. False when it was not sent.
+    bool sendTestCommand(int site, const std::string& command);
+
     BrowserActions& browser() { return browser_; }
     AdminActions& admin() { return admin_; }
 

@@ -1,11 +1,14 @@
 #include "ui/frmMain.h"
 
+#include "net/qt/LoadTest.h"
 #include "net/qt/wSock.h"
+#include "ui/SettingsPanel.h"
 #include "widgets/Icons.h"
 #include "widgets/TextConversion.h"
 
 #include <QCloseEvent>
 #include <QLabel>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
@@ -53,6 +56,7 @@ frmMain::frmMain(StateStore& store, const std::string& directory)
     setWindowTitle(QStringLiteral("Corvel"));
     setWindowIcon(icon("corvel"));
     resize(1000, 640);
+    move(screen()->availableGeometry().center() - rect().center());
     createPanels();
     createMenus();
     tmrSocketStatus_ = new QTimer(this);
@@ -65,6 +69,7 @@ frmMain::frmMain(StateStore& store, const std::string& directory)
 frmMain::~frmMain() = default;
 
 void frmMain::start() {
+    rememberGeometry();
     writeProblems(program_.LoadWindowState());
     writeProblems(program_.LoadSettingsFile());
     showImages();
@@ -124,12 +129,13 @@ void frmMain::createPanels() {
     stats_ = new StatsPanel;
     users_ = new UsersPanel(program_);
     groups_ = new GroupsPanel(program_);
+    createSettingsPanel();
     results_ = new ResultsPanel(program_);
     tabMain_ = new QTabWidget(area);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
-    // In the order of the tabs; two of them are still empty.
-    const std::array<QWidget*, tabs.size()> panels = {console_, new QWidget, browser_,    stats_,
-                                                      users_,   groups_,     new QWidget, results_};
+    // In the order of the tabs; one of them is still empty.
+    const std::array<QWidget*, tabs.size()> panels = {console_, new QWidget, browser_,  stats_,
+                                                      users_,   groups_,     settings_, results_};
     for (std::size_t i = 0; i < tabs.size(); ++i) {
         panels[i]->setObjectName(QLatin1String(tabs[i].key));
         tabMain_->addTab(panels[i], images_.image(tabs[i].icon), tr(tabs[i].caption));
@@ -265,6 +271,7 @@ void frmMain::showCurrentSite() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    loadTest_->stop();
     program_.SaveSites();
     gatherWindowState();
     program_.SaveWindowState();

@@ -28,6 +28,9 @@ class QTimer;
 
 namespace corvel {
 
+class LoadTest;
+class SettingsPanel;
+
 // The main window: the sites list, the bar beside it, the tabs, the menus and the status bar. It shows
 // mdlMain and hands it everything that happens.
 class frmMain : public QMainWindow, public Views {
@@ -68,14 +71,20 @@ class frmMain : public QMainWindow, public Views {
   private:
     std::unique_ptr<Socket> makeSocket(int site);
     void createMenus();
+    void createSitesMenu();
+    void createViewMenu();
     void showImages();
     void createPanels();
+    void createSettingsPanel();
     void sitesMenuTriggered(int index);
     void editSite(int site); // 0: a new one
     void toggleSitesView();
     void showSitesList(bool visible);
+    void openSettings();
     void showCurrentSite();
     void layoutWindow();
+    void rememberGeometry();
+    void placeWindow();
     void applyWindowState();
     void gatherWindowState();
     bool dragSplitter(const QEvent& event);
@@ -102,6 +111,8 @@ class frmMain : public QMainWindow, public Views {
     UsersPanel* users_ = nullptr;
     GroupsPanel* groups_ = nullptr;
     StatsPanel* stats_ = nullptr;
+    SettingsPanel* settings_ = nullptr;
+    LoadTest* loadTest_ = nullptr;
     QLabel* statusConnection_ = nullptr;
     QLabel* statusError_ = nullptr;
     QLabel* statusBatch_ = nullptr;

@@ -1,10 +1,15 @@
+#include "app/WindowPlacement.h"
 #include "ui/frmMain.h"
+#include "ui/SettingsPanel.h"
 #include "widgets/LayoutUnits.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QTabWidget>
 
 #include <algorithm>
@@ -15,7 +20,9 @@ namespace corvel {
 
 namespace {
 
-constexpr int barWidth = 75; // of the bar between the sites list and the tabs, in units of 1/1440 inch
+// In units of 1/1440 inch.
+constexpr Grip windowGrip = {.width = 1500, .titleHeight = 450};
+constexpr int barWidth = 75; // of the bar between the sites list and the tabs
 
 } // namespace
 
@@ -39,11 +46,12 @@ void frmMain::showSitesList(bool visible) {
 void frmMain::layoutWindow() {
     const QRect area = centralWidget()->rect();
     const bool withList = showSitesList_->isChecked();
+    const SplitterLayout shown = splitterWithin(splitter_, barWidth, unitsFromPixels(area.width()));
     lvwSites_->setVisible(withList);
     imgSplit_->setVisible(withList);
-    lvwSites_->setGeometry(0, 0, pixelsFromUnits(splitter_.listWidth), area.height());
-    imgSplit_->setGeometry(pixelsFromUnits(splitter_.barLeft), 0, pixelsFromUnits(barWidth), area.height());
-    const int tabLeft = withList ? pixelsFromUnits(splitter_.tabLeft) : 0;
+    lvwSites_->setGeometry(0, 0, pixelsFromUnits(shown.listWidth), area.height());
+    imgSplit_->setGeometry(pixelsFromUnits(shown.barLeft), 0, pixelsFromUnits(barWidth), area.height());
+    const int tabLeft = withList ? pixelsFromUnits(shown.tabLeft) : 0;
     tabMain_->setGeometry(tabLeft, 0, area.width() - tabLeft, area.height());
     noSites_->setGeometry(tabMain_->geometry());
 }
@@ -57,12 +65,13 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
 
 bool frmMain::dragSplitter(const QEvent& event) {
     const auto x = [&event] { return static_cast<const QMouseEvent&>(event).position().x() * unitsPerPixel; };
+    const int windowWidth = unitsFromPixels(centralWidget()->width());
     switch (event.type()) {
     case QEvent::MouseButtonPress:
-        splitter_ = splitterPressed(splitter_, x());
+        splitter_ = splitterPressed(splitterWithin(splitter_, barWidth, windowWidth), x());
         return true;
     case QEvent::MouseMove:
-        splitter_ = splitterMoved(splitter_, x(), barWidth, unitsFromPixels(centralWidget()->width()));
+        splitter_ = splitterMoved(splitter_, x(), barWidth, windowWidth);
         break;
     case QEvent::MouseButtonRelease:
         splitter_ = splitterReleased(splitter_);
@@ -74,6 +83,31 @@ bool frmMain::dragSplitter(const QEvent& event) {
     return true;
 }
 
+// The window's geometry in its normal state, for the store.
+void frmMain::rememberGeometry() {
+    WindowState& state = program_.windowState();
+    const QRect geometry = normalGeometry();
+    state.window_left = unitsFromPixels(geometry.left());
+    state.window_top = unitsFromPixels(geometry.top());
+    state.window_width = unitsFromPixels(geometry.width());
+    state.window_height = unitsFromPixels(geometry.height());
+}
+
+// Puts the window where the store says, or as near to it as the screens of today allow.
+void frmMain::placeWindow() {
+    std::vector<Rectangle> screens;
+    for (const QScreen* const screen : QGuiApplication::screens()) {
+        const QRect area = screen->availableGeometry();
+        screens.push_back({unitsFromPixels(area.left()), unitsFromPixels(area.top()),
+                           unitsFromPixels(area.width()), unitsFromPixels(area.height())});
+    }
+    const WindowState& state = program_.windowState();
+    const Rectangle place = placedOnScreens(
+        {state.window_left, state.window_top, state.window_width, state.window_height}, screens, windowGrip);
+    setGeometry(pixelsFromUnits(place.left), pixelsFromUnits(place.top), pixelsFromUnits(place.width),
+                pixelsFromUnits(place.height));
+}
+
 void frmMain::applyWindowState() {
     const WindowState& state = program_.windowState();
     const bool isReport = state.sites_list_viewmode != static_cast<std::int32_t>(SitesView::icons);
@@ -82,10 +116,8 @@ void frmMain::applyWindowState() {
         splitterAt(std::max(0, isReport ? state.splitbar_left_wide : state.splitbar_left_narrow), barWidth);
     showSitesList_->setChecked(state.show_sites_list);
     tabMain_->setCurrentIndex(std::clamp(state.selected_tab, 1, tabMain_->count()) - 1);
-    if (state.window_width > 0 && state.window_height > 0) {
-        setGeometry(pixelsFromUnits(state.window_left), pixelsFromUnits(state.window_top),
-                    pixelsFromUnits(state.window_width), pixelsFromUnits(state.window_height));
-    }
+    settings_->chkAlwaysOnTop().setChecked(state.always_on_top);
+    placeWindow();
     switch (static_cast<WindowMode>(state.window_state)) {
     case WindowMode::normal:
         show();
@@ -106,13 +138,12 @@ void frmMain::gatherWindowState() {
     state.window_state = static_cast<std::int32_t>(isMinimized()   ? WindowMode::minimised
                                                    : isMaximized() ? WindowMode::maximised
                                                                    : WindowMode::normal);
-    const QRect geometry = normalGeometry();
-    state.window_left = unitsFromPixels(geometry.left());
-    state.window_top = unitsFromPixels(geometry.top());
-    state.window_width = unitsFromPixels(geometry.width());
-    state.window_height = unitsFromPixels(geometry.height());
+    rememberGeometry();
     (lvwSites_->isReportView() ? state.splitbar_left_wide : state.splitbar_left_narrow) = splitter_.listWidth;
+    state.sites_list_viewmode =
+        static_cast<std::int32_t>(lvwSites_->isReportView() ? SitesView::report : SitesView::icons);
     state.selected_tab = tabMain_->currentIndex() + 1;
+    state.always_on_top = settings_->chkAlwaysOnTop().isChecked();
 }
 
 } // namespace corvel

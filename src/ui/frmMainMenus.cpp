@@ -1,7 +1,11 @@
 #include "config/qt/frmSitesAddEdit.h"
+#include "ui/AboutBox.h"
 #include "ui/frmMain.h"
+#include "ui/SettingsPanel.h"
+#include "widgets/ElementName.h"
 #include "widgets/TextConversion.h"
 
+#include <QCheckBox>
 #include <QMenuBar>
 #include <QTabWidget>
 
@@ -12,6 +16,16 @@
 namespace corvel {
 
 void frmMain::createMenus() {
+    createSitesMenu();
+    createViewMenu();
+    QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    QAction* const about = help->addAction(tr("&About Corvel"));
+    about->setObjectName(QStringLiteral("mnuHelpAbout"));
+    about->setMenuRole(QAction::AboutRole);
+    connect(about, &QAction::triggered, this, [this] { openAboutBox(*this); });
+}
+
+void frmMain::createSitesMenu() {
     struct Entry {
         const char* caption; // null: a separator
     };
@@ -38,13 +52,31 @@ void frmMain::createMenus() {
     }
     connect(lvwSites_, &SitesList::menuRequested, this,
             [this](const QPoint& position) { mnuListSites_->popup(position); });
+}
 
+void frmMain::createViewMenu() {
     QMenu* const view = menuBar()->addMenu(tr("&View"));
     showSitesList_ = view->addAction(tr("&Sites list"));
     showSitesList_->setObjectName(QStringLiteral("mnuViewSitesList"));
     showSitesList_->setCheckable(true);
     showSitesList_->setShortcut(Qt::Key_F9);
     connect(showSitesList_, &QAction::toggled, this, &frmMain::showSitesList);
+    // The box on the settings tab is out of reach while there is no site.
+    QAction* const onTop = view->addAction(tr("&Always on top"));
+    onTop->setObjectName(QStringLiteral("mnuViewAlwaysOnTop"));
+    onTop->setCheckable(true);
+    connect(onTop, &QAction::toggled, &settings_->chkAlwaysOnTop(), &QCheckBox::setChecked);
+    connect(&settings_->chkAlwaysOnTop(), &QCheckBox::toggled, onTop, &QAction::setChecked);
+    QAction* const settings = view->addAction(tr("S&ettings..."));
+    settings->setObjectName(QStringLiteral("mnuViewSettings"));
+    connect(settings, &QAction::triggered, this, &frmMain::openSettings);
+    view->addSeparator();
+    for (int tab = 0; tab < tabMain_->count(); ++tab) {
+        QAction* const action = view->addAction(tabMain_->tabIcon(tab), tabMain_->tabText(tab));
+        action->setObjectName(elementName("mnuViewTab", tab));
+        action->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + tab)));
+        connect(action, &QAction::triggered, this, [this, tab] { tabMain_->setCurrentIndex(tab); });
+    }
     view->addSeparator();
     const auto addTabStep = [this, view](const QString& caption, const QList<QKeySequence>& shortcuts,
                                          int step) {

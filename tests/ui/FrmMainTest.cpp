@@ -93,15 +93,15 @@ TEST(FrmMain, KeepsTheBytesOfAnOldFile) {
 TEST(FrmMain, RemembersItsState) {
     WindowDriver driver(oneSite);
     driver.find<QTabWidget>("tabMain").setCurrentIndex(4);
-    driver.window->setGeometry(40, 30, 910, 620);
+    driver.window->setGeometry(40, 30, 710, 620);
     driver.find<QAction>("mnuViewSitesList").trigger();
     EXPECT_FALSE(driver.find<QWidget>("lvwSites").isVisible());
     driver.restart();
     EXPECT_EQ(driver.find<QTabWidget>("tabMain").currentIndex(), 4);
     EXPECT_FALSE(driver.find<QWidget>("lvwSites").isVisible());
-    EXPECT_EQ(driver.window->size(), QSize(910, 620));
+    EXPECT_EQ(driver.window->geometry(), QRect(40, 30, 710, 620));
     EXPECT_EQ(driver.store.value("selected_tab"), "5");
-    EXPECT_EQ(driver.store.value("window_width"), "13650");
+    EXPECT_EQ(driver.store.value("window_width"), "10650");
 }
 
 TEST(FrmMain, StartsFromTheDefaultsWithAWrongStore) {
@@ -109,11 +109,16 @@ TEST(FrmMain, StartsFromTheDefaultsWithAWrongStore) {
     driver.store.setValue("selected_tab", "99");
     driver.store.setValue("sites_list_viewmode", "seven");
     driver.store.setValue("splitbar_left_wide", "-5");
+    driver.store.setValue("window_left", "900000"); // on a screen that is gone
+    driver.store.setValue("window_top", "wide");
+    driver.store.setValue("window_width", "10650");
     driver.window = std::make_unique<frmMain>(driver.store, driver.directory.path());
     driver.window->start();
     EXPECT_EQ(driver.find<QTabWidget>("tabMain").currentIndex(), 0);
     EXPECT_EQ(driver.find<QWidget>("lvwSites").width(), 100);
     EXPECT_TRUE(driver.find<SitesList>("lvwSites").isReportView());
+    EXPECT_EQ(driver.window->width(), 710);
+    EXPECT_TRUE(driver.window->screen()->availableGeometry().contains(driver.window->geometry()));
 }
 
 TEST(FrmMain, SplitterFollowsTheMouseToTheMiddle) {

@@ -33,6 +33,7 @@ void ConsolePanel::addSite(int site) {
     const Settings& settings = program_.settings();
     log->setLogFont(fromCore(settings.textbox_fontname), settings.textbox_fontsize.value_or(0));
     QLineEdit* const command = createCommandLine(site);
+    commandLines_.push_back(command);
     auto* const label = new QLabel(tr("Co&mmand:"));
     label->setBuddy(command);
 

@@ -45,8 +45,13 @@ class ConsolePanel : public LogPages {
     // The log's font is the one that settings.ini names, if any.
     void addSite(int site);
 
+    // The site's command line.
+    QLineEdit& txtSendFTP(int site) { return *commandLines_[static_cast<std::size_t>(site)]; }
+
   private:
     QLineEdit* createCommandLine(int site);
+
+    std::vector<QLineEdit*> commandLines_{nullptr}; // element 0 belongs to no site
 };
 
 // The command-results tab: for every site its log txtCmdResults.

@@ -1,0 +1,67 @@
+#include "ui/SettingsPanel.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace corvel {
+
+namespace {
+
+// A button with its explanation beside it.
+QPushButton* addButton(QGridLayout& layout, const char* name, const QString& caption,
+                       const QString& explanation) {
+    auto* const button = new QPushButton(caption);
+    button->setObjectName(QLatin1String(name));
+    button->setAccessibleDescription(explanation);
+    auto* const label = new QLabel(explanation);
+    label->setWordWrap(true);
+    const int row = layout.rowCount();
+    layout.addWidget(button, row, 0);
+    layout.addWidget(label, row, 1);
+    layout.setColumnStretch(1, 1);
+    return button;
+}
+
+} // namespace
+
+SettingsPanel::SettingsPanel(mdlMain& program, QWidget* parent) : QWidget(parent) {
+    auto* const window = new QGroupBox(tr("Window"));
+    auto* const ofWindow = new QGridLayout(window);
+    chkAlwaysOnTop_ = new QCheckBox(tr("&Always on top"));
+    chkAlwaysOnTop_->setObjectName(QStringLiteral("chkAlwaysOnTop"));
+    ofWindow->addWidget(chkAlwaysOnTop_, 0, 0, 1, 2);
+    QPushButton* const settings = addButton(*ofWindow, "cmdSettings", tr("S&ettings..."),
+                                            tr("The columns and colors of the activity list."));
+    connect(settings, &QPushButton::clicked, this, &SettingsPanel::settingsWanted);
+
+    auto* const server = new QGroupBox(tr("Server"));
+    auto* const ofServer = new QGridLayout(server);
+    QPushButton* const rehash = addButton(*ofServer, "cmdConfigRehash", tr("&Rehash config"),
+                                          tr("Makes the server read its configuration again."));
+    connect(rehash, &QPushButton::clicked, this,
+            [&program] { program.sendConsoleCommand(program.currentSite(), "SITE config rehash"); });
+    QPushButton* const test =
+        addButton(*ofServer, "Command1", tr("Load &test"),
+                  tr("Sends a test command over and over, for as long as \"Always on top\" is checked."));
+    connect(test, &QPushButton::clicked, this, &SettingsPanel::testWanted);
+
+    int widest = 0;
+    for (QPushButton* const button : {settings, rehash, test}) {
+        widest = std::max(widest, button->sizeHint().width() + fontMetrics().averageCharWidth() * 2);
+    }
+    for (QPushButton* const button : {settings, rehash, test}) {
+        button->setMinimumWidth(widest);
+    }
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(window);
+    layout->addWidget(server);
+    layout->addStretch(1);
+}
+
+} // namespace corvel
