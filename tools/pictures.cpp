@@ -72,6 +72,7 @@ class Photographer {
         userDialogs();
         groupDialogs();
         siteDialog();
+        windowDialogs();
     }
 
   private:
@@ -163,6 +164,11 @@ class Photographer {
 
     void siteDialog() {
         dialog("frmSitesAddEdit", [&] { driver_.chooseSitesMenu(3); });
+    }
+
+    void windowDialogs() {
+        dialog("frmSettings", [&] { press("cmdSettings"); });
+        dialog("about", [&] { driver_.find<QAction>("mnuHelpAbout").trigger(); });
     }
 
     QDir directory_;
