@@ -4,6 +4,7 @@
 #include "net/qt/wSock.h"
 #include "ui/SettingsPanel.h"
 #include "widgets/Icons.h"
+#include "widgets/ScrollPage.h"
 #include "widgets/TextConversion.h"
 
 #include <QCloseEvent>
@@ -55,6 +56,7 @@ frmMain::frmMain(StateStore& store, const std::string& directory)
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Corvel"));
     setWindowIcon(icon("corvel"));
+    setMinimumSize(480, 320);
     resize(1000, 640);
     move(screen()->availableGeometry().center() - rect().center());
     createPanels();
@@ -134,8 +136,9 @@ void frmMain::createPanels() {
     tabMain_ = new QTabWidget(area);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
     // In the order of the tabs; one of them is still empty.
-    const std::array<QWidget*, tabs.size()> panels = {console_, new QWidget, browser_,  stats_,
-                                                      users_,   groups_,     settings_, results_};
+    const std::array<QWidget*, tabs.size()> panels = {
+        console_,  new QWidget, browser_, stats_, newScrollPage(*users_), newScrollPage(*groups_),
+        settings_, results_};
     for (std::size_t i = 0; i < tabs.size(); ++i) {
         panels[i]->setObjectName(QLatin1String(tabs[i].key));
         tabMain_->addTab(panels[i], images_.image(tabs[i].icon), tr(tabs[i].caption));
