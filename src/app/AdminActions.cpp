@@ -156,13 +156,13 @@ void AdminActions::reloadGroupfile(int site) {
 }
 
 void AdminActions::saveUser(int site, const UserForm& form) {
-    const SiteSession& session = at(sites_, site).session;
     const int index = editedUser(site, form.txtUserUID);
     if (index < 0) {
         return;
     }
-    const clsUser& user = session.Users[static_cast<std::size_t>(index)];
-    const std::optional<std::string> question = masterQuestion(user.sFlags, form.txtUserFlags);
+    const clsUser& user = at(sites_, site).session.Users[static_cast<std::size_t>(index)];
+    const std::optional<std::string> question =
+        user.got_info ? masterQuestion(user.sFlags, form.txtUserFlags) : std::nullopt;
     if (!question) {
         saveUser(site, form, true);
         return;
@@ -221,15 +221,17 @@ void AdminActions::resetPassword(int site, const UserForm& form) {
     if (!prompt) {
         return;
     }
-    prompts_.AskText(prompt->sTitle, prompt->sPrompt, [this, site, form](std::optional<std::string> answer) {
-        const int index = editedUser(site, form.txtUserUID);
-        if (!answer || index < 0) {
-            return;
-        }
-        const SiteSession& session = at(sites_, site).session;
-        const std::string password = fromUtf8(*answer, session.encoding).value_or(*answer);
-        send(site, passwordCommands(session.Users[static_cast<std::size_t>(index)], form, password, index));
-    });
+    prompts_.AskPassword(
+        prompt->sTitle, prompt->sPrompt, [this, site, form](std::optional<std::string> answer) {
+            const int index = editedUser(site, form.txtUserUID);
+            if (!answer || index < 0) {
+                return;
+            }
+            const SiteSession& session = at(sites_, site).session;
+            const std::string password = fromUtf8(*answer, session.encoding).value_or(*answer);
+            send(site,
+                 passwordCommands(session.Users[static_cast<std::size_t>(index)], form, password, index));
+        });
 }
 
 void AdminActions::send(int site, const std::vector<Command>& commands) {

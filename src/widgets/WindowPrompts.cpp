@@ -21,6 +21,25 @@ QString boxText(const std::string& text) {
     return QString::fromStdString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
 }
 
+QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std::string& prompt,
+                           QLineEdit::EchoMode echo) {
+    auto* box = new QInputDialog(parent);
+    box->setInputMode(QInputDialog::TextInput);
+    box->setTextEchoMode(echo);
+    box->setWindowTitle(title.empty() ? defaultTitle : boxText(title));
+    box->setLabelText(boxText(prompt));
+    for (QLabel* label : box->findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+    }
+    for (QLineEdit* edit : box->findChildren<QLineEdit*>()) {
+        edit->setValidator(new LineBreakDropper(edit));
+        edit->setAccessibleName(boxText(prompt));
+        // Room for a usual answer, and for the title.
+        edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 40);
+    }
+    return box;
+}
+
 QMessageBox* makeMessageBox(QWidget* parent, const std::string& text, QMessageBox::StandardButtons buttons) {
     auto* box = new QMessageBox(QMessageBox::NoIcon, defaultTitle, {}, buttons, parent);
     // Before the text: the automatic choice would read markup in it.
@@ -60,18 +79,18 @@ void WindowPrompts::AskYesNo(const std::string& question, DefaultAnswer defaultA
 
 void WindowPrompts::AskText(const std::string& title, const std::string& prompt,
                             std::function<void(std::optional<std::string>)> answer) {
-    ask([this, title, prompt, answer = std::move(answer)](QWidget* parent) {
-        auto* box = new QInputDialog(parent);
-        box->setInputMode(QInputDialog::TextInput);
-        box->setWindowTitle(title.empty() ? defaultTitle : boxText(title));
-        box->setLabelText(boxText(prompt));
-        for (QLabel* label : box->findChildren<QLabel*>()) {
-            label->setTextFormat(Qt::PlainText);
-        }
-        for (QLineEdit* edit : box->findChildren<QLineEdit*>()) {
-            edit->setValidator(new LineBreakDropper(edit));
-            edit->setAccessibleName(boxText(prompt));
-        }
+    askInput(title, prompt, QLineEdit::Normal, std::move(answer));
+}
+
+void WindowPrompts::AskPassword(const std::string& title, const std::string& prompt,
+                                std::function<void(std::optional<std::string>)> answer) {
+    askInput(title, prompt, QLineEdit::Password, std::move(answer));
+}
+
+void WindowPrompts::askInput(const std::string& title, const std::string& prompt, QLineEdit::EchoMode echo,
+                             std::function<void(std::optional<std::string>)> answer) {
+    ask([this, title, prompt, echo, answer = std::move(answer)](QWidget* parent) {
+        auto* box = makeInputBox(parent, title, prompt, echo);
         QObject::connect(box, &QDialog::finished, &lifetime_, [box, answer](int result) {
             answer(result == QDialog::Accepted ? std::optional(box->textValue().toStdString())
                                                : std::nullopt);

@@ -2,6 +2,7 @@
 
 #include "common/ports/Prompts.h"
 
+#include <QLineEdit>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -29,12 +30,16 @@ class WindowPrompts : public Prompts {
                   std::function<void(bool)> answer) override;
     void AskText(const std::string& title, const std::string& prompt,
                  std::function<void(std::optional<std::string>)> answer) override;
+    void AskPassword(const std::string& title, const std::string& prompt,
+                     std::function<void(std::optional<std::string>)> answer) override;
 
   private:
     // Makes a box that is not shown yet; its answer is to be given when finished is emitted.
     using MakeBox = std::function<QDialog*(QWidget* parent)>;
 
     void ask(MakeBox makeBox);
+    void askInput(const std::string& title, const std::string& prompt, QLineEdit::EchoMode echo,
+                  std::function<void(std::optional<std::string>)> answer);
     void showNext();
 
     QWidget* parent_;

@@ -66,6 +66,7 @@ TEST(DemoAccountCommands, RefuseAndChangeNothing) {
         {"SITE change bob flags 3-", "550 Bad value for flags."},
         {"SITE change bob homedir relative", "550 *"},
         {"SITE change bob passwd ", "550 *"},
+        {"SITE change bob passwd two words", "550 Bad value for passwd."},
         {"SITE change bob logins 7", "550 *"},
         {"SITE change bob logins 7 gopher", "550 *"},
         {"SITE change bob logins 32768 ftp", "550 *"},

@@ -67,6 +67,11 @@ class RecordingPrompts : public Prompts {
         answer(answers.empty() ? std::nullopt : std::optional(next()));
     }
 
+    void AskPassword(const std::string& title, const std::string& prompt,
+                     std::function<void(std::optional<std::string>)> answer) override {
+        AskText(title, prompt, std::move(answer));
+    }
+
     std::vector<std::string> asked;
     std::deque<std::string> answers;
 

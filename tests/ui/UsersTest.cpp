@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QInputDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -149,7 +150,13 @@ TEST_F(Users, AddressesAndThePasswordReachTheServer) {
     press("cmdUserAddDelIp_1");
     ASSERT_TRUE(waitForIdle());
     EXPECT_EQ(onServer("alice")->masks, std::vector<std::string>{"alice@10.9.*"});
+    box("txtUserIP").setText(u"typed"_s);
+    addresses.setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(box("txtUserIP").text(), u"typed"_s) << "the focus alone picks nothing";
     press("cmdUserResetPWD");
+    auto* const password = driver_->waitForBox<QInputDialog>();
+    ASSERT_NE(password, nullptr);
+    EXPECT_EQ(password->textEchoMode(), QLineEdit::Password);
     driver_->answerText(u"n€wpass"_s);
     EXPECT_TRUE(eventually([&] { return onServer("alice")->password == "n€wpass"; }));
 }

@@ -106,7 +106,7 @@ void UserEditorPanel::setForm(UserForm form, TextEncoding encoding) {
     setGroups(std::move(form_.lvwUserGroups));
     lvwUserSections_->setSource(sourceOf(
         form_.lvwUserSections,
-        {{.header = tr("section")},
+        {{.header = tr("section"), .alignment = Qt::AlignRight},
          {.header = tr("ratio"), .alignment = Qt::AlignRight},
          {.header = tr("credits (MB)"), .alignment = Qt::AlignRight}},
         std::array{&UserSectionRow::sSection, &UserSectionRow::sRatio, &UserSectionRow::sCredits}, encoding));
@@ -159,9 +159,9 @@ void UserEditorPanel::addTexts(QGridLayout& layout) {
     addBox(layout, 1, 2, 1, "txtUserFlags", tr("flags:"), &UserForm::txtUserFlags);
     addBox(layout, 2, 0, whole, "txtUserTagLine", tr("tagline:"), &UserForm::txtUserTagLine);
     addBox(layout, 3, 0, whole, "txtUserHomePath", tr("home:"), &UserForm::txtUserHomePath);
-    addBox(layout, 4, 0, whole, "txtUserVFS", tr("vfs file:"), &UserForm::txtUserVFS);
+    addBox(layout, 4, 0, whole, "txtUserVFS", tr("VFS file:"), &UserForm::txtUserVFS);
     for (BytesEdit* const box : {txtUserUID_, group}) {
-        box->setReadOnly(true);
+        setShownOnly(*box);
         box->setFocusPolicy(Qt::ClickFocus);
     }
 }
@@ -177,8 +177,8 @@ void UserEditorPanel::addLimits(QGridLayout& layout) {
 
 void UserEditorPanel::addLogins(QGridLayout& layout) {
     constexpr int row = 6;
-    constexpr std::array<const char*, 3> services = {QT_TR_NOOP("ftp"), QT_TR_NOOP("telnet"),
-                                                     QT_TR_NOOP("http")};
+    constexpr std::array<const char*, 3> services = {QT_TR_NOOP("FTP"), QT_TR_NOOP("telnet"),
+                                                     QT_TR_NOOP("HTTP")};
     auto* const line = new QHBoxLayout;
     for (std::size_t i = 0; i < services.size(); ++i) {
         auto* const box = new BytesEdit;
@@ -256,8 +256,9 @@ QLayout* UserEditorPanel::createButtons() {
     return layout;
 }
 
+// A row can become the current one without being picked: by the focus that comes to the list.
 void UserEditorPanel::addressPicked(int row) {
-    if (row >= 0 && row < static_cast<int>(form_.lstUserIP.size())) {
+    if (row >= 0 && row < static_cast<int>(form_.lstUserIP.size()) && lstUserIP_->item(row)->isSelected()) {
         txtUserIP_->setText(textOf(form_.lstUserIP[static_cast<std::size_t>(row)], encoding_));
     }
 }

@@ -26,6 +26,10 @@ class Prompts {
     // An input box; answer is called once, with nothing when the person cancels.
     virtual void AskText(const std::string& title, const std::string& prompt,
                          std::function<void(std::optional<std::string>)> answer) = 0;
+
+    // The same for a password, which nobody can read while it is typed.
+    virtual void AskPassword(const std::string& title, const std::string& prompt,
+                             std::function<void(std::optional<std::string>)> answer) = 0;
 };
 
 } // namespace corvel
