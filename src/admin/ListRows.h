@@ -47,7 +47,8 @@ struct TableView {
     ListOrder order;
     std::vector<std::size_t> rows;         // the index of the record in each row
     std::optional<std::int16_t> currentId; // of the record on which the editor acts
-    std::string problem;                   // the server's line where it refused the last table request
+    bool isRead = false;                   // the server has answered a request for the table
+    std::string problem;                   // its line where it refused the last one
 };
 
 // The order after a click on the header of column: by that column, or the other way round on a second click.

@@ -20,6 +20,7 @@ void takeTable(const ReplyServices& services, const Reply& reply, TableReply<std
                std::int16_t Record::*id, std::vector<Record>& table, TableView& view) {
     table = std::move(read.table);
     view.rows = orderedRows(table, view.order, reply.session.encoding);
+    view.isRead = true;
     view.problem = isSuccess(reply) ? std::string_view() : reply.lastLine;
     if (view.currentId && std::ranges::find(table, *view.currentId, id) == table.end()) {
         view.currentId.reset();
@@ -29,17 +30,28 @@ void takeTable(const ReplyServices& services, const Reply& reply, TableReply<std
     }
 }
 
-// The record that the command asked about, or null when the table does not have it in that place any more: a
-// reload may have overtaken the request.
+// Where the record that the command asked about is now: a reload may have overtaken the request and moved it
+// away from the place that the command carries. -1 where the table does not have it any more.
 template <typename Record>
-Record* askedRecord(const Reply& reply, std::vector<Record>& table, std::int16_t Record::*id) {
-    const auto index = static_cast<std::size_t>(reply.session.iCurTag);
-    if (reply.session.iCurTag < 0 || index >= table.size() || isPlaceholder(table[index])) {
-        return nullptr;
+int askedPlace(const Reply& reply, const std::vector<Record>& table, std::int16_t Record::*id) {
+    const int place = reply.session.iCurTag;
+    if (place < 0 || static_cast<std::size_t>(place) >= table.size() || isPlaceholder(table.front())) {
+        return -1;
     }
     const std::string& command = reply.session.sCurCommand;
     const std::string_view asked = std::string_view(command).substr(command.rfind(' ') + 1);
-    return isNumber(asked) && tryInt16(asked) != table[index].*id ? nullptr : &table[index];
+    const std::optional<std::int16_t> askedId = tryInt16(asked);
+    if (!isNumber(asked) || askedId == table[static_cast<std::size_t>(place)].*id) {
+        return place;
+    }
+    const auto found = askedId ? std::ranges::find(table, *askedId, id) : table.end();
+    return found == table.end() ? -1 : static_cast<int>(found - table.begin());
+}
+
+// The status bar shows what the server says instead of details.
+void showRefusal(const ReplyServices& services, const Reply& reply) {
+    reply.session.lastErrorLine = reply.lastLine;
+    services.views.lastErrorChanged(reply.site);
 }
 
 } // namespace
@@ -58,26 +70,32 @@ void groupTableReply(const ReplyServices& services, const Reply& reply) {
 
 void userFileReply(const ReplyServices& services, const Reply& reply) {
     if (!isSuccess(reply)) {
+        showRefusal(services, reply);
         return;
     }
-    if (clsUser* const user = askedRecord(reply, reply.session.Users, &clsUser::iUID)) {
-        user->ParseUserFile(reply.lines);
-        services.views.userShown(reply.site, reply.session.iCurTag);
-    } else {
+    std::vector<clsUser>& users = reply.session.Users;
+    const int place = askedPlace(reply, users, &clsUser::iUID);
+    if (place < 0) {
         reportProblem(services, reply, "the user is not in the table any more");
+        return;
     }
+    users[static_cast<std::size_t>(place)].ParseUserFile(reply.lines);
+    services.views.userShown(reply.site, place);
 }
 
 void groupFileReply(const ReplyServices& services, const Reply& reply) {
     if (!isSuccess(reply)) {
+        showRefusal(services, reply);
         return;
     }
-    if (clsGroup* const group = askedRecord(reply, reply.session.Groups, &clsGroup::iGID)) {
-        group->ParseGroupFile(reply.lines);
-        services.views.groupShown(reply.site, reply.session.iCurTag);
-    } else {
+    std::vector<clsGroup>& groups = reply.session.Groups;
+    const int place = askedPlace(reply, groups, &clsGroup::iGID);
+    if (place < 0) {
         reportProblem(services, reply, "the group is not in the table any more");
+        return;
     }
+    groups[static_cast<std::size_t>(place)].ParseGroupFile(reply.lines);
+    services.views.groupShown(reply.site, place);
 }
 
 } // namespace corvel

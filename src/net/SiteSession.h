@@ -57,7 +57,7 @@ struct SiteSession {
     std::string sBrowserPWD;
 
     TextEncoding encoding = TextEncoding::utf8; // of this connection
-    std::string lastErrorLine;                  // last line of the last reply with a code of 400 or more
+    std::string lastErrorLine;                  // last line of the last reply that refused something
 
     // The three logs, UTF-8.
     LogText consoleLog{25000};

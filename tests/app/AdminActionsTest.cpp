@@ -1,5 +1,6 @@
 #include "app/AdminActions.h"
 
+#include "admin/AddUser.h"
 #include "admin/Batch.h"
 #include "support/ScriptedPeer.h"
 
@@ -151,6 +152,8 @@ TEST(AdminActions, BadDetailsHarmNothing) {
         EXPECT_EQ(program.told("userShown 1 0"), row.isKnown) << row.name;
         EXPECT_EQ(bob.sTagline, row.console.empty() ? "" : "new") << row.name;
         EXPECT_EQ(bob.sName, "bob") << row.name;
+        const bool isRefused = row.console.empty() && !row.isKnown;
+        EXPECT_EQ(program.session(1).lastErrorLine + "\r\n" == row.reply, isRefused) << row.name;
         const std::string line = "Reply to \"" + getBob + "\": " + row.console;
         EXPECT_EQ(program.console(1).find(line) != std::string::npos, !row.console.empty()) << row.name;
     }
@@ -177,6 +180,18 @@ TEST(AdminActions, DetailsOfAnAccountThatIsGoneAreReported) {
                   std::string::npos)
             << name;
     }
+}
+
+TEST(AdminActions, DetailsOfAnAccountThatHasMovedAreStillItsOwn) {
+    Administering program;
+    program.admin().reloadUsers(1);
+    program.admin().openUser(1, aliceRow);
+    program.answer({expect(getUsers), send("200- | 3 | alice | staff | 3\r\n" + userTable), expect(getAlice),
+                    send(aliceFile)},
+                   "moved");
+    EXPECT_TRUE(program.session(1).Users[0].got_info);
+    EXPECT_FALSE(program.session(1).Users[1].got_info) << "bob is in alice's place now";
+    EXPECT_TRUE(program.told("userShown 1 0"));
 }
 
 struct EditCase {
@@ -314,8 +329,11 @@ TEST(AdminActions, ChangesAreNotComparedWithARecordWithoutDetails) {
     const UserForm form = program.bobsForm();
     program.admin().reloadUsers(1);
     program.answer({expect(getUsers), send(userTable)}, "table");
-    program.admin().saveUser(1, form);
+    UserForm master = form;
+    master.txtUserFlags = "3M";
+    program.admin().saveUser(1, master);
     program.answer({}, "save");
+    EXPECT_TRUE(program.prompts.asked.empty());
 }
 
 TEST(AdminActions, SortingMovesRowsAndKeepsTheCurrentAccount) {
@@ -357,6 +375,53 @@ TEST(AdminActions, OneSequenceRunsAtATime) {
     EXPECT_EQ(log.find("-------------[ BEGIN ]-[ BATCH COMMAND ]-------------"), 0U);
     EXPECT_NE(log.find("-------------[ END ]-[ BATCH COMMAND ]-------------"), std::string::npos);
     EXPECT_TRUE(program.admin().startSequence(1, batch)) << "the first one is over";
+}
+
+// What is left of a sequence survives its connection, but nothing of it goes out on the next one: the
+// scripts fail at any line that they do not expect.
+TEST(AdminActions, NothingOfALostSequenceGoesOutLater) {
+    AddUserForm form;
+    form.txtUserName = "eve";
+    form.txtPassword = "secret";
+    form.txtMainGroup = "staff";
+    form.lstUserIP = {"*@*"};
+    const CommandSequence adding = addUserSequence(form);
+    BatchForm ticked;
+    ticked.chkBatchFlags = true;
+    const std::vector<std::string_view> names = {"bob", "alice"};
+    const CommandSequence batch = batchSequence(ticked, names).value();
+    for (const CommandSequence& lost : {adding, batch}) {
+        const std::string next = lost.sBatchLines.substr(0, lost.sBatchLines.find('\r'));
+        for (const bool isAnswered : {true, false}) {
+            Administering program;
+            EXPECT_TRUE(program.admin().startSequence(1, lost));
+            const Script started = {expect(lost.first.sCommand)};
+            program.answer(isAnswered ? started + Script{send(ok), expect(next), hangUp()}
+                                      : started + Script{hangUp()},
+                           "lost");
+            EXPECT_EQ(program.admin().batchProgress(1), "");
+            program.main.connectSite(1);
+            program.answer(loginScript("bob", "secret"), "again");
+            program.admin().reloadUsers(1);
+            program.answer({expect(getUsers), send(userTable)}, "table");
+            EXPECT_TRUE(program.admin().startSequence(1, batch));
+            program.answer({expect("NOOP"), send(ok), expect("site change bob flags "), send(ok),
+                            expect("site change alice flags "), send(ok)},
+                           "another");
+        }
+    }
+}
+
+TEST(AdminActions, ARefusedAccountGetsNoProperties) {
+    Administering program;
+    const CommandSequence adding{"begin",
+                                 LogKind::console,
+                                 "site change eve flags 3\r\n",
+                                 {"SITE gadduser staff eve secret *@*", false, handler::addUser, -1}};
+    EXPECT_TRUE(program.admin().startSequence(1, adding));
+    program.answer({expect(adding.first.sCommand), send("550 no\r\n")}, "refused");
+    EXPECT_EQ(program.session(1).sBatchLines.left(), 0U);
+    EXPECT_EQ(program.commandResults(1).find("END"), std::string::npos);
 }
 
 } // namespace

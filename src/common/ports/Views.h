@@ -29,7 +29,7 @@ class Views {
     virtual void userShown(int site, int index) = 0;
     virtual void groupShown(int site, int index) = 0;
     virtual void sessionReset(int site) = 0;     // the connection has ended; tables and activity are empty
-    virtual void lastErrorChanged(int site) = 0; // the server's last reply with a code of 400 or more
+    virtual void lastErrorChanged(int site) = 0; // what the server refused last
     // A dialog is to open for the row selected in the site's list: the users for copyUser, else the browser.
     // Without one, none opens.
     virtual void dialogWanted(int site, Dialog dialog) = 0;
