@@ -91,6 +91,7 @@ class frmMain : public QMainWindow, public Views {
     void tmrSocketStatus_Timer();
     void showStatus();
     void showActivity();
+    void showBatchProgress();
     static void writeProblems(const std::vector<std::string>& problems);
 
     WindowPrompts prompts_;

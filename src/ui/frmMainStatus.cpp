@@ -12,16 +12,31 @@
 
 namespace corvel {
 
+namespace {
+
+// Sets the text of a label in the status bar, whose tool tip shows it whole.
+void showText(QLabel& label, const QString& text) {
+    if (label.text() != text) {
+        label.setText(text);
+        label.setToolTip(text);
+    }
+}
+
+} // namespace
+
 // Keeps what is seen in step with the sockets and the counters of the sessions.
 void frmMain::tmrSocketStatus_Timer() {
     for (const int site : std::exchange(changedSockets_, {})) {
         const Socket& socket = *program_.site(site).wSock;
         sitesModel_.setState(site - 1, fromCore(SocketStateText(socket)),
                              socket.state() == SocketState::connected);
+        users_->connectionChanged(site);
+        groups_->connectionChanged(site);
         if (site == program_.currentSite()) {
             showStatus();
         }
     }
+    showBatchProgress();
     if (tabMain_->currentWidget() == browser_) {
         browser_->showCounts();
     }
@@ -49,24 +64,22 @@ void frmMain::showStatus() {
     const int site = program_.currentSite();
     QString connection;
     QString error;
-    std::string batch;
     if (site > 0) {
         const SiteConfig& config = program_.site(site).config;
         const SiteSession& session = program_.site(site).session;
         connection = displayTextOf(config.name, encodingOf(config.name)) + QStringLiteral(": ") +
                      fromCore(SocketStateText(*program_.site(site).wSock));
         error = displayTextOf(session.lastErrorLine, session.encoding);
-        batch = program_.admin().batchProgress(site);
     }
-    const auto show = [](QLabel& label, const QString& text) {
-        if (label.text() != text) {
-            label.setText(text);
-            label.setToolTip(text);
-        }
-    };
-    show(*statusConnection_, connection);
-    show(*statusError_, error);
-    show(*statusBatch_, batch.empty() ? QString() : tr("batch: %1").arg(fromCore(batch)));
+    showText(*statusConnection_, connection);
+    showText(*statusError_, error);
+    showBatchProgress();
+}
+
+void frmMain::showBatchProgress() {
+    const int site = program_.currentSite();
+    const std::string progress = site > 0 ? program_.admin().batchProgress(site) : std::string();
+    showText(*statusBatch_, progress.empty() ? QString() : tr("batch: %1").arg(fromCore(progress)));
 }
 
 } // namespace corvel

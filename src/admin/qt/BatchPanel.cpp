@@ -14,6 +14,7 @@ namespace corvel {
 BatchPanel::BatchPanel(Perform perform, QWidget* parent)
     : QWidget(parent), perform_(std::move(perform)), rows_(new QGridLayout(this)) {
     setObjectName(QStringLiteral("picUserBatchContainer"));
+    rows_->setContentsMargins(6, 0, 0, 0); // only the splitter's handle is beside it
     rows_->setColumnStretch(1, 1);
     rows_->addWidget(new QLabel(tr("Change for every selected user:")), 0, 0, 1, 2);
     addRows();

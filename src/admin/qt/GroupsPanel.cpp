@@ -52,12 +52,16 @@ ReportSource listSource(const SiteSession& session) {
 }
 
 // Why a list without rows has none.
-QString emptyListText(const SiteSession& session) {
-    if (!session.groupView.problem.empty()) {
+QString emptyListText(const Site& site) {
+    if (!site.session.groupView.problem.empty()) {
         return GroupsPanel::tr("The server did not send its groups:\n%1")
-            .arg(displayTextOf(session.groupView.problem, session.encoding));
+            .arg(displayTextOf(site.session.groupView.problem, site.session.encoding));
     }
-    return session.bLoggedIn ? GroupsPanel::tr("There are no groups.") : GroupsPanel::tr("Not connected.");
+    if (site.wSock->state() != SocketState::connected) {
+        return GroupsPanel::tr("Not connected.");
+    }
+    return site.session.groupView.isRead ? GroupsPanel::tr("There are no groups.")
+                                         : GroupsPanel::tr("The server has not sent its groups yet.");
 }
 
 } // namespace
@@ -153,7 +157,7 @@ void GroupsPanel::showSite(int site) {
 void GroupsPanel::groupsChanged(int site) {
     ReportView& groups = list(site);
     groups.setSource(listSource(session(site)));
-    groups.setPlaceholder(emptyListText(session(site)));
+    connectionChanged(site);
     groups.fitColumns(0, lastColumn);
     selectCurrent(site);
     if (site != program_.currentSite()) {
@@ -166,6 +170,10 @@ void GroupsPanel::groupsChanged(int site) {
     } else if (isOpen(site)) {
         admin.openGroup(site, admin.currentGroupRow(site));
     }
+}
+
+void GroupsPanel::connectionChanged(int site) {
+    list(site).setPlaceholder(emptyListText(program_.site(site)));
 }
 
 void GroupsPanel::groupsSorted(int site) {
@@ -194,10 +202,21 @@ void GroupsPanel::groupShown(int site, int index) {
 }
 
 void GroupsPanel::keyPressed(int site, int key, int row) {
-    if (key == Qt::Key_Delete) {
-        program_.admin().deleteGroup(site, row);
-    } else if (key == Qt::Key_F5) {
+    switch (key) {
+    case Qt::Key_Delete:
+        // Not the row that only has the focus: nobody has picked it.
+        program_.admin().deleteGroup(site, program_.admin().currentGroupRow(site));
+        break;
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        program_.admin().openGroup(site, row);
+        break;
+    case Qt::Key_F5:
         program_.admin().reloadGroups(site);
+        break;
+    default:
+        break;
     }
 }
 

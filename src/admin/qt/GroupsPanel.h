@@ -29,6 +29,7 @@ class GroupsPanel : public QWidget {
     void setMenu(Menu menu) { menu_ = std::move(menu); }
 
     void addSite(int site);
+    void connectionChanged(int site); // an empty list says so
     void showSite(int site);
     void groupsChanged(int site); // also when the connection has ended
     void groupsSorted(int site);

@@ -74,12 +74,16 @@ ReportSource listSource(const SiteSession& session) {
 }
 
 // Why a list without rows has none.
-QString emptyListText(const SiteSession& session) {
-    if (!session.userView.problem.empty()) {
+QString emptyListText(const Site& site) {
+    if (!site.session.userView.problem.empty()) {
         return UsersPanel::tr("The server did not send its users:\n%1")
-            .arg(displayTextOf(session.userView.problem, session.encoding));
+            .arg(displayTextOf(site.session.userView.problem, site.session.encoding));
     }
-    return session.bLoggedIn ? UsersPanel::tr("There are no users.") : UsersPanel::tr("Not connected.");
+    if (site.wSock->state() != SocketState::connected) {
+        return UsersPanel::tr("Not connected.");
+    }
+    return site.session.userView.isRead ? UsersPanel::tr("There are no users.")
+                                        : UsersPanel::tr("The server has not sent its users yet.");
 }
 
 } // namespace
@@ -195,7 +199,7 @@ void UsersPanel::showSite(int site) {
 void UsersPanel::usersChanged(int site) {
     ReportView& users = list(site);
     users.setSource(listSource(session(site)));
-    users.setPlaceholder(emptyListText(session(site)));
+    connectionChanged(site);
     users.fitColumns(0, lastColumn);
     selectCurrent(site);
     if (site != program_.currentSite()) {
@@ -209,6 +213,10 @@ void UsersPanel::usersChanged(int site) {
     } else if (admin.editedUser(site, editor_->txtUserUID()) >= 0) {
         admin.openUser(site, admin.currentUserRow(site));
     }
+}
+
+void UsersPanel::connectionChanged(int site) {
+    list(site).setPlaceholder(emptyListText(program_.site(site)));
 }
 
 void UsersPanel::usersSorted(int site) {
@@ -240,7 +248,13 @@ void UsersPanel::userShown(int site, int index) {
 void UsersPanel::keyPressed(int site, int key, int row) {
     switch (key) {
     case Qt::Key_Delete:
-        program_.admin().deleteUser(site, row);
+        // Not the row that only has the focus: nobody has picked it.
+        program_.admin().deleteUser(site, program_.admin().currentUserRow(site));
+        break;
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        program_.admin().openUser(site, row);
         break;
     case Qt::Key_Insert:
         cmdUserAdd_Click();
@@ -294,7 +308,8 @@ void UsersPanel::cmdBatchPerform_Click(const BatchForm& form) {
 void UsersPanel::cmdUserEditGroups_Click() {
     const int site = program_.currentSite();
     const int index = site > 0 ? program_.admin().editedUser(site, editor_->txtUserUID()) : -1;
-    if (index >= 0) {
+    // Without its details the record would seem to be in no group.
+    if (index >= 0 && userAt(session(site), index).got_info) {
         openUserGroups(program_, site, index, this);
     }
 }

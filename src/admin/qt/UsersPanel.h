@@ -32,6 +32,7 @@ class UsersPanel : public QWidget {
     void setMenuOpener(std::function<void(int site, const QPoint&)> opener) { openMenu_ = std::move(opener); }
 
     void addSite(int site);
+    void connectionChanged(int site); // an empty list says so
     void showSite(int site);
     void usersChanged(int site); // also when the connection has ended
     void usersSorted(int site);

@@ -7,7 +7,6 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QFormLayout>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -20,6 +19,8 @@
 namespace corvel {
 
 namespace {
+
+constexpr int boxColumns = 6;
 
 // The box selects its text on getting the focus for as long as it holds only that sample.
 void selectSample(OneLineEdit& box, std::string_view sample) {
@@ -54,12 +55,18 @@ frmAddUser::frmAddUser(Opening opening, Accept accept, QWidget* parent)
     boxes_.show(encoding_);
 }
 
-QFormLayout* frmAddUser::createAccount() {
-    auto* const layout = new QFormLayout;
-    layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+// Captions stand in the even columns, boxes in the odd ones; a text reaches across all of them.
+QLayout* frmAddUser::createAccount() {
+    auto* const layout = new QGridLayout;
+    layout->setColumnStretch(boxColumns - 1, 1);
+    const auto addRow = [layout](QWidget& box, const char* name, const QString& caption) {
+        const int row = layout->rowCount();
+        layout->addWidget(labelFor(box, name, caption), row, 0);
+        layout->addWidget(&box, row, 1, 1, boxColumns - 1);
+    };
     const auto addText = [&](std::string& member, const char* name, const QString& caption) {
         BytesEdit* const box = boxes_.add(member);
-        layout->addRow(labelFor(*box, name, caption), box);
+        addRow(*box, name, caption);
         return box;
     };
     addText(form_.txtUserName, "txtUserName", tr("User &name:"));
@@ -70,34 +77,31 @@ QFormLayout* frmAddUser::createAccount() {
     }
     txtMainGroup_->setCurrentIndex(-1);
     connect(txtMainGroup_, &QComboBox::currentIndexChanged, this, &frmAddUser::mainGroupChanged);
-    layout->addRow(labelFor(*txtMainGroup_, "txtMainGroup", tr("Main &group:")), txtMainGroup_);
+    addRow(*txtMainGroup_, "txtMainGroup", tr("Main &group:"));
     addText(form_.txtUserFlags, "txtUserFlags", tr("&Flags:"));
     selectSample(*addText(form_.txtUserTagLine, "txtUserTagLine", tr("&Tagline:")), taglinePlaceholder);
-
-    auto* const account = new QHBoxLayout;
-    addNumber(*account, form_.txtUserCredits, "txtUserCredits", tr("&Credits (MB):"));
-    addNumber(*account, form_.txtRatio, "txtRatio", tr("&Ratio:"));
-    auto* const logins = new QHBoxLayout;
-    addNumber(*logins, form_.txtNumOfLogins[0], "txtNumOfLogins_0", tr("FTP logins:"));
-    addNumber(*logins, form_.txtNumOfLogins[1], "txtNumOfLogins_1", tr("telnet:"));
-    addNumber(*logins, form_.txtNumOfLogins[2], "txtNumOfLogins_2", tr("HTTP:"));
-    auto* const speed = new QHBoxLayout;
-    addNumber(*speed, form_.txtUserBwUp, "txtUserBwUp", tr("Upload limit (kB/s):"));
-    addNumber(*speed, form_.txtUserBwDn, "txtUserBwDn", tr("Download:"));
-    for (QHBoxLayout* const row : {account, logins, speed}) {
-        row->addStretch(1);
-        QLayoutItem* const caption = row->takeAt(0);
-        layout->addRow(caption->widget(), row);
-        delete caption;
-    }
+    addNumbers(*layout, {{&form_.txtUserCredits, "txtUserCredits", tr("&Credits (MB):")},
+                         {&form_.txtRatio, "txtRatio", tr("&Ratio:")}});
+    addNumbers(*layout, {{&form_.txtNumOfLogins[0], "txtNumOfLogins_0", tr("FTP logins:")},
+                         {&form_.txtNumOfLogins[1], "txtNumOfLogins_1", tr("telnet:")},
+                         {&form_.txtNumOfLogins[2], "txtNumOfLogins_2", tr("HTTP:")}});
+    addNumbers(*layout, {{&form_.txtUserBwUp, "txtUserBwUp", tr("Upload limit (kB/s):")},
+                         {&form_.txtUserBwDn, "txtUserBwDn", tr("download:")}});
+    layout->setRowStretch(layout->rowCount(), 1);
     return layout;
 }
 
-void frmAddUser::addNumber(QHBoxLayout& row, std::string& member, const char* name, const QString& caption) {
-    BytesEdit* const box = boxes_.add(member);
-    setDigitsWide(*box, 6);
-    row.addWidget(labelFor(*box, name, caption));
-    row.addWidget(box);
+void frmAddUser::addNumbers(QGridLayout& layout, const std::vector<NumberBox>& boxes) {
+    const int row = layout.rowCount();
+    int column = 0;
+    for (const NumberBox& box : boxes) {
+        BytesEdit* const edit = boxes_.add(*box.member);
+        QLabel* const label = labelFor(*edit, box.name, box.caption);
+        setDigitsWide(*edit, 6);
+        layout.addWidget(label, row, column, column == 0 ? Qt::Alignment() : Qt::AlignRight);
+        layout.addWidget(edit, row, column + 1, Qt::AlignLeft);
+        column += 2;
+    }
 }
 
 QLayout* frmAddUser::createGroups() {

@@ -8,10 +8,10 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 class QComboBox;
-class QFormLayout;
-class QHBoxLayout;
+class QGridLayout;
 class QLineEdit;
 class QListWidget;
 
@@ -41,10 +41,17 @@ class frmAddUser : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    QFormLayout* createAccount();
+    // A box for a number in a row of several.
+    struct NumberBox {
+        std::string* member;
+        const char* name;
+        QString caption;
+    };
+
+    QLayout* createAccount();
     QLayout* createGroups();
     QLayout* createMasks();
-    void addNumber(QHBoxLayout& row, std::string& member, const char* name, const QString& caption);
+    void addNumbers(QGridLayout& layout, const std::vector<NumberBox>& boxes);
     void mainGroupChanged(int index);
     void addMasks();
     void deleteMask();

@@ -1,0 +1,201 @@
+#include "admin/qt/frmAddUser.h"
+#include "demo/DemoServer.h"
+#include "ui/WindowDriver.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+using namespace Qt::StringLiterals;
+
+namespace corvel::test {
+namespace {
+
+// Answers every line by itself. The line held gets no answer before release.
+class LineServer : public QTcpServer {
+  public:
+    LineServer() {
+        listen(QHostAddress::LocalHost);
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            client_ = nextPendingConnection();
+            client_->write("220 ready\r\n");
+            connect(client_, &QTcpSocket::readyRead, this, &LineServer::serve);
+        });
+    }
+
+    void release() { client_->write(answerTo(std::exchange(held, {}))); }
+    void hangUp() { client_->disconnectFromHost(); }
+
+    QByteArray other = "200 ok\r\n";
+    std::map<QByteArray, QByteArray> answers = {{"USER u", "331 password\r\n"}, {"PASS p", "230 in\r\n"}};
+    QByteArray held;
+    QByteArrayList lines;
+
+  private:
+    QByteArray answerTo(const QByteArray& line) { return answers.contains(line) ? answers.at(line) : other; }
+    void serve() {
+        while (client_->canReadLine()) {
+            lines.push_back(client_->readLine().chopped(2));
+            if (lines.back() != held) {
+                client_->write(answerTo(lines.back()));
+            }
+        }
+    }
+
+    QTcpSocket* client_ = nullptr;
+};
+
+constexpr const char* userTable = "200- | 1 | ann | staff | 3\r\n200- | 2 | ben | staff | 3\r\n"
+                                  "200- | 3 | cid | staff | 3\r\n200 end\r\n";
+
+// The users tab over a site of such a server.
+class AccountServers : public testing::Test {
+  protected:
+    AccountServers() {
+        server_.answers["SITE CorvelExt usertable"] = userTable;
+        server_.answers["SITE CorvelExt grouptable"] = "200- | 1 | staff | 3\r\n200 end\r\n";
+        EXPECT_TRUE(demo_.listen());
+        driver_ = std::make_unique<WindowDriver>(siteRecord("other", server_.serverPort(), "u", "p") +
+                                                 siteRecord("demo", demo_.port(), "demo", "demo"));
+        driver_->find<QTabWidget>("tabMain").setCurrentIndex(4);
+    }
+
+    bool logIn() {
+        driver_->chooseSitesMenu(0);
+        return eventually([&] { return driver_->session(1).bLoggedIn && driver_->isIdle(1); });
+    }
+    ReportView& list() { return driver_->find<ReportView>("lvwUsers_1"); }
+    void press(const char* button) { QTest::mouseClick(&driver_->find<QPushButton>(button), Qt::LeftButton); }
+    QString progress() { return driver_->find<QLabel>("lblBatchProgress").text(); }
+    QString box(const char* name) { return driver_->find<QLineEdit>(name).text(); }
+    // Starts a batch over the three users of the server, which keeps the line for ben unanswered.
+    void startBatch() {
+        list().selectAll();
+        press("cmdUserBatch");
+        driver_->find<QCheckBox>("chkBatchTagLine").setChecked(true);
+        driver_->find<QLineEdit>("txtBatchTagline").setText(u"hi"_s);
+        server_.held = "site change ben tagline hi";
+        press("cmdBatchPerform");
+        ASSERT_TRUE(eventually([&] { return server_.lines.back() == server_.held; }));
+    }
+
+    LineServer server_;
+    DemoServer demo_{DemoOptions{}};
+    std::unique_ptr<WindowDriver> driver_;
+};
+
+TEST_F(AccountServers, ThatRefuseEverythingAreExplainedAndHarmNothing) {
+    EXPECT_EQ(list().accessibleDescription(), u"Not connected."_s);
+    server_.answers.erase("SITE CorvelExt usertable");
+    server_.answers.erase("SITE CorvelExt grouptable");
+    server_.other = "500 Unknown command.\r\n";
+    ASSERT_TRUE(logIn());
+    EXPECT_EQ(list().accessibleDescription(), u"The server did not send its users:\n500 Unknown command."_s);
+    EXPECT_EQ(driver_->find<ReportView>("lvwGroups_1").accessibleDescription(),
+              u"The server did not send its groups:\n500 Unknown command."_s);
+    const auto sent = server_.lines.size();
+    for (const char* const button : {"cmdUserSaveChanges", "cmdReloadUserfile", "cmdUserResetPWD",
+                                     "cmdUserAddDelIp_0", "cmdUserEditGroups", "cmdUserCopy", "cmdUserBatch",
+                                     "cmdBatchPerform", "cmdGroupSaveChanges", "cmdReloadGroupfile"}) {
+        driver_->find<QPushButton>(button).click();
+    }
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    press("cmdUserReloadTable");
+    ASSERT_TRUE(eventually([&] { return server_.lines.size() > sent && driver_->isIdle(1); }));
+    EXPECT_EQ(server_.lines.size(), sent + 1) << "only the reload goes out";
+    EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr);
+}
+
+TEST_F(AccountServers, ThatAreStillSilentAreWaitedFor) {
+    server_.held = "SITE CorvelExt usertable";
+    driver_->chooseSitesMenu(0);
+    EXPECT_TRUE(eventually(
+        [&] { return list().accessibleDescription() == u"The server has not sent its users yet."_s; }));
+    server_.answers[server_.held] = "200 none\r\n";
+    server_.release();
+    EXPECT_TRUE(eventually([&] { return list().accessibleDescription() == u"There are no users."_s; }));
+}
+
+TEST_F(AccountServers, ShowHowFarTheBatchIsAndRunNoSecondSequence) {
+    ASSERT_TRUE(logIn());
+    EXPECT_EQ(progress(), QString());
+    startBatch();
+    EXPECT_TRUE(eventually([&] { return progress() == u"batch: 2 of 3"_s; }));
+
+    press("cmdUserAdd");
+    auto* const dialog = driver_->waitForBox<frmAddUser>();
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QLineEdit*>(u"txtUserName"_s)->setText(u"new"_s);
+    dialog->findChild<QLineEdit*>(u"txtPassword"_s)->setText(u"secret"_s);
+    dialog->findChild<QComboBox*>(u"txtMainGroup"_s)->setCurrentIndex(0);
+    dialog->findChild<QPushButton*>(u"cmdUserAddDelIp_0"_s)->click();
+    dialog->findChild<QPushButton*>(u"cmdOK"_s)->click();
+    EXPECT_EQ(driver_->answer(QMessageBox::Ok),
+              u"Another sequence of commands is still running on this site."_s);
+    EXPECT_TRUE(dialog->isVisible()) << "what was typed is not lost";
+    QTest::keyClick(dialog, Qt::Key_Escape);
+
+    server_.release();
+    ASSERT_TRUE(eventually([&] { return progress().isEmpty() && driver_->isIdle(1); }));
+    EXPECT_EQ(server_.lines.last(3),
+              (QByteArrayList{"site change ann tagline hi", "site change ben tagline hi",
+                              "site change cid tagline hi"}));
+    EXPECT_TRUE(driver_->find<QPlainTextEdit>("txtCmdResults_1").toPlainText().contains(u"[ END ]"_s));
+}
+
+TEST_F(AccountServers, ThatAreLostInABatchGetNoneOfItLater) {
+    ASSERT_TRUE(logIn());
+    startBatch();
+    server_.held.clear();
+    server_.hangUp();
+    ASSERT_TRUE(eventually([&] { return !driver_->session(1).bLoggedIn && progress().isEmpty(); }));
+    EXPECT_EQ(list().accessibleDescription(), u"Not connected."_s);
+    server_.lines.clear();
+    ASSERT_TRUE(logIn());
+    press("cmdUserReloadTable");
+    ASSERT_TRUE(eventually([&] { return server_.lines.size() > 5 && driver_->isIdle(1); }));
+    for (const QByteArray& line : server_.lines) {
+        EXPECT_FALSE(line.startsWith("site change")) << line.toStdString();
+    }
+}
+
+TEST_F(AccountServers, ThatAnswerLateDoNotTakeTheEditorFromAnother) {
+    ASSERT_TRUE(logIn());
+    server_.held = "SITE CorvelExt userfile 2";
+    server_.answers[server_.held] = "200-tagline | late\r\n200 end\r\n";
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {},
+                      list().visualRect(list().model()->index(1, 0)).center());
+    ASSERT_TRUE(eventually([&] { return server_.lines.back() == server_.held; }));
+    press("cmdUserSaveChanges");
+    press("cmdUserAddDelIp_0");
+    ASSERT_TRUE(driver_->logIn(2));
+    auto& other = driver_->find<ReportView>("lvwUsers_2");
+    QTest::mouseClick(other.viewport(), Qt::LeftButton, {},
+                      other.visualRect(other.model()->index(3, 0)).center());
+    ASSERT_TRUE(eventually([&] { return driver_->isIdle(2) && box("txtUserName") == u"carol"_s; }));
+    server_.release();
+    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
+    EXPECT_EQ(server_.lines.back(), QByteArray("SITE CorvelExt userfile 2")) << "nothing was known to save";
+    EXPECT_EQ(box("txtUserName"), u"carol"_s);
+    driver_->window->program().selectSite(1);
+    EXPECT_EQ(box("txtUserName"), u"ben"_s);
+    EXPECT_EQ(box("txtUserTagLine"), u"late"_s);
+    driver_->window->program().selectSite(2);
+    EXPECT_EQ(box("txtUserName"), u"carol"_s);
+}
+
+} // namespace
+} // namespace corvel::test
