@@ -93,19 +93,5 @@ TEST(AddGroup, RefusesNamesThatNoCommandCanCarry) {
               "This group already exists: \r\nName: crew\r\nDescription: the crew\r\nUsercount: 12");
 }
 
-TEST(AddGroup, SendsTheGroupAndThenItsFields) {
-    const CommandSequence sequence = addGroupSequence({.txtGroupname = "new",
-                                                       .txtGroupdescr = "a new one",
-                                                       .txtGroupGroupslots = "05",
-                                                       .txtGroupLeechslots = "",
-                                                       .txtGroupVFS = "/vfs"});
-    EXPECT_EQ(written({sequence.first}), Texts{"110 tag -1 SITE grpadd new"});
-    EXPECT_EQ(sequence.sBatchLines,
-              "site change new groupslots 5 0\r\nsite change new groupdescription a new one\r\n"
-              "site change new groupvfsfile /vfs\r\n");
-    EXPECT_EQ(sequence.sBegin, "-------------[ BEGIN ]-[ ADDGROUP ]-------------");
-    EXPECT_EQ(sequence.beginLog, LogKind::console);
-}
-
 } // namespace
 } // namespace corvel

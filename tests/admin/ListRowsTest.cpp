@@ -100,10 +100,6 @@ TEST(TableCommands, AreWhatTheServerKnows) {
                "107 SITE DELUSER bob", "106 SITE GRPDEL staff",
                "104 quiet tag 32767 SITE CorvelExt userfile -7", "104 quiet tag -1 SITE CorvelExt userfile 7",
                "105 quiet tag -1 SITE CorvelExt groupfile 3"}));
-    EXPECT_EQ(deleteUserQuestion("bob", "staff"), "Are u sure u want to delete this user:\r\nbob@staff");
-    EXPECT_EQ(deleteGroupQuestion("staff"),
-              "Are u sure u want to delete this group:\r\nstaff\r\n\r\n"
-              "Note: make sure the group has no members, otherwise it can not be deleted");
 }
 
 TEST(TableCommands, ARowIsAskedForOnce) {

@@ -2,7 +2,6 @@
 
 #include "admin/AdminSupport.h"
 #include "admin/ChangeUserGroups.h"
-#include "admin/Sections.h"
 
 #include <gtest/gtest.h>
 
@@ -113,89 +112,11 @@ TEST(UserEditor, SavesWhatDiffersAndNothingElse) {
     }
 }
 
-TEST(UserEditor, ANoKeepsTheFlagsAlone) {
-    UserForm form = InfoToForm(bob(), threeGroups());
-    form.txtUserFlags = "3M";
-    form.txtUserVFS = "v";
-    EXPECT_EQ(written(saveUserCommands(bob(), form, false, 3)),
-              (Texts{"107 SITE change bob vfsfile v", bobReload}));
-}
-
-TEST(UserEditor, MasksAndPassword) {
-    UserForm form = InfoToForm(bob(), threeGroups());
-    form.txtUserIP = "me@1.*";
-    form.txtUserName = "typed";
-    EXPECT_EQ(written(addMaskCommands(bob(), form, 3)), (Texts{"107 SITE addip bob me@1.*", bobReload}));
-    EXPECT_EQ(written(deleteMaskCommands(bob(), form, 3)), (Texts{"107 SITE delip bob me@1.*", bobReload}));
-
-    ASSERT_TRUE(passwordPrompt(form));
-    EXPECT_EQ(passwordPrompt(form)->sTitle, "Change user password");
-    EXPECT_EQ(passwordPrompt(form)->sPrompt, "Enter new password for typed@staff");
-    EXPECT_EQ(written(passwordCommands(bob(), form, "a b", 3)),
-              (Texts{"107 SITE change typed passwd a b", bobReload}));
-    EXPECT_EQ(passwordCommands(bob(), form, "", 3), std::vector<Command>{});
-    form.txtUserName.clear();
-    EXPECT_FALSE(passwordPrompt(form));
-    EXPECT_EQ(passwordCommands(bob(), form, "x", 3), std::vector<Command>{});
-}
-
-TEST(ChangeUserGroups, OpensWithTheGroupsOfTheUser) {
-    const ChangeUserGroupsForm form = changeUserGroupsForm(bob(), threeGroups());
-    EXPECT_EQ(form.lstGroups,
-              (std::vector<SelectableEntry>{{"staff", true}, {"guests", false}, {"crew", true}}));
-    EXPECT_EQ(form.lstGAdmin,
-              (std::vector<SelectableEntry>{{"staff", false}, {"guests", false}, {"crew", true}}));
-    EXPECT_EQ(form.sGroupMarker, " | staff | crew | ");
-    EXPECT_EQ(form.sGadminMarker, " | crew | ");
-
-    const ChangeUserGroupsForm none = changeUserGroupsForm(bob(), emptyGroupTable());
-    EXPECT_TRUE(none.lstGroups.empty() && none.lstGAdmin.empty());
-    EXPECT_EQ(none.sGroupMarker, " | ");
-}
-
-TEST(ChangeUserGroups, SendsGroupsBeforeAdministrators) {
-    ChangeUserGroupsForm form = changeUserGroupsForm(bob(), threeGroups());
-    form.lstGroups[0].bSelected = false;
-    form.lstGAdmin[1].bSelected = true;
-    EXPECT_EQ(written(changeUserGroupsCommands(bob(), form, 3)),
-              (Texts{"107 SITE chgrp bob staff ", "107 SITE change bob admingroup guests", bobReload}));
-}
-
 TEST(ChangeUserGroups, ANameInsideAnotherIsAnotherName) {
     const GroupTable groups =
         ParseGroupTable(1, Lines{"p | 1 | staff | 0", "p | 2 | sta | 0", "p | 4 | ff | 0"}).table;
     const ChangeUserGroupsForm form = changeUserGroupsForm(bob(), groups);
     EXPECT_EQ(written(changeUserGroupsCommands(bob(), form, 3)), Texts{bobReload});
-}
-
-TEST(Sections, SaveComparesTextsAndSendsNumbers) {
-    struct Row {
-        const char* name;
-        std::size_t section;
-        const char* ratio;
-        const char* credits;
-        Texts commands;
-    };
-    const std::vector<Row> rows = {
-        {"ratio first",
-         3,
-         "x",
-         "0.5",
-         {"107 SITE change bob ratio 0 3", "107 SITE change bob credits 512 3", bobReload}},
-        {"written in full",
-         9,
-         "0",
-         "900719925474099.3",
-         {"107 SITE change bob credits 922337203685477683 9", bobReload}},
-    };
-    const std::vector<UserSectionRow> shown = InfoToForm(bob(), threeGroups()).lvwUserSections;
-    for (const Row& row : rows) {
-        SectionsForm form = sectionsForm(shown);
-        ASSERT_EQ(form.lbl[row.section], std::to_string(row.section));
-        form.txtRatio[row.section] = row.ratio;
-        form.txtCredits[row.section] = row.credits;
-        EXPECT_EQ(written(saveSectionsCommands(bob(), shown, form, 3)), row.commands) << row.name;
-    }
 }
 
 } // namespace

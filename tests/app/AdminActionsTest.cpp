@@ -249,11 +249,24 @@ std::vector<EditCase> editCases() {
          {},
          {"SITE delip bob *@*", getBob},
          ""},
-        {"a password",
-         [](auto& p) { p.admin().resetPassword(1, p.bobsForm()); },
+        {"a password for the name in the box",
+         [](auto& p) {
+             UserForm form = p.bobsForm();
+             form.txtUserName = "typed";
+             p.admin().resetPassword(1, form);
+         },
          {"new pass"},
-         {"SITE change bob passwd new pass", getBob},
-         "Enter new password for bob@staff"},
+         {"SITE change typed passwd new pass", getBob},
+         "Enter new password for typed@staff"},
+        {"a password for nobody",
+         [](auto& p) {
+             UserForm form = p.bobsForm();
+             form.txtUserName = "";
+             p.admin().resetPassword(1, form);
+         },
+         {"new pass"},
+         {},
+         ""},
         {"an empty password",
          [](auto& p) { p.admin().resetPassword(1, p.bobsForm()); },
          {""},
@@ -318,7 +331,14 @@ TEST(AdminActions, NothingGoesOutWhileTheBoxesShowAnotherAccount) {
         program.admin().resetPassword(1, form);
         EXPECT_EQ(program.admin().editedUser(1, uid), -1);
     }
-    program.answer({expect(getAlice), send(aliceFile)}, "only the click");
+    program.admin().openGroup(1, 0);
+    program.answer({expect(getAlice), send(aliceFile), expect("SITE CorvelExt groupfile 1"), send(staffFile)},
+                   "only the clicks");
+    GroupForm group = InfoToForm(program.session(1).Groups[0], program.session(1).Users);
+    group.txtGroupname = "meant for staff";
+    program.admin().openGroup(1, 1);
+    program.admin().saveGroup(1, group);
+    program.answer({expect("SITE CorvelExt groupfile 2"), send(staffFile)}, "only the click on a group");
     EXPECT_TRUE(program.prompts.asked.empty());
     EXPECT_EQ(program.admin().editedUser(1, "3"), 1);
 }

@@ -2,6 +2,7 @@
 #include "demo/DemoServer.h"
 #include "ui/WindowDriver.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -9,6 +10,9 @@
 #include <QTabWidget>
 
 #include <gtest/gtest.h>
+
+#include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -61,15 +65,40 @@ class Groups : public testing::Test {
 TEST_F(Groups, AreEditedOnTheServer) {
     ASSERT_EQ(list().model()->rowCount(), 8);
     open(u"staff"_s);
-    EXPECT_GT(driver_->find<ReportView>("lvwGroupMembers").model()->rowCount(), 0);
-    box("txtGroupdescr").setText(u"die Größten"_s);
-    box("txtGroupLeechslots").setText(u"7"_s);
+    const std::array<std::pair<const char*, QString>, 4> fields = {{
+        {"txtGroupdescr", u"die Größten"_s},
+        {"txtGroupGroupslots", u"12"_s},
+        {"txtGroupLeechslots", u"7"_s},
+        {"txtGroupVFS", u"/etc/new.vfs"_s},
+    }};
+    for (const auto& [name, text] : fields) {
+        box(name).setText(text);
+    }
     press("cmdGroupSaveChanges");
     ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
-    reload();
-    open(u"staff"_s);
-    EXPECT_EQ(box("txtGroupdescr").text(), u"die Größten"_s);
-    EXPECT_EQ(box("txtGroupLeechslots").text(), u"7"_s);
+    for (const auto& [name, text] : fields) {
+        EXPECT_EQ(box(name).text(), text) << name << " as the server has it";
+    }
+    const DemoGroup* staff = server_.world().accounts.findGroup("staff");
+    EXPECT_EQ(staff->groupSlots, 12);
+    EXPECT_EQ(staff->leechSlots, 7);
+    EXPECT_EQ(staff->vfsFile, "/etc/new.vfs");
+}
+
+TEST_F(Groups, NameTheirMembersAsTheUserTableDoes) {
+    open(u"friends"_s);
+    auto& members = driver_->find<ReportView>("lvwGroupMembers");
+    const auto member = [&](int column) { return members.model()->index(0, column).data().toString(); };
+    EXPECT_EQ(driver_->find<QLabel>("lblGroupMembers").text(), QString::number(members.model()->rowCount()));
+    EXPECT_EQ(member(0), u"3"_s);
+    EXPECT_EQ(member(1), u"bob"_s);
+    EXPECT_EQ(member(2), u"Yes"_s);
+    box("txtGroupVFS").setText(u"/typed"_s);
+    AdminActions& admin = driver_->window->program().admin();
+    admin.send(1, {{"SITE renuser bob robert"}});
+    admin.reloadUsers(1);
+    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && member(1) == u"robert"_s; }));
+    EXPECT_EQ(box("txtGroupVFS").text(), u"/typed"_s);
 }
 
 TEST_F(Groups, AreAddedRenamedAndDeleted) {

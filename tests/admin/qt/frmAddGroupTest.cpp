@@ -26,12 +26,14 @@ TEST(frmAddGroup, EveryBoxReachesItsCommand) {
     fixture.driver.type("txtGroupname", QStringLiteral("pilots"));
     fixture.driver.type("txtGroupdescr", QStringLiteral("who fly"));
     fixture.driver.type("txtGroupGroupslots", QStringLiteral("7"));
-    fixture.driver.type("txtGroupLeechslots", QStringLiteral("2"));
+    fixture.driver.type("txtGroupLeechslots", QStringLiteral("02"));
     fixture.driver.type("txtGroupVFS", QStringLiteral("/vfs/pilots"));
     fixture.driver.press("txtGroupVFS", Qt::Key_Return);
     EXPECT_FALSE(fixture.dialog.isVisible());
     ASSERT_TRUE(fixture.started);
-    EXPECT_EQ(fixture.started->first.sCommand, "SITE grpadd pilots");
+    EXPECT_EQ(written({fixture.started->first}), Texts{"110 tag -1 SITE grpadd pilots"});
+    EXPECT_EQ(fixture.started->sBegin, "-------------[ BEGIN ]-[ ADDGROUP ]-------------");
+    EXPECT_EQ(fixture.started->beginLog, LogKind::console);
     EXPECT_EQ(fixture.started->sBatchLines, "site change pilots groupslots 7 2\r\n"
                                             "site change pilots groupdescription who fly\r\n"
                                             "site change pilots groupvfsfile /vfs/pilots\r\n");
