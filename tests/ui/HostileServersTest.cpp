@@ -78,7 +78,7 @@ TEST(HostileServers, LeaveTheWindowAndTheOtherSiteAlone) {
         EXPECT_TRUE(eventually([&] {
             return driver.window->program().site(2).wSock->state() == SocketState::closed;
         })) << row.name;
-        EXPECT_TRUE(console.toPlainText().contains(closed)) << row.name;
+        EXPECT_TRUE(eventually([&] { return console.toPlainText().contains(closed); })) << row.name;
         EXPECT_TRUE(driver.session(1).bLoggedIn) << row.name;
         driver.refresh();
         EXPECT_TRUE(driver.waitForRow(u"pub"_s)) << row.name;
