@@ -73,7 +73,7 @@ void showUsers(benchmark::State& state) {
 BENCHMARK(showUsers)->Unit(benchmark::kMillisecond);
 
 // A batch over 5,000 accounts, sent to a server: what a line costs this program in the last tenth, as a
-// multiple of the first tenth. It should stay near 1.
+// multiple of the second. It should stay near 1. (During the first the log of results still fills up.)
 void runBatch(benchmark::State& state) {
     constexpr std::size_t userCount = 5000;
     AccountsWindow accounts(static_cast<int>(userCount));
@@ -97,17 +97,18 @@ void runBatch(benchmark::State& state) {
             return threadSeconds() - start;
         };
         constexpr std::size_t tenth = userCount / 10;
-        first += secondsUntil(userCount - tenth);
+        secondsUntil(userCount - tenth);
+        first += secondsUntil(userCount - 2 * tenth);
         secondsUntil(tenth);
         last += secondsUntil(0);
         while (accounts.session().bAwaitingReply) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
     }
-    state.counters["times_first"] = last / first;
+    state.counters["times_second_tenth"] = last / first;
     state.counters["us_per_line"] = 1e6 * last / static_cast<double>(state.iterations()) / (userCount / 10);
 }
-BENCHMARK(runBatch)->Iterations(3)->Unit(benchmark::kMillisecond);
+BENCHMARK(runBatch)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace corvel
