@@ -22,6 +22,23 @@ bool isTopmost(const QWidget& window) {
     return window.isVisible() && window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
 }
 
+// The names of what the tab key goes to, one after the other from what has the focus first.
+std::string stopsOfTab(QDialog& dialog) {
+    QStringList names;
+    QWidget* const first = dialog.focusWidget();
+    for (QWidget* next = first; next != nullptr && names.size() < 100;) {
+        if ((next->focusPolicy() & Qt::TabFocus) && next->isEnabled() &&
+            !next->objectName().startsWith(u"qt_")) {
+            names += next->objectName();
+        }
+        next = next->nextInFocusChain();
+        if (next == first) {
+            break;
+        }
+    }
+    return names.join(u' ').toStdString();
+}
+
 class SettingsTab : public testing::Test {
   protected:
     SettingsTab() {
@@ -62,7 +79,12 @@ class SettingsTab : public testing::Test {
 
 TEST_F(SettingsTab, TheDialogChangesColumnsAndColors) {
     press("cmdSettings");
-    ASSERT_NE(driver_->waitForBox<frmSettings>(), nullptr);
+    auto* const dialog = driver_->waitForBox<frmSettings>();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(stopsOfTab(*dialog),
+              "lvwAL cmdLvwMove_0 cmdLvwMove_1 chkALUseColors cmdColorPickers_0 cmdColorPickers_1 "
+              "cmdColorPickers_2 cmdColorPickers_3 cmdColorPickers_4 cmdColorPickers_5 txtSSLHost "
+              "txtSSLPort cmdSave cmdClose");
     EXPECT_EQ(list().model()->rowCount(), 16);
     EXPECT_EQ(column(0), u"x 2 cid Yes"_s);
     EXPECT_EQ(column(15), u"x 17 session time Yes"_s);

@@ -49,6 +49,7 @@ frmSettings::frmSettings(SettingsForm form, Accept accept, QWidget* parent)
     : QDialog(parent), form_(std::move(form)), accept_(std::move(accept)) {
     setObjectName(QStringLiteral("frmSettings"));
     setWindowTitle(tr("Settings"));
+    QGroupBox* const columns = createColumns();
     auto* const right = new QVBoxLayout;
     right->addWidget(createColors());
     right->addWidget(createTunnelor());
@@ -58,7 +59,7 @@ frmSettings::frmSettings(SettingsForm form, Accept accept, QWidget* parent)
     right->addWidget(note);
     right->addStretch(1);
     auto* const halves = new QHBoxLayout;
-    halves->addWidget(createColumns(), 1);
+    halves->addWidget(columns, 1);
     halves->addLayout(right);
 
     auto* const buttons = new QDialogButtonBox;
@@ -75,6 +76,7 @@ frmSettings::frmSettings(SettingsForm form, Accept accept, QWidget* parent)
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(halves, 1);
     layout->addWidget(buttons);
+    lvwAL_->setFocus();
 }
 
 QGroupBox* frmSettings::createColumns() {
