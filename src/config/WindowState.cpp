@@ -24,13 +24,19 @@ struct StateKey {
     bool isGeometry = false;
 };
 
-constexpr std::int32_t longest = std::numeric_limits<std::int32_t>::max();
+// A million pixels: more than any desktop has, and far from where sums of lengths would overflow.
+constexpr std::int32_t longest = 15'000'000;
 constexpr std::int32_t white = 0xFFFFFF;
 constexpr std::int32_t red = 0x0000FF;
 constexpr std::int32_t blue = 0xFF0000;
 
 constexpr StateKey edge(std::string_view key, Place place) {
-    return {.key = key, .fallback = 0, .place = place, .isGeometry = true};
+    return {.key = key,
+            .fallback = 0,
+            .place = place,
+            .lowest = -longest,
+            .highest = longest,
+            .isGeometry = true};
 }
 
 constexpr StateKey size(std::string_view key, Place place) {

@@ -96,6 +96,8 @@ TEST(WindowState, ReportsAndDefaultsWhatCannotBeUsed) {
     const std::vector<Row> rows = {
         {"window_left", "", "\"\" is no number"},
         {"window_width", "0", "\"0\" is no value for this key"},
+        {"window_top", "-15000001", "\"-15000001\" is no value for this key"},
+        {"splitbar_left_wide", "2147483647", "\"2147483647\" is no value for this key"},
         {"window_state", "2x", "\"2x\" is no number"},
         {"selected_tab", "99999999999", "\"99999999999\" is no value for this key"},
         {"show_sites_list", "yes", "\"yes\" is no number"},
