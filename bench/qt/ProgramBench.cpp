@@ -49,5 +49,42 @@ void idle(benchmark::State& state) {
 }
 BENCHMARK(idle)->Iterations(1)->Unit(benchmark::kMillisecond);
 
+// A tick with 100 sites of which nothing is new, with the browser's counters in sight, beside one look at
+// every socket and every session. It should stay below 50 microseconds.
+void tick(benchmark::State& state) {
+    const auto directory = directoryOf(100, 1);
+    MemoryStore store = normalWindow();
+    store.setValue("selected_tab", "3");
+    frmMain window(store, directory->path().toStdString());
+    window.start();
+    auto& timer = *window.findChild<QTimer*>(QStringLiteral("tmrSocketStatus"));
+    while (window.program().site(100).wSock->state() != SocketState::closed) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    timer.stop();
+    const auto tickOnce = [&timer] { QMetaObject::invokeMethod(&timer, "timeout"); };
+    tickOnce();
+    for ([[maybe_unused]] auto iteration : state) {
+        tickOnce();
+    }
+}
+BENCHMARK(tick)->Unit(benchmark::kMicrosecond);
+
+void lookAtEverySite(benchmark::State& state) {
+    const auto directory = directoryOf(100, 1);
+    MemoryStore store = normalWindow();
+    frmMain window(store, directory->path().toStdString());
+    window.start();
+    for ([[maybe_unused]] auto iteration : state) {
+        int seen = 0;
+        for (int site = 1; site <= window.program().siteCount(); ++site) {
+            const Site& looked = window.program().site(site);
+            seen += static_cast<int>(looked.wSock->state()) + looked.session.activity.idlers;
+        }
+        benchmark::DoNotOptimize(seen);
+    }
+}
+BENCHMARK(lookAtEverySite)->Unit(benchmark::kMicrosecond);
+
 } // namespace
 } // namespace corvel

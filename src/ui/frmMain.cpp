@@ -8,6 +8,7 @@
 #include "widgets/TextConversion.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QScreen>
 #include <QStatusBar>
@@ -76,6 +77,7 @@ void frmMain::start() {
     writeProblems(program_.LoadSettingsFile());
     showImages();
     applyWindowState();
+    createTray();
     program_.LoadSites();
     program_.selectSite(std::min(1, program_.siteCount()));
     showCurrentSite();
@@ -278,7 +280,11 @@ void frmMain::closeEvent(QCloseEvent* event) {
     program_.SaveSites();
     gatherWindowState();
     program_.SaveWindowState();
+    tray_.TrayDelete();
     event->accept();
+    if (!isVisible()) {
+        QCoreApplication::quit(); // by itself it would end with a window that is seen to close
+    }
 }
 
 void frmMain::writeProblems(const std::vector<std::string>& problems) {

@@ -6,6 +6,7 @@
 #include "app/SplitterDrag.h"
 #include "browser/qt/BrowserPanel.h"
 #include "net/qt/ConsolePanel.h"
+#include "net/qt/mdlTrayIcon.h"
 #include "net/qt/QtClock.h"
 #include "net/qt/SitesList.h"
 #include "net/qt/StatsPanel.h"
@@ -92,6 +93,7 @@ class frmMain : public QMainWindow, public Views {
     void showStatus();
     void showActivity();
     void showBatchProgress();
+    void createTray();
     static void writeProblems(const std::vector<std::string>& problems);
 
     WindowPrompts prompts_;
@@ -119,6 +121,7 @@ class frmMain : public QMainWindow, public Views {
     QLabel* statusBatch_ = nullptr;
     QTimer* tmrSocketStatus_ = nullptr;
 
+    mdlTrayIcon tray_{this};
     std::optional<Status> shownStatus_;
     SplitterLayout splitter_;
     std::set<int> changedSockets_; // sites whose row is to be looked at by the next tick

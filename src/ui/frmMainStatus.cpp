@@ -1,3 +1,5 @@
+#include "net/qt/BringToFront.h"
+#include "net/qt/MinimizeToTray.h"
 #include "net/SocketStateText.h"
 #include "ui/frmMain.h"
 #include "widgets/TextConversion.h"
@@ -7,8 +9,8 @@
 
 #include <utility>
 
-// What the window shows of its connections: sites list, counters, statistics, caption, status bar. Nothing is
-// written that has not changed.
+// What the window shows of its connections: sites list, counters, statistics, caption, tray icon, status bar.
+// Nothing is written that has not changed.
 
 namespace corvel {
 
@@ -55,8 +57,31 @@ void frmMain::showActivity() {
     caption.replace(QStringLiteral("[*]"),
                     QStringLiteral("[*][*]")); // alone it would mark a changed document
     setWindowTitle(caption);
+    tray_.TrayModify(
+        images_.image(trayImage(status)),
+        displayTextOf(statusText(status, settings.trayicon_text_online, settings.trayicon_text_offline),
+                      TextEncoding::utf8));
     stats_->showStatus(status);
     shownStatus_ = std::move(status);
+}
+
+// After the window is shown: one that starts minimised stays so, it is not hidden.
+void frmMain::createTray() {
+    shownStatus_.reset();
+    if (program_.settings().show_trayicon) {
+        connect(&tray_, &mdlTrayIcon::clicked, this, [this] { bringToFront(*this); });
+        tray_.TrayAdd(images_.image("tray-idle"), QStringLiteral("Corvel"));
+    }
+    if (program_.settings().minimize_to_tray) {
+        auto* const minimizing = new MinimizeToTray(*this, [this] { return tray_.isShown(); });
+        connect(minimizing, &MinimizeToTray::hidden, this, [this] {
+            bool& isHintGiven = program_.windowState().tray_hint_given;
+            if (!std::exchange(isHintGiven, true)) {
+                tray_.sayOnce(tr("Corvel is still running"),
+                              tr("Click its icon here to bring the window back."));
+            }
+        });
+    }
 }
 
 // The current site's state, and the last thing that its server refused.

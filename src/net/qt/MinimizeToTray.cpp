@@ -1,0 +1,58 @@
+#include "net/qt/MinimizeToTray.h"
+
+#include <QApplication>
+#include <QTimer>
+#include <QWidget>
+#include <QWindowStateChangeEvent>
+
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+constexpr int watchInterval = 1000; // milliseconds between two looks while the window is hidden
+
+} // namespace
+
+MinimizeToTray::MinimizeToTray(QWidget& window, std::function<bool()> canReturn)
+    : QObject(&window), window_(window), canReturn_(std::move(canReturn)), watch_(new QTimer(this)) {
+    watch_->setObjectName(QStringLiteral("tmrTrayWatch"));
+    watch_->setInterval(watchInterval);
+    connect(watch_, &QTimer::timeout, this, &MinimizeToTray::look);
+    window.installEventFilter(this);
+}
+
+bool MinimizeToTray::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::WindowStateChange) {
+        const bool wasMinimized =
+            (static_cast<QWindowStateChangeEvent*>(event)->oldState() & Qt::WindowMinimized) != 0;
+        if (!wasMinimized && window_.isMinimized()) {
+            // The platform is in the middle of minimising; it is let finish first.
+            QMetaObject::invokeMethod(this, &MinimizeToTray::hide, Qt::QueuedConnection);
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+// A dialog would stay behind without its window.
+void MinimizeToTray::hide() {
+    if (window_.isVisible() && window_.isMinimized() && QApplication::activeModalWidget() == nullptr &&
+        canReturn_()) {
+        window_.hide();
+        watch_->start();
+        emit hidden();
+    }
+}
+
+void MinimizeToTray::look() {
+    if (window_.isVisible()) {
+        watch_->stop();
+    } else if (!canReturn_()) {
+        watch_->stop();
+        window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
+        window_.show();
+    }
+}
+
+} // namespace corvel
