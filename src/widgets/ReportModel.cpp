@@ -12,6 +12,14 @@ void ReportModel::setSource(ReportSource source) {
     endResetModel();
 }
 
+void ReportModel::growTo(int rows) {
+    if (rows > source_.rows) {
+        beginInsertRows({}, source_.rows, rows - 1);
+        source_.rows = rows;
+        endInsertRows();
+    }
+}
+
 void ReportModel::refresh(int firstRow, int lastRow) {
     if (firstRow >= 0 && firstRow <= lastRow && lastRow < source_.rows) {
         emit dataChanged(index(firstRow, 0), index(lastRow, columnCount() - 1));

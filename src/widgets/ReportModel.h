@@ -59,6 +59,10 @@ class ReportModel : public QAbstractTableModel {
     // Shows source in place of what there was; one model reset.
     void setSource(ReportSource source);
 
+    // Says that the source has this many rows now, the new ones behind the others. rows: no fewer than
+    // before.
+    void growTo(int rows);
+
     // Says that the cells of these rows read differently now, while the number of rows is still the same.
     void refresh(int firstRow, int lastRow);
 

@@ -81,9 +81,30 @@ void ReportView::setSource(ReportSource source, CurrentRow currentRow) {
 void ReportView::refresh() {
     // Only the rows in sight: the others are not remembered anywhere, and announcing 100,000 of them takes
     // the tree view longer than showing them anew.
-    const int first = indexAt({0, 0}).row();
+    const auto [first, last] = rowsInSight();
+    model_->refresh(first, last);
+}
+
+void ReportView::refreshWhere(const std::function<bool(int row)>& hasChanged) {
+    const auto [first, last] = rowsInSight();
+    for (int row = std::max(first, 0); row <= last; ++row) {
+        if (hasChanged(row)) {
+            model_->refresh(row, row);
+            // Its colour reaches past its cells.
+            const QRect cell = visualRect(model_->index(row, header()->logicalIndex(0)));
+            viewport()->update(0, cell.top(), viewport()->width(), cell.height());
+        }
+    }
+}
+
+void ReportView::growTo(int rows) {
+    model_->growTo(rows);
+}
+
+// The first and the last row of which something is in sight; the first is -1 where there is none.
+std::pair<int, int> ReportView::rowsInSight() const {
     const int last = indexAt({0, viewport()->height() - 1}).row();
-    model_->refresh(first, last >= 0 ? last : model_->rowCount() - 1);
+    return {indexAt({0, 0}).row(), last >= 0 ? last : model_->rowCount() - 1};
 }
 
 int ReportView::currentRow() const {
@@ -114,6 +135,9 @@ std::vector<int> ReportView::selectedRows() const {
 }
 
 void ReportView::setPlaceholder(const QString& text) {
+    if (text == placeholder_) {
+        return;
+    }
     placeholder_ = text;
     setAccessibleDescription(text);
     viewport()->update();

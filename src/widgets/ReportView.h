@@ -4,6 +4,8 @@
 
 #include <QTreeView>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace corvel {
@@ -28,6 +30,13 @@ class ReportView : public QTreeView {
     // Paints again after cells changed in place or rows changed places; the number of rows must be the same.
     // The cost does not depend on the number of rows.
     void refresh();
+
+    // As refresh, for the rows in sight of which hasChanged holds and no others.
+    void refreshWhere(const std::function<bool(int row)>& hasChanged);
+
+    // Shows rows that the source has gained behind its others. rows: how many it has now, no fewer than
+    // before. The current row and the place that is scrolled to stay.
+    void growTo(int rows);
 
     // The row that acts as selected, -1 where there is none. setCurrentRow scrolls to it and announces it;
     // a number that is no row clears the selection.
@@ -87,6 +96,7 @@ class ReportView : public QTreeView {
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
   private:
+    std::pair<int, int> rowsInSight() const;
     int cellWidth(int column, const QString& text) const;
     QStyleOptionViewItem cellOption(int column) const;
     bool isOnCheckBox(const QModelIndex& index, const QPoint& position) const;

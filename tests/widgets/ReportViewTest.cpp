@@ -5,11 +5,13 @@
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QtTest/QTest>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -218,6 +220,29 @@ TEST_F(ReportViewTest, RefreshShowsRowsThatChangedInPlace) {
     EXPECT_GT(painted, 0);
     EXPECT_LT(painted, 500);
     EXPECT_NE(view_.viewport()->grab().toImage(), before);
+}
+
+TEST_F(ReportViewTest, OnlyChangedRowsInSightArePaintedAgain) {
+    std::vector<int> paintedRows;
+    ReportSource changing = source(500);
+    changing.text = [&](int row, int) {
+        paintedRows.push_back(row);
+        return QString();
+    };
+    view_.setSource(changing);
+    view_.setCurrentRow(100);
+    QApplication::processEvents();
+    const int place = view_.verticalScrollBar()->value();
+    paintedRows.clear();
+    view_.refreshWhere([](int row) { return row == 2 || row == 100; });
+    QApplication::processEvents();
+    EXPECT_EQ(std::set<int>(paintedRows.begin(), paintedRows.end()), std::set<int>{100});
+
+    view_.growTo(1000);
+    QApplication::processEvents();
+    EXPECT_EQ(view_.model()->rowCount(), 1000);
+    EXPECT_EQ(view_.currentRow(), 100);
+    EXPECT_EQ(view_.verticalScrollBar()->value(), place);
 }
 
 // What column fitting is for: the longest text is not cut, and little room is wasted.
