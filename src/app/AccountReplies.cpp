@@ -11,10 +11,6 @@ namespace corvel {
 
 namespace {
 
-bool isSuccess(const Reply& reply) {
-    return reply.code >= 200 && reply.code <= 299;
-}
-
 template <typename Record>
 void takeTable(const ReplyServices& services, const Reply& reply, TableReply<std::vector<Record>> read,
                std::int16_t Record::*id, std::vector<Record>& table, TableView& view) {

@@ -6,6 +6,8 @@
 #include "browser/Replies.h"
 
 #include <array>
+#include <optional>
+#include <string>
 
 namespace corvel {
 
@@ -41,6 +43,16 @@ void browserChain(const ReplyServices& services, const Reply& reply) {
     }
 }
 
+void whoReply(const ReplyServices& services, const Reply& reply) {
+    ActivityRows& activity = reply.session.activityRows;
+    const BadLines bad = ParseWhoReply(reply.lines, activity, reply.session.activity);
+    activity.problem = isSuccess(reply) ? std::string_view() : reply.lastLine;
+    services.views.activityChanged(reply.site);
+    if (const std::optional<std::string> message = badLinesMessage(bad)) {
+        reportProblem(services, reply, *message);
+    }
+}
+
 void toBrowserReply(const ReplyServices& services, const Reply& reply) {
     services.log.LogBrowserReply(reply.site, reply.lastChunk);
 }
@@ -64,7 +76,7 @@ bool stepAdding(const ReplyServices& services, const Reply& reply, std::string_v
     if (reply.session.iCurTag != stopOnFailure) {
         return stepBatch(services, reply, endMarker);
     }
-    if (reply.code >= 200 && reply.code <= 299) {
+    if (isSuccess(reply)) {
         services.channel.SendNextBatchLine(reply.site, reply.session.iCurHandler);
     } else {
         reply.session.sBatchLines = {};
@@ -91,7 +103,7 @@ void batchStep(const ReplyServices& services, const Reply& reply) {
 
 constexpr std::array<ReplyHandler, 15> table = {{
     {handler::browser, Echo::none, browserChain},
-    {handler::who, Echo::none, consoleOnly},
+    {handler::who, Echo::none, whoReply},
     {handler::userTable, Echo::none, userTableReply},
     {handler::groupTable, Echo::none, groupTableReply},
     {handler::userFile, Echo::none, userFileReply},

@@ -116,6 +116,14 @@ void mdlMain::tmrNoop_Timer(int site) {
     }
 }
 
+void mdlMain::tmrRefreshWho_Timer(int site, bool chkFreezeRefresh) {
+    const SiteSession& session = at(sites_, site).session;
+    if (!chkFreezeRefresh && session.bLoggedIn && !session.bAwaitingReply) {
+        channel_.SendCommand(
+            site, {.sCommand = "SITE CorvelExt who", .bQuiet = true, .iHandler = handler::who, .iTag = 0});
+    }
+}
+
 void mdlMain::sendConsoleCommand(int site, const std::string& command) {
     channel_.SendCommand(site,
                          {.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0});

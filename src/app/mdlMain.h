@@ -80,6 +80,10 @@ class mdlMain {
     }
     void tmrNoop_Timer(int site);
 
+    // The tick of a site's activity timer: asks who is online unless the list is frozen, nobody is logged in
+    // or a reply is outstanding.
+    void tmrRefreshWho_Timer(int site, bool chkFreezeRefresh);
+
     // A line of the console's command box, in the connection's encoding.
     void sendConsoleCommand(int site, const std::string& command);
 

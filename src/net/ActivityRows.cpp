@@ -68,7 +68,7 @@ class WhoReader {
     // Takes a record's fields as the next row.
     void takeRecord(const Fields& fields, std::int32_t speed, double amount) {
         count(fields[statusField], speed);
-        describe(fields, speed, amount);
+        writeTexts(fields, speed, amount);
         if (next_ == activity_.rows.size()) {
             activity_.rows.emplace_back();
         }
@@ -102,7 +102,7 @@ class WhoReader {
     }
 
     // What the row reads from now on.
-    void describe(const Fields& fields, std::int32_t speed, double amount) {
+    void writeTexts(const Fields& fields, std::int32_t speed, double amount) {
         constexpr std::size_t cidWidth = 5;
         constexpr double bytesPerMegabyte = 1024.0 * 1024.0;
         texts_ = std::to_string(next_ + 1);

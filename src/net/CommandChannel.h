@@ -22,6 +22,10 @@ struct Reply {
     int code = 0;                            // of that line
 };
 
+inline bool isSuccess(const Reply& reply) {
+    return reply.code >= 200 && reply.code <= 299;
+}
+
 // What a handler may use.
 struct ReplyServices {
     CommandChannel& channel;

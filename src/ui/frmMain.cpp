@@ -3,6 +3,7 @@
 #include "net/qt/LoadTest.h"
 #include "net/qt/wSock.h"
 #include "ui/SettingsPanel.h"
+#include "widgets/ElementName.h"
 #include "widgets/Icons.h"
 #include "widgets/ScrollPage.h"
 #include "widgets/TextConversion.h"
@@ -25,6 +26,7 @@ namespace {
 
 // In milliseconds.
 constexpr int noopInterval = 13000;
+constexpr int refreshWhoInterval = 1000;
 constexpr int statusInterval = 50;
 
 struct Tab {
@@ -129,6 +131,7 @@ void frmMain::createPanels() {
     imgSplit_->installEventFilter(this);
 
     console_ = new ConsolePanel(program_);
+    activity_ = new ActivityPanel(program_, images_);
     browser_ = new BrowserPanel(program_);
     stats_ = new StatsPanel;
     users_ = new UsersPanel(program_);
@@ -137,9 +140,9 @@ void frmMain::createPanels() {
     results_ = new ResultsPanel(program_);
     tabMain_ = new QTabWidget(area);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
-    // In the order of the tabs; one of them is still empty.
+    // In the order of the tabs.
     const std::array<QWidget*, tabs.size()> panels = {
-        console_,  new QWidget, browser_, stats_, newScrollPage(*users_), newScrollPage(*groups_),
+        console_,  activity_, browser_, stats_, newScrollPage(*users_), newScrollPage(*groups_),
         settings_, results_};
     for (std::size_t i = 0; i < tabs.size(); ++i) {
         panels[i]->setObjectName(QLatin1String(tabs[i].key));
@@ -168,19 +171,27 @@ void frmMain::siteAdded(int site) {
     sitesModel_.addSite(displayTextOf(name, encodingOf(name)));
     changedSockets_.insert(site);
     console_->addSite(site);
+    activity_->addSite(site);
     browser_->addSite(site);
     users_->addSite(site);
     groups_->addSite(site);
     results_->addSite(site);
 
-    auto* const tmrNoop = new QTimer(this);
-    tmrNoop->setObjectName(QStringLiteral("tmrNoop_%1").arg(site));
-    tmrNoop->setInterval(noopInterval);
-    connect(tmrNoop, &QTimer::timeout, this, [this, site] { program_.tmrNoop_Timer(site); });
-    tmrNoop->start();
+    addTimer("tmrNoop", site, noopInterval, [this, site] { program_.tmrNoop_Timer(site); }).start();
+    // Never started: the activity is not asked for by itself.
+    addTimer("tmrRefreshWho", site, refreshWhoInterval,
+             [this, site] { program_.tmrRefreshWho_Timer(site, activity_->isFrozen()); });
     if (isVisible()) {
         program_.selectSite(site);
     }
+}
+
+QTimer& frmMain::addTimer(const char* name, int site, int interval, std::function<void()> tick) {
+    auto* const timer = new QTimer(this);
+    timer->setObjectName(elementName(name, site));
+    timer->setInterval(interval);
+    connect(timer, &QTimer::timeout, this, std::move(tick));
+    return *timer;
 }
 
 void frmMain::siteRenamed(int site) {
@@ -215,6 +226,13 @@ void frmMain::pathChanged(int site) {
     browser_->pathChanged(site);
 }
 
+void frmMain::activityChanged(int site) {
+    activity_->activityChanged(site);
+    if (site == program_.currentSite()) {
+        showActivity();
+    }
+}
+
 void frmMain::usersChanged(int site) {
     users_->usersChanged(site);
     groups_->usersChanged(site);
@@ -242,6 +260,7 @@ void frmMain::groupShown(int site, int index) {
 }
 
 void frmMain::sessionReset(int site) {
+    activityChanged(site);
     users_->usersChanged(site);
     groups_->groupsChanged(site);
 }
@@ -266,6 +285,7 @@ void frmMain::showCurrentSite() {
     const int site = program_.currentSite();
     lvwSites_->setCurrentIndex(sitesModel_.index(site - 1, 0));
     console_->showSite(site);
+    activity_->showSite(site);
     browser_->showSite(site);
     users_->showSite(site);
     groups_->showSite(site);

@@ -5,6 +5,7 @@
 #include "app/mdlMain.h"
 #include "app/SplitterDrag.h"
 #include "browser/qt/BrowserPanel.h"
+#include "net/qt/ActivityPanel.h"
 #include "net/qt/ConsolePanel.h"
 #include "net/qt/mdlTrayIcon.h"
 #include "net/qt/QtClock.h"
@@ -15,6 +16,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -55,6 +57,7 @@ class frmMain : public QMainWindow, public Views {
     void logChanged(int site, LogKind log) override;
     void listingChanged(int site) override;
     void pathChanged(int site) override;
+    void activityChanged(int site) override;
     void usersChanged(int site) override;
     void groupsChanged(int site) override;
     void usersSorted(int site) override;
@@ -77,6 +80,8 @@ class frmMain : public QMainWindow, public Views {
     void showImages();
     void createPanels();
     void createSettingsPanel();
+    // A timer of a site, not started yet.
+    QTimer& addTimer(const char* name, int site, int interval, std::function<void()> tick);
     void sitesMenuTriggered(int index);
     void editSite(int site); // 0: a new one
     void toggleSitesView();
@@ -110,6 +115,7 @@ class frmMain : public QMainWindow, public Views {
     QAction* showSitesList_ = nullptr;
     ConsolePanel* console_ = nullptr;
     ResultsPanel* results_ = nullptr;
+    ActivityPanel* activity_ = nullptr;
     BrowserPanel* browser_ = nullptr;
     UsersPanel* users_ = nullptr;
     GroupsPanel* groups_ = nullptr;

@@ -31,6 +31,8 @@ void frmMain::openSettings() {
         settingsForm(program_.windowState(), program_.settings()),
         [this](const SettingsForm& form) {
             program_.windowState() = savedSettings(form, program_.windowState());
+            activity_->applyColumns();
+            activity_->applyColours();
         },
         this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);

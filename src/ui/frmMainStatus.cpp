@@ -39,6 +39,9 @@ void frmMain::tmrSocketStatus_Timer() {
         }
     }
     showBatchProgress();
+    if (tabMain_->currentWidget() == activity_) {
+        activity_->restoreColumnWidths();
+    }
     if (tabMain_->currentWidget() == browser_) {
         browser_->showCounts();
     }

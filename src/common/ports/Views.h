@@ -19,9 +19,10 @@ class Views {
     virtual void siteRenamed(int site) = 0;
     virtual void currentSiteChanged() = 0;
     virtual void logChanged(int site, LogKind log) = 0;
-    virtual void listingChanged(int site) = 0; // the browser's rows, their order or the counts
-    virtual void pathChanged(int site) = 0;    // the browser's path box
-    virtual void usersChanged(int site) = 0;   // the user table, and with it the list
+    virtual void listingChanged(int site) = 0;  // the browser's rows, their order or the counts
+    virtual void pathChanged(int site) = 0;     // the browser's path box
+    virtual void activityChanged(int site) = 0; // who is online, and the counters of it
+    virtual void usersChanged(int site) = 0;    // the user table, and with it the list
     virtual void groupsChanged(int site) = 0;
     virtual void usersSorted(int site) = 0; // the order of the rows alone
     virtual void groupsSorted(int site) = 0;

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "app/mdlMain.h"
+
+#include <QWidget>
+
+#include <cstdint>
+#include <vector>
+
+class QCheckBox;
+class QPoint;
+class QStackedWidget;
+
+namespace corvel {
+
+class ImageLists;
+class ReportView;
+
+// The activity tab: the box that freezes the lists, and for every site its list lvwActivity. The columns of
+// all lists are arranged alike, as windowState() says; what a person changes in one goes there at once.
+class ActivityPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    // Both are borrowed and must outlive the panel.
+    ActivityPanel(mdlMain& program, const ImageLists& images, QWidget* parent = nullptr);
+
+    void addSite(int site);
+    void showSite(int site);
+    void activityChanged(int site); // also when the connection has ended
+
+    // After a change of the columns, or of the colours, in windowState().
+    void applyColumns();
+    void applyColours();
+
+    // Gives a width back to those shown columns of the current site's list that have none.
+    void restoreColumnWidths();
+
+    bool isFrozen() const;
+
+  signals:
+    // The current site's list wants its pop-up menu, at a place on screen.
+    void menuRequested(const QPoint& globalPosition);
+
+  private:
+    struct Page {
+        ReportView* list = nullptr;
+        std::uint64_t shownReply = 0; // the last one that the list shows
+    };
+
+    ReportView* createList(int site);
+    void arrange(ReportView& list);
+    void fit(ReportView& list) const;
+    void keepOrder(const ReportView& list);
+    void keepWidth(const ReportView& list, int column);
+    Page& page(int site) { return pages_[static_cast<std::size_t>(site)]; }
+    WindowState& state() const { return program_.windowState(); }
+
+    mdlMain& program_;
+    const ImageLists& images_;
+    std::vector<Page> pages_; // element 0 belongs to no site
+    QStackedWidget* stack_ = nullptr;
+    QCheckBox* chkFreezeRefresh_ = nullptr;
+    bool isArranging_ = false; // the columns are changed by the panel, not by a person
+};
+
+} // namespace corvel
