@@ -27,7 +27,7 @@ StatsPanel::StatsPanel(QWidget* parent) : QWidget(parent) {
     text_->setTabChangesFocus(true);
     text_->setAccessibleName(tr("Summary"));
     const int room = 2 * (static_cast<int>(text_->document()->documentMargin()) + text_->frameWidth());
-    text_->setFixedHeight(linesOfText * text_->fontMetrics().lineSpacing() + room);
+    text_->setFixedHeight((2 * linesOfText + 1) * text_->fontMetrics().lineSpacing() / 2 + room);
     auto* const label = new QLabel(tr("S&ummary:"));
     label->setBuddy(text_);
 
