@@ -1,6 +1,8 @@
+#include "demo/DemoServer.h"
 #include "ui/WindowDriver.h"
 #include "widgets/Icons.h"
 
+#include <QPlainTextEdit>
 #include <QSystemTrayIcon>
 #include <QTimer>
 
@@ -15,6 +17,43 @@ const std::string withTray = "show_trayicon = 1\nminimize_to_tray = 1\n";
 
 QImage shown(const QIcon& icon) {
     return icon.pixmap(32, 32).toImage();
+}
+
+// The values of the statistics list, one behind the other.
+QString statistics(WindowDriver& driver) {
+    const QAbstractItemModel& rows = *driver.find<ReportView>("lvwStats").model();
+    QStringList values;
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        values.append(rows.index(row, 1).data().toString());
+    }
+    return values.join(u' ');
+}
+
+TEST(Status, FollowsWhoIsOnline) {
+    DemoServer server(DemoOptions{});
+    ASSERT_TRUE(server.listen());
+    WindowDriver driver(siteRecord("[*]home", server.port(), DemoServer::userName, DemoServer::password),
+                        withTray + "window_caption_online = %(sitename): %(online_all)\n"
+                                   "trayicon_text_offline = %(sitename) is away\n");
+    const auto& tray = driver.find<QSystemTrayIcon>("picTrayIcon");
+    EXPECT_EQ(driver.window->windowTitle(), u"Corvel - [*][*]home"_s); // shown as [*]home
+    EXPECT_EQ(tray.toolTip(), u"[*]home is away"_s);
+    EXPECT_EQ(shown(tray.icon()), shown(icon("tray-idle")));
+    EXPECT_EQ(statistics(driver), u"[*]home 0 0 0 0 0 0 0 0"_s);
+
+    ASSERT_TRUE(driver.logIn(1));
+    driver.window->program().tmrRefreshWho_Timer(1, false);
+    ASSERT_TRUE(eventually([&] { return tray.toolTip() == u"Corvel - [*]home"_s && driver.isIdle(1); }));
+    ASSERT_TRUE(eventually([&] { return driver.window->windowTitle() == u"[*][*]home: 12"_s; }));
+    EXPECT_EQ(shown(tray.icon()), shown(icon("tray-both")));
+    EXPECT_EQ(statistics(driver), u"[*]home 12 6 3 3 6 13632 2484 11148"_s);
+    EXPECT_EQ(driver.find<QPlainTextEdit>("txtStats").toPlainText(),
+              u"Idlers: 6\nUpload: 3 @ 2484 kBps \nDownload: 3 @ 11148 kBps \nTotal: 12 @ 13632 kBps "_s);
+
+    driver.chooseSitesMenu(1);
+    ASSERT_TRUE(eventually([&] { return tray.toolTip() == u"[*]home is away"_s; }));
+    EXPECT_EQ(shown(tray.icon()), shown(icon("tray-idle")));
+    EXPECT_EQ(statistics(driver), u"[*]home 0 0 0 0 0 0 0 0"_s);
 }
 
 TEST(Status, TheTrayIconIsThereWhenAskedForAndUntilTheWindowCloses) {
