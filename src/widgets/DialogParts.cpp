@@ -57,7 +57,9 @@ void setShownOnly(QLineEdit& box) {
 
 QDialogButtonBox* confirmButtons(QDialog& dialog, const ConfirmButton& confirm,
                                  std::function<void()> confirmed) {
-    auto* const buttons = new QDialogButtonBox;
+    // In the dialog from the start: a button outside is not its default for good, and once the focus has
+    // passed the other button, Enter would press that one.
+    auto* const buttons = new QDialogButtonBox(&dialog);
     QPushButton* const button = buttons->addButton(confirm.caption, QDialogButtonBox::AcceptRole);
     button->setObjectName(QLatin1String(confirm.name));
     button->setDefault(true);

@@ -32,7 +32,7 @@ void setDigitsWide(QLineEdit& box, int digits);
 void setShownOnly(QLineEdit& box);
 
 // The two buttons at the foot of a dialog: one, the default, that calls confirmed, and cmdCancel, which
-// closes the dialog as Escape does.
+// closes the dialog as Escape does. They are in the dialog already, and have no place in a layout yet.
 struct ConfirmButton {
     const char* name = "cmdOK";
     QString caption = QStringLiteral("OK");
