@@ -81,7 +81,6 @@ const BrowserEntry* BrowserActions::entryAt(int site, int row) const {
                : nullptr;
 }
 
-// False when one of the commands was not taken; those behind it are not sent then.
 bool BrowserActions::send(int site, const std::vector<Command>& commands) {
     return std::ranges::all_of(
         commands, [this, site](const Command& command) { return channel_.SendCommand(site, command); });

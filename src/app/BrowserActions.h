@@ -31,12 +31,14 @@ class BrowserActions {
     void rename(int site, int row, const std::string& newName);
     void sortBy(int site, int column); // header click, column from 0
 
+    // Queues what a dialog made, in its order. False when a command was not taken; those behind it are not
+    // sent then.
+    bool send(int site, const std::vector<Command>& commands);
+
     // The entry that a display row shows, or nothing when there is no such row.
     const BrowserEntry* entryAt(int site, int row) const;
 
   private:
-    bool send(int site, const std::vector<Command>& commands);
-
     Sites& sites_;
     CommandChannel& channel_;
     Prompts& prompts_;

@@ -2,6 +2,7 @@
 
 #include "admin/TableCommands.h"
 #include "app/AccountReplies.h"
+#include "browser/Chattr.h"
 #include "browser/FileOperations.h"
 #include "browser/Replies.h"
 
@@ -51,6 +52,12 @@ void whoReply(const ReplyServices& services, const Reply& reply) {
     if (const std::optional<std::string> message = badLinesMessage(bad)) {
         reportProblem(services, reply, *message);
     }
+}
+
+void chattrReply(const ReplyServices& services, const Reply& reply) {
+    reply.session.chattrAnswer = {.sQuery = reply.session.sCurCommand,
+                                  .txtCurrent = std::string(chattrText(reply.lines.front()))};
+    services.views.chattrAnswered(reply.site);
 }
 
 void toBrowserReply(const ReplyServices& services, const Reply& reply) {
@@ -114,7 +121,7 @@ constexpr std::array<ReplyHandler, 15> table = {{
     {handler::addUser, Echo::commandResults, addUserStep},
     {handler::addGroup, Echo::commandResults, addGroupStep},
     {handler::menuFtp, Echo::commandResults, toCommandResults},
-    {handler::chattrQuery, Echo::none, consoleOnly},
+    {handler::chattrQuery, Echo::none, chattrReply},
     {handler::batch, Echo::none, batchStep},
     {handler::console, Echo::console, consoleOnly},
 }};

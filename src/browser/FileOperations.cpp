@@ -14,11 +14,11 @@ Command quietCommand(std::string_view verb, std::string_view argument, std::int3
     return {.sCommand = std::move(sCommand), .bQuiet = true, .iHandler = iHandler, .iTag = 0};
 }
 
+} // namespace
+
 Command fileCommand(std::string_view verb, std::string_view argument) {
     return quietCommand(verb, argument, handler::browserFile);
 }
-
-} // namespace
 
 std::vector<Command> changeDirectoryCommands(std::string_view directory) {
     return {quietCommand("CWD ", directory, handler::browser)};

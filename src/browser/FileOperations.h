@@ -17,6 +17,9 @@ inline constexpr std::string_view newDirectoryPrompt = "Please enter a name for 
 // The commands of the browser tab, in the order in which they go out, all quiet (RFC 959, section 4.1.3).
 // Names are the server's bytes, relative to the current directory.
 
+// Any command on an entry, whose reply goes to the browser's own log: verb and argument as they stand.
+Command fileCommand(std::string_view verb, std::string_view argument);
+
 // Goes to directory; its reply starts the chain that lists it.
 std::vector<Command> changeDirectoryCommands(std::string_view directory);
 

@@ -2,6 +2,7 @@
 
 #include "admin/ListRows.h"
 #include "admin/mdlUsersGroups.h"
+#include "browser/Chattr.h"
 #include "browser/Listing.h"
 #include "browser/Order.h"
 #include "common/Command.h"
@@ -55,6 +56,7 @@ struct SiteSession {
     std::vector<std::uint32_t> listingOrder;
     BrowserSort browserSort;
     std::string sBrowserPWD;
+    ChattrAnswer chattrAnswer; // the last one
 
     TextEncoding encoding = TextEncoding::utf8; // of this connection
     std::string lastErrorLine;                  // last line of the last reply that refused something

@@ -233,6 +233,10 @@ void frmMain::activityChanged(int site) {
     }
 }
 
+void frmMain::chattrAnswered(int site) {
+    emit browser_->chattrAnswered(site);
+}
+
 void frmMain::usersChanged(int site) {
     users_->usersChanged(site);
     groups_->usersChanged(site);
@@ -274,6 +278,7 @@ void frmMain::dialogWanted(int site, Dialog dialog) {
     case Dialog::chmod:
     case Dialog::chattr:
     case Dialog::nuke:
+        browser_->openDialog(site, dialog);
         break;
     case Dialog::copyUser:
         users_->copyUser(site);

@@ -58,6 +58,7 @@ class frmMain : public QMainWindow, public Views {
     void listingChanged(int site) override;
     void pathChanged(int site) override;
     void activityChanged(int site) override;
+    void chattrAnswered(int site) override;
     void usersChanged(int site) override;
     void groupsChanged(int site) override;
     void usersSorted(int site) override;

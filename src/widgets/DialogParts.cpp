@@ -30,9 +30,13 @@ QMessageBox* openBox(QWidget& parent, const QString& text, QMessageBox::Standard
 
 } // namespace
 
+QString plainCaption(const QString& caption) {
+    return QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')).trimmed();
+}
+
 QLabel* labelFor(QWidget& input, const char* name, const QString& caption) {
     input.setObjectName(QLatin1String(name));
-    input.setAccessibleName(QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')).trimmed());
+    input.setAccessibleName(plainCaption(caption));
     auto* const label = new QLabel(caption);
     label->setBuddy(&input);
     return label;

@@ -21,8 +21,10 @@ namespace corvel {
 // What the dialogs are put together from. Widgets that are given out have no parent yet and belong to the
 // caller.
 
-// Names input and puts a label before it: caption, with its & and without its colon, is the accessible name
-// too.
+// A caption as it is spoken: without its & and its colon.
+QString plainCaption(const QString& caption);
+
+// Names input and puts a label before it, whose plain caption is the accessible name too.
 QLabel* labelFor(QWidget& input, const char* name, const QString& caption);
 
 // As wide as a number needs that has that many digits.

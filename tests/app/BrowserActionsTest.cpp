@@ -1,9 +1,11 @@
 #include "app/BrowserActions.h"
 
+#include "browser/Chattr.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -207,6 +209,28 @@ TEST(BrowserActions, RepliesToFileCommandsGoToTheirOwnLog) {
     EXPECT_EQ(program.session(1).browserReplyLog.text(),
               "[12:34:56] > RNFR a.txt\r\n[12:34:56] 350 ready\r\n[12:34:56] > RNTO b.txt\r\n"
               "[12:34:56] 250-renamed\r\n[12:34:56] 250 done");
+}
+
+TEST(BrowserActions, AnswerAboutADirectoryIsKeptWithItsQuestion) {
+    const std::vector<std::pair<std::string, std::string>> table = {
+        {"200-CHATTR: -bob =staff\r\n200 done\r\n", "-bob =staff"},
+        {"200-CHATTR: caf\xE9\r\n200 done\r\n", "caf\xE9"},
+        {"550-no\r\n550 really not\r\n", "550-no"},
+    };
+    for (const auto& [reply, shown] : table) {
+        const Script script = {expect("site chattr +h \"b dir\""), send(reply)};
+        for (const Cutting& cutting : everyCutting(script)) {
+            Browsing program;
+            const std::string console = program.console(1);
+            program.views.calls.clear();
+            program.main.browser().send(1, {chattrQuery("b dir")});
+            play(program, 1, script, cutting, reply);
+            EXPECT_EQ(program.session(1).chattrAnswer.sQuery, "site chattr +h \"b dir\"");
+            EXPECT_EQ(program.session(1).chattrAnswer.txtCurrent, shown);
+            EXPECT_EQ(std::ranges::count(program.views.calls, "chattrAnswered 1"), 1);
+            EXPECT_EQ(program.console(1), console);
+        }
+    }
 }
 
 } // namespace

@@ -30,6 +30,7 @@ class RecordingViews : public Views {
     void listingChanged(int site) override { note("listingChanged", site); }
     void pathChanged(int site) override { note("pathChanged", site); }
     void activityChanged(int site) override { note("activityChanged", site); }
+    void chattrAnswered(int site) override { note("chattrAnswered", site); }
     void usersChanged(int site) override { note("usersChanged", site); }
     void groupsChanged(int site) override { note("groupsChanged", site); }
     void usersSorted(int site) override { note("usersSorted", site); }

@@ -1,6 +1,7 @@
 #include "browser/qt/BrowserPanel.h"
 
 #include "browser/ColumnFit.h"
+#include "browser/qt/BrowserDialogs.h"
 #include "common/Numbers.h"
 #include "widgets/ElementName.h"
 #include "widgets/Icons.h"
@@ -185,6 +186,23 @@ void BrowserPanel::showCounts() {
     };
     show(*directoryCount_, listing == nullptr ? 0 : listing->directoryCount);
     show(*fileCount_, listing == nullptr ? 0 : listing->fileCount);
+}
+
+void BrowserPanel::openDialog(int site, Dialog dialog) {
+    const int row = page(site).list->currentRow();
+    switch (dialog) {
+    case Dialog::chmod:
+        openChmod(program_, site, row, *this);
+        break;
+    case Dialog::chattr:
+        openChattr(program_, site, row, *this);
+        break;
+    case Dialog::nuke:
+        openNuke(program_, site, row, *this);
+        break;
+    case Dialog::copyUser:
+        break;
+    }
 }
 
 QWidget* BrowserPanel::createButtons() {

@@ -33,6 +33,13 @@ class BrowserPanel : public QWidget {
     // Writes the current site's counts where they differ from what is shown.
     void showCounts();
 
+    // Opens a dialog of the browser for the row that is selected in the site's list; without one, none opens.
+    void openDialog(int site, Dialog dialog);
+
+  signals:
+    // The session has an answer to a question about a directory.
+    void chattrAnswered(int site);
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

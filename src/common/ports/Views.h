@@ -22,6 +22,7 @@ class Views {
     virtual void listingChanged(int site) = 0;  // the browser's rows, their order or the counts
     virtual void pathChanged(int site) = 0;     // the browser's path box
     virtual void activityChanged(int site) = 0; // who is online, and the counters of it
+    virtual void chattrAnswered(int site) = 0;  // to whom a directory is shown
     virtual void usersChanged(int site) = 0;    // the user table, and with it the list
     virtual void groupsChanged(int site) = 0;
     virtual void usersSorted(int site) = 0; // the order of the rows alone

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "browser/Nuke.h"
+#include "common/TextEncoding.h"
+#include "widgets/FormBoxes.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class QFormLayout;
+class QLineEdit;
+
+namespace corvel {
+
+// Nukes a release: by how much and why.
+class frmBrowserNUKE : public QDialog {
+    Q_OBJECT
+
+  public:
+    // What becomes of the form when the OK button is pressed; the dialog closes then.
+    using Accept = std::function<void(const NukeForm&)>;
+
+    // What the dialog is opened with; the texts are in the encoding.
+    struct Opening {
+        NukeForm form;
+        bool hasSyntax = true; // whether the settings say how to ask for it
+        TextEncoding encoding = TextEncoding::utf8;
+    };
+
+    frmBrowserNUKE(Opening opening, Accept accept, QWidget* parent = nullptr);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void okClicked();
+
+    NukeForm form_;
+    Accept accept_;
+    FormBoxes boxes_;
+    QLineEdit* txtReason_ = nullptr;
+};
+
+} // namespace corvel

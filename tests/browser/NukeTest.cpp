@@ -1,0 +1,46 @@
+#include "browser/Nuke.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace corvel {
+namespace {
+
+TEST(Nuke, FillsTheTemplateOfTheSettings) {
+    struct Row {
+        const char* name;
+        NukeForm form;
+        NukeSyntax syntax;
+        const char* sent;
+    };
+    const std::string usual = "site nuke %(name) %(mult) %(reason)";
+    const std::vector<Row> table = {
+        {"blanks of the reason alone are replaced",
+         {.txtName = "a b", .txtMultip = "3 x", .txtReason = " bad  release"},
+         {usual, "_"},
+         "site nuke a b 3 x _bad__release"},
+        {"blanks stay", {"/", "x", "3", "bad release"}, {usual, " "}, "site nuke x 3 bad release"},
+        {"blanks go", {"/", "x", "3", "bad release"}, {usual, ""}, "site nuke x 3 badrelease"},
+        {"a character of two bytes",
+         {"/", "x", "3", "a b"},
+         {usual, "\xC2\xB7"},
+         "site nuke x 3 a\xC2\xB7"
+         "b"},
+        {"no multiplier and no reason", {"/", "x", "", ""}, {usual, "_"}, "site nuke x  "},
+        {"values are not expanded, other bytes stay",
+         {"/", "%(reason)\xE4\"", "%(mult)", "100%"},
+         {usual, "_"},
+         "site nuke %(reason)\xE4\" %(mult) 100%"},
+        {"formats, unknown names", {"/", "x", "3", "y"}, {"n %(MULT,3,R,0) %(path)|", "_"}, "n 003 |"},
+        {"no template", {"/", "x", "3", "y"}, {"", "_"}, ""},
+    };
+    for (const Row& row : table) {
+        EXPECT_EQ(nukeCommand(row.form, row.syntax),
+                  (Command{.sCommand = row.sent, .bQuiet = true, .iHandler = 108, .iTag = 0}))
+            << row.name;
+    }
+}
+
+} // namespace
+} // namespace corvel
