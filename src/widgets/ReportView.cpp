@@ -252,7 +252,10 @@ void ReportView::keyPressEvent(QKeyEvent* event) {
     if (currentRow() != before && currentRow() >= 0) {
         emit rowPicked(currentRow());
     }
-    if (!(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
+    if (event->key() == Qt::Key_Menu) {
+        // Where the platform makes a context-menu event of the key as well, the open menu gets that one.
+        requestMenuAtRow();
+    } else if (!(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
         emit keyPressed(static_cast<Qt::Key>(event->key()), currentRow());
     }
 }
@@ -276,20 +279,28 @@ void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void ReportView::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
-    if (event->reason() == QContextMenuEvent::Mouse) {
-        const QModelIndex index = indexAt(event->pos());
-        if (index.isValid() && !selectionModel()->isSelected(index)) {
-            setCurrentIndex(index);
-        }
-        emit contextMenuRequested(index.isValid() ? index.row() : -1, event->globalPos());
+    if (event->reason() != QContextMenuEvent::Mouse) {
+        requestMenuAtRow();
         return;
     }
+    const QModelIndex index = indexAt(event->pos());
+    const bool isSelected = selectionModel()->isSelected(index);
+    if (index.isValid() && (index.row() != currentRow() || !isSelected)) {
+        selectionModel()->setCurrentIndex(index, isSelected ? QItemSelectionModel::NoUpdate
+                                                            : QItemSelectionModel::ClearAndSelect |
+                                                                  QItemSelectionModel::Rows);
+        emit rowPicked(index.row());
+    }
+    emit contextMenuRequested(index.isValid() ? index.row() : -1, event->globalPos());
+}
+
+void ReportView::requestMenuAtRow() {
     const int row = currentRow();
     if (row >= 0) {
         scrollTo(currentIndex());
     }
     const QRect cell = row >= 0 ? visualRect(model_->index(row, 0)) : QRect();
-    const QPoint position = row >= 0 ? cell.center() : QPoint(0, 0);
+    const QPoint position = row >= 0 ? QPoint(cell.left() + cell.height(), cell.center().y()) : QPoint(0, 0);
     emit contextMenuRequested(row, viewport()->mapToGlobal(position));
 }
 

@@ -97,6 +97,7 @@ class ReportView : public QTreeView {
 
   private:
     std::pair<int, int> rowsInSight() const;
+    void requestMenuAtRow();
     int cellWidth(int column, const QString& text) const;
     QStyleOptionViewItem cellOption(int column) const;
     bool isOnCheckBox(const QModelIndex& index, const QPoint& position) const;

@@ -103,6 +103,10 @@ TEST_F(ReportViewTest, ContextMenuNamesTheRowUnderTheMouseOrTheCurrentRow) {
     EXPECT_EQ(view_.currentRow(), 3);
     openMenu(QContextMenuEvent::Keyboard, {});
     EXPECT_EQ(takeEvents(), (Events{"menu 3"}));
+    openMenu(QContextMenuEvent::Mouse, middleOf(1));
+    EXPECT_EQ(takeEvents(), (Events{"current 1", "picked 1", "menu 1"})) << "without a click before";
+    QTest::keyClick(&view_, Qt::Key_Menu);
+    EXPECT_EQ(takeEvents(), (Events{"menu 1"}));
 }
 
 TEST_F(ReportViewTest, LabelEditsAreAnnouncedAndChangeNothing) {
