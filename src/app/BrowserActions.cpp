@@ -73,6 +73,14 @@ void BrowserActions::sortBy(int site, int column) {
     views_.listingChanged(site);
 }
 
+void BrowserActions::selectRow(int site, int row) {
+    at(sites_, site).session.browserRow = row;
+}
+
+const BrowserEntry* BrowserActions::selectedEntry(int site) const {
+    return entryAt(site, at(sites_, site).session.browserRow);
+}
+
 const BrowserEntry* BrowserActions::entryAt(int site, int row) const {
     const SiteSession& session = at(sites_, site).session;
     const auto index = static_cast<std::size_t>(row);

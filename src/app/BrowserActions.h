@@ -35,6 +35,10 @@ class BrowserActions {
     // sent then.
     bool send(int site, const std::vector<Command>& commands);
 
+    // The row that a person has selected, -1 for none. The list says so whenever it becomes another one.
+    void selectRow(int site, int row);
+    const BrowserEntry* selectedEntry(int site) const;
+
     // The entry that a display row shows, or nothing when there is no such row.
     const BrowserEntry* entryAt(int site, int row) const;
 

@@ -14,7 +14,14 @@ mdlMain::mdlMain(Ports ports, std::string directory)
       log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
       channel_(sites_, connection_, log_, ports_.views, settings_, replyHandlers()),
       browser_(sites_, channel_, ports_.prompts, ports_.views),
-      admin_(sites_, channel_, log_, ports_.prompts, ports_.views) {}
+      admin_(sites_, channel_, log_, ports_.prompts, ports_.views), menus_({.sites = sites_,
+                                                                            .settings = settings_,
+                                                                            .browser = browser_,
+                                                                            .admin = admin_,
+                                                                            .channel = channel_,
+                                                                            .prompts = ports_.prompts,
+                                                                            .views = ports_.views,
+                                                                            .shell = ports_.shell}) {}
 
 std::vector<std::string> mdlMain::LoadWindowState() {
     WindowStateReading reading = loadWindowState(ports_.store, windowState_);

@@ -2,8 +2,10 @@
 
 #include "app/AdminActions.h"
 #include "app/BrowserActions.h"
+#include "app/MenuActions.h"
 #include "common/ports/Clock.h"
 #include "common/ports/Prompts.h"
+#include "common/ports/Shell.h"
 #include "common/ports/Socket.h"
 #include "common/ports/StateStore.h"
 #include "common/ports/Views.h"
@@ -30,6 +32,7 @@ struct Ports {
     Prompts& prompts;
     StateStore& store;
     const Clock& clock;
+    Shell& shell;
     SocketFactory makeSocket;
 };
 
@@ -63,6 +66,9 @@ class mdlMain {
     int currentSite() const { return currentSite_; }
     Status status() const { return statusOf(sites_, currentSite_); }
     void selectSite(int site);
+    // The row of a site's activity list that a person has selected, -1 for none. The list says so whenever it
+    // becomes another one.
+    void selectActivityRow(int site, int row) { at(sites_, site).session.activityRow = row; }
 
     // The sites menu. connectSite and disconnectSite do nothing for site 0.
     void connectSite(int site);
@@ -93,6 +99,7 @@ class mdlMain {
 
     BrowserActions& browser() { return browser_; }
     AdminActions& admin() { return admin_; }
+    MenuActions& menus() { return menus_; }
 
   private:
     void appendSite(SiteConfig config);
@@ -110,6 +117,7 @@ class mdlMain {
     CommandChannel channel_;
     BrowserActions browser_;
     AdminActions admin_;
+    MenuActions menus_;
 };
 
 } // namespace corvel

@@ -46,6 +46,7 @@ struct SiteSession {
     std::string sCwd = "/"; // the browser's current remote directory
     ActivityCounters activity;
     ActivityRows activityRows;
+    int activityRow = -1; // the row that is selected
     UserTable Users = emptyUserTable();
     GroupTable Groups = emptyGroupTable();
     TableView userView;
@@ -55,6 +56,7 @@ struct SiteSession {
     BrowserListing listing;
     std::vector<std::uint32_t> listingOrder;
     BrowserSort browserSort;
+    int browserRow = -1; // the display row that is selected
     std::string sBrowserPWD;
     ChattrAnswer chattrAnswer; // the last one
 

@@ -49,13 +49,15 @@ constexpr std::array<Tab, 8> tabs = {{
 } // namespace
 
 frmMain::frmMain(StateStore& store, const std::string& directory)
-    : prompts_(this), program_({.views = *this,
-                                .prompts = prompts_,
-                                .store = store,
-                                .clock = clock_,
-                                .makeSocket = [this](int site) { return makeSocket(site); }},
-                               directory),
-      sitesModel_(images_) {
+    : prompts_(this), shell_(*this, QCoreApplication::applicationDirPath()),
+      program_({.views = *this,
+                .prompts = prompts_,
+                .store = store,
+                .clock = clock_,
+                .shell = shell_,
+                .makeSocket = [this](int site) { return makeSocket(site); }},
+               directory),
+      customMenus_(program_, this), sitesModel_(images_) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Corvel"));
     setWindowIcon(icon("corvel"));
@@ -138,6 +140,15 @@ void frmMain::createPanels() {
     groups_ = new GroupsPanel(program_);
     createSettingsPanel();
     results_ = new ResultsPanel(program_);
+    const auto opensMenu = [this](auto* panel, MenuKind kind) {
+        connect(panel, &std::remove_pointer_t<decltype(panel)>::menuRequested, &customMenus_,
+                [this, kind](const QPoint& position) {
+                    customMenus_.ShowCustomMenu(static_cast<int>(kind), position);
+                });
+    };
+    opensMenu(browser_, MenuKind::browser);
+    opensMenu(users_, MenuKind::userList);
+    opensMenu(groups_, MenuKind::groupList);
     tabMain_ = new QTabWidget(area);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
     // In the order of the tabs.

@@ -5,6 +5,8 @@
 #include "app/mdlMain.h"
 #include "app/SplitterDrag.h"
 #include "browser/qt/BrowserPanel.h"
+#include "menus/qt/CustomMenus.h"
+#include "menus/qt/DesktopShell.h"
 #include "net/qt/ActivityPanel.h"
 #include "net/qt/ConsolePanel.h"
 #include "net/qt/mdlTrayIcon.h"
@@ -49,6 +51,7 @@ class frmMain : public QMainWindow, public Views {
     void start();
 
     mdlMain& program() { return program_; }
+    CustomMenus& customMenus() { return customMenus_; }
 
     // Views
     void siteAdded(int site) override;
@@ -104,7 +107,9 @@ class frmMain : public QMainWindow, public Views {
 
     WindowPrompts prompts_;
     QtClock clock_;
+    DesktopShell shell_;
     mdlMain program_;
+    CustomMenus customMenus_;
 
     ImageLists images_;
     SitesModel sitesModel_;

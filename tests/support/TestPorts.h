@@ -2,6 +2,7 @@
 
 #include "common/ports/Clock.h"
 #include "common/ports/Prompts.h"
+#include "common/ports/Shell.h"
 #include "common/ports/Socket.h"
 #include "common/ports/Views.h"
 
@@ -83,6 +84,24 @@ class RecordingPrompts : public Prompts {
         answers.pop_front();
         return answer;
     }
+};
+
+// Remembers, in order, what it was asked to do, and does nothing. One process runs: number 7.
+class RecordingShell : public Shell {
+  public:
+    void open(const std::string& target) override { calls.push_back("open " + target); }
+    void setClipboardText(const std::string& text) override { calls.push_back("copy " + text); }
+    ProcessId FindProcessByPath(const std::string& pattern) const override {
+        return pattern == runningPath ? 7 : 0;
+    }
+    bool KillProcess(ProcessId id) override {
+        calls.push_back("kill " + std::to_string(id));
+        return true;
+    }
+    void quit() override { calls.emplace_back("quit"); }
+
+    std::string runningPath;
+    std::vector<std::string> calls;
 };
 
 // A socket without a network: the test sets its state and reads what was sent.

@@ -11,6 +11,7 @@ TestProgram::TestProgram(const std::string& sitesFile, const std::string& settin
             .prompts = prompts,
             .store = store,
             .clock = clock,
+            .shell = shell,
             .makeSocket =
                 [this](int /*site*/) {
                     auto socket = std::make_unique<FakeSocket>();

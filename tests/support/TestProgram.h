@@ -30,6 +30,7 @@ class TestProgram {
     RecordingPrompts prompts;
     MemoryStore store;
     FixedClock clock;
+    RecordingShell shell;
     std::vector<FakeSocket*> sockets; // of sites 1 and up; owned by the program
     mdlMain main;
 };

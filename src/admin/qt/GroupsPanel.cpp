@@ -116,11 +116,8 @@ ReportView* GroupsPanel::createList(int site) {
             [&admin, site](int column) { admin.sortGroups(site, column); });
     connect(list, &ReportView::keyPressed, this,
             [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
-    connect(list, &ReportView::contextMenuRequested, this, [this, site](int /*row*/, const QPoint& position) {
-        if (menu_) {
-            menu_(site, position);
-        }
-    });
+    connect(list, &ReportView::contextMenuRequested, this,
+            [this](int /*row*/, const QPoint& position) { emit menuRequested(position); });
     return list;
 }
 

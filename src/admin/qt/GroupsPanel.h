@@ -4,7 +4,6 @@
 
 #include <QWidget>
 
-#include <functional>
 #include <vector>
 
 class QPoint;
@@ -24,10 +23,6 @@ class GroupsPanel : public QWidget {
     // program: borrowed, must outlive the panel.
     explicit GroupsPanel(mdlMain& program, QWidget* parent = nullptr);
 
-    // Opens the list's pop-up menu at a place on screen; site is the current one.
-    using Menu = std::function<void(int site, const QPoint&)>;
-    void setMenu(Menu menu) { menu_ = std::move(menu); }
-
     void addSite(int site);
     void connectionChanged(int site); // an empty list says so
     void showSite(int site);
@@ -35,6 +30,10 @@ class GroupsPanel : public QWidget {
     void groupsSorted(int site);
     void usersChanged(int site);
     void groupShown(int site, int index);
+
+  signals:
+    // The current site's list wants its pop-up menu, at a place on screen.
+    void menuRequested(const QPoint& globalPosition);
 
   private:
     QWidget* createLists();
@@ -48,7 +47,6 @@ class GroupsPanel : public QWidget {
     const SiteSession& session(int site) const { return program_.site(site).session; }
 
     mdlMain& program_;
-    Menu menu_;
     std::vector<ReportView*> lists_; // element 0 belongs to no site
     QStackedWidget* stack_ = nullptr;
     GroupEditorPanel* editor_ = nullptr;

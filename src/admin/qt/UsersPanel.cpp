@@ -147,11 +147,8 @@ ReportView* UsersPanel::createList(int site) {
             [&admin, site](int column) { admin.sortUsers(site, column); });
     connect(list, &ReportView::keyPressed, this,
             [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
-    connect(list, &ReportView::contextMenuRequested, this, [this, site](int /*row*/, const QPoint& position) {
-        if (openMenu_) {
-            openMenu_(site, position);
-        }
-    });
+    connect(list, &ReportView::contextMenuRequested, this,
+            [this](int /*row*/, const QPoint& position) { emit menuRequested(position); });
     return list;
 }
 

@@ -4,8 +4,6 @@
 
 #include <QWidget>
 
-#include <functional>
-#include <utility>
 #include <vector>
 
 class QPoint;
@@ -28,9 +26,6 @@ class UsersPanel : public QWidget {
     // program: borrowed, must outlive the panel.
     explicit UsersPanel(mdlMain& program, QWidget* parent = nullptr);
 
-    // What opens the list's pop-up menu at a place on screen.
-    void setMenuOpener(std::function<void(int site, const QPoint&)> opener) { openMenu_ = std::move(opener); }
-
     void addSite(int site);
     void connectionChanged(int site); // an empty list says so
     void showSite(int site);
@@ -41,6 +36,10 @@ class UsersPanel : public QWidget {
 
     // Opens the dialog that copies the site's current account; without one, none opens.
     void copyUser(int site);
+
+  signals:
+    // The current site's list wants its pop-up menu, at a place on screen.
+    void menuRequested(const QPoint& globalPosition);
 
   private:
     QWidget* createLists();
@@ -57,7 +56,6 @@ class UsersPanel : public QWidget {
     const SiteSession& session(int site) const { return program_.site(site).session; }
 
     mdlMain& program_;
-    std::function<void(int site, const QPoint&)> openMenu_;
     std::vector<ReportView*> lists_; // element 0 belongs to no site
     QStackedWidget* stack_ = nullptr;
     QPushButton* cmdUserBatch_ = nullptr;

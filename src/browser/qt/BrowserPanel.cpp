@@ -259,6 +259,13 @@ ReportView* BrowserPanel::createList(int site) {
             [&browser, site](int column) { browser.sortBy(site, column); });
     connect(list, &ReportView::rowDoubleClicked, this,
             [&browser, site](int row) { browser.open(site, row); });
+    connect(list, &ReportView::currentRowChanged, this,
+            [&browser, site](int row) { browser.selectRow(site, row); });
+    connect(list, &ReportView::contextMenuRequested, this, [this, list](int /*row*/, const QPoint& position) {
+        if (list->source().rows > 0) {
+            emit menuRequested(position);
+        }
+    });
     connect(list, &ReportView::keyPressed, this,
             [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
     connect(list, &ReportView::labelEdited, this, [this, site](int row, const QString& text) {

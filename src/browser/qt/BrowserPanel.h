@@ -39,6 +39,8 @@ class BrowserPanel : public QWidget {
   signals:
     // The session has an answer to a question about a directory.
     void chattrAnswered(int site);
+    // The current site's list wants its pop-up menu, at a place on screen.
+    void menuRequested(const QPoint& globalPosition);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

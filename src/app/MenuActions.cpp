@@ -1,0 +1,168 @@
+#include "app/MenuActions.h"
+
+#include "browser/Chattr.h"
+#include "common/Text.h"
+#include "common/TextEncoding.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace corvel {
+
+namespace {
+
+BrowserMenuRow browserRow(const SiteSession& session, const BrowserEntry* entry) {
+    const auto text = [&session](std::string_view bytes) { return toUtf8(bytes, session.encoding); };
+    if (entry == nullptr) {
+        return {.pwd = text(session.sCwd)};
+    }
+    return {.pwd = text(session.sCwd),
+            .name = text(entry->name),
+            .user = text(entry->owner),
+            .group = text(entry->group)};
+}
+
+UserMenuRow userRow(const SiteSession& session, int index) {
+    if (index < 0) {
+        return {};
+    }
+    const clsUser& user = session.Users[static_cast<std::size_t>(index)];
+    return {.name = toUtf8(user.sName, session.encoding),
+            .uid = std::to_string(user.iUID),
+            .group = toUtf8(user.sStdGroup, session.encoding)};
+}
+
+GroupMenuRow groupRow(const SiteSession& session, int index) {
+    if (index < 0) {
+        return {};
+    }
+    const clsGroup& group = session.Groups[static_cast<std::size_t>(index)];
+    return {.name = toUtf8(group.sName, session.encoding), .gid = std::to_string(group.iGID)};
+}
+
+ConnectionMenuRow connectionRow(const SiteSession& session) {
+    const auto index = static_cast<std::size_t>(session.activityRow);
+    if (session.activityRow < 0 || index >= session.activityRows.rows.size()) {
+        return {};
+    }
+    const ActivityRow& row = session.activityRows.rows[index];
+    const auto text = [&](ActivityCell cell) { return toUtf8(row.text(cell), session.encoding); };
+    return {.cid = std::string(trim(row.text(ActivityCell::cid))), // padded in the list
+            .user = text(ActivityCell::user),
+            .group = text(ActivityCell::group),
+            .ident = text(ActivityCell::ident),
+            .clientip = text(ActivityCell::ip),
+            .pwd = text(ActivityCell::pwd)};
+}
+
+} // namespace
+
+// The actions, a function each.
+struct MenuActions::Executor {
+    const Services& services;
+    int site;
+    std::string_view argument;
+
+    void nothing() const {}
+
+    void exec() const { services.shell.open(std::string(execTarget(argument))); }
+    void exit() const { services.shell.quit(); }
+    void copy() const { services.shell.setClipboardText(std::string(argument)); }
+
+    void kill() const {
+        if (const ProcessId id = services.shell.FindProcessByPath(killPattern(argument)); id != 0) {
+            services.shell.KillProcess(id);
+        }
+    }
+
+    void ftp() const {
+        if (site > 0) {
+            const TextEncoding encoding = at(services.sites, site).session.encoding;
+            services.channel.SendCommand(
+                site, {.sCommand = fromUtf8(argument, encoding).value_or(std::string(argument)),
+                       .bQuiet = false,
+                       .iHandler = handler::menuFtp});
+        }
+    }
+
+    template <Dialog dialog>
+    void open() const {
+        const bool isSelected = dialog == Dialog::copyUser ? site > 0 && services.admin.currentUser(site) >= 0
+                                                           : services.browser.selectedEntry(site) != nullptr;
+        if (isSelected) {
+            services.views.dialogWanted(site, dialog);
+        }
+    }
+
+    // The reply to the query fills the dialog, so the query goes first.
+    void chattr() const {
+        const BrowserEntry* const entry = services.browser.selectedEntry(site);
+        if (entry != nullptr && typeKey(*entry) == 1) {
+            services.channel.SendCommand(site, chattrQuery(entry->name));
+            services.views.dialogWanted(site, Dialog::chattr);
+        }
+    }
+};
+
+std::vector<MenuItem> MenuActions::ShowCustomMenu(int site, int kind) const {
+    const std::optional<MenuKind> menu = menuKind(kind);
+    return menu ? expandMenu(menuEntries(services_.settings, *menu), variables(site, *menu))
+                : std::vector<MenuItem>();
+}
+
+MenuVariables MenuActions::variables(int site, MenuKind kind) const {
+    const SiteSession& session = at(services_.sites, site).session;
+    switch (kind) {
+    case MenuKind::tray:
+        break;
+    case MenuKind::browser:
+        return menuVariables(browserRow(session, services_.browser.selectedEntry(site)));
+    case MenuKind::userList:
+        return menuVariables(userRow(session, services_.admin.currentUser(site)));
+    case MenuKind::groupList:
+        return menuVariables(groupRow(session, services_.admin.currentGroup(site)));
+    case MenuKind::activity:
+        return menuVariables(connectionRow(session));
+    }
+    return {};
+}
+
+void MenuActions::ExecuteMenuCommand(int site, std::string_view line) {
+    MenuCommand command = parseMenuCommand(line);
+    if (!command.asksFirst) {
+        execute(site, command);
+        return;
+    }
+    const std::string question = menuQuestion(command.argument);
+    services_.prompts.AskYesNo(question, DefaultAnswer::no,
+                               [this, site, command = std::move(command)](bool yes) {
+                                   if (yes) {
+                                       execute(site, command);
+                                   }
+                               });
+}
+
+void MenuActions::execute(int site, const MenuCommand& command) {
+    struct Row {
+        MenuAction action;
+        void (Executor::*run)() const;
+    };
+    static constexpr std::array<Row, 11> table = {{
+        {MenuAction::nothing, &Executor::nothing},
+        {MenuAction::null, &Executor::nothing},
+        {MenuAction::exec, &Executor::exec},
+        {MenuAction::exit, &Executor::exit},
+        {MenuAction::chmod, &Executor::open<Dialog::chmod>},
+        {MenuAction::nuke, &Executor::open<Dialog::nuke>},
+        {MenuAction::copyUser, &Executor::open<Dialog::copyUser>},
+        {MenuAction::chattr, &Executor::chattr},
+        {MenuAction::ftp, &Executor::ftp},
+        {MenuAction::copy, &Executor::copy},
+        {MenuAction::kill, &Executor::kill},
+    }};
+    const Executor executor{services_, site, command.argument};
+    (executor.*std::ranges::find(table, command.action, &Row::action)->run)();
+}
+
+} // namespace corvel

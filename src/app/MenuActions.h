@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/AdminActions.h"
+#include "app/BrowserActions.h"
+#include "common/ports/Prompts.h"
+#include "common/ports/Shell.h"
+#include "common/ports/Views.h"
+#include "config/Settings.h"
+#include "menus/mdlMenus.h"
+#include "net/CommandChannel.h"
+#include "net/SiteSession.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+// The custom menus: what they show, and what their entries do. Menus and actions work on the rows selected
+// in the lists of a site. site may be 0, for none: then nothing is selected, and what needs a site does
+// nothing.
+class MenuActions {
+  public:
+    // What the actions work with. Everything is borrowed and must outlive them.
+    struct Services {
+        const Sites& sites;
+        const Settings& settings;
+        const BrowserActions& browser;
+        const AdminActions& admin;
+        CommandChannel& channel;
+        Prompts& prompts;
+        Views& views;
+        Shell& shell;
+    };
+
+    explicit MenuActions(Services services) : services_(services) {}
+
+    // The entries of the menu of that kind, 1 to 5 as in MenuKind, made for the selected row of its list.
+    // None for any other number, nor where settings.ini has none.
+    std::vector<MenuItem> ShowCustomMenu(int site, int kind) const;
+
+    // Does what the command line (UTF-8) of an entry says, after a yes where it asks first. A line that says
+    // nothing that is known does nothing.
+    void ExecuteMenuCommand(int site, std::string_view line);
+
+  private:
+    struct Executor;
+
+    MenuVariables variables(int site, MenuKind kind) const;
+    void execute(int site, const MenuCommand& command);
+
+    Services services_;
+};
+
+} // namespace corvel

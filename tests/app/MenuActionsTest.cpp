@@ -1,0 +1,160 @@
+#include "app/MenuActions.h"
+
+#include "support/ScriptedPeer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvel::test {
+namespace {
+
+// One name is Windows-1252, so all of the connection is.
+const std::string listing = "211-status of /pub:\r\n"
+                            "drwxr-xr-x 2 root staff 4096 Jan 5 12:00 ..\r\n"
+                            "drwxr-xr-x 2 root staff 4096 Jan 5 12:00 gr\xF6\xDF\x65\r\n"
+                            "lrwxrwxrwx 1 root staff 10 Jan 5 12:00 lnk -> /site/\r\n"
+                            "-rw-r--r-- 1 bob staff 17 Jan 5 12:00 a & \"b\"; `c` | %(pwd) 100%\r\n"
+                            "-rw-r--r-- 1 bob staff 17 Jan 5 12:00 two\nlines\r\n"
+                            "211 End of Status\r\n";
+const std::string menus = "menu_tray = %(name) | null\n"
+                          "menu_browser = \xC3\xA4 %(name) | ftp site wipe %(name)\n"
+                          "menu_userlist = %(name) | null\n"
+                          "menu_grouplist = %(gid) | null\n";
+
+// Rows as they are shown.
+constexpr int parentRow = 0;
+constexpr int directoryRow = 1;
+constexpr int linkRow = 2;
+constexpr int fileRow = 3;
+constexpr int badNameRow = 4;
+
+// Logged in, with the listing above on screen.
+struct Choosing : TestProgram {
+    Choosing() : TestProgram(sitesFile(1), menus) {
+        main.connectSite(1);
+        play(*this, 1, loginScript("bob", "secret"), {}, "login");
+        main.browser().refresh(1);
+        play(
+            *this, 1,
+            {expect("STAT -a"), send(listing), expect("PWD"), send("257 \"/pub\" is current directory.\r\n")},
+            {}, "listing");
+        views.calls.clear();
+    }
+
+    // What the first entry of the browser's menu says for a row.
+    MenuItem itemFor(int row) {
+        main.browser().selectRow(1, row);
+        return main.menus().ShowCustomMenu(1, 2).front();
+    }
+    std::vector<std::string> run(const std::string& line, int site = 1) {
+        main.menus().ExecuteMenuCommand(site, line);
+        return socket(1).takeSentLines();
+    }
+};
+
+using Texts = std::vector<std::string>;
+
+TEST(MenuActions, MenusAreMadeForTheSelectedRow) {
+    Choosing program;
+    EXPECT_EQ(program.itemFor(-1), (MenuItem{"\xC3\xA4 ", "ftp site wipe "}));
+    EXPECT_EQ(program.itemFor(linkRow).command, "ftp site wipe lnk -> /site/");
+    EXPECT_EQ(program.itemFor(directoryRow).caption, "\xC3\xA4 gr\xC3\xB6\xC3\x9F\x65");
+    EXPECT_EQ(program.main.menus().ShowCustomMenu(1, 1), (std::vector<MenuItem>{{"%(name)", "null"}}));
+    EXPECT_EQ(program.main.menus().ShowCustomMenu(0, 2),
+              (std::vector<MenuItem>{{"\xC3\xA4 ", "ftp site wipe "}}));
+    for (const int kind : {-1, 0, 5, 6}) {
+        EXPECT_EQ(program.main.menus().ShowCustomMenu(1, kind), std::vector<MenuItem>()) << kind;
+    }
+}
+
+TEST(MenuActions, ConnectionsAreNamedAsTheListShowsThem) {
+    TestProgram program(sitesFile(1),
+                        "menu_activity = %(user) | ftp site kill %(cid) %(ident)@%(clientip) %(pwd)\n");
+    const std::string record = "200-cid | bob | staff | 101 | ftp | id | 10.0.0.1 | host | data | NOOP | 200 | "
+                               "/srv/a b | /a b | 0 | 95 | 0 | 0 | 0";
+    const std::vector<std::string_view> lines = {record, "200 end", ""};
+    SiteSession& session = const_cast<SiteSession&>(program.session(1));
+    ParseWhoReply(lines, session.activityRows, session.activity);
+    for (const auto& [row, command] : {std::pair(-1, "ftp site kill  @ "), std::pair(1, "ftp site kill  @ "),
+                                       std::pair(0, "ftp site kill 101 id@10.0.0.1 /a b")}) {
+        program.main.selectActivityRow(1, row);
+        EXPECT_EQ(program.main.menus().ShowCustomMenu(1, 5).front().command, command);
+    }
+}
+
+TEST(MenuActions, FtpSendsNamesInTheServersBytes) {
+    Choosing program;
+    EXPECT_EQ(program.run(program.itemFor(directoryRow).command), (Texts{"site wipe gr\xF6\xDF\x65"}));
+    EXPECT_EQ(program.session(1).iCurHandler, handler::menuFtp);
+    EXPECT_EQ(program.commandResults(1), "> site wipe gr\xC3\xB6\xC3\x9F\x65\r\n");
+    play(program, 1, {send("200 done\r\n")}, {}, "answer");
+    EXPECT_EQ(program.run(program.itemFor(fileRow).command),
+              (Texts{"site wipe a & \"b\"; `c` | %(pwd) 100%"}));
+    play(program, 1, {send("200 done\r\n")}, {}, "answer");
+    EXPECT_EQ(program.run(program.itemFor(badNameRow).command), Texts()) << "a line break in the name";
+    EXPECT_EQ(program.run("ftp site help", 0), Texts()) << "no site";
+}
+
+TEST(MenuActions, ChattrAsksForDirectoriesAndThenOpensItsDialog) {
+    Choosing program;
+    for (const int row : {-1, parentRow, linkRow, fileRow}) {
+        program.main.browser().selectRow(1, row);
+        EXPECT_EQ(program.run("chattr"), Texts()) << row;
+        EXPECT_EQ(program.views.calls, Texts()) << row;
+    }
+    program.main.browser().selectRow(1, directoryRow);
+    EXPECT_EQ(program.run("chattr"), (Texts{"site chattr +h \"gr\xF6\xDF\x65\""}));
+    EXPECT_EQ(program.session(1).iCurHandler, handler::chattrQuery);
+    EXPECT_TRUE(program.session(1).bCurQuiet);
+    EXPECT_EQ(program.views.calls, (Texts{"dialogWanted 1 1"}));
+}
+
+struct ActionCase {
+    const char* name;
+    const char* line;
+    int row;
+    Texts done; // by the shell, else asked of the window
+};
+
+TEST(MenuActions, DoWhatTheirLinesSay) {
+    const std::vector<ActionCase> cases = {
+        {"null", "null", fileRow, {}},
+        {"unknown", "format c:", fileRow, {}},
+        {"exec", "exec \"my notes.txt\" more", -1, {"open my notes.txt"}},
+        {"exit", "exit now", -1, {"quit"}},
+        {"copy", "copy  a  b", -1, {"copy  a  b"}},
+        {"kill", "kill  /Opt/My * ", -1, {"kill 7"}},
+        {"kill without a match", "kill /opt/other", -1, {}},
+        {"kill of nothing", "kill", -1, {}},
+        {"chmod", "chmod", fileRow, {"dialogWanted 1 0"}},
+        {"nuke", "nuke", fileRow, {"dialogWanted 1 2"}},
+        {"chmod without a row", "chmod", -1, {}},
+        {"nuke without a row", "nuke", -1, {}},
+        {"copyuser without a user", "copyuser", fileRow, {}},
+    };
+    for (const ActionCase& row : cases) {
+        Choosing program;
+        program.shell.runningPath = "/opt/my *";
+        program.main.browser().selectRow(1, row.row);
+        EXPECT_EQ(program.run(row.line), Texts()) << row.name;
+        EXPECT_EQ(program.shell.calls.empty() ? program.views.calls : program.shell.calls, row.done)
+            << row.name;
+        EXPECT_EQ(program.prompts.asked, Texts()) << row.name;
+    }
+}
+
+TEST(MenuActions, APercentSignAsksFirst) {
+    Choosing program;
+    program.prompts.answers = {"no", "yes"};
+    program.run("%copy a  b");
+    EXPECT_EQ(program.shell.calls, Texts());
+    program.run("%copy a  b");
+    EXPECT_EQ(program.shell.calls, (Texts{"copy a  b"}));
+    const std::string question = "Are u sure u want to perform this command?\r\n\r\na  b";
+    EXPECT_EQ(program.prompts.asked, (Texts{question, question}));
+}
+
+} // namespace
+} // namespace corvel::test

@@ -1,0 +1,239 @@
+#include "admin/qt/frmCopyUser.h"
+#include "demo/DemoServer.h"
+#include "ui/WindowDriver.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDesktopServices>
+#include <QFile>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMessageBox>
+#include <QProcess>
+#include <QTabWidget>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace corvel::test {
+namespace {
+
+constexpr int browserTab = 2;
+constexpr int usersTab = 4;
+constexpr int groupsTab = 5;
+
+// Takes the addresses that would go to the desktop.
+class AddressCatcher : public QObject {
+    Q_OBJECT
+
+  public:
+    AddressCatcher() {
+        for (const QString& scheme : schemes) {
+            QDesktopServices::setUrlHandler(scheme, this, "take");
+        }
+    }
+    ~AddressCatcher() override {
+        for (const QString& scheme : schemes) {
+            QDesktopServices::unsetUrlHandler(scheme);
+        }
+    }
+
+    QStringList addresses;
+
+  public slots:
+    void take(const QUrl& address) { addresses << QString::fromLatin1(address.toEncoded()); }
+
+  private:
+    QStringList schemes = {u"http"_s, u"https"_s, u"file"_s, u"ftp"_s};
+};
+
+class CustomMenusTest : public testing::Test {
+  protected:
+    // Logged in, with menus of these lines.
+    void start(const std::string& lines) {
+        ASSERT_TRUE(server_.listen());
+        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo"), lines);
+        ASSERT_TRUE(driver_->logIn(1));
+    }
+
+    // Presses the right mouse button on the row whose column reads text.
+    void rightClick(const char* listName, int column, const QString& text) {
+        auto& list = driver_->find<ReportView>(listName);
+        int row = 0;
+        while (row < list.model()->rowCount() && list.model()->index(row, column).data().toString() != text) {
+            ++row;
+        }
+        ASSERT_LT(row, list.model()->rowCount()) << text.toStdString();
+        list.scrollTo(list.model()->index(row, 0));
+        const QPoint place = list.visualRect(list.model()->index(row, column)).center();
+        QTest::mouseClick(list.viewport(), Qt::RightButton, {}, place);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, list.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(list.viewport(), &event);
+        eventually([&] { return driver_->isIdle(1); });
+    }
+
+    // The captions of the open menu; "---" for a line.
+    QStringList captions(const char* menuName) {
+        auto& menu = driver_->find<QMenu>(menuName);
+        QStringList texts;
+        for (const QAction* action : menu.isVisible() ? menu.actions() : QList<QAction*>()) {
+            texts << (action->isSeparator() ? u"---"_s : action->text());
+        }
+        return texts;
+    }
+
+    void choose(const char* itemName) {
+        auto& item = driver_->find<QAction>(itemName);
+        auto& menu = *qobject_cast<QMenu*>(item.parent());
+        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&item).center());
+        eventually([&] { return driver_->isIdle(1); });
+    }
+
+    // Opens the tray's menu, which has one line, and chooses that.
+    void runFromTray(const std::string& command) {
+        start("menu_tray = x | " + command + "\n");
+        driver_->window->customMenus().ShowCustomMenu(1, {20, 20});
+        choose("mnuTray_0");
+    }
+
+    QString results() { return fromUtf8(driver_->session(1).commandResultsLog.text()); }
+    static QString fromUtf8(const std::string& text) { return QString::fromStdString(text); }
+    static QString clipboard() { return QGuiApplication::clipboard()->text(); }
+
+    DemoServer server_{DemoOptions{}};
+    std::unique_ptr<WindowDriver> driver_;
+};
+
+TEST_F(CustomMenusTest, OpenForTheRowUnderTheMouseAndSendCommands) {
+    start("menu_browser = %(name) & \\t \"%(pwd)\" | null\n"
+          "menu_browser = - | null\n"
+          "menu_browser = wipe | ftp SITE wipe %(name,25,R,.)\n"
+          "menu_browser = copy | copy  %(pwd)|%(name)|%(user)|%(group)\n");
+    driver_->find<QTabWidget>("tabMain").setCurrentIndex(browserTab);
+    rightClick("lvwBrowser_1", 0, u"pub"_s);
+    EXPECT_EQ(captions("mnuShowBrowser"),
+              (QStringList{u"pub && \\t \"/\""_s, u"---"_s, u"wipe"_s, u"copy"_s}));
+    choose("mnuBrowser_2");
+    EXPECT_TRUE(results().contains(u"> SITE wipe ......................pub\r\n"_s))
+        << results().toStdString();
+    EXPECT_TRUE(results().contains(u"command not understood"_s));
+    // The key acts on the row that is selected now.
+    QTest::keyClick(&driver_->browser(), Qt::Key_Menu);
+    ASSERT_EQ(captions("mnuShowBrowser").size(), 4);
+    choose("mnuBrowser_3");
+    EXPECT_TRUE(clipboard().startsWith(u" /|pub|"_s)) << clipboard().toStdString();
+}
+
+TEST_F(CustomMenusTest, HostileNamesStayText) {
+    const QString name = u"a & \"b\"; `c` | %(pwd) %s ü"_s;
+    start("menu_browser = %(name) | ftp SITE wipe %(name)\n"
+          "menu_browser = copy | copy %(name)\n"
+          "menu_browser = open | exec \"%(pwd)%(name)\"\n"
+          "menu_browser = kill | kill %(name)\n");
+    driver_->press(Qt::Key_Insert);
+    driver_->answerText(name);
+    driver_->refresh();
+    ASSERT_TRUE(driver_->waitForRow(name));
+    driver_->find<QTabWidget>("tabMain").setCurrentIndex(browserTab);
+    AddressCatcher desktop;
+    for (const char* const item : {"mnuBrowser_0", "mnuBrowser_1", "mnuBrowser_2", "mnuBrowser_3"}) {
+        rightClick("lvwBrowser_1", 0, name);
+        EXPECT_EQ(captions("mnuShowBrowser").value(0), QString(name).replace(u"&"_s, u"&&"_s));
+        choose(item);
+    }
+    EXPECT_TRUE(results().contains(u"> SITE wipe "_s + name)) << results().toStdString();
+    EXPECT_EQ(clipboard(), name);
+    EXPECT_EQ(desktop.addresses, QStringList());
+    EXPECT_TRUE(driver_->window->isVisible());
+}
+
+TEST_F(CustomMenusTest, AccountsHaveTheirOwnMenus) {
+    start("menu_userlist = %(name) %(user) %(uid) %(group) | copyuser\n"
+          "menu_grouplist = %(name) %(gid) | ftp SITE CHANGE %(name) groupslots 3 1\n");
+    driver_->find<QTabWidget>("tabMain").setCurrentIndex(usersTab);
+    rightClick("lvwUsers_1", 1, u"alice"_s);
+    EXPECT_EQ(captions("mnuShowUserlist"), QStringList{u"alice alice 2 sysops"_s});
+    choose("mnuUserlist_0");
+    auto* const dialog = driver_->waitForBox<frmCopyUser>();
+    ASSERT_NE(dialog, nullptr);
+    dialog->close();
+    driver_->find<QTabWidget>("tabMain").setCurrentIndex(groupsTab);
+    rightClick("lvwGroups_1", 1, u"staff"_s);
+    EXPECT_EQ(captions("mnuShowGrouplist"), QStringList{u"staff 1"_s});
+    choose("mnuGrouplist_0");
+    EXPECT_EQ(server_.world().accounts.findGroup("staff")->groupSlots, 3);
+}
+
+TEST_F(CustomMenusTest, WithoutLinesOrWithoutRowsNoneOpens) {
+    start("menu_userlist = %(name) | null\n");
+    driver_->find<QTabWidget>("tabMain").setCurrentIndex(browserTab);
+    rightClick("lvwBrowser_1", 0, u"pub"_s);
+    for (const int kind : {-1, 0, 1, 2, 4, 5, 6}) {
+        driver_->window->customMenus().ShowCustomMenu(kind, {20, 20});
+    }
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(CustomMenusTest, ExitClosesAfterAYes) {
+    runFromTray("%exit");
+    EXPECT_EQ(driver_->answer(QMessageBox::No), u"Are u sure u want to perform this command?\n\n"_s);
+    EXPECT_TRUE(driver_->window->isVisible());
+    driver_->window->customMenus().ShowCustomMenu(1, {20, 20});
+    choose("mnuTray_0");
+    driver_->answer(QMessageBox::Yes);
+    EXPECT_TRUE(eventually([&] { return !driver_->window->isVisible(); }));
+    EXPECT_TRUE(driver_->store.value("selected_tab")) << "the state is saved as at every close";
+}
+
+// The children of these tests wait for input that never comes; each ends with its test.
+TEST_F(CustomMenusTest, KillEndsTheFirstProcessThatMatches) {
+    runFromTray("kill */NO such/program");
+    const QString victimPath = fromUtf8(driver_->directory.fileNamed("The Victim"));
+    ASSERT_TRUE(QFile::copy(u"/bin/cat"_s, victimPath));
+    QProcess victim;
+    victim.start(victimPath, {});
+    ASSERT_TRUE(victim.waitForStarted());
+    driver_->window->program().menus().ExecuteMenuCommand(1, "kill " +
+                                                                 driver_->directory.fileNamed("the victi#"));
+    EXPECT_EQ(victim.state(), QProcess::Running);
+    driver_->window->program().menus().ExecuteMenuCommand(1, "kill  " +
+                                                                 driver_->directory.fileNamed("the v?ctim "));
+    ASSERT_TRUE(victim.waitForFinished());
+    EXPECT_EQ(victim.exitStatus(), QProcess::CrashExit) << "ended by a signal";
+    EXPECT_TRUE(driver_->window->isVisible());
+}
+
+TEST_F(CustomMenusTest, ExecStartsProgramsItselfAndLeavesTheRestToTheDesktop) {
+    start("");
+    MenuActions& menus = driver_->window->program().menus();
+    driver_->directory.write("my program", "#!/bin/sh\n"
+                                           "echo \"$# $PWD\" > \"$0.out.part\"\n"
+                                           "mv \"$0.out.part\" \"$0.out\"\n");
+    const QString program = fromUtf8(driver_->directory.fileNamed("my program"));
+    ASSERT_TRUE(QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner));
+    menus.ExecuteMenuCommand(1, "exec \"" + program.toStdString() + "\" further; words");
+    QFile output(program + u".out"_s);
+    ASSERT_TRUE(eventually([&] { return output.exists(); }));
+    ASSERT_TRUE(output.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QString::fromUtf8(output.readAll()),
+              u"0 "_s + QCoreApplication::applicationDirPath() + u"\n"_s);
+
+    AddressCatcher desktop;
+    driver_->directory.write("no program; `x`", "");
+    const std::string notes = driver_->directory.fileNamed("no program; `x`");
+    for (const std::string& target :
+         {std::string("https://example.org/a?b=c&d"), std::string("www.example.org"), "\"" + notes + "\"",
+          std::string("no-such-file"), std::string("C:\\x"), std::string("\"/no such; file\""),
+          std::string()}) {
+        menus.ExecuteMenuCommand(1, "exec " + target);
+    }
+    EXPECT_EQ(desktop.addresses,
+              (QStringList{u"https://example.org/a?b=c&d"_s, u"http://www.example.org"_s,
+                           QString::fromLatin1(QUrl::fromLocalFile(fromUtf8(notes)).toEncoded())}));
+}
+
+} // namespace
+} // namespace corvel::test
+
+#include "CustomMenusTest.moc"
