@@ -6,6 +6,12 @@
 
 #include <vector>
 
+// The resource lies in a library, whose parts are left out of a program that does not ask for them. It has to
+// be asked for outside of any namespace.
+static void loadDemoResource() {
+    Q_INIT_RESOURCE(demo);
+}
+
 namespace corvel {
 
 DemoHome::DemoHome() : server_(DemoOptions{}) {
@@ -16,9 +22,16 @@ DemoHome::DemoHome() : server_(DemoOptions{}) {
         errorText_ = server_.errorText();
     } else if (!directory_.isValid()) {
         errorText_ = directory_.errorString();
-    } else if (!writeSites()) {
-        errorText_ = QStringLiteral("the demo's sites.ini can't be written");
+    } else if (!writeSites() || !writeSettings()) {
+        errorText_ = QStringLiteral("the demo's settings can't be written to %1").arg(directory_.path());
     }
+}
+
+// The sample that comes with the program.
+bool DemoHome::writeSettings() const {
+    loadDemoResource();
+    return QFile::copy(QStringLiteral(":/demo/settings.ini"),
+                       directory_.filePath(QStringLiteral("settings.ini")));
 }
 
 bool DemoHome::writeSites() {

@@ -11,7 +11,7 @@
 namespace corvel {
 
 // What the program runs on with --demo in place of the user's own: a server in the process, a directory with
-// two sites on it, and a store that is forgotten at the end.
+// two sites and the sample settings in it, and a store that is forgotten at the end.
 class DemoHome {
   public:
     DemoHome();
@@ -24,6 +24,7 @@ class DemoHome {
 
   private:
     bool writeSites();
+    bool writeSettings() const;
 
     DemoServer server_;
     QTemporaryDir directory_;
