@@ -149,6 +149,7 @@ void frmMain::createPanels() {
     opensMenu(browser_, MenuKind::browser);
     opensMenu(users_, MenuKind::userList);
     opensMenu(groups_, MenuKind::groupList);
+    opensMenu(activity_, MenuKind::activity);
     tabMain_ = new QTabWidget(area);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
     // In the order of the tabs.

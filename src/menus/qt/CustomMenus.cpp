@@ -45,8 +45,7 @@ CustomMenus::CustomMenus(mdlMain& program, QWidget* window) : QObject(window), p
 }
 
 QMenu* CustomMenus::prepare(int kind) {
-    const int site = program_.currentSite();
-    const std::vector<MenuItem> items = program_.menus().ShowCustomMenu(site, kind);
+    const std::vector<MenuItem> items = program_.menus().ShowCustomMenu(program_.currentSite(), kind);
     if (items.empty()) {
         return nullptr;
     }
@@ -59,8 +58,10 @@ QMenu* CustomMenus::prepare(int kind) {
             item.isSeparator ? menu.addSeparator() : menu.addAction(actionText(item.caption, menu));
         action->setObjectName(elementName(names[element].item, index++));
         action->setMenuRole(QAction::NoRole);
-        connect(action, &QAction::triggered, this,
-                [this, site, command = item.command] { program_.menus().ExecuteMenuCommand(site, command); });
+        // The tray's menu stays as it is while the current site becomes another one.
+        connect(action, &QAction::triggered, this, [this, command = item.command] {
+            program_.menus().ExecuteMenuCommand(program_.currentSite(), command);
+        });
     }
     return &menu;
 }

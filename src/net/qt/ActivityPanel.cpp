@@ -198,6 +198,8 @@ ReportView* ActivityPanel::createList(int site) {
     connect(&header, &QHeaderView::sectionMoved, this, [this, list] { keepOrder(*list); });
     connect(&header, &QHeaderView::sectionResized, this,
             [this, list](int column) { keepWidth(*list, column); });
+    connect(list, &ReportView::currentRowChanged, this,
+            [this, site](int row) { program_.selectActivityRow(site, row); });
     connect(list, &ReportView::contextMenuRequested, this,
             [this](int /*row*/, const QPoint& position) { emit menuRequested(position); });
     return list;
