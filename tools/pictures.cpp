@@ -1,8 +1,10 @@
 // corvel_pictures DIRECTORY [--dark] [--size WIDTHxHEIGHT]: drives the real window on a demo server of its
-// own and leaves a picture of every tab, dialog and menu in the directory. QT_SCALE_FACTOR=2 gives them at
-// double size.
+// own, with the sample settings, and leaves a picture of every tab, dialog and menu in the directory.
+// QT_SCALE_FACTOR=2 gives them at double size.
 
+#include "config/Files.h"
 #include "demo/DemoServer.h"
+#include "ui/DemoHome.h"
 #include "ui/WindowDriver.h"
 
 #include <QApplication>
@@ -10,6 +12,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QTabWidget>
@@ -56,12 +59,22 @@ void useDarkPalette() {
     QApplication::setPalette(palette);
 }
 
+std::string sampleSettings() {
+    const DemoHome home;
+    std::string text;
+    for (const std::string& line : ReadAllLines(home.directory() + "/settings.ini")) {
+        text += line + '\n';
+    }
+    return text;
+}
+
 // Takes pictures of one window.
 class Photographer {
   public:
     explicit Photographer(const Options& options)
         : directory_(options.directory), driver_(siteRecord("home", listeningPort(), "demo", "demo") +
-                                                 siteRecord("backup", server_.port(), "demo", "demo")) {
+                                                     siteRecord("backup", server_.port(), "demo", "demo"),
+                                                 sampleSettings()) {
         driver_.window->resize(options.size);
     }
 
@@ -69,6 +82,8 @@ class Photographer {
         picture("console-before");
         driver_.logIn(1);
         tabs();
+        menus();
+        browserDialogs();
         userDialogs();
         groupDialogs();
         siteDialog();
@@ -140,6 +155,37 @@ class Photographer {
         picture("settings");
         show(results);
         picture("results");
+    }
+
+    // The menus of the rows that are selected.
+    void menus() {
+        driver_.window->program().tmrRefreshWho_Timer(1, false);
+        eventually([&] { return driver_.isIdle(1); });
+        driver_.find<ReportView>("lvwActivity_1").setCurrentRow(1);
+        menu(MenuKind::tray, "tray");
+        menu(MenuKind::browser, "browser");
+        menu(MenuKind::userList, "users");
+        menu(MenuKind::groupList, "groups");
+        menu(MenuKind::activity, "activity");
+    }
+    void menu(MenuKind kind, const std::string& name) {
+        QMenu* const menu = driver_.window->customMenus().prepare(static_cast<int>(kind));
+        if (menu == nullptr) {
+            throw std::runtime_error("no menu for " + name);
+        }
+        menu->popup({20, 20});
+        save(*menu, "menu-" + name);
+        menu->close();
+    }
+
+    void browserDialogs() {
+        const auto choose = [this](const char* command) {
+            return [this, command] { driver_.window->program().menus().ExecuteMenuCommand(1, command); };
+        };
+        show(browser);
+        dialog("frmBrowserCHMOD", choose("chmod"));
+        dialog("frmBrowserCHATTR", choose("chattr"));
+        dialog("frmBrowserNUKE", choose("nuke"));
     }
 
     void userDialogs() {
