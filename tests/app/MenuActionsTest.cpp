@@ -72,8 +72,9 @@ TEST(MenuActions, MenusAreMadeForTheSelectedRow) {
 TEST(MenuActions, ConnectionsAreNamedAsTheListShowsThem) {
     TestProgram program(sitesFile(1),
                         "menu_activity = %(user) | ftp site kill %(cid) %(ident)@%(clientip) %(pwd)\n");
-    const std::string record = "200-cid | bob | staff | 101 | ftp | id | 10.0.0.1 | host | data | NOOP | 200 | "
-                               "/srv/a b | /a b | 0 | 95 | 0 | 0 | 0";
+    const std::string record =
+        "200-cid | bob | staff | 101 | ftp | id | 10.0.0.1 | host | data | NOOP | 200 | "
+        "/srv/a b | /a b | 0 | 95 | 0 | 0 | 0";
     const std::vector<std::string_view> lines = {record, "200 end", ""};
     SiteSession& session = const_cast<SiteSession&>(program.session(1));
     ParseWhoReply(lines, session.activityRows, session.activity);
