@@ -56,7 +56,8 @@ void whoReply(const ReplyServices& services, const Reply& reply) {
 
 void chattrReply(const ReplyServices& services, const Reply& reply) {
     reply.session.chattrAnswer = {.sQuery = reply.session.sCurCommand,
-                                  .txtCurrent = std::string(chattrText(reply.lines.front()))};
+                                  .txtCurrent = std::string(chattrText(reply.lines.front())),
+                                  .isRefused = !isSuccess(reply)};
     services.views.chattrAnswered(reply.site);
 }
 

@@ -40,12 +40,16 @@ std::string_view chattrText(std::string_view firstLine) {
     return firstLine.substr(firstLine.starts_with(answerPrefix) ? answerPrefix.size() : 0);
 }
 
+bool canConfirm(const ChattrForm& form) {
+    return !form.isRefused || !argumentsOf(form).empty();
+}
+
 std::vector<Command> chattrCommands(const ChattrForm& form) {
     const std::string arguments = argumentsOf(form);
     if (!arguments.empty()) {
         return {fileCommand("site chattr +h ", quoted(form.sName) + " " + quoted(arguments))};
     }
-    if (!matchesPattern(form.txtCurrent, nothingSet)) {
+    if (canConfirm(form) && !matchesPattern(form.txtCurrent, nothingSet)) {
         return {fileCommand("site chattr -h ", quoted(form.sName))};
     }
     return {};

@@ -14,6 +14,7 @@ namespace corvel {
 struct ChattrForm {
     std::string sName;      // of the directory, in the current one
     std::string txtCurrent; // whom it is shown to now, as the server says it
+    bool isRefused = false; // the server does not say it; txtCurrent is its refusal
     bool chkFlags = false;  // whether txtFlags counts
     std::string txtFlags;
     std::vector<SelectableEntry> lstUsers;
@@ -24,6 +25,7 @@ struct ChattrForm {
 struct ChattrAnswer {
     std::string sQuery;
     std::string txtCurrent;
+    bool isRefused = false; // as in ChattrForm
 };
 
 // Asks to whom a directory is shown.
@@ -31,6 +33,10 @@ Command chattrQuery(std::string_view name);
 
 // What the dialog shows of the first line of the reply: what is behind "200-CHATTR: ", else the whole line.
 std::string_view chattrText(std::string_view firstLine);
+
+// Whether an answered form can be confirmed. Where the server does not say what is set, something has to be
+// selected: nobody has seen what the form would clear.
+bool canConfirm(const ChattrForm& form);
 
 // What the confirmed form sends: who is to see the directory, or, where nothing is selected, that everybody
 // is. Nothing where nothing is selected and nothing was set.

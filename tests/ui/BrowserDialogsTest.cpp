@@ -1,4 +1,3 @@
-#include "browser/Chattr.h"
 #include "browser/FileOperations.h"
 #include "browser/qt/frmBrowserCHATTR.h"
 #include "browser/qt/frmBrowserCHMOD.h"
@@ -42,14 +41,13 @@ class BrowserDialogs : public testing::Test {
         ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && driver_->rowOf(name) < 0; }));
     }
 
-    // Selects a row and opens its dialog as a menu does.
+    void run(const char* command) { driver_->window->program().menus().ExecuteMenuCommand(1, command); }
+
+    // Selects a row and opens its dialog by the command of a menu.
     template <typename Dialog>
-    Dialog& open(const QString& row, corvel::Dialog which) {
+    Dialog& open(const QString& row, const char* command) {
         driver_->select(row);
-        if (which == corvel::Dialog::chattr) {
-            driver_->window->program().browser().send(1, {chattrQuery(row.toStdString())});
-        }
-        driver_->window->dialogWanted(1, which);
+        run(command);
         return *driver_->window->findChild<Dialog*>();
     }
 
@@ -94,7 +92,7 @@ class BrowserDialogs : public testing::Test {
 };
 
 TEST_F(BrowserDialogs, SetPermissions) {
-    auto& form = open<frmBrowserCHMOD>(u"say \"hello\".txt"_s, Dialog::chmod);
+    auto& form = open<frmBrowserCHMOD>(u"say \"hello\".txt"_s, "chmod");
     DialogDriver dialog(form);
     EXPECT_EQ(form.windowTitle(), u"SITE CHMOD"_s);
     EXPECT_EQ(dialog.text("txtPath"), "/pub/say \"hello\".txt");
@@ -123,7 +121,7 @@ TEST_F(BrowserDialogs, SetPermissions) {
 
 TEST_F(BrowserDialogs, HideADirectory) {
     {
-        auto& form = open<frmBrowserCHATTR>(u"empty"_s, Dialog::chattr);
+        auto& form = open<frmBrowserCHATTR>(u"empty"_s, "chattr");
         DialogDriver dialog(form);
         EXPECT_EQ(form.windowTitle(), u"Hide directory (SITE CHATTR)"_s);
         EXPECT_EQ(dialog.find<QListWidget>("lstUsers").count(), 60);
@@ -147,15 +145,15 @@ TEST_F(BrowserDialogs, HideADirectory) {
     EXPECT_EQ(replies(), "> site chattr +h \"empty\" \" " + arguments + "\"\n200 CHATTR command successful");
 
     // An answer that comes after its dialog was closed is not taken for the next one's.
-    open<frmBrowserCHATTR>(u"empty"_s, Dialog::chattr).reject();
+    open<frmBrowserCHATTR>(u"empty"_s, "chattr").reject();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    open<frmBrowserCHATTR>(u"two  blanks"_s, Dialog::chattr);
+    open<frmBrowserCHATTR>(u"two  blanks"_s, "chattr");
     ASSERT_TRUE(waitForAnswer());
     EXPECT_EQ(inChattr<QLineEdit>("txtCurrent").text(), u"<not set>"_s);
     confirmChattr();
     EXPECT_EQ(replies(), "");
 
-    open<frmBrowserCHATTR>(u"empty"_s, Dialog::chattr);
+    open<frmBrowserCHATTR>(u"empty"_s, "chattr");
     ASSERT_TRUE(waitForAnswer());
     EXPECT_EQ(inChattr<QLineEdit>("txtCurrent").text().toStdString(), arguments);
     confirmChattr();
@@ -163,7 +161,7 @@ TEST_F(BrowserDialogs, HideADirectory) {
 }
 
 TEST_F(BrowserDialogs, HideNothingBeforeTheServerHasAnswered) {
-    auto& form = open<frmBrowserCHATTR>(u"empty"_s, Dialog::chattr);
+    auto& form = open<frmBrowserCHATTR>(u"empty"_s, "chattr");
     DialogDriver dialog(form);
     QTest::keyClick(&form, Qt::Key_Return);
     driver_->chooseSitesMenu(1);
@@ -175,13 +173,21 @@ TEST_F(BrowserDialogs, HideNothingBeforeTheServerHasAnswered) {
     enter(u"pub"_s);
     driver_->window->program().browser().send(1, {fileCommand("RMD ", "empty")});
     ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
-    open<frmBrowserCHATTR>(u"empty"_s, Dialog::chattr);
-    ASSERT_TRUE(waitForAnswer());
-    EXPECT_TRUE(inChattr<QLineEdit>("txtCurrent").text().startsWith(u"550 empty"_s));
+    open<frmBrowserCHATTR>(u"empty"_s, "chattr");
+    const auto& txtCurrent = inChattr<QLineEdit>("txtCurrent");
+    ASSERT_TRUE(eventually([&] { return !txtCurrent.text().isEmpty(); }));
+    EXPECT_TRUE(txtCurrent.text().startsWith(u"550 empty"_s));
+    EXPECT_FALSE(inChattr<QPushButton>("Command1").isEnabled()) << "it would clear what nobody has seen";
+    auto& users = inChattr<QListWidget>("lstUsers");
+    users.item(0)->setSelected(true);
+    EXPECT_TRUE(inChattr<QPushButton>("Command1").isEnabled());
+    users.item(0)->setSelected(false);
+    inChattr<QCheckBox>("chkFlags").click();
+    EXPECT_TRUE(inChattr<QPushButton>("Command1").isEnabled());
 }
 
 TEST_F(BrowserDialogs, NukeARelease) {
-    auto& form = open<frmBrowserNUKE>(u"Holiday pictures"_s, Dialog::nuke);
+    auto& form = open<frmBrowserNUKE>(u"Holiday pictures"_s, "nuke");
     DialogDriver dialog(form);
     EXPECT_EQ(form.windowTitle(), u"SITE NUKE"_s);
     EXPECT_EQ(dialog.text("txtPath"), "/pub");
@@ -200,10 +206,10 @@ TEST_F(BrowserDialogs, NukeARelease) {
 
 TEST_F(BrowserDialogs, OpenForTheirKindOfRowAlone) {
     driver_->select(u"README"_s);
-    driver_->window->dialogWanted(1, Dialog::chattr);
+    run("chattr");
     driver_->browser().setCurrentRow(-1);
-    for (const Dialog which : {Dialog::chmod, Dialog::chattr, Dialog::nuke}) {
-        driver_->window->dialogWanted(1, which);
+    for (const char* const command : {"chmod", "chattr", "nuke"}) {
+        run(command);
     }
     EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr);
 }
@@ -224,7 +230,7 @@ TEST(BrowserDialogForms, KeepTheBytesOfNames) {
                                 confirmed.push_back(form.lstUsers[0].sText);
                                 confirmed.push_back(form.txtCurrent);
                             });
-    chattr.setCurrent(name, TextEncoding::windows1252);
+    chattr.setAnswer({.txtCurrent = name}, TextEncoding::windows1252);
     DialogDriver(chattr).click("Command1");
     EXPECT_EQ(confirmed, std::vector<std::string>(5, name));
 }

@@ -86,7 +86,7 @@ void openChattr(mdlMain& program, int site, int row, BrowserPanel& panel) {
     QObject::connect(&panel, &BrowserPanel::chattrAnswered, dialog,
                      [&session, dialog, site, query = chattrQuery(form.sName).sCommand](int answered) {
                          if (answered == site && session.chattrAnswer.sQuery == query) {
-                             dialog->setCurrent(session.chattrAnswer.txtCurrent, session.encoding);
+                             dialog->setAnswer(session.chattrAnswer, session.encoding);
                          }
                      });
     openDialog(*dialog);

@@ -63,6 +63,7 @@ QFormLayout* frmBrowserCHATTR::createTop(const Opening& opening) {
     label->setBuddy(chkFlags_);
     txtFlags_->setEnabled(false);
     connect(chkFlags_, &QCheckBox::toggled, txtFlags_, &QWidget::setEnabled);
+    connect(chkFlags_, &QCheckBox::toggled, this, &frmBrowserCHATTR::allowConfirming);
     auto* const flags = new QHBoxLayout;
     flags->addWidget(chkFlags_);
     flags->addWidget(txtFlags_, 1);
@@ -75,6 +76,9 @@ QLayout* frmBrowserCHATTR::createLists(TextEncoding encoding) {
     lstGroups_ = new SelectableList;
     lstUsers_->setEntries(form_.lstUsers, encoding);
     lstGroups_->setEntries(form_.lstGroups, encoding);
+    for (const SelectableList* const list : {lstUsers_, lstGroups_}) {
+        connect(list, &QListWidget::itemSelectionChanged, this, &frmBrowserCHATTR::allowConfirming);
+    }
     auto* const layout = new QGridLayout;
     layout->addWidget(labelFor(*lstUsers_, "lstUsers", tr("&Users :")), 0, 0);
     layout->addWidget(labelFor(*lstGroups_, "lstGroups", tr("&Groups :")), 0, 1);
@@ -83,19 +87,30 @@ QLayout* frmBrowserCHATTR::createLists(TextEncoding encoding) {
     return layout;
 }
 
-void frmBrowserCHATTR::setCurrent(const std::string& txtCurrent, TextEncoding encoding) {
-    form_.txtCurrent = txtCurrent;
-    txtCurrent_->setText(displayTextOf(txtCurrent, encoding));
+void frmBrowserCHATTR::setAnswer(const ChattrAnswer& answer, TextEncoding encoding) {
+    isAnswered_ = true;
+    form_.txtCurrent = answer.txtCurrent;
+    form_.isRefused = answer.isRefused;
+    txtCurrent_->setText(displayTextOf(answer.txtCurrent, encoding));
     txtCurrent_->setCursorPosition(0);
     boxes_.setEncoding(encoding);
-    Command1_->setEnabled(true);
+    allowConfirming();
 }
 
-void frmBrowserCHATTR::confirmed() {
+void frmBrowserCHATTR::collect() {
     boxes_.collect();
     form_.chkFlags = chkFlags_->isChecked();
     form_.lstUsers = lstUsers_->entries();
     form_.lstGroups = lstGroups_->entries();
+}
+
+void frmBrowserCHATTR::allowConfirming() {
+    collect();
+    Command1_->setEnabled(isAnswered_ && canConfirm(form_));
+}
+
+void frmBrowserCHATTR::confirmed() {
+    collect();
     accept_(form_);
     accept();
 }

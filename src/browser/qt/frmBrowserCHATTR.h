@@ -7,7 +7,6 @@
 #include <QDialog>
 
 #include <functional>
-#include <string>
 
 class QCheckBox;
 class QFormLayout;
@@ -36,14 +35,17 @@ class frmBrowserCHATTR : public QDialog {
     frmBrowserCHATTR(Opening opening, Accept accept, QWidget* parent = nullptr);
 
     // Shows the server's answer, in the encoding, which is that of what is typed too from now on.
-    void setCurrent(const std::string& txtCurrent, TextEncoding encoding);
+    void setAnswer(const ChattrAnswer& answer, TextEncoding encoding);
 
   private:
     QFormLayout* createTop(const Opening& opening);
     QLayout* createLists(TextEncoding encoding);
+    void collect();
+    void allowConfirming();
     void confirmed();
 
     ChattrForm form_;
+    bool isAnswered_ = false;
     Accept accept_;
     FormBoxes boxes_;
     QLineEdit* txtCurrent_ = nullptr;
