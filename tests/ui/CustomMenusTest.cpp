@@ -10,7 +10,9 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QProcess>
+#include <QSystemTrayIcon>
 #include <QTabWidget>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -19,6 +21,7 @@ using namespace Qt::StringLiterals;
 namespace corvel::test {
 namespace {
 
+constexpr int activityTab = 1;
 constexpr int browserTab = 2;
 constexpr int usersTab = 4;
 constexpr int groupsTab = 5;
@@ -50,10 +53,12 @@ class AddressCatcher : public QObject {
 
 class CustomMenusTest : public testing::Test {
   protected:
-    // Logged in, with menus of these lines.
+    // Logged in on the first of two sites, with menus of these lines.
     void start(const std::string& lines) {
         ASSERT_TRUE(server_.listen());
-        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo"), lines);
+        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo") +
+                                                     siteRecord("backup", server_.port(), "demo", "demo"),
+                                                 lines);
         ASSERT_TRUE(driver_->logIn(1));
     }
 
@@ -165,6 +170,35 @@ TEST_F(CustomMenusTest, AccountsHaveTheirOwnMenus) {
     EXPECT_EQ(server_.world().accounts.findGroup("staff")->groupSlots, 3);
 }
 
+TEST_F(CustomMenusTest, ConnectionsHaveTheirOwnMenu) {
+    start("menu_activity = %(user) %(cid) | copy %(cid)|%(user)|%(group)|%(ident)|%(clientip)|%(pwd)\n");
+    driver_->find<QTabWidget>("tabMain").setCurrentIndex(activityTab);
+    driver_->window->program().tmrRefreshWho_Timer(1, false);
+    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
+    rightClick("lvwActivity_1", static_cast<int>(ActivityCell::user), u"bob"_s);
+    EXPECT_EQ(captions("mnuShowActivity"), QStringList{u"bob 103"_s});
+    choose("mnuActivity_0");
+    EXPECT_EQ(clipboard().toStdString(), "103|bob|friends|bob|10.0.0.31|/archive/2021");
+}
+
+TEST_F(CustomMenusTest, WhatWasMadeForARowGoesToTheSiteOfTheRow) {
+    start("menu_tray = x | ftp SITE tray\nmenu_browser = x | ftp SITE wipe %(name)\n");
+    ASSERT_TRUE(driver_->logIn(2));
+    mdlMain& program = driver_->window->program();
+    program.selectSite(1);
+    driver_->select(u"pub"_s);
+    for (const int kind : {1, 2}) {
+        driver_->window->customMenus().prepare(kind);
+    }
+    program.selectSite(2);
+    for (const char* const item : {"mnuTray_0", "mnuBrowser_0"}) {
+        driver_->find<QAction>(item).trigger();
+    }
+    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && driver_->isIdle(2); }));
+    EXPECT_TRUE(results().contains(u"> SITE wipe pub\r\n"_s)) << results().toStdString();
+    EXPECT_TRUE(driver_->session(2).commandResultsLog.text().find("> SITE tray\r\n") != std::string::npos);
+}
+
 TEST_F(CustomMenusTest, WithoutLinesOrWithoutRowsNoneOpens) {
     start("menu_userlist = %(name) | null\n");
     driver_->find<QTabWidget>("tabMain").setCurrentIndex(browserTab);
@@ -184,6 +218,24 @@ TEST_F(CustomMenusTest, ExitClosesAfterAYes) {
     driver_->answer(QMessageBox::Yes);
     EXPECT_TRUE(eventually([&] { return !driver_->window->isVisible(); }));
     EXPECT_TRUE(driver_->store.value("selected_tab")) << "the state is saved as at every close";
+}
+
+// As it does in the notification area, where the desktop opens the menu.
+TEST_F(CustomMenusTest, TheTrayEndsTheProgramWhileItsWindowIsHidden) {
+    start("show_trayicon = 1\nmenu_tray = Help | ftp SITE HELP\nmenu_tray = Quit | %exit\n");
+    const QMenu* const menu = driver_->find<QSystemTrayIcon>("picTrayIcon").contextMenu();
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->actions().size(), 2);
+    menu->actions()[0]->trigger();
+    EXPECT_TRUE(results().contains(u"> SITE HELP\r\n"_s));
+    driver_->window->hide();
+    QTimer::singleShot(0, driver_->window.get(), [&] {
+        menu->actions()[1]->trigger();
+        driver_->answer(QMessageBox::Yes);
+    });
+    QTimer::singleShot(20000, driver_->window.get(), [] { QCoreApplication::exit(1); });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    EXPECT_TRUE(driver_->store.value("selected_tab"));
 }
 
 // The children of these tests wait for input that never comes; each ends with its test.
@@ -222,6 +274,8 @@ TEST_F(CustomMenusTest, ExecStartsProgramsItselfAndLeavesTheRestToTheDesktop) {
     AddressCatcher desktop;
     driver_->directory.write("no program; `x`", "");
     const std::string notes = driver_->directory.fileNamed("no program; `x`");
+    // As on disks that give this right to everything.
+    ASSERT_TRUE(QFile::setPermissions(fromUtf8(notes), QFile::ReadOwner | QFile::ExeOwner));
     for (const std::string& target :
          {std::string("https://example.org/a?b=c&d"), std::string("www.example.org"), "\"" + notes + "\"",
           std::string("no-such-file"), std::string("C:\\x"), std::string("\"/no such; file\""),

@@ -45,7 +45,8 @@ CustomMenus::CustomMenus(mdlMain& program, QWidget* window) : QObject(window), p
 }
 
 QMenu* CustomMenus::prepare(int kind) {
-    const std::vector<MenuItem> items = program_.menus().ShowCustomMenu(program_.currentSite(), kind);
+    const int site = program_.currentSite();
+    const std::vector<MenuItem> items = program_.menus().ShowCustomMenu(site, kind);
     if (items.empty()) {
         return nullptr;
     }
@@ -58,9 +59,11 @@ QMenu* CustomMenus::prepare(int kind) {
             item.isSeparator ? menu.addSeparator() : menu.addAction(actionText(item.caption, menu));
         action->setObjectName(elementName(names[element].item, index++));
         action->setMenuRole(QAction::NoRole);
-        // The tray's menu stays as it is while the current site becomes another one.
-        connect(action, &QAction::triggered, this, [this, command = item.command] {
-            program_.menus().ExecuteMenuCommand(program_.currentSite(), command);
+        // What was made for a row stays with its site. The tray's menu is of no row, and stays as it is while
+        // the current site becomes another one.
+        const bool isOfRow = kind != static_cast<int>(MenuKind::tray);
+        connect(action, &QAction::triggered, this, [this, site, isOfRow, command = item.command] {
+            program_.menus().ExecuteMenuCommand(isOfRow ? site : program_.currentSite(), command);
         });
     }
     return &menu;

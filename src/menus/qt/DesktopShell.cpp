@@ -4,7 +4,6 @@
 #include "widgets/TextConversion.h"
 
 #include <QClipboard>
-#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
@@ -20,8 +19,8 @@ namespace corvel {
 
 namespace {
 
-// Whether the system itself runs the file. Batch files need a command interpreter: they are left to the
-// desktop, as a document is.
+// Whether the system itself may run the file: there are places where every document has the right to be.
+// Batch files need a command interpreter: they are left to the desktop, as a document is.
 bool isProgram(const QFileInfo& file) {
     const QString suffix = file.suffix().toLower();
     return file.isFile() && file.isExecutable() && suffix != "bat"_L1 && suffix != "cmd"_L1;
@@ -42,9 +41,10 @@ QUrl addressOf(const QString& text) {
 void DesktopShell::open(const std::string& target) {
     const QString name = textOf(target, TextEncoding::utf8);
     const QFileInfo file(filePath(name));
-    if (isProgram(file)) {
-        QProcess::startDetached(file.absoluteFilePath(), {}, programDirectory_);
-    } else if (file.exists()) {
+    if (isProgram(file) && QProcess::startDetached(file.absoluteFilePath(), {}, programDirectory_)) {
+        return;
+    }
+    if (file.exists()) {
         QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath()));
     } else if (const QUrl address = addressOf(name); address.isValid()) {
         QDesktopServices::openUrl(address);
@@ -73,11 +73,7 @@ bool DesktopShell::KillProcess(ProcessId id) {
 }
 
 void DesktopShell::quit() {
-    // A window that is hidden in the tray ends no event loop by closing.
-    const bool wasHidden = !window_.isVisible();
-    if (window_.close() && wasHidden) {
-        QCoreApplication::quit();
-    }
+    window_.close();
 }
 
 } // namespace corvel
