@@ -73,8 +73,11 @@ TEST(SampleSettings, DemoServerAnswersWhatTheMenusSend) {
     program.admin().openUser(1, 5);
     program.admin().openGroup(1, 3);
     ASSERT_TRUE(eventually(isIdle));
+    program.tmrRefreshWho_Timer(1, false);
+    ASSERT_TRUE(eventually(isIdle));
+    program.selectActivityRow(1, 1);
     int sent = 0;
-    for (const int kind : {1, 2, 3, 4}) {
+    for (const int kind : {1, 2, 3, 4, 5}) {
         const std::vector<MenuItem> items = program.menus().ShowCustomMenu(1, kind);
         EXPECT_FALSE(items.empty()) << kind;
         for (const MenuItem& item : items) {
@@ -89,7 +92,7 @@ TEST(SampleSettings, DemoServerAnswersWhatTheMenusSend) {
             }
         }
     }
-    EXPECT_EQ(sent, 6);
+    EXPECT_EQ(sent, 8);
     window.close();
 }
 
