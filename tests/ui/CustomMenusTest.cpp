@@ -199,6 +199,18 @@ TEST_F(CustomMenusTest, WhatWasMadeForARowGoesToTheSiteOfTheRow) {
     EXPECT_TRUE(driver_->session(2).commandResultsLog.text().find("> SITE tray\r\n") != std::string::npos);
 }
 
+TEST_F(CustomMenusTest, EveryEntryOfALongMenuCanBeReached) {
+    std::string lines;
+    for (int i = 0; i < 200; ++i) {
+        lines += "menu_tray = " + std::string(100, 'x') + " | null\n";
+    }
+    start(lines);
+    driver_->window->customMenus().ShowCustomMenu(1, {20, 20});
+    auto& menu = driver_->find<QMenu>("mnuShowTray");
+    EXPECT_EQ(menu.actionGeometry(menu.actions().back()).left(),
+              menu.actionGeometry(menu.actions().front()).left());
+}
+
 TEST_F(CustomMenusTest, WithoutLinesOrWithoutRowsNoneOpens) {
     start("menu_userlist = %(name) | null\n");
     driver_->find<QTabWidget>("tabMain").setCurrentIndex(browserTab);

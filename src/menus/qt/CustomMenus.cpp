@@ -41,6 +41,8 @@ CustomMenus::CustomMenus(mdlMain& program, QWidget* window) : QObject(window), p
     for (std::size_t i = 0; i < menus_.size(); ++i) {
         menus_[i] = new QMenu(window);
         menus_[i]->setObjectName(QLatin1String(names[i].menu));
+        // Entries beyond the screen's height would stand in columns, the last of them beyond its width.
+        menus_[i]->setStyleSheet(u"QMenu { menu-scrollable: 1 }"_s);
     }
 }
 
