@@ -21,6 +21,15 @@ QString boxText(const std::string& text) {
     return QString::fromStdString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
 }
 
+// What stands in a question may be as long as a server likes: too long a text would push the buttons off the
+// screen.
+QString withoutMiddle(const QString& text) {
+    constexpr qsizetype longest = 1500;
+    constexpr qsizetype end = longest / 3;
+    return text.size() <= longest ? text
+                                  : text.left(longest - end) + QStringLiteral(" \u2026 ") + text.right(end);
+}
+
 QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std::string& prompt,
                            QLineEdit::EchoMode echo) {
     auto* box = new QInputDialog(parent);
@@ -44,7 +53,7 @@ QMessageBox* makeMessageBox(QWidget* parent, const std::string& text, QMessageBo
     auto* box = new QMessageBox(QMessageBox::NoIcon, defaultTitle, {}, buttons, parent);
     // Before the text: the automatic choice would read markup in it.
     box->setTextFormat(Qt::PlainText);
-    box->setText(boxText(text));
+    box->setText(withoutMiddle(boxText(text)));
     return box;
 }
 

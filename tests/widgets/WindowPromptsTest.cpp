@@ -36,6 +36,14 @@ class WindowPromptsTest : public testing::Test {
     std::unique_ptr<WindowPrompts> prompts_ = std::make_unique<WindowPrompts>(&window_);
 };
 
+TEST_F(WindowPromptsTest, ALongQuestionLeavesItsButtonsOnTheScreen) {
+    prompts_->AskYesNo("Delete " + std::string(20000, 'x') + "?", DefaultAnswer::no, [](bool) {});
+    const auto& shown = *box<QMessageBox>();
+    EXPECT_LT(shown.height(), 768);
+    EXPECT_TRUE(shown.text().startsWith(QStringLiteral("Delete x")));
+    EXPECT_TRUE(shown.text().endsWith(QStringLiteral("x?")));
+}
+
 TEST_F(WindowPromptsTest, AQuestionIsAnsweredOnceHoweverItEnds) {
     struct Row {
         const char* name;
