@@ -68,6 +68,14 @@ std::string statisticsText(const ActivityCounters& activity) {
            line("Total: ", sums.online, sums.bandwidth);
 }
 
+std::string transfersText(const ActivityCounters& activity) {
+    if (activity.uploaders == 0 && activity.downloaders == 0) {
+        return {};
+    }
+    return std::to_string(activity.uploaders) + " up " + std::to_string(activity.uploadSpeed) + " kBps · " +
+           std::to_string(activity.downloaders) + " down " + std::to_string(activity.downloadSpeed) + " kBps";
+}
+
 std::string statusText(const Status& status, std::string_view onlineTemplate,
                        std::string_view offlineTemplate) {
     const std::string_view wanted = status.isOnline ? onlineTemplate : offlineTemplate;

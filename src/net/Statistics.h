@@ -29,6 +29,9 @@ MenuVariables statisticsRows(const Status& status);
 // Four lines for a person: idlers, uploads, downloads, and all connections with all speeds.
 std::string statisticsText(const ActivityCounters& activity);
 
+// The transfers in one line, such as "3 up 120 kBps · 1 down 40 kBps"; empty while nobody transfers. UTF-8.
+std::string transfersText(const ActivityCounters& activity);
+
 // A caption or a tip: the template of the present state with the rows as its variables; where that is empty,
 // the program's name and that of the current site. UTF-8.
 std::string statusText(const Status& status, std::string_view onlineTemplate,

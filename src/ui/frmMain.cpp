@@ -8,11 +8,11 @@
 #include "widgets/ScrollPage.h"
 #include "widgets/TextConversion.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QLabel>
 #include <QScreen>
-#include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
 
@@ -92,7 +92,9 @@ void frmMain::start() {
 void frmMain::showImages() {
     images_.replaceImages(program_.settings());
     for (std::size_t i = 0; i < tabs.size(); ++i) {
-        tabMain_->setTabIcon(static_cast<int>(i), images_.image(tabs[i].icon));
+        const int tab = static_cast<int>(i);
+        tabMain_->setTabIcon(tab, images_.image(tabs[i].icon));
+        findChild<QAction*>(elementName("mnuViewTab", tab))->setIcon(tabMain_->tabIcon(tab));
     }
 }
 
@@ -158,7 +160,7 @@ void frmMain::createPanels() {
         settings_, results_};
     for (std::size_t i = 0; i < tabs.size(); ++i) {
         panels[i]->setObjectName(QLatin1String(tabs[i].key));
-        tabMain_->addTab(panels[i], images_.image(tabs[i].icon), tr(tabs[i].caption));
+        tabMain_->addTab(panels[i], tr(tabs[i].caption));
     }
     connect(tabMain_, &QTabWidget::currentChanged, this, &frmMain::tmrSocketStatus_Timer);
 
@@ -167,15 +169,7 @@ void frmMain::createPanels() {
     noSites_->setObjectName(QStringLiteral("lblNoSites"));
     noSites_->setAlignment(Qt::AlignCenter);
 
-    statusConnection_ = new QLabel;
-    statusError_ = new QLabel;
-    statusError_->setTextFormat(Qt::PlainText);
-    statusConnection_->setTextFormat(Qt::PlainText);
-    statusBar()->addWidget(statusConnection_);
-    statusBar()->addWidget(statusError_, 1);
-    statusBatch_ = new QLabel;
-    statusBatch_->setObjectName(QStringLiteral("lblBatchProgress"));
-    statusBar()->addPermanentWidget(statusBatch_);
+    createStatusBar();
 }
 
 void frmMain::siteAdded(int site) {

@@ -33,6 +33,7 @@ class QTimer;
 
 namespace corvel {
 
+class ElidedLabel;
 class LoadTest;
 class SettingsPanel;
 
@@ -84,6 +85,7 @@ class frmMain : public QMainWindow, public Views {
     void showImages();
     void createPanels();
     void createSettingsPanel();
+    void createStatusBar();
     // A timer of a site, not started yet.
     QTimer& addTimer(const char* name, int site, int interval, std::function<void()> tick);
     void sitesMenuTriggered(int index);
@@ -128,9 +130,10 @@ class frmMain : public QMainWindow, public Views {
     StatsPanel* stats_ = nullptr;
     SettingsPanel* settings_ = nullptr;
     LoadTest* loadTest_ = nullptr;
-    QLabel* statusConnection_ = nullptr;
-    QLabel* statusError_ = nullptr;
-    QLabel* statusBatch_ = nullptr;
+    ElidedLabel* statusConnection_ = nullptr;
+    ElidedLabel* statusTransfers_ = nullptr;
+    ElidedLabel* statusError_ = nullptr;
+    ElidedLabel* statusBatch_ = nullptr;
     QTimer* tmrSocketStatus_ = nullptr;
 
     mdlTrayIcon tray_{this};

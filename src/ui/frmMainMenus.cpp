@@ -72,7 +72,7 @@ void frmMain::createViewMenu() {
     connect(settings, &QAction::triggered, this, &frmMain::openSettings);
     view->addSeparator();
     for (int tab = 0; tab < tabMain_->count(); ++tab) {
-        QAction* const action = view->addAction(tabMain_->tabIcon(tab), tabMain_->tabText(tab));
+        QAction* const action = view->addAction(tabMain_->tabText(tab));
         action->setObjectName(elementName("mnuViewTab", tab));
         action->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + tab)));
         connect(action, &QAction::triggered, this, [this, tab] { tabMain_->setCurrentIndex(tab); });

@@ -2,9 +2,10 @@
 #include "net/qt/MinimizeToTray.h"
 #include "net/SocketStateText.h"
 #include "ui/frmMain.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/TextConversion.h"
 
-#include <QLabel>
+#include <QStatusBar>
 #include <QTabWidget>
 
 #include <utility>
@@ -16,15 +17,27 @@ namespace corvel {
 
 namespace {
 
-// Sets the text of a label in the status bar, whose tool tip shows it whole.
-void showText(QLabel& label, const QString& text) {
-    if (label.text() != text) {
-        label.setText(text);
-        label.setToolTip(text);
-    }
+ElidedLabel* newStatusLabel(const char* name) {
+    constexpr int gap = 6; // on either side
+    auto* const label = new ElidedLabel;
+    label->setObjectName(QLatin1String(name));
+    label->setContentsMargins(gap, 0, gap, 0);
+    return label;
 }
 
 } // namespace
+
+void frmMain::createStatusBar() {
+    statusConnection_ = newStatusLabel("lblConnection");
+    statusTransfers_ = newStatusLabel("lblTransfers");
+    statusError_ = newStatusLabel("lblLastError");
+    statusError_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // what the others leave
+    statusBatch_ = newStatusLabel("lblBatchProgress");
+    statusBar()->addWidget(statusConnection_);
+    statusBar()->addWidget(statusTransfers_);
+    statusBar()->addWidget(statusError_, 1);
+    statusBar()->addPermanentWidget(statusBatch_);
+}
 
 // Keeps what is seen in step with the sockets and the counters of the sessions.
 void frmMain::tmrSocketStatus_Timer() {
@@ -65,6 +78,7 @@ void frmMain::showActivity() {
         displayTextOf(statusText(status, settings.trayicon_text_online, settings.trayicon_text_offline),
                       TextEncoding::utf8));
     stats_->showStatus(status);
+    statusTransfers_->showText(fromCore(transfersText(status.activity)));
     shownStatus_ = std::move(status);
 }
 
@@ -100,15 +114,15 @@ void frmMain::showStatus() {
                      fromCore(SocketStateText(*program_.site(site).wSock));
         error = displayTextOf(session.lastErrorLine, session.encoding);
     }
-    showText(*statusConnection_, connection);
-    showText(*statusError_, error);
+    statusConnection_->showText(connection);
+    statusError_->showText(error);
     showBatchProgress();
 }
 
 void frmMain::showBatchProgress() {
     const int site = program_.currentSite();
     const std::string progress = site > 0 ? program_.admin().batchProgress(site) : std::string();
-    showText(*statusBatch_, progress.empty() ? QString() : tr("batch: %1").arg(fromCore(progress)));
+    statusBatch_->showText(progress.empty() ? QString() : tr("batch: %1").arg(fromCore(progress)));
 }
 
 } // namespace corvel

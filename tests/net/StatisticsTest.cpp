@@ -40,6 +40,12 @@ TEST(Statistics, ReadAsFourLines) {
               "Download: 2147483647 @ 2147483647 kBps \nTotal: 6442450941 @ 4294967294 kBps ");
 }
 
+TEST(Statistics, NameTheTransfersInOneLineWhereThereAreSome) {
+    EXPECT_EQ(transfersText(online.activity), "3 up 120 kBps · 1 down 40 kBps");
+    EXPECT_EQ(transfersText({.downloadSpeed = 9, .downloaders = 1}), "0 up 0 kBps · 1 down 9 kBps");
+    EXPECT_EQ(transfersText({.idlers = 4}), "");
+}
+
 TEST(Statistics, FillTheTemplateOfTheState) {
     Status offline = online;
     offline.isOnline = false;

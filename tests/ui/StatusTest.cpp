@@ -2,6 +2,7 @@
 #include "ui/WindowDriver.h"
 #include "widgets/Icons.h"
 
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QSystemTrayIcon>
 #include <QTimer>
@@ -47,6 +48,7 @@ TEST(Status, FollowsWhoIsOnline) {
     ASSERT_TRUE(eventually([&] { return driver.window->windowTitle() == u"[*][*]home: 12"_s; }));
     EXPECT_EQ(shown(tray.icon()), shown(icon("tray-both")));
     EXPECT_EQ(statistics(driver), u"[*]home 12 6 3 3 6 13632 2484 11148"_s);
+    EXPECT_EQ(driver.find<QLabel>("lblTransfers").text(), u"3 up 2484 kBps · 3 down 11148 kBps"_s);
     EXPECT_EQ(driver.find<QPlainTextEdit>("txtStats").toPlainText(),
               u"Idlers: 6\nUpload: 3 @ 2484 kBps \nDownload: 3 @ 11148 kBps \nTotal: 12 @ 13632 kBps "_s);
 
@@ -54,6 +56,14 @@ TEST(Status, FollowsWhoIsOnline) {
     ASSERT_TRUE(eventually([&] { return tray.toolTip() == u"[*]home is away"_s; }));
     EXPECT_EQ(shown(tray.icon()), shown(icon("tray-idle")));
     EXPECT_EQ(statistics(driver), u"[*]home 0 0 0 0 0 0 0 0"_s);
+    EXPECT_EQ(driver.find<QLabel>("lblTransfers").text(), QString());
+}
+
+TEST(Status, ALongTextDoesNotWidenTheWindow) {
+    WindowDriver driver(siteRecord(std::string(500, 'n'), 1, "demo", "demo"));
+    driver.window->resize(driver.window->minimumSize());
+    EXPECT_EQ(driver.window->size(), driver.window->minimumSize());
+    EXPECT_EQ(driver.find<QLabel>("lblConnection").toolTip(), QString(500, u'n') + u": Socket closed"_s);
 }
 
 TEST(Status, TheTrayIconIsThereWhenAskedForAndUntilTheWindowCloses) {
