@@ -25,7 +25,7 @@ void tint(QPainter& painter, QColor color) {
 
 class Engine : public QIconEngine {
   public:
-    explicit Engine(const IconPicture& picture) : picture_(picture) {}
+    Engine(const IconPicture& picture, const QColor& line) : picture_(picture), line_(line) {}
 
     void paint(QPainter* painter, const QRect& area, QIcon::Mode mode, QIcon::State /*state*/) override {
         // On a picture of its own: some drawings cut holes, which must not reach the ground.
@@ -47,6 +47,8 @@ class Engine : public QIconEngine {
         picture_.draw(painter);
         if (mode == QIcon::Selected && !picture_.isBadge) {
             tint(painter, QGuiApplication::palette().color(QPalette::HighlightedText));
+        } else if (line_.isValid()) {
+            tint(painter, line_);
         }
         return picture;
     }
@@ -60,18 +62,19 @@ class Engine : public QIconEngine {
         return sizes;
     }
 
-    QIconEngine* clone() const override { return new Engine(picture_); }
+    QIconEngine* clone() const override { return new Engine(picture_, line_); }
 
   private:
     const IconPicture& picture_;
+    QColor line_;
 };
 
 } // namespace
 
-QIcon icon(std::string_view name) {
+QIcon icon(std::string_view name, const QColor& line) {
     const std::span<const IconPicture> all = iconPictures();
     const auto found = std::ranges::find(all, name, &IconPicture::name);
-    return found == all.end() ? QIcon() : QIcon(new Engine(*found));
+    return found == all.end() ? QIcon() : QIcon(new Engine(*found, line));
 }
 
 } // namespace corvel

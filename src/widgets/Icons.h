@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QIcon>
 
 #include <string_view>
@@ -11,6 +12,8 @@ namespace corvel {
 // "tab-activity", "tab-browser", "tab-stats", "tab-users", "tab-groups", "tab-settings", "tab-results";
 // "user-M", "user-V", "user-G", "user-A"; "activity-idle", "activity-up", "activity-down"; "tray-idle",
 // "tray-up", "tray-down", "tray-both", "tray-offline".
-QIcon icon(std::string_view name);
+// line: the colour of its lines in place of their own, for a ground on which those would drown; badges keep
+// theirs.
+QIcon icon(std::string_view name, const QColor& line = {});
 
 } // namespace corvel

@@ -66,7 +66,7 @@ QIcon readPicture(const QString& fileName) {
 ImageLists::ImageLists() {
     for (const BuiltIn& builtIn : builtIns) {
         lists_[static_cast<std::size_t>(builtIn.list)].push_back(
-            {.key = builtIn.key, .picture = icon(builtIn.key)});
+            {.key = builtIn.key, .picture = icon(builtIn.key), .isReplaced = false});
     }
 }
 
@@ -76,7 +76,9 @@ void ImageLists::ReplaceImage(ImageList list, std::string_view fileName, int ind
         return;
     }
     if (const QIcon picture = readPicture(fromCore(fileName)); !picture.isNull()) {
-        images[static_cast<std::size_t>(index) - 1].picture = picture;
+        Image& replaced = images[static_cast<std::size_t>(index) - 1];
+        replaced.picture = picture;
+        replaced.isReplaced = true;
     }
 }
 
@@ -86,13 +88,23 @@ void ImageLists::replaceImages(const Settings& settings) {
     }
 }
 
-QIcon ImageLists::image(std::string_view key) const {
+const ImageLists::Image* ImageLists::find(std::string_view key) const {
     for (const std::vector<Image>& images : lists_) {
         if (const auto found = std::ranges::find(images, key, &Image::key); found != images.end()) {
-            return found->picture;
+            return &*found;
         }
     }
-    return {};
+    return nullptr;
+}
+
+QIcon ImageLists::image(std::string_view key) const {
+    const Image* const found = find(key);
+    return found == nullptr ? QIcon() : found->picture;
+}
+
+QIcon ImageLists::image(std::string_view key, const QColor& line) const {
+    const Image* const found = find(key);
+    return found == nullptr || found->isReplaced ? image(key) : icon(key, line);
 }
 
 } // namespace corvel

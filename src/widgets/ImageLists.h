@@ -28,11 +28,17 @@ class ImageLists {
     // there is no such image.
     QIcon image(std::string_view key) const;
 
+    // As image, for a coloured ground: where the image is the program's own, its lines have this colour.
+    QIcon image(std::string_view key, const QColor& line) const;
+
   private:
     struct Image {
         std::string_view key;
         QIcon picture;
+        bool isReplaced = false;
     };
+
+    const Image* find(std::string_view key) const;
 
     std::array<std::vector<Image>, 4> lists_; // as in ImageList
 };

@@ -51,6 +51,21 @@ TEST(ImageLists, EachKeyReplacesItsOwnImage) {
     EXPECT_TRUE(builtIn.image("no such image").isNull());
 }
 
+// White rows get dark lines and red ones white lines, but a person's picture is shown as it is.
+TEST(ImageLists, OnlyTheProgramsOwnImagesTakeAColour) {
+    const TemporaryDirectory directory;
+    const auto white = [](const ImageLists& lists) {
+        return lists.image("activity-up", Qt::white)
+            .pixmap(side, side)
+            .toImage()
+            .convertedTo(QImage::Format_ARGB32);
+    };
+    ImageLists lists;
+    EXPECT_NE(white(lists), shown(lists, "activity-up"));
+    lists.ReplaceImage(ImageList::activity, writePicture(directory, "red.png", Qt::red, "PNG"), 2);
+    EXPECT_EQ(white(lists).pixelColor(side / 2, side / 2), QColor(Qt::red));
+}
+
 TEST(ImageLists, WhatCannotReplaceAnImageLeavesIt) {
     const TemporaryDirectory directory;
     const std::string picture = writePicture(directory, "red.png", Qt::red, "PNG");

@@ -86,7 +86,11 @@ ReportSource listSource(const SiteSession& session, const WindowState& state, co
     };
     source.measuredText = bytesAt;
     source.decode = [&session](std::string_view bytes) { return displayTextOf(bytes, session.encoding); };
-    source.icon = [&images, rowAt](int row) { return images.image(imageKey(rowAt(row).icon())); };
+    source.icon = [&images, &state, rowAt](int row) {
+        const ActivityIcon icon = rowAt(row).icon();
+        const QColor text = rowColours(state, icon).text;
+        return text.isValid() ? images.image(imageKey(icon), text) : images.image(imageKey(icon));
+    };
     source.colours = [&state, rowAt](int row) { return rowColours(state, rowAt(row).icon()); };
     return source;
 }
