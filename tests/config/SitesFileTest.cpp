@@ -83,7 +83,7 @@ TEST(SitesFile, KeepsTheOldTextWhereItCannotSave) {
     // A directory in the place of the new text stands for every reason why it cannot be written.
     directory.write("sites.ini", "old text\n");
     for (const char* beside : {"sites.ini.part", "sites.ini.new"}) {
-        std::filesystem::create_directory(filePath(directory.fileNamed(beside)));
+        directory.makeDirectory(beside);
         const SaveResult result = replaceFile(directory.fileNamed("sites.ini"), "new text\n");
         EXPECT_EQ(result.outcome, SaveResult::Outcome::failed) << beside;
         EXPECT_FALSE(result.reason.empty()) << beside;

@@ -40,6 +40,10 @@ void TemporaryDirectory::write(const std::string& name, const std::string& bytes
     std::ofstream(filePath(fileNamed(name)), std::ios::binary) << bytes;
 }
 
+void TemporaryDirectory::makeDirectory(const std::string& name) const {
+    std::filesystem::create_directory(filePath(fileNamed(name)));
+}
+
 std::string TemporaryDirectory::read(const std::string& name) const {
     std::ifstream file(filePath(fileNamed(name)), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};

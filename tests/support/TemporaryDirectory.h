@@ -17,6 +17,7 @@ class TemporaryDirectory {
     std::string path() const;
     std::string fileNamed(const std::string& name) const;
     void write(const std::string& name, const std::string& bytes) const;
+    void makeDirectory(const std::string& name) const;
     std::string read(const std::string& name) const; // empty when there is no such file
 
   private:

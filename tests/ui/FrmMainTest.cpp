@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -151,7 +150,7 @@ TEST(FrmMain, SplitterFollowsTheMouseToTheMiddle) {
 
 TEST(FrmMain, SaysWhenItCannotSave) {
     WindowDriver driver(oneSite);
-    std::filesystem::create_directory(driver.directory.fileNamed("sites.ini.new"));
+    driver.directory.makeDirectory("sites.ini.new");
     driver.close();
     EXPECT_TRUE(driver.answer(QMessageBox::Ok).startsWith(u"Sites file can't be written: "_s));
     EXPECT_EQ(driver.directory.read("sites.ini"), oneSite);

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 
 namespace corvel::test {
@@ -71,7 +70,7 @@ TEST(ImageLists, WhatCannotReplaceAnImageLeavesIt) {
     const std::string picture = writePicture(directory, "red.png", Qt::red, "PNG");
     directory.write("text.png", "no picture");
     directory.write("empty.png", "");
-    std::filesystem::create_directory(directory.path() + "/folder.png");
+    directory.makeDirectory("folder.png");
     struct Row {
         std::string name;
         std::string fileName;

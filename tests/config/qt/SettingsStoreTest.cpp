@@ -1,8 +1,6 @@
 #include "config/qt/SettingsStore.h"
 
-#include "support/TemporaryDirectory.h"
-
-#include <QSettings>
+#include "config/qt/ScratchStore.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +10,7 @@ namespace corvel::test {
 namespace {
 
 TEST(SettingsStore, KeepsEveryTextFromOneRunToTheNext) {
-    const TemporaryDirectory directory;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                       QString::fromStdString(directory.path()));
+    const ScratchStore scratch;
     const std::vector<std::pair<std::string, std::string>> values = {
         {"empty", ""},      {"number", "-1500"},    {"word", "True"},
         {"list", "a, b;c"}, {"quotes", "\"x\" \\"}, {"at", "@Invalid()"},
@@ -32,7 +28,7 @@ TEST(SettingsStore, KeepsEveryTextFromOneRunToTheNext) {
     for (const auto& [key, value] : values) {
         EXPECT_EQ(next.value(key), value) << key;
     }
-    EXPECT_EQ(directory.read("Voskar Drennix/Corvel2.conf").empty(), false);
+    EXPECT_TRUE(scratch.has("number"));
 }
 
 } // namespace
