@@ -23,8 +23,6 @@ class DesktopShell : public Shell {
     void quit() override;
 
   private:
-    QString filePath(const QString& name) const;
-
     QWidget& window_;
     QString programDirectory_;
 };
