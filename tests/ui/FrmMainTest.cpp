@@ -1,5 +1,7 @@
 #include "ui/frmMain.h"
 
+#include "common/Text.h"
+#include "config/FileAttributes.h"
 #include "config/qt/frmSitesAddEdit.h"
 #include "ui/WindowDriver.h"
 
@@ -12,11 +14,15 @@
 
 #include <gtest/gtest.h>
 
-
 using namespace Qt::StringLiterals;
 
 namespace corvel::test {
 namespace {
+
+// lines as the program writes them here.
+std::string onDisk(std::string_view lines) {
+    return replaceAll(lines, "\n", platformLineEnd);
+}
 
 const std::string oneSite = siteRecord("home", 1, "bob", "secret");
 
@@ -56,10 +62,9 @@ TEST(FrmMain, AddsAndEditsASite) {
 
     // An added site has no password; editing it stores one.
     driver.restart();
-    EXPECT_EQ(
-        driver.directory.read("sites.ini"),
-        "name = home\nhost = 127.0.0.1\nport = 2121\nuser = bob\npass = \nident = \nconnectonstartup = 0\n"
-        "usesslproxy = 0\n\n");
+    EXPECT_EQ(driver.directory.read("sites.ini"), onDisk("name = home\nhost = 127.0.0.1\nport = 2121\nuser = "
+                                                         "bob\npass = \nident = \nconnectonstartup = 0\n"
+                                                         "usesslproxy = 0\n\n"));
     driver.chooseSitesMenu(3);
     auto* const editor = driver.waitForBox<frmSitesAddEdit>();
     ASSERT_NE(editor, nullptr);
@@ -71,13 +76,14 @@ TEST(FrmMain, AddsAndEditsASite) {
     ASSERT_TRUE(eventually([&] { return driver.window->findChild<QDialog*>() == nullptr; }));
     EXPECT_EQ(driver.find<QAbstractItemView>("lvwSites").model()->index(0, 0).data().toString(), u"größer"_s);
     driver.close();
-    EXPECT_EQ(driver.directory.read("sites.ini"), "name = größer\nhost = 127.0.0.1\nport = 2121\nuser = "
-                                                  "bob\npass = new\nident = \nconnectonstartup = 0\n"
-                                                  "usesslproxy = 1\n\n");
+    EXPECT_EQ(driver.directory.read("sites.ini"),
+              onDisk("name = größer\nhost = 127.0.0.1\nport = 2121\nuser = "
+                     "bob\npass = new\nident = \nconnectonstartup = 0\n"
+                     "usesslproxy = 1\n\n"));
 }
 
 TEST(FrmMain, KeepsTheBytesOfAnOldFile) {
-    const std::string old = "name = f\xFCr\nhost = h\nport = 1\nuser = gr\xFC\xDF\npass = p\n";
+    const std::string old = onDisk("name = f\xFCr\nhost = h\nport = 1\nuser = gr\xFC\xDF\npass = p\n");
     WindowDriver driver(old);
     driver.chooseSitesMenu(3);
     auto* const editor = driver.waitForBox<frmSitesAddEdit>();

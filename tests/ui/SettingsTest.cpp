@@ -1,6 +1,7 @@
 #include "config/qt/frmSettings.h"
 #include "demo/DemoServer.h"
 #include "net/qt/LoadTest.h"
+#include "ui/Topmost.h"
 #include "ui/WindowDriver.h"
 
 #include <QCheckBox>
@@ -17,10 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace corvel::test {
 namespace {
-
-bool isTopmost(const QWidget& window) {
-    return window.isVisible() && window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
-}
 
 // The names of what the tab key goes to, one after the other from what has the focus first.
 std::string stopsOfTab(QDialog& dialog) {

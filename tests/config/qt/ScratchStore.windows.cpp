@@ -16,7 +16,7 @@ constexpr const wchar_t* stateKey = L"Software\\Voskar Drennix\\Corvel2";
 ScratchStore::ScratchStore() {
     RegDeleteTreeW(HKEY_CURRENT_USER, scratchKey);
     HKEY scratch = nullptr;
-    if (RegCreateKeyExW(HKEY_CURRENT_USER, scratchKey, 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS,
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, scratchKey, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
                         nullptr, &scratch, nullptr) != ERROR_SUCCESS ||
         RegOverridePredefKey(HKEY_CURRENT_USER, scratch) != ERROR_SUCCESS) {
         throw std::runtime_error("the registry cannot be redirected");

@@ -1,0 +1,12 @@
+#include "ui/Topmost.h"
+
+#include <QWidget>
+#include <QWindow>
+
+namespace corvel::test {
+
+bool isTopmost(const QWidget& window) {
+    return window.isVisible() && window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
+}
+
+} // namespace corvel::test
