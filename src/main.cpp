@@ -1,10 +1,13 @@
 #include "config/qt/SettingsStore.h"
 #include "ui/DemoHome.h"
 #include "ui/frmMain.h"
+#include "ui/ParentConsole.h"
+#include "widgets/SelectionColors.h"
 #include "widgets/TextConversion.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 
 #include <iostream>
 #include <memory>
@@ -31,7 +34,7 @@ Options readOptions(const QApplication& application) {
         QStringLiteral("dir"), QCoreApplication::applicationDirPath());
     parser.addOptions({demo, directory});
     parser.process(application);
-    return {.demo = parser.isSet(demo), .directory = parser.value(directory)};
+    return {.demo = parser.isSet(demo), .directory = QDir::toNativeSeparators(parser.value(directory))};
 }
 
 } // namespace
@@ -40,6 +43,7 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Corvel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
+    auto console = std::make_unique<corvel::ParentConsole>();
     const Options options = readOptions(application);
 
     std::unique_ptr<corvel::DemoHome> demo;
@@ -53,6 +57,8 @@ int main(int argc, char** argv) {
     } else {
         settings = std::make_unique<corvel::SettingsStore>();
     }
+    console.reset();
+    corvel::fitSelectionColors();
     corvel::StateStore& store = demo ? demo->store() : *settings;
     const std::string directory = demo ? demo->directory() : corvel::toCore(options.directory);
     corvel::frmMain window(store, directory);

@@ -2,7 +2,7 @@
 
 #include "widgets/IconPictures.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
@@ -45,8 +45,11 @@ class Engine : public QIconEngine {
         painter.translate((size.width() - side) / 2, (size.height() - side) / 2);
         painter.scale(side / field, side / field);
         picture_.draw(painter);
-        if (mode == QIcon::Selected && !picture_.isBadge) {
-            tint(painter, QGuiApplication::palette().color(QPalette::HighlightedText));
+        const QPalette lists = QApplication::palette("QAbstractItemView");
+        const QColor selected = lists.color(QPalette::HighlightedText);
+        // A selection that leaves the text its own color leaves the pictures theirs.
+        if (mode == QIcon::Selected && !picture_.isBadge && selected != lists.color(QPalette::Text)) {
+            tint(painter, selected);
         } else if (line_.isValid()) {
             tint(painter, line_);
         }
