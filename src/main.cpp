@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Corvel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
-    auto console = std::make_unique<corvel::ParentConsole>();
+    corvel::joinParentConsole();
     const Options options = readOptions(application);
 
     std::unique_ptr<corvel::DemoHome> demo;
@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
     } else {
         settings = std::make_unique<corvel::SettingsStore>();
     }
-    console.reset();
+    corvel::leaveParentConsole();
     corvel::fitSelectionColors();
     corvel::StateStore& store = demo ? demo->store() : *settings;
     const std::string directory = demo ? demo->directory() : corvel::toCore(options.directory);

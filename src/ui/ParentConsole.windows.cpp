@@ -13,7 +13,7 @@ bool leadsSomewhere(DWORD handle) {
 
 } // namespace
 
-ParentConsole::ParentConsole() {
+void joinParentConsole() {
     // What leads to a file or a pipe stays as it is.
     const bool hasOutput = leadsSomewhere(STD_OUTPUT_HANDLE);
     const bool hasErrors = leadsSomewhere(STD_ERROR_HANDLE);
@@ -28,7 +28,7 @@ ParentConsole::ParentConsole() {
     }
 }
 
-ParentConsole::~ParentConsole() {
+void leaveParentConsole() {
     FreeConsole();
 }
 
