@@ -34,14 +34,7 @@ class Groups : public testing::Test {
 
     ReportView& list() { return driver_->find<ReportView>("lvwGroups_1"); }
 
-    int rowOf(const QString& name) {
-        for (int row = 0; row < list().model()->rowCount(); ++row) {
-            if (list().model()->index(row, nameColumn).data().toString() == name) {
-                return row;
-            }
-        }
-        return -1;
-    }
+    int rowOf(const QString& name) { return rowWith(list(), nameColumn, name); }
 
     QLineEdit& box(const char* name) { return driver_->find<QLineEdit>(name); }
     void press(const char* button) { QTest::mouseClick(&driver_->find<QPushButton>(button), Qt::LeftButton); }

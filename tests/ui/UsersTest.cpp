@@ -42,14 +42,7 @@ class Users : public testing::Test {
 
     ReportView& list() { return driver_->find<ReportView>("lvwUsers_1"); }
     QString cell(int row, int column) { return list().model()->index(row, column).data().toString(); }
-    int rowOf(const QString& name) {
-        for (int row = 0; row < list().model()->rowCount(); ++row) {
-            if (cell(row, nameColumn) == name) {
-                return row;
-            }
-        }
-        return -1;
-    }
+    int rowOf(const QString& name) { return rowWith(list(), nameColumn, name); }
     QLineEdit& box(const char* name) { return driver_->find<QLineEdit>(name); }
     void press(const char* button) { QTest::mouseClick(&driver_->find<QPushButton>(button), Qt::LeftButton); }
     void clickRow(const QString& name) {

@@ -70,13 +70,7 @@ ReportView& WindowDriver::browser() {
 }
 
 int WindowDriver::rowOf(const QString& name) {
-    const QAbstractItemModel& model = *browser().model();
-    for (int row = 0; row < model.rowCount(); ++row) {
-        if (model.index(row, 0).data().toString() == name) {
-            return row;
-        }
-    }
-    return -1;
+    return rowWith(browser(), 0, name);
 }
 
 bool WindowDriver::waitForRow(const QString& name) {
@@ -141,6 +135,16 @@ void WindowDriver::answerText(const QString& text) {
     ASSERT_NE(box, nullptr);
     box->setTextValue(text);
     box->accept();
+}
+
+int rowWith(const ReportView& list, int column, const QString& text) {
+    const QAbstractItemModel& model = *list.model();
+    for (int row = 0; row < model.rowCount(); ++row) {
+        if (model.index(row, column).data().toString() == text) {
+            return row;
+        }
+    }
+    return -1;
 }
 
 std::string siteRecord(const std::string& name, int port, const std::string& user,

@@ -85,6 +85,9 @@ class WindowDriver {
     void start();
 };
 
+// The first row of a list with this text in a column; -1 when there is none.
+int rowWith(const ReportView& list, int column, const QString& text);
+
 // One site of a sites.ini.
 std::string siteRecord(const std::string& name, int port, const std::string& user,
                        const std::string& password);
