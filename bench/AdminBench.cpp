@@ -4,13 +4,13 @@
 #include "admin/mdlUsersGroups.h"
 #include "admin/UserForm.h"
 #include "common/Text.h"
+#include "LineScan.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <ctime>
 #include <string>
 #include <string_view>
@@ -29,16 +29,6 @@ std::string userTableReply() {
         reply.append(" | group").append(std::to_string(uid % 40)).append(" | 3\r\n");
     }
     return reply + "200 Command successful.\r\n";
-}
-
-// The bound: one memchr pass over the reply that visits every line end.
-std::size_t countLines(std::string_view text) {
-    std::size_t lines = 0;
-    while (const void* end = std::memchr(text.data(), '\n', text.size())) {
-        text.remove_prefix(static_cast<std::size_t>(static_cast<const char*>(end) - text.data()) + 1);
-        ++lines;
-    }
-    return lines;
 }
 
 // Runs work once and gives its seconds of processor time.

@@ -2,6 +2,7 @@
 
 #include "browser/Listing.h"
 #include "browser/Order.h"
+#include "LineScan.h"
 
 #include <benchmark/benchmark.h>
 
@@ -77,17 +78,6 @@ std::vector<std::string_view> scanLines(const std::string& text) {
 const std::vector<std::string_view>& lines() {
     static const std::vector<std::string_view> all = scanLines(reply());
     return all;
-}
-
-std::size_t countLines(const std::string& text) {
-    std::size_t count = 0;
-    const char* start = text.data();
-    const char* const end = start + text.size();
-    while (const void* found = std::memchr(start, '\n', static_cast<std::size_t>(end - start))) {
-        ++count;
-        start = static_cast<const char*>(found) + 1;
-    }
-    return count;
 }
 
 // Processor time: what other programs do meanwhile would hit the longer of two compared pieces harder.

@@ -1,3 +1,4 @@
+#include "../LineScan.h"
 #include "common/Text.h"
 #include "config/MemoryStore.h"
 #include "net/ActivityRows.h"
@@ -12,7 +13,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstring>
 #include <ctime>
 #include <string>
 #include <string_view>
@@ -43,16 +43,6 @@ std::string whoReply(int changedEvery) {
         reply.append(" | ").append(speed).append("\r\n");
     }
     return reply + "200 Command successful.\r\n";
-}
-
-// The bound: one memchr pass over the reply that visits every line end.
-std::size_t countLines(std::string_view text) {
-    std::size_t lines = 0;
-    while (const void* end = std::memchr(text.data(), '\n', text.size())) {
-        text.remove_prefix(static_cast<std::size_t>(static_cast<const char*>(end) - text.data()) + 1);
-        ++lines;
-    }
-    return lines;
 }
 
 // Replies that differ from each other in every so many connections.
