@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QRegularExpression>
 #include <QTabWidget>
+#include <QTcpSocket>
 
 #include <gtest/gtest.h>
 
@@ -161,9 +162,13 @@ TEST_F(BrowserDialogs, HideADirectory) {
 }
 
 TEST_F(BrowserDialogs, HideNothingBeforeTheServerHasAnswered) {
+    for (QTcpSocket* const client : server_.findChildren<QTcpSocket*>()) {
+        client->blockSignals(true); // the server hears nothing more on this connection
+    }
     auto& form = open<frmBrowserCHATTR>(u"empty"_s, "chattr");
     DialogDriver dialog(form);
     QTest::keyClick(&form, Qt::Key_Return);
+    ASSERT_TRUE(form.isVisible());
     driver_->chooseSitesMenu(1);
     ASSERT_TRUE(driver_->logIn(1));
     EXPECT_FALSE(dialog.find<QPushButton>("Command1").isEnabled()) << "the answer was lost";

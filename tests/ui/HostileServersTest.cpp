@@ -60,9 +60,9 @@ TEST(HostileServers, LeaveTheWindowAndTheOtherSiteAlone) {
         {"an endless line", QByteArray(100000, 'x'), false, u"Reply line of more than 64 KiB"_s},
         {"refuses the service", "421 too many\r\n", true, u"421 too many"_s},
         {"escape sequences",
-         "220-\x1B[31mred\xE2\x80\xAE"
-         "evil\r\n220 x\r\n",
-         true, u"220-\u241B[31mred<U+202e>evil"_s},
+         "421-\x1B[31mred\xE2\x80\xAE"
+         "evil\r\n421 x\r\n",
+         true, u"421-\u241B[31mred<U+202e>evil"_s},
     };
     DemoServer demo(DemoOptions{});
     ASSERT_TRUE(demo.listen());
@@ -83,6 +83,15 @@ TEST(HostileServers, LeaveTheWindowAndTheOtherSiteAlone) {
         driver.refresh();
         EXPECT_TRUE(driver.waitForRow(u"pub"_s)) << row.name;
     }
+}
+
+TEST(HostileServers, HangingUpWhileTheLoginIsOnItsWayIsNoticed) {
+    Peer peer("220 x\r\n", true);
+    WindowDriver driver(siteRecord("bad", peer.serverPort(), "bob", "secret"));
+    driver.window->program().connectSite(1);
+    auto& console = driver.find<QPlainTextEdit>("txtLogFTP_1");
+    EXPECT_TRUE(eventually([&] { return console.toPlainText().contains(u"connection closed"_s); }))
+        << console.toPlainText().toStdString();
 }
 
 TEST(HostileServers, AnUnreachableHostIsNamedOnTheConsole) {
