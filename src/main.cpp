@@ -1,7 +1,7 @@
 #include "config/qt/SettingsStore.h"
 #include "ui/DemoHome.h"
 #include "ui/frmMain.h"
-#include "ui/ParentConsole.h"
+#include "ui/StartMessage.h"
 #include "widgets/SelectionColors.h"
 #include "widgets/TextConversion.h"
 
@@ -9,7 +9,6 @@
 #include <QCommandLineParser>
 #include <QDir>
 
-#include <iostream>
 #include <memory>
 
 namespace {
@@ -17,14 +16,19 @@ namespace {
 struct Options {
     bool demo = false;
     QString directory;
+    // What the program says instead of opening its window, if anything.
+    QString message;
+    bool isWrong = false;
 };
 
-Options readOptions(const QApplication& application) {
+Options readOptions(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Administers FTP servers over their control connections."));
-    parser.addHelpOption();
-    parser.addVersionOption();
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Print this help."));
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Print the version."));
     const QCommandLineOption demo(
         QStringLiteral("demo"),
         QStringLiteral("Run on a server of its own, in memory, with settings of its own."));
@@ -32,9 +36,19 @@ Options readOptions(const QApplication& application) {
         QStringLiteral("config-dir"),
         QStringLiteral("Read sites.ini and settings.ini in <dir>, not beside the program."),
         QStringLiteral("dir"), QCoreApplication::applicationDirPath());
-    parser.addOptions({demo, directory});
-    parser.process(application);
-    return {.demo = parser.isSet(demo), .directory = QDir::toNativeSeparators(parser.value(directory))};
+    parser.addOptions({help, version, demo, directory});
+    Options options;
+    if (!parser.parse(arguments)) {
+        options.message = parser.errorText() + QStringLiteral("\n\n") + parser.helpText();
+        options.isWrong = true;
+    } else if (parser.isSet(help)) {
+        options.message = parser.helpText();
+    } else if (parser.isSet(version)) {
+        options.message = QStringLiteral("Corvel " CORVEL_VERSION "\n");
+    }
+    options.demo = parser.isSet(demo);
+    options.directory = QDir::toNativeSeparators(parser.value(directory));
+    return options;
 }
 
 } // namespace
@@ -43,21 +57,25 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Corvel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
-    corvel::joinParentConsole();
-    const Options options = readOptions(application);
+    const Options options = readOptions(QCoreApplication::arguments());
+    if (!options.message.isEmpty()) {
+        corvel::tellAtStart(options.message, options.isWrong ? corvel::StartMessageKind::error
+                                                             : corvel::StartMessageKind::answer);
+        return options.isWrong ? 1 : 0;
+    }
 
     std::unique_ptr<corvel::DemoHome> demo;
     std::unique_ptr<corvel::SettingsStore> settings;
     if (options.demo) {
         demo = std::make_unique<corvel::DemoHome>();
         if (!demo->errorText().isEmpty()) {
-            std::cerr << "corvel --demo: " << demo->errorText().toStdString() << '\n';
+            corvel::tellAtStart(QStringLiteral("corvel --demo: %1\n").arg(demo->errorText()),
+                                corvel::StartMessageKind::error);
             return 1;
         }
     } else {
         settings = std::make_unique<corvel::SettingsStore>();
     }
-    corvel::leaveParentConsole();
     corvel::fitSelectionColors();
     corvel::StateStore& store = demo ? demo->store() : *settings;
     const std::string directory = demo ? demo->directory() : corvel::toCore(options.directory);

@@ -1,8 +1,0 @@
-#include "ui/ParentConsole.h"
-
-namespace corvel {
-
-void joinParentConsole() {}
-void leaveParentConsole() {}
-
-} // namespace corvel
