@@ -9,7 +9,10 @@
 #include <QCommandLineParser>
 #include <QDir>
 
+#include <algorithm>
+#include <array>
 #include <memory>
+#include <string_view>
 
 namespace {
 
@@ -51,10 +54,19 @@ Options readOptions(const QStringList& arguments) {
     return options;
 }
 
+// A question alone is answered where there is no display, too.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
+    constexpr std::array<std::string_view, 4> questions = {"--help", "-h", "--version", "-v"};
+    if (argc == 2 && std::ranges::count(questions, argv[1]) > 0) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    return std::make_unique<QApplication>(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    const QApplication application(argc, argv);
+    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Corvel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
     const Options options = readOptions(QCoreApplication::arguments());
