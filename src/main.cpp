@@ -1,5 +1,6 @@
 #include "config/qt/SettingsStore.h"
 #include "ui/DemoHome.h"
+#include "ui/EndSignals.h"
 #include "ui/frmMain.h"
 #include "ui/StartMessage.h"
 #include "widgets/SelectionColors.h"
@@ -92,6 +93,7 @@ int main(int argc, char** argv) {
     corvel::StateStore& store = demo ? demo->store() : *settings;
     const std::string directory = demo ? demo->directory() : corvel::toCore(options.directory);
     corvel::frmMain window(store, directory);
+    const corvel::EndSignals endSignals(window);
     window.start();
     return QApplication::exec();
 }
