@@ -1,11 +1,11 @@
 #include "app/AdminActions.h"
 
-#include "admin/AddUser.h"
 #include "admin/Batch.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -34,6 +34,7 @@ const std::string staffFile = "200-groupname | staff\r\n200-description | people
 const std::string getUsers = "SITE CorvelExt usertable";
 const std::string getGroups = "SITE CorvelExt grouptable";
 const std::string getBob = "SITE CorvelExt userfile 7";
+const std::string getStaff = "SITE CorvelExt groupfile 1";
 const std::string getAlice = "SITE CorvelExt userfile 3";
 const std::string ok = "200 ok\r\n";
 
@@ -43,48 +44,40 @@ constexpr int aliceRow = 1;
 constexpr int noRow = 3;
 
 // Logged in, with the two tables read.
-struct Administering : TestProgram {
-    Administering() : TestProgram(sitesFile(1)) {
-        main.connectSite(1);
-        play(*this, 1, loginScript("bob", "secret"), {}, "login");
-        main.admin().reloadUsers(1);
-        main.admin().reloadGroups(1);
-        play(*this, 1, {expect(getUsers), send(userTable), expect(getGroups), send(groupTable)}, {},
-             "tables");
+struct Administering : LoggedIn {
+    explicit Administering(Cutting cutting = {}) {
+        admin().reloadUsers(1);
+        admin().reloadGroups(1);
+        answer({expect(getUsers), send(userTable), expect(getGroups), send(groupTable)}, "tables", cutting);
         views.calls.clear();
     }
 
     AdminActions& admin() { return main.admin(); }
-    void answer(const Script& script, const std::string& name) { play(*this, 1, script, {}, name); }
+    void reloadUsers() {
+        admin().reloadUsers(1);
+        answer({expect(getUsers), send(userTable)}, "table");
+    }
     void openBob() {
         admin().openUser(1, bobRow);
         answer({expect(getBob), send(bobFile)}, "open bob");
     }
     UserForm bobsForm() const { return InfoToForm(session(1).Users[0], session(1).Groups); }
-    bool told(const std::string& call) const {
-        return std::find(views.calls.begin(), views.calls.end(), call) != views.calls.end();
-    }
+    bool told(const std::string& call) const { return std::ranges::count(views.calls, call) > 0; }
+    bool consoleHas(const std::string& text) const { return console(1).find(text) != std::string::npos; }
 };
 
 TEST(AdminActions, TablesComeOutTheSameHoweverTheirRepliesAreCut) {
-    const Script script = {expect(getUsers), send(userTable), expect(getGroups), send(groupTable)};
-    for (const Cutting& cutting : everyCutting(script)) {
-        TestProgram program(sitesFile(1));
-        program.main.connectSite(1);
-        play(program, 1, loginScript("bob", "secret"), {}, "login");
-        program.main.admin().reloadUsers(1);
-        program.main.admin().reloadGroups(1);
-        play(program, 1, script, cutting, "tables");
+    for (const Cutting& cutting :
+         everyCutting({expect(getUsers), send(userTable), expect(getGroups), send(groupTable)})) {
+        const Administering program(cutting);
         const SiteSession& session = program.session(1);
         ASSERT_EQ(session.Users.size(), 3U) << cutting.cutAt;
         EXPECT_EQ(session.Users[2].sName, "g\xC3\xBCnter");
         EXPECT_EQ(session.userView.rows, (std::vector<std::size_t>{0, 1, 2}));
         EXPECT_EQ(session.Groups.size(), 2U);
         EXPECT_EQ(session.Groups[1].my_index, 1);
-        EXPECT_NE(program.console(1).find("Reply to \"SITE CorvelExt usertable\": reply line 4: "),
-                  std::string::npos);
-        EXPECT_NE(program.console(1).find("99999"), std::string::npos);
-        EXPECT_EQ(program.console(1).find("99998"), std::string::npos) << "one line names the first alone";
+        EXPECT_TRUE(program.consoleHas("Reply to \"SITE CorvelExt usertable\": reply line 4: \"99999\""));
+        EXPECT_FALSE(program.consoleHas("99998")) << "one line names the first alone";
     }
 }
 
@@ -97,8 +90,7 @@ TEST(AdminActions, RefusedTableIsEmptyAndSaysWhy) {
     EXPECT_TRUE(program.session(1).userView.rows.empty());
     EXPECT_EQ(program.session(1).userView.problem, "500 Unknown command.");
     EXPECT_EQ(program.admin().currentUser(1), -1);
-    program.admin().reloadUsers(1);
-    program.answer({expect(getUsers), send(userTable)}, "taken");
+    program.reloadUsers();
     EXPECT_EQ(program.session(1).userView.problem, "");
 }
 
@@ -106,24 +98,20 @@ TEST(AdminActions, DetailsAreFetchedOnceAndShown) {
     Administering program;
     program.openBob();
     EXPECT_EQ(program.session(1).Users[0].sTagline, "hello");
-    EXPECT_EQ(program.views.calls, std::vector<std::string>{"userShown 1 0"});
     program.admin().openUser(1, bobRow);
     program.answer({}, "known");
-    EXPECT_EQ(program.views.calls, (std::vector<std::string>{"userShown 1 0", "userShown 1 0"}));
+    EXPECT_EQ(program.views.calls, (Texts{"userShown 1 0", "userShown 1 0"}));
     program.admin().openGroup(1, 0);
-    program.answer({expect("SITE CorvelExt groupfile 1"), send(staffFile)}, "group");
+    program.answer({expect(getStaff), send(staffFile)}, "group");
     EXPECT_EQ(program.session(1).Groups[0].sDescription, "people");
     EXPECT_TRUE(program.told("groupShown 1 0"));
 
     program.admin().reloadUserfile(1);
     program.admin().reloadGroupfile(1);
-    program.answer({expect(getBob), send(bobFile), expect("SITE CorvelExt groupfile 1"), send(staffFile)},
-                   "again");
-    program.admin().reloadUsers(1);
-    program.answer({expect(getUsers), send(userTable)}, "table");
+    program.answer({expect(getBob), send(bobFile), expect(getStaff), send(staffFile)}, "again");
+    program.reloadUsers();
     EXPECT_EQ(program.admin().currentUser(1), 0) << "a reload keeps the current account";
-    program.admin().openUser(1, bobRow);
-    program.answer({expect(getBob), send(bobFile)}, "forgotten");
+    program.openBob();
 }
 
 struct BadReplyCase {
@@ -154,165 +142,121 @@ TEST(AdminActions, BadDetailsHarmNothing) {
         EXPECT_EQ(bob.sName, "bob") << row.name;
         const bool isRefused = row.console.empty() && !row.isKnown;
         EXPECT_EQ(program.session(1).lastErrorLine + "\r\n" == row.reply, isRefused) << row.name;
-        const std::string line = "Reply to \"" + getBob + "\": " + row.console;
-        EXPECT_EQ(program.console(1).find(line) != std::string::npos, !row.console.empty()) << row.name;
+        EXPECT_EQ(program.consoleHas("Reply to \"" + getBob + "\": " + row.console), !row.console.empty())
+            << row.name;
     }
 }
 
-TEST(AdminActions, DetailsOfAnAccountThatIsGoneAreReported) {
-    const std::vector<std::pair<const char*, std::string>> tables = {
-        {"an empty table", "200 end\r\n"},
-        {"a shorter table", "200- | 9 | carol | staff | 3\r\n200 end\r\n"},
-        {"another account in its place",
-         "200- | 9 | carol | staff | 3\r\n200- | 8 | dave | staff | 3\r\n200 end\r\n"},
+TEST(AdminActions, DetailsGoToTheirAccountWhereverItsRowIsNow) {
+    struct Row {
+        const char* name;
+        std::string table;
+        int index; // of alice in the new table; -1: gone
     };
-    for (const auto& [name, table] : tables) {
+    const std::vector<Row> rows = {
+        {"an empty table", "200 end\r\n", -1},
+        {"a shorter table", "200- | 9 | carol | staff | 3\r\n200 end\r\n", -1},
+        {"another account in its place",
+         "200- | 9 | carol | staff | 3\r\n200- | 8 | dave | staff | 3\r\n200 end\r\n", -1},
+        {"an account in front", "200- | 3 | alice | staff | 3\r\n" + userTable, 0},
+    };
+    for (const Row& row : rows) {
         Administering program;
         program.admin().reloadUsers(1);
         program.admin().openUser(1, aliceRow); // its place is taken from the table as it is now
-        program.answer({expect(getUsers), send(table), expect(getAlice), send(aliceFile)}, name);
-        for (const clsUser& user : program.session(1).Users) {
-            EXPECT_FALSE(user.got_info) << name;
-            EXPECT_NE(user.sName, "alice") << name;
+        program.answer({expect(getUsers), send(row.table), expect(getAlice), send(aliceFile)}, row.name);
+        const UserTable& users = program.session(1).Users;
+        for (std::size_t i = 0; i < users.size(); ++i) {
+            EXPECT_EQ(users[i].got_info, static_cast<int>(i) == row.index) << row.name << ' ' << i;
         }
-        EXPECT_FALSE(program.told("userShown 1 1")) << name;
-        EXPECT_NE(program.console(1).find("Reply to \"" + getAlice + "\": the user is not in the table"),
-                  std::string::npos)
-            << name;
+        EXPECT_EQ(program.told("userShown 1 0"), row.index == 0) << row.name;
+        EXPECT_FALSE(program.told("userShown 1 1")) << row.name;
+        EXPECT_EQ(program.consoleHas("Reply to \"" + getAlice + "\": the user is not in the table"),
+                  row.index < 0)
+            << row.name;
     }
 }
 
-TEST(AdminActions, DetailsOfAnAccountThatHasMovedAreStillItsOwn) {
-    Administering program;
-    program.admin().reloadUsers(1);
-    program.admin().openUser(1, aliceRow);
-    program.answer({expect(getUsers), send("200- | 3 | alice | staff | 3\r\n" + userTable), expect(getAlice),
-                    send(aliceFile)},
-                   "moved");
-    EXPECT_TRUE(program.session(1).Users[0].got_info);
-    EXPECT_FALSE(program.session(1).Users[1].got_info) << "bob is in alice's place now";
-    EXPECT_TRUE(program.told("userShown 1 0"));
+// The whole of what an action sends, each line answered, and of what it asks.
+void expectSent(Administering& program, const std::string& name, const Texts& sent,
+                const std::string& asked) {
+    Script script;
+    for (const std::string& line : sent) {
+        script.push_back(expect(line));
+        script.push_back(send(line == getBob ? bobFile : ok));
+    }
+    program.answer(script, name);
+    EXPECT_EQ(program.prompts.asked, asked.empty() ? Texts{} : Texts{asked}) << name;
 }
 
-struct EditCase {
-    const char* name;
-    void (*act)(Administering&);
-    std::vector<std::string> answers;
-    std::vector<std::string> sent;
-    std::string asked;
+using EditorAction = void (AdminActions::*)(int, const UserForm&);
+
+struct Typed {
+    std::string UserForm::*box;
+    const char* text;
 };
 
-// Every action on the editor of bob.
-std::vector<EditCase> editCases() {
-    return {
-        {"nothing changed", [](auto& p) { p.admin().saveUser(1, p.bobsForm()); }, {}, {getBob}, ""},
-        {"a tagline and a login",
-         [](auto& p) {
-             UserForm form = p.bobsForm();
-             form.txtUserTagLine = "hello ";
-             form.txtUserLogins[0] = "5";
-             p.admin().saveUser(1, form);
-         },
-         {},
-         {"SITE change bob tagline hello ", "SITE change bob logins 5 ftp", getBob},
-         ""},
-        {"flags of a master, thought better of",
-         [](auto& p) {
-             UserForm form = p.bobsForm();
-             form.txtUserFlags = "3M";
-             form.txtUserTagLine = "boss";
-             p.admin().saveUser(1, form);
-         },
-         {"no"},
-         {"SITE change bob tagline boss", getBob},
-         "You are giving this user the Master flag (M). Are u sure u want to continue?"},
-        {"flags of a master",
-         [](auto& p) {
-             UserForm form = p.bobsForm();
-             form.txtUserFlags = "3M";
-             p.admin().saveUser(1, form);
-         },
-         {"yes"},
-         {"SITE CorvelExt setflags 7 3M", getBob},
-         "You are giving this user the Master flag (M). Are u sure u want to continue?"},
-        {"add a mask",
-         [](auto& p) {
-             UserForm form = p.bobsForm();
-             form.txtUserIP = "*@10.1.*";
-             p.admin().addMask(1, form);
-         },
-         {},
-         {"SITE addip bob *@10.1.*", getBob},
-         ""},
-        {"delete a mask",
-         [](auto& p) { p.admin().deleteMask(1, p.bobsForm()); },
-         {},
-         {"SITE delip bob *@*", getBob},
-         ""},
-        {"a password for the name in the box",
-         [](auto& p) {
-             UserForm form = p.bobsForm();
-             form.txtUserName = "typed";
-             p.admin().resetPassword(1, form);
-         },
-         {"new pass"},
-         {"SITE change typed passwd new pass", getBob},
-         "Enter new password for typed@staff"},
-        {"a password for nobody",
-         [](auto& p) {
-             UserForm form = p.bobsForm();
-             form.txtUserName = "";
-             p.admin().resetPassword(1, form);
-         },
-         {"new pass"},
-         {},
-         ""},
-        {"an empty password",
-         [](auto& p) { p.admin().resetPassword(1, p.bobsForm()); },
-         {""},
-         {},
-         "Enter new password for bob@staff"},
-        {"no password",
-         [](auto& p) { p.admin().resetPassword(1, p.bobsForm()); },
-         {},
-         {},
-         "Enter new password for bob@staff"},
-        {"delete",
-         [](auto& p) { p.admin().deleteUser(1, aliceRow); },
-         {"yes"},
-         {"SITE DELUSER alice"},
-         "Are u sure u want to delete this user:\r\nalice@staff"},
-        {"delete, thought better of",
-         [](auto& p) { p.admin().deleteUser(1, aliceRow); },
-         {"no"},
-         {},
-         "Are u sure u want to delete this user:\r\nalice@staff"},
-        {"delete no row", [](auto& p) { p.admin().deleteUser(1, noRow); }, {"yes"}, {}, ""},
-        {"delete a group",
-         [](auto& p) { p.admin().deleteGroup(1, 1); },
-         {"yes"},
-         {"SITE GRPDEL guests"},
-         "Are u sure u want to delete this group:\r\nguests\r\n\r\n"
-         "Note: make sure the group has no members, otherwise it can not be deleted"},
-        {"open no row", [](auto& p) { p.admin().openUser(1, noRow); }, {}, {}, ""},
-    };
+// What an action on the editor of bob does after something was typed there.
+void expectEdit(const std::string& name, EditorAction act, const std::vector<Typed>& typed,
+                const Texts& answers, const Texts& sent, const std::string& asked) {
+    Administering program;
+    program.openBob();
+    program.prompts.answers.assign(answers.begin(), answers.end());
+    UserForm form = program.bobsForm();
+    for (const Typed& box : typed) {
+        form.*box.box = box.text;
+    }
+    (program.admin().*act)(1, form);
+    expectSent(program, name, sent, asked);
 }
 
-TEST(AdminActions, SendWhatTheyShould) {
-    for (const EditCase& row : editCases()) {
+TEST(AdminActions, EditorsSendWhatTheyShould) {
+    using Form = UserForm;
+    const std::string master = "You are giving this user the Master flag (M). Are u sure u want to continue?";
+    const std::string password = "Enter new password for bob@staff";
+    const EditorAction save = &AdminActions::saveUser;
+    const EditorAction reset = &AdminActions::resetPassword;
+    expectEdit("a tagline", save, {{&Form::txtUserTagLine, "hello "}}, {},
+               {"SITE change bob tagline hello ", getBob}, "");
+    expectEdit("flags of a master, thought better of", save,
+               {{&Form::txtUserFlags, "3M"}, {&Form::txtUserTagLine, "boss"}}, {"no"},
+               {"SITE change bob tagline boss", getBob}, master);
+    expectEdit("flags of a master", save, {{&Form::txtUserFlags, "3M"}}, {"yes"},
+               {"SITE CorvelExt setflags 7 3M", getBob}, master);
+    expectEdit("add a mask", &AdminActions::addMask, {{&Form::txtUserIP, "*@10.1.*"}}, {},
+               {"SITE addip bob *@10.1.*", getBob}, "");
+    expectEdit("delete a mask", &AdminActions::deleteMask, {}, {}, {"SITE delip bob *@*", getBob}, "");
+    expectEdit("a password for the name in the box", reset, {{&Form::txtUserName, "typed"}}, {"new pass"},
+               {"SITE change typed passwd new pass", getBob}, "Enter new password for typed@staff");
+    expectEdit("a password for nobody", reset, {{&Form::txtUserName, ""}}, {"new pass"}, {}, "");
+    expectEdit("an empty password", reset, {}, {""}, {}, password);
+    expectEdit("no password", reset, {}, {}, {}, password);
+}
+
+TEST(AdminActions, RowsSendWhatTheyShould) {
+    struct Row {
+        const char* name;
+        void (AdminActions::*act)(int, int);
+        int row;
+        std::string answer;
+        Texts sent;
+        std::string asked;
+    };
+    const std::string alice = "Are u sure u want to delete this user:\r\nalice@staff";
+    const std::string guests = "Are u sure u want to delete this group:\r\nguests\r\n\r\n"
+                               "Note: make sure the group has no members, otherwise it can not be deleted";
+    const std::vector<Row> rows = {
+        {"delete", &AdminActions::deleteUser, aliceRow, "yes", {"SITE DELUSER alice"}, alice},
+        {"delete, thought better of", &AdminActions::deleteUser, aliceRow, "no", {}, alice},
+        {"delete no row", &AdminActions::deleteUser, noRow, "yes", {}, ""},
+        {"delete a group", &AdminActions::deleteGroup, 1, "yes", {"SITE GRPDEL guests"}, guests},
+        {"open no row", &AdminActions::openUser, noRow, "", {}, ""},
+    };
+    for (const Row& row : rows) {
         Administering program;
-        program.openBob();
-        program.prompts.answers.assign(row.answers.begin(), row.answers.end());
-        row.act(program);
-        Script script;
-        for (const std::string& line : row.sent) {
-            script.push_back(expect(line));
-            script.push_back(send(line == getBob ? bobFile : ok));
-        }
-        program.answer(script, row.name);
-        EXPECT_EQ(program.prompts.asked,
-                  row.asked.empty() ? std::vector<std::string>{} : std::vector{row.asked})
-            << row.name;
+        program.prompts.answers = {row.answer};
+        (program.admin().*row.act)(1, row.row);
+        expectSent(program, row.name, row.sent, row.asked);
     }
 }
 
@@ -332,8 +276,7 @@ TEST(AdminActions, NothingGoesOutWhileTheBoxesShowAnotherAccount) {
         EXPECT_EQ(program.admin().editedUser(1, uid), -1);
     }
     program.admin().openGroup(1, 0);
-    program.answer({expect(getAlice), send(aliceFile), expect("SITE CorvelExt groupfile 1"), send(staffFile)},
-                   "only the clicks");
+    program.answer({expect(getAlice), send(aliceFile), expect(getStaff), send(staffFile)}, "only the clicks");
     GroupForm group = InfoToForm(program.session(1).Groups[0], program.session(1).Users);
     group.txtGroupname = "meant for staff";
     program.admin().openGroup(1, 1);
@@ -346,10 +289,8 @@ TEST(AdminActions, NothingGoesOutWhileTheBoxesShowAnotherAccount) {
 TEST(AdminActions, ChangesAreNotComparedWithARecordWithoutDetails) {
     Administering program;
     program.openBob();
-    const UserForm form = program.bobsForm();
-    program.admin().reloadUsers(1);
-    program.answer({expect(getUsers), send(userTable)}, "table");
-    UserForm master = form;
+    UserForm master = program.bobsForm();
+    program.reloadUsers();
     master.txtUserFlags = "3M";
     program.admin().saveUser(1, master);
     program.answer({}, "save");
@@ -364,8 +305,7 @@ TEST(AdminActions, SortingMovesRowsAndKeepsTheCurrentAccount) {
     EXPECT_EQ(program.admin().currentUserRow(1), 1);
     EXPECT_EQ(program.admin().currentUser(1), 0);
     program.admin().sortUsers(1, 0);
-    program.admin().reloadUsers(1);
-    program.answer({expect(getUsers), send(userTable)}, "table");
+    program.reloadUsers();
     EXPECT_EQ(program.session(1).userView.rows, (std::vector<std::size_t>{2, 0, 1}));
     program.admin().openUser(1, 2);
     program.answer({expect(getAlice), send(aliceFile)}, "the row as it is shown");
@@ -374,13 +314,20 @@ TEST(AdminActions, SortingMovesRowsAndKeepsTheCurrentAccount) {
     EXPECT_EQ(program.admin().currentUserRow(1), -1);
 }
 
+// A tagline for bob and for alice.
+CommandSequence taglines() {
+    const std::vector<std::string_view> names = {"bob", "alice"};
+    return batchSequence({.chkBatchTagLine = true, .txtBatchTagline = "hi"}, names).value();
+}
+
+const CommandSequence adding{"begin",
+                             LogKind::console,
+                             "site change eve flags 3\r\n",
+                             {"SITE gadduser staff eve secret *@*", false, handler::addUser, -1}};
+
 TEST(AdminActions, OneSequenceRunsAtATime) {
     Administering program;
-    BatchForm form;
-    form.chkBatchTagLine = true;
-    form.txtBatchTagline = "hi";
-    const std::vector<std::string_view> names = {"bob", "alice"};
-    const CommandSequence batch = batchSequence(form, names).value();
+    const CommandSequence batch = taglines();
     EXPECT_EQ(program.admin().batchProgress(1), "");
     EXPECT_TRUE(program.admin().startSequence(1, batch));
     EXPECT_EQ(program.admin().batchProgress(1), "0 of 2");
@@ -388,7 +335,7 @@ TEST(AdminActions, OneSequenceRunsAtATime) {
     program.answer({expect("NOOP"), send(ok), expect("site change bob tagline hi")}, "first half");
     EXPECT_EQ(program.admin().batchProgress(1), "1 of 2");
     EXPECT_FALSE(program.admin().startSequence(1, batch));
-    EXPECT_EQ(program.prompts.asked, (std::vector<std::string>(2, std::string(sequenceRunning))));
+    EXPECT_EQ(program.prompts.asked, Texts(2, std::string(sequenceRunning)));
     program.answer({send(ok), expect("site change alice tagline hi"), send(ok)}, "second half");
     EXPECT_EQ(program.admin().batchProgress(1), "");
     const std::string log = program.commandResults(1);
@@ -400,33 +347,18 @@ TEST(AdminActions, OneSequenceRunsAtATime) {
 // What is left of a sequence survives its connection, but nothing of it goes out on the next one: the
 // scripts fail at any line that they do not expect.
 TEST(AdminActions, NothingOfALostSequenceGoesOutLater) {
-    AddUserForm form;
-    form.txtUserName = "eve";
-    form.txtPassword = "secret";
-    form.txtMainGroup = "staff";
-    form.lstUserIP = {"*@*"};
-    const CommandSequence adding = addUserSequence(form);
-    BatchForm ticked;
-    ticked.chkBatchFlags = true;
-    const std::vector<std::string_view> names = {"bob", "alice"};
-    const CommandSequence batch = batchSequence(ticked, names).value();
-    for (const CommandSequence& lost : {adding, batch}) {
+    for (const CommandSequence& lost : {adding, taglines()}) {
         const std::string next = lost.sBatchLines.substr(0, lost.sBatchLines.find('\r'));
-        for (const bool isAnswered : {true, false}) {
+        for (const Script& rest : {Script{send(ok), expect(next), hangUp()}, Script{hangUp()}}) {
             Administering program;
             EXPECT_TRUE(program.admin().startSequence(1, lost));
-            const Script started = {expect(lost.first.sCommand)};
-            program.answer(isAnswered ? started + Script{send(ok), expect(next), hangUp()}
-                                      : started + Script{hangUp()},
-                           "lost");
+            program.answer(Script{expect(lost.first.sCommand)} + rest, "lost");
             EXPECT_EQ(program.admin().batchProgress(1), "");
-            program.main.connectSite(1);
-            program.answer(loginScript("bob", "secret"), "again");
-            program.admin().reloadUsers(1);
-            program.answer({expect(getUsers), send(userTable)}, "table");
-            EXPECT_TRUE(program.admin().startSequence(1, batch));
-            program.answer({expect("NOOP"), send(ok), expect("site change bob flags "), send(ok),
-                            expect("site change alice flags "), send(ok)},
+            program.logIn();
+            program.reloadUsers();
+            EXPECT_TRUE(program.admin().startSequence(1, taglines()));
+            program.answer({expect("NOOP"), send(ok), expect("site change bob tagline hi"), send(ok),
+                            expect("site change alice tagline hi"), send(ok)},
                            "another");
         }
     }
@@ -434,10 +366,6 @@ TEST(AdminActions, NothingOfALostSequenceGoesOutLater) {
 
 TEST(AdminActions, ARefusedAccountGetsNoProperties) {
     Administering program;
-    const CommandSequence adding{"begin",
-                                 LogKind::console,
-                                 "site change eve flags 3\r\n",
-                                 {"SITE gadduser staff eve secret *@*", false, handler::addUser, -1}};
     EXPECT_TRUE(program.admin().startSequence(1, adding));
     program.answer({expect(adding.first.sCommand), send("550 no\r\n")}, "refused");
     EXPECT_EQ(program.session(1).sBatchLines.left(), 0U);

@@ -28,34 +28,33 @@ constexpr int linkRow = 3;
 constexpr int fileRow = 4;
 
 // Logged in, with the listing above on screen and "/pub" as the current directory.
-struct Browsing : TestProgram {
-    Browsing() : TestProgram(sitesFile(1)) {
-        main.connectSite(1);
-        play(*this, 1, loginScript("bob", "secret"), {}, "login");
-        main.browser().refresh(1);
-        answerListing();
-    }
+struct Browsing : LoggedIn {
+    explicit Browsing(Cutting cutting = {}) { refresh(cutting); }
 
-    void answerListing() {
-        play(
-            *this, 1,
-            {expect("STAT -a"), send(listing), expect("PWD"), send("257 \"/pub\" is current directory.\r\n")},
-            {}, "listing");
+    BrowserActions& browser() { return main.browser(); }
+    void refresh(Cutting cutting = {}) {
+        browser().refresh(1);
+        answer(listingScript(listing), "listing", cutting);
+    }
+    // The whole of what was sent, each line but the last answered.
+    void expectSent(const Texts& lines, const char* name) {
+        Script script;
+        for (const std::string& line : lines) {
+            if (!script.empty()) {
+                script.push_back(send("350 ok\r\n"));
+            }
+            script.push_back(expect(line));
+        }
+        answer(script, name);
     }
 };
 
 TEST(BrowserActions, ListsADirectoryHoweverItsReplyIsCut) {
-    const Script script = {expect("STAT -a"), send(listing), expect("PWD"),
-                           send("257 \"/pub\" is current directory.\r\n")};
-    for (const Cutting& cutting : everyCutting(script)) {
-        TestProgram program(sitesFile(1));
-        program.main.connectSite(1);
-        play(program, 1, loginScript("bob", "secret"), {}, "login");
-        program.main.browser().refresh(1);
-        play(program, 1, script, cutting, "listing");
+    for (const Cutting& cutting : everyCutting(listingScript(listing))) {
+        Browsing program(cutting);
         const SiteSession& session = program.session(1);
         ASSERT_EQ(session.listingOrder.size(), 5U) << cutting.cutAt;
-        EXPECT_EQ(program.main.browser().entryAt(1, fileRow)->name, "a.txt");
+        EXPECT_EQ(program.browser().entryAt(1, fileRow)->name, "a.txt");
         EXPECT_EQ(session.listing.fileCount, 2U);
         EXPECT_EQ(session.listing.directoryCount, 2U);
         EXPECT_EQ(session.sCwd, "/pub");
@@ -63,113 +62,98 @@ TEST(BrowserActions, ListsADirectoryHoweverItsReplyIsCut) {
     }
 }
 
-struct ActionCase {
-    const char* name;
-    void (*act)(BrowserActions&);
-    std::vector<std::string> answers;
-    std::vector<std::string> sent; // each answered with "250 ok"
-    std::string asked;
-    std::string cwd; // right after the action
-};
-
-TEST(BrowserActions, SendWhatTheyShould) {
-    const std::vector<ActionCase> cases = {
-        {"root", [](auto& b) { b.root(1); }, {}, {"CWD /"}, "", "/"},
-        {"mkdir button", [](auto& b) { b.refreshAndNoop(1); }, {}, {"STAT -a", "NOOP"}, "", "/pub"},
-        {"open a directory",
-         [](auto& b) { b.open(1, directoryRow); },
-         {},
-         {"CWD /pub/b dir"},
-         "",
-         "/pub/b dir"},
-        {"open the parent", [](auto& b) { b.open(1, parentRow); }, {}, {"CWD /"}, "", "/"},
-        {"open a link",
-         [](auto& b) { b.open(1, linkRow); },
-         {},
-         {"CWD /site/incoming"},
-         "",
-         "/site/incoming"},
-        {"open a file", [](auto& b) { b.open(1, fileRow); }, {}, {}, "", "/pub"},
-        {"open no row", [](auto& b) { b.open(1, 5); }, {}, {}, "", "/pub"},
-        {"a name that cannot be sent leaves the directory",
-         [](auto& b) { b.open(1, badNameRow); },
-         {},
-         {},
-         "",
-         "/pub"},
-        {"delete a file",
-         [](auto& b) { b.remove(1, fileRow); },
-         {"yes"},
-         {"DELE a.txt"},
-         "Are u sure u want to delete this file:",
-         "/pub"},
-        {"delete a directory",
-         [](auto& b) { b.remove(1, directoryRow); },
-         {"yes"},
-         {"RMD b dir"},
-         "Are u sure u want to delete this directory:\r\nb dir",
-         "/pub"},
-        {"think better of it",
-         [](auto& b) { b.remove(1, directoryRow); },
-         {"no"},
-         {},
-         "Are u sure u want to delete this directory:\r\nb dir",
-         "/pub"},
-        {"delete a link", [](auto& b) { b.remove(1, linkRow); }, {}, {}, "", "/pub"},
-        {"delete the parent", [](auto& b) { b.remove(1, parentRow); }, {}, {}, "", "/pub"},
-        {"delete no row", [](auto& b) { b.remove(1, -1); }, {}, {}, "", "/pub"},
-        {"make a directory",
-         [](auto& b) { b.makeDirectory(1); },
-         {"new dir"},
-         {"MKD new dir"},
-         "Please enter a name for the directory:",
-         "/pub"},
-        {"make a directory without a name",
-         [](auto& b) { b.makeDirectory(1); },
-         {""},
-         {},
-         "Please enter a name for the directory:",
-         "/pub"},
-        {"rename",
-         [](auto& b) { b.rename(1, fileRow, "b.txt"); },
-         {},
-         {"RNFR a.txt", "RNTO b.txt"},
-         "",
-         "/pub"},
-        {"rename to the same", [](auto& b) { b.rename(1, fileRow, "a.txt"); }, {}, {}, "", "/pub"},
-        {"rename what cannot be sent", [](auto& b) { b.rename(1, badNameRow, "x"); }, {}, {}, "", "/pub"},
-        {"rename to what cannot be sent", [](auto& b) { b.rename(1, fileRow, "x\ny"); }, {}, {}, "", "/pub"},
+TEST(BrowserActions, OpenWalksWhereTheRowLeads) {
+    struct Row {
+        const char* name;
+        int row;
+        Texts sent;
+        const char* cwd; // right after the action
     };
-    for (const ActionCase& row : cases) {
+    const std::vector<Row> rows = {
+        {"a directory", directoryRow, {"CWD /pub/b dir"}, "/pub/b dir"},
+        {"the parent", parentRow, {"CWD /"}, "/"},
+        {"a link", linkRow, {"CWD /site/incoming"}, "/site/incoming"},
+        {"a file", fileRow, {}, "/pub"},
+        {"no row", 5, {}, "/pub"},
+        {"a name that cannot be sent leaves the directory", badNameRow, {}, "/pub"},
+    };
+    for (const Row& row : rows) {
         Browsing program;
-        program.prompts.answers.assign(row.answers.begin(), row.answers.end());
-        row.act(program.main.browser());
+        program.browser().open(1, row.row);
         EXPECT_EQ(program.session(1).sCwd, row.cwd) << row.name;
-        std::vector<std::string> sent = program.socket(1).takeSentLines();
-        for (std::size_t i = 0; i < row.sent.size() && sent.size() < row.sent.size(); ++i) {
-            program.main.wSock_DataArrival(1, "350 ok\r\n");
-            for (const std::string& line : program.socket(1).takeSentLines()) {
-                // The chain's own PWD has gone before a NOOP only by the ring's order; it is not the
-                // action's.
-                if (line != "PWD" && line != "STAT -a") {
-                    sent.push_back(line);
-                }
-            }
-        }
-        EXPECT_EQ(sent, row.sent) << row.name;
-        EXPECT_EQ(program.prompts.asked,
-                  row.asked.empty() ? std::vector<std::string>() : std::vector<std::string>{row.asked})
-            << row.name;
+        program.expectSent(row.sent, row.name);
     }
+}
+
+TEST(BrowserActions, RemoveAsksBeforeItDeletes) {
+    struct Row {
+        const char* name;
+        int row;
+        std::string answer;
+        Texts sent;
+        Texts asked;
+    };
+    const Texts directory = {"Are u sure u want to delete this directory:\r\nb dir"};
+    const std::vector<Row> rows = {
+        {"a file", fileRow, "yes", {"DELE a.txt"}, {"Are u sure u want to delete this file:"}},
+        {"a directory", directoryRow, "yes", {"RMD b dir"}, directory},
+        {"think better of it", directoryRow, "no", {}, directory},
+        {"a link", linkRow, "yes", {}, {}},
+        {"the parent", parentRow, "yes", {}, {}},
+        {"no row", -1, "yes", {}, {}},
+    };
+    for (const Row& row : rows) {
+        Browsing program;
+        program.prompts.answers = {row.answer};
+        program.browser().remove(1, row.row);
+        program.expectSent(row.sent, row.name);
+        EXPECT_EQ(program.prompts.asked, row.asked) << row.name;
+    }
+}
+
+TEST(BrowserActions, RenameSendsBothNamesOrNone) {
+    struct Row {
+        const char* name;
+        int row;
+        std::string newName;
+        Texts sent;
+    };
+    const std::vector<Row> rows = {
+        {"another name", fileRow, "b.txt", {"RNFR a.txt", "RNTO b.txt"}},
+        {"the same name", fileRow, "a.txt", {}},
+        {"what cannot be sent", badNameRow, "x", {}},
+        {"to what cannot be sent", fileRow, "x\ny", {}},
+    };
+    for (const Row& row : rows) {
+        Browsing program;
+        program.browser().rename(1, row.row, row.newName);
+        program.expectSent(row.sent, row.name);
+    }
+}
+
+TEST(BrowserActions, ButtonsSendTheirCommands) {
+    Browsing program;
+    program.browser().refreshAndNoop(1);
+    program.expectSent({"STAT -a", "NOOP", "PWD"}, "the button called mkdir");
+    program.prompts.answers = {"", "new dir"};
+    program.answer({send("200 ok\r\n")}, "idle");
+    program.browser().makeDirectory(1);
+    program.expectSent({}, "no name");
+    program.browser().makeDirectory(1);
+    program.expectSent({"MKD new dir"}, "a directory");
+    EXPECT_EQ(program.prompts.asked, Texts(2, "Please enter a name for the directory:"));
+    program.answer({send("257 ok\r\n")}, "made");
+    program.browser().root(1);
+    EXPECT_EQ(program.session(1).sCwd, "/");
+    program.expectSent({"CWD /"}, "root");
 }
 
 TEST(BrowserActions, NavigationThatTheServerRefusesComesBack) {
     Browsing program;
-    program.main.browser().open(1, directoryRow);
-    play(program, 1,
-         {expect("CWD /pub/b dir"), send("550 b dir: Permission denied\r\n"), expect("PWD"),
-          send("257 \"/pub\" is the current directory\r\n")},
-         {}, "refused");
+    program.browser().open(1, directoryRow);
+    program.answer({expect("CWD /pub/b dir"), send("550 b dir: Permission denied\r\n"), expect("PWD"),
+                    send("257 \"/pub\" is the current directory\r\n")},
+                   "refused");
     EXPECT_TRUE(program.session(1).listingOrder.empty());
     EXPECT_EQ(program.session(1).listing.directoryCount, 0U);
     EXPECT_EQ(program.session(1).sCwd, "/pub");
@@ -184,28 +168,26 @@ TEST(BrowserActions, ChainEndsWhereTheServerDoesNotPlayAlong) {
     };
     for (const auto& [name, script] : scripts) {
         Browsing program;
-        program.main.browser().refresh(1);
-        play(program, 1, script, {}, name);
+        program.browser().refresh(1);
+        program.answer(script, name);
     }
 }
 
 TEST(BrowserActions, SortingOutlivesListings) {
     Browsing program;
-    program.main.browser().sortBy(1, 0);
-    EXPECT_EQ(program.main.browser().entryAt(1, 1)->name, "bad\nname");
-    program.main.browser().refresh(1);
-    program.answerListing();
-    EXPECT_EQ(program.main.browser().entryAt(1, 1)->name, "bad\nname");
-    EXPECT_EQ(program.main.browser().entryAt(1, 0)->name, "..");
+    program.browser().sortBy(1, 0);
+    EXPECT_EQ(program.browser().entryAt(1, 1)->name, "bad\nname");
+    program.refresh();
+    EXPECT_EQ(program.browser().entryAt(1, 1)->name, "bad\nname");
+    EXPECT_EQ(program.browser().entryAt(1, 0)->name, "..");
 }
 
 TEST(BrowserActions, RepliesToFileCommandsGoToTheirOwnLog) {
     Browsing program;
-    program.main.browser().rename(1, fileRow, "b.txt");
-    play(program, 1,
-         {expect("RNFR a.txt"), send("350 ready\r\n"), expect("RNTO b.txt"),
-          send("250-renamed\r\n250 done\r\n")},
-         {}, "rename");
+    program.browser().rename(1, fileRow, "b.txt");
+    program.answer({expect("RNFR a.txt"), send("350 ready\r\n"), expect("RNTO b.txt"),
+                    send("250-renamed\r\n250 done\r\n")},
+                   "rename");
     EXPECT_EQ(program.session(1).browserReplyLog.text(),
               "[12:34:56] > RNFR a.txt\r\n[12:34:56] 350 ready\r\n[12:34:56] > RNTO b.txt\r\n"
               "[12:34:56] 250-renamed\r\n[12:34:56] 250 done");
@@ -223,8 +205,8 @@ TEST(BrowserActions, AnswerAboutADirectoryIsKeptWithItsQuestion) {
             Browsing program;
             const std::string console = program.console(1);
             program.views.calls.clear();
-            program.main.browser().send(1, {chattrQuery("b dir")});
-            play(program, 1, script, cutting, reply);
+            program.browser().send(1, {chattrQuery("b dir")});
+            program.answer(script, reply, cutting);
             EXPECT_EQ(program.session(1).chattrAnswer.sQuery, "site chattr +h \"b dir\"");
             EXPECT_EQ(program.session(1).chattrAnswer.txtCurrent, shown);
             EXPECT_EQ(std::ranges::count(program.views.calls, "chattrAnswered 1"), 1);

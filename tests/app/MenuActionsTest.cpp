@@ -31,15 +31,10 @@ constexpr int fileRow = 3;
 constexpr int badNameRow = 4;
 
 // Logged in, with the listing above on screen.
-struct Choosing : TestProgram {
-    Choosing() : TestProgram(sitesFile(1), menus) {
-        main.connectSite(1);
-        play(*this, 1, loginScript("bob", "secret"), {}, "login");
+struct Choosing : LoggedIn {
+    Choosing() : LoggedIn(1, menus) {
         main.browser().refresh(1);
-        play(
-            *this, 1,
-            {expect("STAT -a"), send(listing), expect("PWD"), send("257 \"/pub\" is current directory.\r\n")},
-            {}, "listing");
+        answer(listingScript(listing), "listing");
         views.calls.clear();
     }
 
@@ -48,13 +43,11 @@ struct Choosing : TestProgram {
         main.browser().selectRow(1, row);
         return main.menus().ShowCustomMenu(1, 2).front();
     }
-    std::vector<std::string> run(const std::string& line, int site = 1) {
+    Texts run(const std::string& line, int site = 1) {
         main.menus().ExecuteMenuCommand(site, line);
         return socket(1).takeSentLines();
     }
 };
-
-using Texts = std::vector<std::string>;
 
 TEST(MenuActions, MenusAreMadeForTheSelectedRow) {
     Choosing program;
@@ -90,10 +83,10 @@ TEST(MenuActions, FtpSendsNamesInTheServersBytes) {
     EXPECT_EQ(program.run(program.itemFor(directoryRow).command), (Texts{"site wipe gr\xF6\xDF\x65"}));
     EXPECT_EQ(program.session(1).iCurHandler, handler::menuFtp);
     EXPECT_EQ(program.commandResults(1), "> site wipe gr\xC3\xB6\xC3\x9F\x65\r\n");
-    play(program, 1, {send("200 done\r\n")}, {}, "answer");
+    program.answer({send("200 done\r\n")}, "done");
     EXPECT_EQ(program.run(program.itemFor(fileRow).command),
               (Texts{"site wipe a & \"b\"; `c` | %(pwd) 100%"}));
-    play(program, 1, {send("200 done\r\n")}, {}, "answer");
+    program.answer({send("200 done\r\n")}, "done");
     EXPECT_EQ(program.run(program.itemFor(badNameRow).command), Texts()) << "a line break in the name";
     EXPECT_EQ(program.run("ftp site help", 0), Texts()) << "no site";
 }

@@ -11,17 +11,11 @@ namespace {
 const std::string record = "200-cid | bob | staff | 7 | ftp | bobby | 10.0.0.5 | host | 10.0.0.6 | "
                            "STOR Größe | 150 | /srv/pub | /pub | 12 | 345 | 2 | 1572864 | ";
 
-// A program of one site that has logged in.
-struct LoggedIn : TestProgram {
-    LoggedIn() : TestProgram(sitesFile(1)) {
-        main.connectSite(1);
-        play(*this, 1, loginScript("bob", "secret"), {}, "login");
-    }
-
+struct Asking : LoggedIn {
     // Asks who is online, and answers.
     void ask(const std::string& reply, Cutting cutting = {}) {
         main.tmrRefreshWho_Timer(1, false);
-        play(*this, 1, {expect("SITE CorvelExt who"), send(reply)}, cutting, "who");
+        answer({expect("SITE CorvelExt who"), send(reply)}, "who", cutting);
     }
 
     std::string cell(std::size_t row, ActivityCell cell) const {
@@ -30,17 +24,17 @@ struct LoggedIn : TestProgram {
 };
 
 TEST(Who, IsAskedOnlyByAnIdleLoginThatIsNotFrozen) {
-    TestProgram program(sitesFile(1));
+    LoggedIn program;
     program.main.connectSite(1);
     program.socket(1).current = SocketState::connected;
     program.main.tmrRefreshWho_Timer(1, false);
     EXPECT_TRUE(program.socket(1).takeSentLines().empty()) << "not logged in";
-    play(program, 1, loginScript("bob", "secret"), {}, "login");
+    program.logIn();
     program.main.tmrRefreshWho_Timer(1, true);
     EXPECT_TRUE(program.socket(1).takeSentLines().empty()) << "frozen";
     program.main.tmrRefreshWho_Timer(1, false);
     program.main.tmrRefreshWho_Timer(1, false);
-    EXPECT_EQ(program.socket(1).takeSentLines(), std::vector<std::string>{"SITE CorvelExt who"});
+    EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"SITE CorvelExt who"});
     EXPECT_EQ(program.session(1).iCurHandler, handler::who);
     EXPECT_EQ(program.session(1).iCurTag, 0);
     EXPECT_TRUE(program.session(1).bCurQuiet);
@@ -48,7 +42,7 @@ TEST(Who, IsAskedOnlyByAnIdleLoginThatIsNotFrozen) {
 
 TEST(Who, FillsTheRowsHoweverTheReplyIsCut) {
     const std::string reply = "200-who\r\n" + record + "33\r\n" + record + "x\r\n200 Command successful.\r\n";
-    LoggedIn program;
+    Asking program;
     const std::string console = program.console(1);
     for (const Cutting& cutting : everyCutting({send(reply)})) {
         program.ask("550 first of all nobody\r\n");
@@ -58,13 +52,13 @@ TEST(Who, FillsTheRowsHoweverTheReplyIsCut) {
         EXPECT_EQ(program.cell(0, ActivityCell::lastCommand), "STOR Größe");
         EXPECT_EQ(program.cell(1, ActivityCell::speed), "0 kBps");
         EXPECT_EQ(program.session(1).activity, (ActivityCounters{.uploadSpeed = 33, .uploaders = 2}));
-        EXPECT_EQ(program.views.calls, std::vector<std::string>{"activityChanged 1"});
+        EXPECT_EQ(program.views.calls, Texts{"activityChanged 1"});
     }
     EXPECT_EQ(program.console(1), console);
 }
 
 TEST(Who, SaysWhatWasWrongWithAReply) {
-    LoggedIn program;
+    Asking program;
     program.ask("200-who\r\n" + record + "33\r\n" + record + "9999999999\r\n200 ok\r\n");
     EXPECT_EQ(program.session(1).activityRows.rows.size(), 1U);
     EXPECT_TRUE(
@@ -79,7 +73,7 @@ TEST(Who, SaysWhatWasWrongWithAReply) {
 }
 
 TEST(Who, IsForgottenWhenTheConnectionEnds) {
-    LoggedIn program;
+    Asking program;
     program.ask("200-who\r\n" + record + "33\r\n200 ok\r\n");
     program.main.disconnectSite(1);
     EXPECT_TRUE(program.session(1).activityRows.rows.empty());
@@ -87,7 +81,7 @@ TEST(Who, IsForgottenWhenTheConnectionEnds) {
 }
 
 TEST(Who, AskedByHandIsForTheConsoleAlone) {
-    LoggedIn program;
+    Asking program;
     program.main.sendConsoleCommand(1, "SITE CorvelExt who");
     program.main.wSock_DataArrival(1, "200-who\r\n" + record + "33\r\n200 ok\r\n");
     EXPECT_TRUE(program.session(1).activityRows.rows.empty());

@@ -12,16 +12,8 @@
 namespace corvel::test {
 namespace {
 
-// A program of count sites, of which site 1 has logged in.
-struct LoggedIn : TestProgram {
-    explicit LoggedIn(int count = 1) : TestProgram(sitesFile(count)) {
-        main.connectSite(1);
-        play(*this, 1, loginScript("bob", "secret"), {}, "login");
-    }
-};
-
 TEST(CommandChannel, LogsInHoweverTheRepliesAreCut) {
-    const Script script = loginScript("bob", "secret");
+    const Script script = loginScript();
     const std::string console =
         "wSock_Connect()\r\n"
         "220 ready\r\n> USER bob\r\n331 password please\r\n> PASS *****\r\n230 welcome\r\n";
@@ -36,14 +28,13 @@ TEST(CommandChannel, LogsInHoweverTheRepliesAreCut) {
     }
 }
 
-struct LoginCase {
-    const char* name;
-    Script script;
-    bool loggedIn;
-    std::string console; // behind the first line
-};
-
 TEST(CommandChannel, GoesThroughUnusualLoginsToTheirEnd) {
+    struct LoginCase {
+        const char* name;
+        Script script;
+        bool loggedIn;
+        std::string console; // behind the first line
+    };
     const std::vector<LoginCase> cases = {
         {"refused password stays connected",
          {send("220 hi\r\n"), expect("USER bob"), send("331 go on\r\n"), expect("PASS secret"),
@@ -81,24 +72,19 @@ TEST(CommandChannel, RingTakes26AndSendsTheLatestBeforeTheWaiting) {
     for (int i = 1; i <= 27; ++i) {
         program.main.sendConsoleCommand(1, "waiting " + std::to_string(i));
     }
-    EXPECT_EQ(program.socket(1).takeSentLines(), std::vector<std::string>{"first"});
+    EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"first"});
 
     // "waiting 1" took the slot that was just sent, where the sender looks first; a late command takes the
     // slot that "waiting 1" leaves and goes out before the others.
     program.main.wSock_DataArrival(1, "200 ok\r\n");
-    EXPECT_EQ(program.socket(1).takeSentLines(), std::vector<std::string>{"waiting 1"});
+    EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"waiting 1"});
     program.main.sendConsoleCommand(1, "late");
-    std::vector<std::string> sent;
-    for (int i = 0; i < 30; ++i) {
-        program.main.wSock_DataArrival(1, "200 ok\r\n");
-        for (const std::string& line : program.socket(1).takeSentLines()) {
-            sent.push_back(line);
-        }
+    Script rest;
+    for (int i = 1; i <= 26; ++i) {
+        rest.push_back(send("200 ok\r\n"));
+        rest.push_back(expect(i == 1 ? "late" : "waiting " + std::to_string(i)));
     }
-    ASSERT_EQ(sent.size(), 26U);
-    EXPECT_EQ(sent.front(), "late");
-    EXPECT_EQ(sent[1], "waiting 2");
-    EXPECT_EQ(sent.back(), "waiting 26");
+    program.answer(rest + Script{send("200 ok\r\n")}, "the rest");
 }
 
 struct SendCase {
@@ -123,9 +109,8 @@ TEST(CommandChannel, SendsAndEchoesWhatAPersonTypes) {
         LoggedIn program;
         const std::size_t before = program.console(1).size();
         program.main.sendConsoleCommand(1, row.command);
-        const std::vector<std::string> sent = program.socket(1).takeSentLines();
-        EXPECT_EQ(sent, row.sent.empty() ? std::vector<std::string>() : std::vector<std::string>{row.sent})
-            << row.name;
+        const Texts sent = program.socket(1).takeSentLines();
+        EXPECT_EQ(sent, row.sent.empty() ? Texts() : Texts{row.sent}) << row.name;
         EXPECT_EQ(program.console(1).substr(before), row.echoed) << row.name;
     }
 }
@@ -137,11 +122,9 @@ TEST(CommandChannel, ShowsWholeLinesOnlyAndNothingOfQuietCommands) {
     program.main.wSock_DataArrival(1, "211-a");
     program.main.wSock_DataArrival(1, "b\r");
     program.main.wSock_DataArrival(1, "\nc\nd\r\n21");
-    EXPECT_EQ(program.console(1).substr(before), "> stat\r\n211-ab\r\nc\xE2\x90\x8A"
-                                                 "d\r\n");
+    EXPECT_EQ(program.console(1).substr(before), "> stat\r\n211-ab\r\nc\u240Ad\r\n");
     program.main.wSock_DataArrival(1, "1 end\r\n");
-    EXPECT_EQ(program.console(1).substr(before), "> stat\r\n211-ab\r\nc\xE2\x90\x8A"
-                                                 "d\r\n211 end\r\n");
+    EXPECT_EQ(program.console(1).substr(before), "> stat\r\n211-ab\r\nc\u240Ad\r\n211 end\r\n");
     program.main.tmrNoop_Timer(1);
     program.main.wSock_DataArrival(1, "200 noop\r\n");
     EXPECT_EQ(program.console(1).substr(before).find("noop"), std::string::npos);
@@ -150,26 +133,22 @@ TEST(CommandChannel, ShowsWholeLinesOnlyAndNothingOfQuietCommands) {
 TEST(CommandChannel, ReadsAnOldServersNamesFromItsFirstReplyThatIsNoUtf8) {
     LoggedIn program;
     program.main.sendConsoleCommand(1, "stat");
-    program.main.wSock_DataArrival(1, "211 f\xFC"
-                                      "r\r\n");
+    program.main.wSock_DataArrival(1, "211 gr\xFC\xDF\r\n");
     program.main.sendConsoleCommand(1, "gr\xFC\xDF");
-    EXPECT_NE(program.console(1).find("211 für\r\n> grüß\r\n"), std::string::npos);
+    EXPECT_NE(program.console(1).find("211 grüß\r\n> grüß\r\n"), std::string::npos);
     EXPECT_EQ(program.session(1).encoding, TextEncoding::windows1252);
     program.main.connectSite(1);
     EXPECT_EQ(program.session(1).encoding, TextEncoding::utf8);
 }
 
 TEST(CommandChannel, EndsTheConnectionAtTheLimits) {
+    std::string endless;
+    while (endless.size() < 33 * 1024 * 1024) {
+        endless += std::string(60000, 'x') + "\r\n";
+    }
     const std::vector<std::pair<std::string, std::string>> rows = {
         {std::string(70000, 'x'), "Reply line of more than 64 KiB, closing the connection"},
-        {[] {
-             std::string text;
-             while (text.size() < 33 * 1024 * 1024) {
-                 text += std::string(60000, 'x') + "\r\n";
-             }
-             return text;
-         }(),
-         "Reply of more than 32 MiB without an end, closing the connection"},
+        {endless, "Reply of more than 32 MiB without an end, closing the connection"},
     };
     for (const auto& [bytes, message] : rows) {
         LoggedIn program(2);
@@ -178,8 +157,7 @@ TEST(CommandChannel, EndsTheConnectionAtTheLimits) {
         EXPECT_EQ(program.socket(1).state(), SocketState::closed);
         EXPECT_NE(program.console(1).find(message), std::string::npos);
         EXPECT_EQ(program.socket(2).state(), SocketState::connecting);
-        program.main.connectSite(1);
-        play(program, 1, loginScript("bob", "secret"), {}, "login after the limit");
+        program.logIn();
         EXPECT_TRUE(program.session(1).bLoggedIn);
     }
 }
@@ -193,15 +171,15 @@ TEST(CommandChannel, KeepsTheLastErrorWhateverItsQuietFlag) {
 }
 
 TEST(CommandChannel, KeepsAliveOnlyAnIdleLogin) {
-    TestProgram program(sitesFile(1));
+    LoggedIn program;
     program.main.connectSite(1);
     program.socket(1).current = SocketState::connected;
     program.main.tmrNoop_Timer(1);
     EXPECT_TRUE(program.socket(1).takeSentLines().empty());
-    play(program, 1, loginScript("bob", "secret"), {}, "login");
+    program.logIn();
     program.main.tmrNoop_Timer(1);
     program.main.tmrNoop_Timer(1);
-    EXPECT_EQ(program.socket(1).takeSentLines(), std::vector<std::string>{"NOOP"});
+    EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"NOOP"});
 }
 
 TEST(CommandChannel, TwoSitesDoNotNoticeEachOther) {

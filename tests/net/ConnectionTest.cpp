@@ -12,9 +12,7 @@ namespace corvel::test {
 namespace {
 
 TEST(Connection, ResetsAllButWhatOutlivesAConnection) {
-    TestProgram program(sitesFile(1));
-    program.main.connectSite(1);
-    play(program, 1, loginScript("bob", "secret"), {}, "login");
+    LoggedIn program;
     program.main.sendConsoleCommand(1, "loud");
     program.main.sendConsoleCommand(1, "waiting");
     program.main.wSock_DataArrival(1, "211-half a reply");
@@ -37,12 +35,10 @@ TEST(Connection, ResetsAllButWhatOutlivesAConnection) {
 
 // A quiet command before the end keeps the next greeting off the console.
 TEST(Connection, QuietFlagOutlivesTheConnection) {
-    TestProgram program(sitesFile(1));
-    program.main.connectSite(1);
-    play(program, 1, loginScript("bob", "secret"), {}, "login");
+    LoggedIn program;
     program.main.wSock_Close(1);
     program.main.connectSite(1);
-    play(program, 1, {send("220 again\r\n"), expect("USER bob")}, {}, "second login");
+    program.answer({send("220 again\r\n"), expect("USER bob")}, "second login");
     EXPECT_EQ(program.console(1).find("220 again"), std::string::npos);
 }
 
@@ -75,13 +71,10 @@ TEST(Connection, ChoosesWhereToConnect) {
 }
 
 TEST(Connection, ConnectingAgainStartsFromAFreshSession) {
-    TestProgram program(sitesFile(1));
-    program.main.connectSite(1);
-    play(program, 1, loginScript("bob", "secret"), {}, "login");
+    LoggedIn program;
     program.main.sendConsoleCommand(1, "never answered");
     program.socket(1).takeSentLines();
-    program.main.connectSite(1);
-    play(program, 1, loginScript("bob", "secret"), {}, "second login");
+    program.logIn();
     EXPECT_TRUE(program.session(1).bLoggedIn);
 }
 

@@ -6,17 +6,13 @@
 
 namespace corvel::test {
 
-std::size_t bytesSent(const Script& script) {
+std::vector<Cutting> everyCutting(const Script& script) {
     std::size_t bytes = 0;
     for (const Step& step : script) {
         bytes += step.kind == Step::Kind::send ? step.text.size() : 0;
     }
-    return bytes;
-}
-
-std::vector<Cutting> everyCutting(const Script& script) {
     std::vector<Cutting> cuttings = {{}, {.pieceSize = 1}};
-    for (std::size_t position = 1; position < bytesSent(script); ++position) {
+    for (std::size_t position = 1; position < bytes; ++position) {
         cuttings.push_back({.cutAt = position});
     }
     return cuttings;
@@ -31,12 +27,12 @@ void play(TestProgram& program, int site, const Script& script, Cutting cutting,
         program.main.wSock_Connect(site);
     }
     std::size_t delivered = 0;
-    std::vector<std::string> pending;
+    Texts pending;
     for (const Step& step : script) {
         std::string text = step.text;
         switch (step.kind) {
         case Step::Kind::expect: {
-            const std::vector<std::string> lines = socket.takeSentLines();
+            const Texts lines = socket.takeSentLines();
             pending.insert(pending.end(), lines.begin(), lines.end());
             ASSERT_FALSE(pending.empty()) << "nothing was sent, expected: " << text;
             ASSERT_EQ(pending.front(), text);
@@ -60,15 +56,15 @@ void play(TestProgram& program, int site, const Script& script, Cutting cutting,
         }
     }
     EXPECT_TRUE(pending.empty()) << pending.front();
-    const std::vector<std::string> more = socket.takeSentLines();
+    const Texts more = socket.takeSentLines();
     EXPECT_TRUE(more.empty()) << "sent beyond the script: " << more.front();
 }
 
-Script loginScript(const std::string& user, const std::string& password) {
+Script loginScript() {
     return {send("220 ready\r\n"),
-            expect("USER " + user),
+            expect("USER bob"),
             send("331 password please\r\n"),
-            expect("PASS " + password),
+            expect("PASS secret"),
             send("230 welcome\r\n"),
             expect("SITE CorvelExt usertable"),
             send("500 Unknown\r\n"),
@@ -82,9 +78,22 @@ Script loginScript(const std::string& user, const std::string& password) {
             send("257 \"/\" is current directory.\r\n")};
 }
 
+Script listingScript(const std::string& listing) {
+    return {expect("STAT -a"), send(listing), expect("PWD"), send("257 \"/pub\" is current directory.\r\n")};
+}
+
 Script operator+(Script first, const Script& second) {
     first.insert(first.end(), second.begin(), second.end());
     return first;
+}
+
+LoggedIn::LoggedIn(int sites, const std::string& settingsFile) : TestProgram(sitesFile(sites), settingsFile) {
+    logIn();
+}
+
+void LoggedIn::logIn() {
+    main.connectSite(1);
+    answer(loginScript(), "login");
 }
 
 } // namespace corvel::test

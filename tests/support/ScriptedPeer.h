@@ -34,9 +34,6 @@ struct Cutting {
     std::size_t cutAt = std::string::npos;
 };
 
-// The bytes that the script sends in all.
-std::size_t bytesSent(const Script& script);
-
 // Every way of cutting that a conversation is tried in: whole, byte by byte, and once at every position.
 std::vector<Cutting> everyCutting(const Script& script);
 
@@ -44,10 +41,25 @@ std::vector<Cutting> everyCutting(const Script& script);
 // line than the script expects, or any line more. name: which conversation, for the failure's text.
 void play(TestProgram& program, int site, const Script& script, Cutting cutting, const std::string& name);
 
-// The script of a login up to the point where the client's own commands are answered: the tables with
+// The login of "bob" up to the point where the client's own commands are answered: the tables with
 // "500 Unknown" and the root directory as empty.
-Script loginScript(const std::string& user, const std::string& password);
+Script loginScript();
+
+// What is asked for and answered where a directory is listed that is then "/pub". listing: the reply.
+Script listingScript(const std::string& listing);
 
 Script operator+(Script first, const Script& second);
+
+// A program of which site 1 has logged in.
+struct LoggedIn : TestProgram {
+    explicit LoggedIn(int sites = 1, const std::string& settingsFile = {});
+
+    void logIn();
+
+    // Plays the server of site 1.
+    void answer(const Script& script, const std::string& name, Cutting cutting = {}) {
+        play(*this, 1, script, cutting, name);
+    }
+};
 
 } // namespace corvel::test

@@ -15,6 +15,8 @@
 
 namespace corvel::test {
 
+using Texts = std::vector<std::string>;
+
 // A clock that stands still.
 class FixedClock : public Clock {
   public:
@@ -44,7 +46,7 @@ class RecordingViews : public Views {
         note("dialogWanted", site, static_cast<int>(dialog));
     }
 
-    std::vector<std::string> calls;
+    Texts calls;
 
   private:
     void note(const std::string& what, int site, int index) {
@@ -75,7 +77,7 @@ class RecordingPrompts : public Prompts {
         AskText(title, prompt, std::move(answer));
     }
 
-    std::vector<std::string> asked;
+    Texts asked;
     std::deque<std::string> answers;
 
   private:
@@ -101,7 +103,7 @@ class RecordingShell : public Shell {
     void quit() override { calls.emplace_back("quit"); }
 
     std::string runningPath;
-    std::vector<std::string> calls;
+    Texts calls;
 };
 
 // A socket without a network: the test sets its state and reads what was sent.
@@ -120,8 +122,8 @@ class FakeSocket : public Socket {
     std::int32_t remotePort() const override { return 21; }
 
     // The lines sent since the last call, each without its CR LF; a line without one is marked as cut.
-    std::vector<std::string> takeSentLines() {
-        std::vector<std::string> lines;
+    Texts takeSentLines() {
+        Texts lines;
         while (!sent.empty()) {
             const std::size_t end = sent.find("\r\n");
             lines.push_back(end == std::string::npos ? "(cut) " + sent : sent.substr(0, end));
