@@ -65,72 +65,40 @@ TEST_F(Activity, ShowsTheFieldsInTheOrderOfTheColumns) {
 }
 
 TEST_F(Activity, NamesAndCountsTheStates) {
+    using enum ActivityIcon;
     struct Row {
         const char* name;
-        Connection connection;
-        std::string action;
-        std::string speed;
-        std::string transferred;
+        std::string status, bytes, speed; // as they are sent
+        Texts shown;                      // action, speed, transferred
         ActivityIcon icon;
         ActivityCounters counters;
     };
     const std::vector<Row> rows = {
-        {"idle", {"7", "0", "0", "5"}, "idle", "5 kBps", "0 MB", ActivityIcon::idle, {.idlers = 1}},
-        {"listing",
-         {"7", "3", "1572864", "5"},
-         "LIST",
-         "5 kBps",
-         "1.5 MB",
-         ActivityIcon::idle,
-         {.idlers = 1}},
-        {"download",
-         {"7", "1", "4294967296", "12.5"},
-         "downloading",
-         "12 kBps",
-         "4096 MB",
-         ActivityIcon::down,
-         {.downloadSpeed = 12, .downloaders = 1}},
-        {"no numbers",
-         {"7", "1", "many", "fast"},
-         "downloading",
-         "0 kBps",
-         "0 MB",
-         ActivityIcon::down,
-         {.downloaders = 1}},
-        {"empty numbers",
-         {"7", "2", "", ""},
-         "uploading",
-         "0 kBps",
-         "0 MB",
-         ActivityIcon::up,
-         {.uploaders = 1}},
-        {"unknown status", {"7", "4", "10485", "9"}, "4", "9 kBps", "0.01 MB", ActivityIcon::none, {}},
-        {"no status", {"7", "", "0", "9"}, "", "9 kBps", "0 MB", ActivityIcon::none, {}},
-        {"more behind the speed",
-         {"7", "2", "0", "9 | x"},
-         "uploading",
-         "9 kBps",
-         "0 MB",
-         ActivityIcon::up,
-         {.uploadSpeed = 9, .uploaders = 1}},
+        {"idle", "0", "0", "5", {"idle", "5 kBps", "0 MB"}, idle, {.idlers = 1}},
+        {"listing", "3", "1572864", "5", {"LIST", "5 kBps", "1.5 MB"}, idle, {.idlers = 1}},
+        {"download", "1", "4294967296", "12.5", {"downloading", "12 kBps", "4096 MB"}, down, {0, 12, 0, 1}},
+        {"no numbers", "1", "many", "fast", {"downloading", "0 kBps", "0 MB"}, down, {.downloaders = 1}},
+        {"empty numbers", "2", "", "", {"uploading", "0 kBps", "0 MB"}, up, {.uploaders = 1}},
+        {"unknown status", "4", "10485", "9", {"4", "9 kBps", "0.01 MB"}, none, {}},
+        {"no status", "", "0", "9", {"", "9 kBps", "0 MB"}, none, {}},
+        {"more behind the speed", "2", "0", "9 | x", {"uploading", "9 kBps", "0 MB"}, up, {9, 0, 1}},
     };
     for (const Row& row : rows) {
-        reply({recordOf(row.connection)});
+        reply({recordOf({"7", row.status, row.bytes, row.speed})});
         ASSERT_EQ(rows_.rows.size(), 1U) << row.name;
-        EXPECT_EQ(cell(0, ActivityCell::action), row.action) << row.name;
-        EXPECT_EQ(cell(0, ActivityCell::speed), row.speed) << row.name;
-        EXPECT_EQ(cell(0, ActivityCell::transferred), row.transferred) << row.name;
+        EXPECT_EQ((Texts{cell(0, ActivityCell::action), cell(0, ActivityCell::speed),
+                         cell(0, ActivityCell::transferred)}),
+                  row.shown)
+            << row.name;
         EXPECT_EQ(rows_.rows[0].icon(), row.icon) << row.name;
         EXPECT_EQ(counters_, row.counters) << row.name;
     }
 }
 
 TEST_F(Activity, TakesTheLinesThatMatchThePattern) {
-    std::string pattern = "200-cid";
-    for (int i = 0; i < 17; ++i) {
-        pattern += " | *";
-    }
-    const std::string separators = replaceAll(std::string(17, 'x'), "x", fieldSeparator);
+    const auto seventeen = [](std::string_view text) { return replaceAll(std::string(17, 'x'), "x", text); };
+    const std::string pattern = "200-cid" + seventeen(" | *");
+    const std::string separators = seventeen(fieldSeparator);
     const Texts lines = {recordOf({}),
                          recordOf({}) + fieldSeparator.data(),
                          recordOf({}).substr(0, recordOf({}).rfind(" | ")),
@@ -141,17 +109,17 @@ TEST_F(Activity, TakesTheLinesThatMatchThePattern) {
                          "200-CID" + separators,
                          "200-cidr" + separators,
                          "250-cid" + separators,
-                         "200-cid" + replaceAll(std::string(17, 'x'), "x", " |"),
+                         "200-cid" + seventeen(" |"),
                          "200-cid",
                          ""};
-    int records = 0;
+    std::size_t records = 0;
     for (const std::string& line : lines) {
         rows_ = {};
         reply({line});
         EXPECT_EQ(rows_.rows.size(), matchesPattern(line, pattern) ? 1U : 0U) << line;
-        records += static_cast<int>(rows_.rows.size());
+        records += rows_.rows.size();
     }
-    EXPECT_EQ(records, 3);
+    EXPECT_EQ(records, 3U);
 }
 
 TEST_F(Activity, KeepsRowsThatAreLeftOverAsStale) {

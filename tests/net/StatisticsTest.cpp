@@ -28,8 +28,6 @@ std::string rowsText(const Status& status) {
 TEST(Statistics, ListsNamesAndSums) {
     EXPECT_EQ(rowsText(online), "sitename=home;online_all=11;online_transfer=4;online_up=3;online_down=1;"
                                 "online_idle=7;bandwidth_total=160;bandwidth_up=120;bandwidth_down=40;");
-    EXPECT_EQ(rowsText({}), "sitename=;online_all=0;online_transfer=0;online_up=0;online_down=0;"
-                            "online_idle=0;bandwidth_total=0;bandwidth_up=0;bandwidth_down=0;");
 }
 
 TEST(Statistics, ReadAsFourLines) {
