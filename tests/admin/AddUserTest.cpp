@@ -5,16 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
 namespace corvel {
 namespace {
-
-UserTable oneUser() {
-    return ParseUserTable(1, Lines{"p | 7 | bob | staff | 3M"}).table;
-}
 
 AddUserForm goodForm() {
     AddUserForm form = addUserForm(threeGroups());
@@ -34,41 +29,31 @@ AddUserForm goodForm() {
 TEST(AddUser, ChecksInOrder) {
     struct Row {
         const char* name;
-        std::function<void(AddUserForm&)> spoil;
-        const char* problem;
+        const char* txtUserName;
+        const char* txtPassword;
+        const char* txtMainGroup;
+        bool hasMask;
+        const char* problem; // empty: none
     };
     const std::vector<Row> rows = {
-        {"nothing wrong", [](AddUserForm&) {}, nullptr},
-        {"all wrong", [](AddUserForm& form) { form = {}; }, "Please enter a valid username."},
-        {"blank in the name", [](AddUserForm& form) { form.txtUserName = "e ve"; },
-         "Please enter a valid username."},
-        {"name taken, and no password",
-         [](AddUserForm& form) {
-             form.txtUserName = "bob";
-             form.txtPassword = "";
-         },
+        {"nothing wrong", "eve", "secret", "staff", true, ""},
+        {"all wrong", "", "", "", false, "Please enter a valid username."},
+        {"blank in the name", "e ve", "secret", "staff", true, "Please enter a valid username."},
+        {"name taken, and no password", "bob", "", "staff", true,
          "This user already exists: bob\r\nGroup: staff\r\nFlags: 3M"},
-        {"another case is another name", [](AddUserForm& form) { form.txtUserName = "Bob"; }, nullptr},
-        {"no password, and no group",
-         [](AddUserForm& form) {
-             form.txtPassword = "";
-             form.txtMainGroup = "";
-         },
-         "Please enter a valid password."},
-        {"no main group, and no mask",
-         [](AddUserForm& form) {
-             form.txtMainGroup = "";
-             form.lstUserIP.clear();
-         },
-         "Please select a main group."},
-        {"no mask", [](AddUserForm& form) { form.lstUserIP.clear(); }, "Please enter at least one ip/ident."},
+        {"another case is another name", "Bob", "secret", "staff", true, ""},
+        {"no password, and no group", "eve", "", "", true, "Please enter a valid password."},
+        {"no main group, and no mask", "eve", "secret", "", false, "Please select a main group."},
+        {"no mask", "eve", "secret", "staff", false, "Please enter at least one ip/ident."},
     };
+    const UserTable users = ParseUserTable(1, Lines{"p | 7 | bob | staff | 3M"}).table;
     for (const Row& row : rows) {
         AddUserForm form = goodForm();
-        row.spoil(form);
-        const std::optional<std::string> problem = addUserProblem(form, oneUser());
-        EXPECT_EQ(problem.has_value(), row.problem != nullptr) << row.name;
-        EXPECT_EQ(problem.value_or(""), row.problem == nullptr ? "" : row.problem) << row.name;
+        form.txtUserName = row.txtUserName;
+        form.txtPassword = row.txtPassword;
+        form.txtMainGroup = row.txtMainGroup;
+        form.lstUserIP.resize(row.hasMask ? 1 : 0);
+        EXPECT_EQ(addUserProblem(form, users).value_or(""), row.problem) << row.name;
     }
 }
 
@@ -96,58 +81,41 @@ TEST(AddUser, SendsTheUserAndThenItsProperties) {
     EXPECT_EQ(more.sBatchLines, "site addip eve b@2 c@3\r\nsite chgrp eve guests crew\r\n" + common);
 }
 
+void expectBatch(const char* name, void (*tick)(BatchForm&), const Lines& users, const std::string& lines) {
+    BatchForm form{.txtBatchFlags = "3",
+                   .txtBatchLogins = {"02", "", "0"},
+                   .txtBatchHomePath = "/h",
+                   .txtBatchVFS = "/v",
+                   .txtBatchTagline = "hi %user",
+                   .txtBatchSpeedDn = "-1",
+                   .txtBatchSpeedUp = "05"};
+    tick(form);
+    const auto sequence = batchSequence(form, users);
+    ASSERT_TRUE(sequence) << name;
+    EXPECT_EQ(sequence->sBatchLines, lines) << name;
+    EXPECT_EQ(written({sequence->first}), Texts{"113 quiet NOOP"}) << name;
+    EXPECT_EQ(sequence->sBegin, "-------------[ BEGIN ]-[ BATCH COMMAND ]-------------");
+    EXPECT_EQ(sequence->beginLog, LogKind::commandResults);
+}
+
 TEST(Batch, HoldsALineForEveryTickedFieldOfEveryUser) {
-    struct Row {
-        const char* name;
-        std::function<void(BatchForm&)> tick;
-        const char* lines; // for the users a and b
+    const auto everything = [](BatchForm& form) {
+        form.chkBatchFlags = form.chkBatchLogins = form.chkBatchHomePath = form.chkBatchVFS = true;
+        form.chkBatchTagLine = form.chkBatchSpeed = form.chkBatchCommand = true;
+        form.txtBatchLogins[1] = "2";
+        form.txtBatchCommand = "%user%user x";
     };
-    const std::vector<Row> rows = {
-        {"an empty box that is ticked",
-         [](BatchForm& form) {
-             form.chkBatchFlags = true;
-             form.txtBatchFlags = "";
-         },
-         "site change a flags \r\nsite change b flags \r\n"},
-        {"logins without the empty box", [](BatchForm& form) { form.chkBatchLogins = true; },
-         "site change a logins 02 ftp\r\nsite change a logins 0 http\r\n"
-         "site change b logins 02 ftp\r\nsite change b logins 0 http\r\n"},
-        {"free command with the name twice",
-         [](BatchForm& form) {
-             form.chkBatchCommand = true;
-             form.txtBatchCommand = "%user%user x";
-         },
-         "aa x\r\nbb x\r\n"},
-        {"everything",
-         [](BatchForm& form) {
-             form.chkBatchFlags = form.chkBatchLogins = form.chkBatchHomePath = form.chkBatchVFS = true;
-             form.chkBatchTagLine = form.chkBatchSpeed = form.chkBatchCommand = true;
-             form.txtBatchLogins = {"1", "2", "3"};
-             form.txtBatchCommand = "site x";
-         },
-         "site change a flags 3\r\nsite change a logins 1 ftp\r\nsite change a logins 2 telnet\r\n"
-         "site change a logins 3 http\r\nsite change a homedir /h\r\nsite change a vfsfile /v\r\n"
-         "site change a tagline hi %user\r\nsite change a speedlimits -1 05\r\nsite x\r\n"
-         "site change b flags 3\r\nsite change b logins 1 ftp\r\nsite change b logins 2 telnet\r\n"
-         "site change b logins 3 http\r\nsite change b homedir /h\r\nsite change b vfsfile /v\r\n"
-         "site change b tagline hi %user\r\nsite change b speedlimits -1 05\r\nsite x\r\n"},
+    expectBatch("everything, and the name twice", everything, {"a"},
+                "site change a flags 3\r\nsite change a logins 02 ftp\r\nsite change a logins 2 telnet\r\n"
+                "site change a logins 0 http\r\nsite change a homedir /h\r\nsite change a vfsfile /v\r\n"
+                "site change a tagline hi %user\r\nsite change a speedlimits -1 05\r\naa x\r\n");
+    const auto emptyBoxes = [](BatchForm& form) {
+        form.chkBatchFlags = form.chkBatchLogins = true;
+        form.txtBatchFlags = "";
     };
-    for (const Row& row : rows) {
-        BatchForm form{.txtBatchFlags = "3",
-                       .txtBatchLogins = {"02", "", "0"},
-                       .txtBatchHomePath = "/h",
-                       .txtBatchVFS = "/v",
-                       .txtBatchTagline = "hi %user",
-                       .txtBatchSpeedDn = "-1",
-                       .txtBatchSpeedUp = "05"};
-        row.tick(form);
-        const auto sequence = batchSequence(form, Lines{"a", "b"});
-        ASSERT_TRUE(sequence) << row.name;
-        EXPECT_EQ(sequence->sBatchLines, row.lines) << row.name;
-        EXPECT_EQ(written({sequence->first}), Texts{"113 quiet NOOP"}) << row.name;
-        EXPECT_EQ(sequence->sBegin, "-------------[ BEGIN ]-[ BATCH COMMAND ]-------------");
-        EXPECT_EQ(sequence->beginLog, LogKind::commandResults);
-    }
+    expectBatch("flags, but no logins, of an empty box", emptyBoxes, {"a", "b"},
+                "site change a flags \r\nsite change a logins 02 ftp\r\nsite change a logins 0 http\r\n"
+                "site change b flags \r\nsite change b logins 02 ftp\r\nsite change b logins 0 http\r\n");
 }
 
 TEST(Batch, OfNothingIsNone) {

@@ -45,8 +45,7 @@ TEST(ListRows, ShowTheTable) {
     EXPECT_EQ((Texts{rowText(crew, GroupColumn::gid), rowText(crew, GroupColumn::groupName),
                      rowText(crew, GroupColumn::users)}),
               (Texts{"   3", "crew", "  12"}));
-    EXPECT_EQ(rowCount(emptyUserTable()), 0U);
-    EXPECT_EQ(rowCount(emptyGroupTable()), 0U);
+    EXPECT_EQ(rowCount(emptyUserTable()) + rowCount(emptyGroupTable()), 0U);
 }
 
 TEST(ListRows, AreOrderedByAColumn) {
@@ -73,7 +72,6 @@ TEST(ListRows, AreOrderedByAColumn) {
     EXPECT_EQ(orderedRows(emptyUserTable(), {1, false}, TextEncoding::utf8), Rows{});
 
     const GroupTable groups = threeGroups();
-    EXPECT_EQ(orderedRows(groups, {}, TextEncoding::utf8), (Rows{0, 1, 2}));
     EXPECT_EQ(orderedRows(groups, {0, true}, TextEncoding::utf8), (Rows{2, 1, 0}));
     EXPECT_EQ(orderedRows(groups, {1, false}, TextEncoding::utf8), (Rows{2, 1, 0}));
     EXPECT_EQ(orderedRows(groups, {2, false}, TextEncoding::utf8), (Rows{1, 0, 2})) << "2 before 12";
@@ -85,7 +83,6 @@ TEST(ListRows, AreOrderedByAColumn) {
 }
 
 TEST(ListRows, ASecondClickOnAHeaderFlips) {
-    EXPECT_EQ(afterHeaderClick({}, 0), (ListOrder{0, false}));
     EXPECT_EQ(afterHeaderClick({1, false}, 1), (ListOrder{1, true}));
     EXPECT_EQ(afterHeaderClick({1, true}, 1), (ListOrder{1, false}));
     EXPECT_EQ(afterHeaderClick({1, true}, 0), (ListOrder{0, false}));

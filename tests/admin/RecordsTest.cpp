@@ -1,3 +1,4 @@
+#include "admin/AdminSupport.h"
 #include "admin/clsGroup.h"
 #include "admin/clsUser.h"
 #include "common/Errors.h"
@@ -7,14 +8,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace corvel {
 namespace {
 
-using Lines = std::vector<std::string_view>;
-using Texts = std::vector<std::string>;
 using Ids = std::vector<std::int16_t>;
 
 const Lines fullUserFile = {
@@ -45,7 +43,7 @@ TEST(UserFile, FillsEveryField) {
     EXPECT_EQ((std::vector<int>{user.iBWLimitDn, user.iBWLimitUp, user.iLoginsTelnet, user.iLoginsFTP,
                                 user.iLoginsHTTP}),
               (std::vector<int>{10, 20, 1, 2, 3}));
-    EXPECT_EQ(user.ips(), (std::vector<std::string>{"bob@10.*", "", "*@host"}));
+    EXPECT_EQ(user.ips(), (Texts{"bob@10.*", "", "*@host"}));
     EXPECT_EQ(user.groups(), (Ids{4, 5}));
     EXPECT_EQ(user.admingroups(), Ids{5});
     EXPECT_TRUE(user.IsMemberOf(4) && user.IsAdminOf(5) && !user.IsAdminOf(4) && !user.IsMemberOf(-1));

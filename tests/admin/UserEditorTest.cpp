@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,14 +24,12 @@ TEST(UserForm, ShowsTheListsOfTheRecord) {
     EXPECT_EQ(form.lvwUserSections[1], (UserSectionRow{"1", "0", "-1"})) << "rounded down, not toward 0";
     EXPECT_EQ(form.lvwUserSections[2], (UserSectionRow{"2", "0", "0"}));
     EXPECT_EQ(form.lvwUserSections[9], (UserSectionRow{"9", "0", "-1"}));
-}
 
-TEST(UserForm, ShowsAUserWithoutGroupsAsTheRecordHasIt) {
-    clsUser user;
-    user.ParseUserFile(Lines{"200-ips | "});
-    const UserForm form = InfoToForm(user, threeGroups());
-    EXPECT_EQ(form.lvwUserGroups, (std::vector<UserGroupRow>{{"-1", "(bad_gid)", "Yes"}}));
-    EXPECT_EQ(form.lstUserIP, Texts{});
+    clsUser bare;
+    bare.ParseUserFile(Lines{"200-ips | "});
+    EXPECT_EQ(InfoToForm(bare, threeGroups()).lvwUserGroups,
+              (std::vector<UserGroupRow>{{"-1", "(bad_gid)", "Yes"}}));
+    EXPECT_EQ(InfoToForm(bare, threeGroups()).lstUserIP, Texts{});
 }
 
 TEST(UserEditor, AsksBeforeTheMasterFlagChanges) {
@@ -46,70 +43,52 @@ TEST(UserEditor, AsksBeforeTheMasterFlagChanges) {
     EXPECT_FALSE(masterQuestion("3", "3m"));
 }
 
-struct SaveRow {
-    const char* name;
-    std::function<void(UserForm&)> edit;
-    Texts commands; // before the reload
-};
+// What is sent for the form of bob with one change, before the reload.
+void expectSaved(const char* name, const Texts& commands, void (*edit)(UserForm&)) {
+    UserForm form = InfoToForm(bob(), threeGroups());
+    edit(form);
+    Texts expected = commands;
+    expected.emplace_back(bobReload);
+    EXPECT_EQ(written(saveUserCommands(bob(), form, true, 3)), expected) << name;
+}
 
 TEST(UserEditor, SavesWhatDiffersAndNothingElse) {
-    const std::vector<SaveRow> rows = {
-        {"nothing", [](UserForm&) {}, {}},
-        {"a trailing blank in the tagline",
-         [](UserForm& form) { form.txtUserTagLine += " "; },
-         {"107 SITE change bob tagline hello "}},
-        {"download limit alone",
-         [](UserForm& form) { form.txtUserBwDn = "050"; },
-         {"107 SITE change bob speedlimit 050 200"}},
-        {"upload limit alone",
-         [](UserForm& form) { form.txtUserBwUp = "-1"; },
-         {"107 SITE change bob speedlimit 100 -1"}},
-        {"the same numbers, typed otherwise",
-         [](UserForm& form) {
-             form.txtUserBwDn = "0100";
-             form.txtUserBwUp = "200.0 kB";
-             form.txtUserLogins = {"02", "+1", " 3"};
-         },
-         {}},
-        {"numbers past every field",
-         [](UserForm& form) {
-             form.txtUserBwUp = "99999999999999999999";
-             form.txtUserLogins[0] = "40000";
-         },
-         {"107 SITE change bob speedlimit 100 99999999999999999999", "107 SITE change bob logins 40000 ftp"}},
-        {"no number is 0",
-         [](UserForm& form) { form.txtUserLogins[2] = "x"; },
-         {"107 SITE change bob logins 0 http"}},
-        {"boxes that are only shown",
-         [](UserForm& form) {
-             form.txtUserGroup = "x";
-             form.txtUserUID = "9";
-             form.lstUserIP.clear();
-         },
-         {}},
-        {"everything, in order, under the old name",
-         [](UserForm& form) {
-             form.txtUserFlags = "";
-             form.txtUserTagLine = "t";
-             form.txtUserVFS = "v";
-             form.txtUserHomePath = "h";
-             form.txtUserName = "rob";
-             form.txtUserBwDn = "1";
-             form.txtUserBwUp = "2";
-             form.txtUserLogins = {"07", "8", "9"};
-         },
-         {"107 SITE CorvelExt setflags 7 ", "107 SITE change bob tagline t", "107 SITE change bob vfsfile v",
-          "107 SITE change bob homedir h", "107 SITE renuser bob rob", "107 SITE change bob speedlimit 1 2",
-          "107 SITE change bob logins 7 ftp", "107 SITE change bob logins 8 telnet",
-          "107 SITE change bob logins 9 http"}},
-    };
-    for (const SaveRow& row : rows) {
-        UserForm form = InfoToForm(bob(), threeGroups());
-        row.edit(form);
-        Texts expected = row.commands;
-        expected.emplace_back(bobReload);
-        EXPECT_EQ(written(saveUserCommands(bob(), form, true, 3)), expected) << row.name;
-    }
+    expectSaved("a trailing blank in the tagline", {"107 SITE change bob tagline hello "},
+                [](UserForm& form) { form.txtUserTagLine += " "; });
+    expectSaved("download limit alone", {"107 SITE change bob speedlimit 050 200"},
+                [](UserForm& form) { form.txtUserBwDn = "050"; });
+    expectSaved("upload limit alone", {"107 SITE change bob speedlimit 100 -1"},
+                [](UserForm& form) { form.txtUserBwUp = "-1"; });
+    expectSaved("the same numbers, typed otherwise, and boxes that are only shown", {}, [](UserForm& form) {
+        form.txtUserBwDn = "0100";
+        form.txtUserBwUp = "200.0 kB";
+        form.txtUserLogins = {"02", "+1", " 3"};
+        form.txtUserGroup = "x";
+        form.txtUserUID = "9";
+        form.lstUserIP.clear();
+    });
+    expectSaved("numbers past every field, and none at all",
+                {"107 SITE change bob speedlimit 100 99999999999999999999",
+                 "107 SITE change bob logins 40000 ftp", "107 SITE change bob logins 0 http"},
+                [](UserForm& form) {
+                    form.txtUserBwUp = "99999999999999999999";
+                    form.txtUserLogins = {"40000", "1", "x"};
+                });
+    expectSaved("everything, in order, under the old name",
+                {"107 SITE CorvelExt setflags 7 ", "107 SITE change bob tagline t",
+                 "107 SITE change bob vfsfile v", "107 SITE change bob homedir h", "107 SITE renuser bob rob",
+                 "107 SITE change bob speedlimit 1 2", "107 SITE change bob logins 7 ftp",
+                 "107 SITE change bob logins 8 telnet", "107 SITE change bob logins 9 http"},
+                [](UserForm& form) {
+                    form.txtUserFlags = "";
+                    form.txtUserTagLine = "t";
+                    form.txtUserVFS = "v";
+                    form.txtUserHomePath = "h";
+                    form.txtUserName = "rob";
+                    form.txtUserBwDn = "1";
+                    form.txtUserBwUp = "2";
+                    form.txtUserLogins = {"07", "8", "9"};
+                });
 }
 
 TEST(ChangeUserGroups, ANameInsideAnotherIsAnotherName) {

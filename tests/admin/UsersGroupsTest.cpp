@@ -1,16 +1,13 @@
+#include "admin/AdminSupport.h"
 #include "admin/mdlUsersGroups.h"
-#include "common/Text.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace corvel {
 namespace {
-
-using Lines = std::vector<std::string_view>;
 
 const Lines userLines = {
     "200-usertable",
