@@ -79,9 +79,6 @@ TEST(FileOperations, DeleteTheBytesAsTheyCameAndAskInVisibleLetters) {
     ASSERT_TRUE(directory);
     EXPECT_EQ(directory->question, "Are u sure u want to delete this directory:\r\n\xC3\xA9\xE2\x90\x9B");
     EXPECT_EQ(sent({directory->command}), "RMD \xE9\x1b/108q0;");
-    const auto file = deletion({.name = "f", .type = BrowserEntryType::file}, TextEncoding::utf8);
-    ASSERT_TRUE(file);
-    EXPECT_EQ(sent({file->command}), "DELE f/108q0;");
 }
 
 TEST(ColumnFit, GivesTheNameWhatIsLeft) {

@@ -16,22 +16,15 @@ TEST(Nuke, FillsTheTemplateOfTheSettings) {
     };
     const std::string usual = "site nuke %(name) %(mult) %(reason)";
     const std::vector<Row> table = {
-        {"blanks of the reason alone are replaced",
-         {.txtName = "a b", .txtMultip = "3 x", .txtReason = " bad  release"},
-         {usual, "_"},
-         "site nuke a b 3 x _bad__release"},
+        {"blanks of the reason alone", {"/", "a b", "3 x", " b  c"}, {usual, "_"}, "site nuke a b 3 x _b__c"},
         {"blanks stay", {"/", "x", "3", "bad release"}, {usual, " "}, "site nuke x 3 bad release"},
         {"blanks go", {"/", "x", "3", "bad release"}, {usual, ""}, "site nuke x 3 badrelease"},
-        {"a character of two bytes",
-         {"/", "x", "3", "a b"},
-         {usual, "\xC2\xB7"},
-         "site nuke x 3 a\xC2\xB7"
-         "b"},
+        {"a character of two bytes", {"/", "x", "3", "a b"}, {usual, "\u00B7"}, "site nuke x 3 a\u00B7b"},
         {"no multiplier and no reason", {"/", "x", "", ""}, {usual, "_"}, "site nuke x  "},
-        {"values are not expanded, other bytes stay",
-         {"/", "%(reason)\xE4\"", "%(mult)", "100%"},
-         {usual, "_"},
-         "site nuke %(reason)\xE4\" %(mult) 100%"},
+        {"values stay text",
+         {"/", "%(mult)\xE4\"", "%(name)", "%"},
+         {usual, ""},
+         "site nuke %(mult)\xE4\" %(name) %"},
         {"formats, unknown names", {"/", "x", "3", "y"}, {"n %(MULT,3,R,0) %(path)|", "_"}, "n 003 |"},
         {"no template", {"/", "x", "3", "y"}, {"", "_"}, ""},
     };
