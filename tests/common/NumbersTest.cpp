@@ -136,56 +136,41 @@ TEST(Numbers, DigitsAreGrouped) {
 }
 
 TEST(Numbers, AreWrittenExactlyAtAnySize) {
-    struct Row {
-        const char* text;
-        std::uint32_t factor;
-        const char* written;
+    const std::vector<std::pair<const char*, const char*>> plain = {
+        {"", "0"},    {" +5x", "5"},      {"-0.2", "0"}, {"-7.6", "-8"},
+        {"1.5", "2"}, {"2.5000001", "3"}, {"9.5", "10"},
     };
-    const std::vector<Row> rows = {
-        {"", 1, "0"},
-        {"abc", 1024, "0"},
-        {" +5x", 1, "5"},
-        {"-0.2", 1, "0"},
-        {"-7.6", 1, "-8"},
-        {"1.5", 1, "2"},
-        {"2.5000001", 1, "3"},
-        {"9.5", 1, "10"},
-        {".5", 1024, "512"},
-        {"0.00048828125", 1024, "0"},
-        {"0.00146484375", 1024, "2"},
-        {"-2", 1024, "-2048"},
-        {"123456789012345678901234567890", 1024, "126419751948641975194864197519360"},
-        {"99999999999999999999.5", 1, "100000000000000000000"},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(wholeNumberText(row.text, row.factor), row.written) << row.text << " * " << row.factor;
+    for (const auto& [text, written] : plain) {
+        EXPECT_EQ(wholeNumberText(text), written) << text;
     }
+    const std::vector<std::pair<const char*, const char*>> times1024 = {
+        {"abc", "0"}, {".5", "512"}, {"0.00048828125", "0"}, {"0.00146484375", "2"}, {"-2", "-2048"},
+    };
+    for (const auto& [text, written] : times1024) {
+        EXPECT_EQ(wholeNumberText(text, 1024), written) << text;
+    }
+    EXPECT_EQ(wholeNumberText("99999999999999999999.5"), "100000000000000000000");
+    EXPECT_EQ(wholeNumberText("123456789012345678901234567890", 1024), "126419751948641975194864197519360");
     EXPECT_EQ(wholeNumberText(std::string(500, '9')), std::string(500, '9'));
 }
 
 TEST(Numbers, AreWrittenWithFewDecimals) {
-    struct Row {
-        double number;
-        int decimals;
-        const char* written;
+    const std::vector<std::pair<double, const char*>> two = {
+        {1, "1"}, {1.5, "1.5"}, {0.125, "0.12"}, {0.375, "0.38"}, {100, "100"}, {0.004, "0"}, {-0.004, "0"},
     };
-    const std::vector<Row> rows = {
-        {1, 2, "1"},
-        {1.5, 2, "1.5"},
-        {0.125, 2, "0.12"},
-        {0.375, 2, "0.38"},
-        {100, 2, "100"},
-        {0.004, 2, "0"},
-        {-0.004, 2, "0"},
-        {-1.25, 1, "-1.2"},
-        {1e15 + 0.5, 2, "1000000000000000.5"},
-        {2.5, 0, "2"},
-        {100, 0, "100"},
-        {-0.4, 0, "0"},
-        {1e21, 0, "1000000000000000000000"},
+    for (const auto& [number, written] : two) {
+        EXPECT_EQ(numberText(number, 2), written);
+    }
+    EXPECT_EQ(numberText(1e15 + 0.5, 2), "1000000000000000.5");
+    EXPECT_EQ(numberText(-1.25, 1), "-1.2");
+    const std::vector<std::pair<double, const char*>> none = {
+        {2.5, "2"},
+        {100, "100"},
+        {-0.4, "0"},
+        {1e21, "1000000000000000000000"},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(numberText(row.number, row.decimals), row.written);
+    for (const auto& [number, written] : none) {
+        EXPECT_EQ(numberText(number, 0), written);
     }
     EXPECT_EQ(numberText(std::numeric_limits<double>::max(), 9).size(), 309U);
 }
