@@ -59,10 +59,10 @@ TEST(Settings, EveryTextKeyHasAMemberOfItsOwn) {
                                             "menu_activity"};
     std::vector<std::string> lines;
     for (const std::string& key : keys) {
-        lines.push_back(std::string(key).append(" = ").append(key));
+        lines.push_back(key + " = " + key);
     }
     for (const std::string& key : menus) {
-        lines.push_back(std::string(key).append(" = ").append(key).append(" | c"));
+        lines.push_back(key + " = " + key + " | c");
     }
     const Settings read = parseSettings(lines).settings;
     EXPECT_EQ(keys, (std::vector{read.textbox_fontname, read.ssl_tunnel_host, read.site_nuke_syntax,
@@ -114,11 +114,9 @@ TEST(Settings, KeepsOneCharacterThatReplacesBlanks) {
 }
 
 TEST(Settings, ReadsAnAnsiFileAsAWhole) {
-    const SettingsReading reading = parseSettings({"textbox_fontname = f\xFC"
-                                                   "r",
-                                                   "ssl_tunnel_host = h\xC3\xBC"});
-    EXPECT_EQ(reading.settings.textbox_fontname, "für");
-    EXPECT_EQ(reading.settings.ssl_tunnel_host, "hÃ¼");
+    const Settings read = parseSettings({"textbox_fontname = \xFC", "ssl_tunnel_host = h\xC3\xBC"}).settings;
+    EXPECT_EQ(read.textbox_fontname, "ü");
+    EXPECT_EQ(read.ssl_tunnel_host, "hÃ¼");
 }
 
 TEST(Settings, EveryPictureHasAPlaceOfItsOwn) {

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -130,13 +129,9 @@ TEST(WindowState, OrdersTheColumnsEvenWithOnePositionTwice) {
     WindowState state;
     state.columns[2].position = 17;
     state.columns[16].position = 2;
-    const auto order = activityColumnOrder(state);
-    EXPECT_EQ(std::set(order.begin(), order.end()).size(), activityColumnCount);
-    EXPECT_EQ(order[0], 0U);
-    EXPECT_EQ(order[1], 1U);
-    EXPECT_EQ(order[2], 16U);
-    EXPECT_EQ(order[16], 2U);
-    EXPECT_EQ(order[17], 17U);
+    using Order = decltype(activityColumnOrder(state));
+    EXPECT_EQ(activityColumnOrder(state),
+              (Order{0, 1, 16, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 2, 17}));
 }
 
 } // namespace
