@@ -52,6 +52,7 @@ TEST(TextEncoding, EveryByteOfWindows1252GoesThereAndBack) {
         EXPECT_EQ(characterCount(text), 1U) << value;
         EXPECT_EQ(fromUtf8(text, TextEncoding::windows1252), byte) << value;
     }
+    EXPECT_EQ(characterCount("a\u00E9\u20AC\U0001F600"), 4U);
     EXPECT_EQ(toUtf8("\x80\x9F\xA0\xFF", TextEncoding::windows1252), "\u20AC\u0178\u00A0\u00FF");
 }
 
@@ -77,10 +78,6 @@ TEST(TextEncoding, MakesControlCharactersVisible) {
         EXPECT_EQ(visibleText(text), visible);
         EXPECT_TRUE(isValidUtf8(visible));
     }
-}
-
-TEST(TextEncoding, CountsCharacters) {
-    EXPECT_EQ(characterCount("a\u00E9\u20AC\U0001F600"), 4U);
 }
 
 } // namespace
