@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -117,14 +116,6 @@ TEST(Settings, ReadsAnAnsiFileAsAWhole) {
     const Settings read = parseSettings({"textbox_fontname = \xFC", "ssl_tunnel_host = h\xC3\xBC"}).settings;
     EXPECT_EQ(read.textbox_fontname, "ü");
     EXPECT_EQ(read.ssl_tunnel_host, "hÃ¼");
-}
-
-TEST(Settings, EveryPictureHasAPlaceOfItsOwn) {
-    std::set<std::pair<ImageList, int>> places;
-    for (const ImageKey& image : imageKeys) {
-        places.emplace(image.list, image.index);
-    }
-    EXPECT_EQ(places.size(), imageKeys.size());
 }
 
 } // namespace
