@@ -8,6 +8,14 @@
 
 namespace corvel {
 
+namespace {
+
+// In milliseconds, about one picture of the screen: what changes faster is not seen, and every text is laid
+// out as a whole.
+constexpr int updateInterval = 16;
+
+} // namespace
+
 LogBox::LogBox(std::function<QString()> text, QWidget* parent)
     : QPlainTextEdit(parent), text_(std::move(text)) {
     setReadOnly(true);
@@ -20,7 +28,7 @@ LogBox::LogBox(std::function<QString()> text, QWidget* parent)
 void LogBox::scheduleUpdate() {
     if (!isUpdateDue_) {
         isUpdateDue_ = true;
-        QTimer::singleShot(0, this, &LogBox::showText);
+        QTimer::singleShot(updateInterval, this, &LogBox::showText);
     }
 }
 

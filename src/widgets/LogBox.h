@@ -16,8 +16,8 @@ class LogBox : public QPlainTextEdit {
     // alive.
     explicit LogBox(std::function<QString()> text, QWidget* parent = nullptr);
 
-    // Says that the log changed. Cheap: the text is fetched and shown once, however often this is called in
-    // one turn of the event loop.
+    // Says that the log changed. Cheap: the text is fetched and shown once, within a few milliseconds,
+    // however often this is called until then.
     void scheduleUpdate();
 
     // The platform's fixed-width font, or another by name; pointSize 0 or less keeps the size.

@@ -110,7 +110,7 @@ TEST_F(DemoSites, BrowserChangesTheServer) {
     driver_->answer(QMessageBox::Yes);
     driver_->refresh();
     EXPECT_TRUE(driver_->waitForNoRow(u"kleiner"_s));
-    EXPECT_TRUE(text("txtBrowserCmdReply_1").contains(u"] > RMD kleiner"_s));
+    EXPECT_TRUE(eventually([&] { return text("txtBrowserCmdReply_1").contains(u"] > RMD kleiner"_s); }));
 }
 
 class HugeDirectory : public DemoSites {

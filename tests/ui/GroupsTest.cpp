@@ -101,9 +101,11 @@ TEST_F(Groups, AreAddedRenamedAndDeleted) {
     dialog->findChild<QLineEdit*>(u"txtGroupname"_s)->setText(u"newcomers"_s);
     QTest::mouseClick(dialog->findChild<QPushButton*>(u"cmdOK"_s), Qt::LeftButton);
     ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && rowOf(u"newcomers"_s) >= 0; }));
-    EXPECT_TRUE(driver_->find<QPlainTextEdit>("txtCmdResults_1")
-                    .toPlainText()
-                    .contains(u"-------------[ END ]-[ ADDGROUP ]-------------"_s));
+    EXPECT_TRUE(eventually([&] {
+        return driver_->find<QPlainTextEdit>("txtCmdResults_1")
+            .toPlainText()
+            .contains(u"-------------[ END ]-[ ADDGROUP ]-------------"_s);
+    }));
 
     open(u"newcomers"_s);
     box("txtGroupname").setText(u"regulars"_s);

@@ -8,7 +8,6 @@
 #include <QColorDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QWindow>
 
@@ -64,7 +63,9 @@ class SettingsTab : public testing::Test {
     }
     std::string stored(const char* key) { return driver_->store.value(key).value_or("nothing"); }
 
-    QString console() { return driver_->find<QPlainTextEdit>("txtLogFTP_1").toPlainText(); }
+    QString console() {
+        return QString::fromStdString(driver_->session(1).consoleLog.text()).remove(u'\r');
+    }
     bool isTesting() { return driver_->window->findChild<LoadTest*>()->isRunning(); }
     bool waitForTestOnTheServer() {
         return eventually([&] { return console().count(u"> site test list\n"_s) > 60; });
