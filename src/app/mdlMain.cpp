@@ -52,10 +52,10 @@ void mdlMain::LoadSites() {
     }
 }
 
-void mdlMain::SaveSites() {
+bool mdlMain::SaveSites() {
     if (isSitesFileUnreadable_) {
         ports_.prompts.Message("Sites file can't be written: it could not be read when Corvel started");
-        return;
+        return false;
     }
     std::vector<SiteConfig> configs;
     for (const Site& site : sites_) {
@@ -73,6 +73,7 @@ void mdlMain::SaveSites() {
         ports_.prompts.Message("Sites file can't be written: " + result.reason);
         break;
     }
+    return result.outcome == SaveResult::Outcome::saved;
 }
 
 void mdlMain::SaveWindowState() {

@@ -53,9 +53,9 @@ class mdlMain {
     std::vector<std::string> LoadSettingsFile();
     void LoadSites(); // ends by connecting the sites that are marked for it
 
-    // Shut-down. SaveSites tells the person when it cannot save. SaveWindowState stores windowState() as it
-    // is then; its geometry must be that of the window in its normal state.
-    void SaveSites();
+    // Shut-down. SaveSites tells the person when it cannot save, and gives false then. SaveWindowState stores
+    // windowState() as it is then; its geometry must be that of the window in its normal state.
+    bool SaveSites();
     void SaveWindowState();
 
     WindowState& windowState() { return windowState_; }

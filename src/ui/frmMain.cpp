@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
+#include <utility>
 
 namespace corvel {
 
@@ -308,9 +309,16 @@ void frmMain::showCurrentSite() {
 
 void frmMain::closeEvent(QCloseEvent* event) {
     loadTest_->stop();
-    program_.SaveSites();
+    const bool hasToTell = !std::exchange(isSavingTried_, true) && !program_.SaveSites();
     gatherWindowState();
     program_.SaveWindowState();
+    if (hasToTell) {
+        // The program ends with its window, and the message that the sites are not saved is to be read
+        // before.
+        prompts_.whenAnswered([this] { close(); });
+        event->ignore();
+        return;
+    }
     tray_.TrayDelete();
     event->accept();
     if (!isVisible()) {

@@ -139,6 +139,7 @@ class frmMain : public QMainWindow, public Views {
     mdlTrayIcon tray_{this};
     std::optional<Status> shownStatus_;
     SplitterLayout splitter_;
+    bool isSavingTried_ = false;   // the sites, as the window was to close
     std::set<int> changedSockets_; // sites whose row is to be looked at by the next tick
 };
 

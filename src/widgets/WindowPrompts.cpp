@@ -96,6 +96,14 @@ void WindowPrompts::AskPassword(const std::string& title, const std::string& pro
     askInput(title, prompt, QLineEdit::Password, std::move(answer));
 }
 
+void WindowPrompts::whenAnswered(std::function<void()> act) {
+    ask([this, act = std::move(act)](QWidget* /*parent*/) -> QDialog* {
+        // Not at once: this may be running inside one of the last box's own signals, and act may end this.
+        QMetaObject::invokeMethod(&lifetime_, act, Qt::QueuedConnection);
+        return nullptr;
+    });
+}
+
 void WindowPrompts::askInput(const std::string& title, const std::string& prompt, QLineEdit::EchoMode echo,
                              std::function<void(std::optional<std::string>)> answer) {
     ask([this, title, prompt, echo, answer = std::move(answer)](QWidget* parent) {
@@ -123,6 +131,10 @@ void WindowPrompts::showNext() {
     const MakeBox makeBox = std::move(waiting_.front());
     waiting_.pop_front();
     shown_ = makeBox(parent_);
+    if (!shown_) {
+        showNext();
+        return;
+    }
     shown_->setAttribute(Qt::WA_DeleteOnClose);
     // Behind the answer, which may end this object and with it this connection.
     QObject::connect(shown_, &QDialog::finished, &lifetime_, [this] { showNext(); });

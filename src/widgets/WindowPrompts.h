@@ -33,8 +33,12 @@ class WindowPrompts : public Prompts {
     void AskPassword(const std::string& title, const std::string& prompt,
                      std::function<void(std::optional<std::string>)> answer) override;
 
+    // Calls act from the event loop once the boxes that were asked for until now are answered.
+    void whenAnswered(std::function<void()> act);
+
   private:
-    // Makes a box that is not shown yet; its answer is to be given when finished is emitted.
+    // Makes a box that is not shown yet; its answer is to be given when finished is emitted. Null where there
+    // is nothing to show.
     using MakeBox = std::function<QDialog*(QWidget* parent)>;
 
     void ask(MakeBox makeBox);

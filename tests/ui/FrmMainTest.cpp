@@ -158,9 +158,11 @@ TEST(FrmMain, SaysWhenItCannotSave) {
     WindowDriver driver(oneSite);
     driver.directory.makeDirectory("sites.ini.new");
     driver.close();
+    EXPECT_TRUE(driver.window->isVisible()) << "the program would end with its window, unread the message";
     EXPECT_TRUE(driver.answer(QMessageBox::Ok).startsWith(u"Sites file can't be written: "_s));
     EXPECT_EQ(driver.directory.read("sites.ini"), oneSite);
-    EXPECT_FALSE(driver.window->isVisible());
+    EXPECT_TRUE(eventually([&] { return !driver.window->isVisible(); }));
+    EXPECT_TRUE(driver.store.value("selected_tab"));
 }
 
 } // namespace
