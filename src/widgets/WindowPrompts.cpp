@@ -36,7 +36,8 @@ QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std:
     box->setInputMode(QInputDialog::TextInput);
     box->setTextEchoMode(echo);
     box->setWindowTitle(title.empty() ? defaultTitle : boxText(title));
-    box->setLabelText(boxText(prompt));
+    // The box under the label is its buddy, so a lone "&" would mark a letter.
+    box->setLabelText(boxText(prompt).replace(QLatin1Char('&'), QStringLiteral("&&")));
     for (QLabel* label : box->findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);
     }
