@@ -30,14 +30,15 @@ void takeTable(const ReplyServices& services, const Reply& reply, TableReply<std
 // away from the place that the command carries. -1 where the table does not have it any more.
 template <typename Record>
 int askedPlace(const Reply& reply, const std::vector<Record>& table, std::int16_t Record::*id) {
-    const int place = reply.session.iCurTag;
-    if (place < 0 || static_cast<std::size_t>(place) >= table.size() || isPlaceholder(table.front())) {
+    if (isPlaceholder(table.front())) {
         return -1;
     }
+    const int tag = reply.session.iCurTag;
+    const int place = tag >= 0 && static_cast<std::size_t>(tag) < table.size() ? tag : -1;
     const std::string& command = reply.session.sCurCommand;
     const std::string_view asked = std::string_view(command).substr(command.rfind(' ') + 1);
     const std::optional<std::int16_t> askedId = tryInt16(asked);
-    if (!isNumber(asked) || askedId == table[static_cast<std::size_t>(place)].*id) {
+    if (!isNumber(asked) || (place >= 0 && askedId == table[static_cast<std::size_t>(place)].*id)) {
         return place;
     }
     const auto found = askedId ? std::ranges::find(table, *askedId, id) : table.end();

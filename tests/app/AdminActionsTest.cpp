@@ -159,6 +159,7 @@ TEST(AdminActions, DetailsGoToTheirAccountWhereverItsRowIsNow) {
         {"another account in its place",
          "200- | 9 | carol | staff | 3\r\n200- | 8 | dave | staff | 3\r\n200 end\r\n", -1},
         {"an account in front", "200- | 3 | alice | staff | 3\r\n" + userTable, 0},
+        {"its place is past the end", "200- | 3 | alice | staff | 3\r\n200 end\r\n", 0},
     };
     for (const Row& row : rows) {
         Administering program;
