@@ -134,6 +134,25 @@ std::vector<int> ReportView::selectedRows() const {
     return rows;
 }
 
+void ReportView::setSelectedRows(const std::vector<int>& rows) {
+    const int lastColumn = model_->columnCount() - 1;
+    QItemSelection selection;
+    for (auto first = rows.begin(); first != rows.end();) {
+        auto end = first + 1;
+        while (end != rows.end() && *end == *(end - 1) + 1) {
+            ++end;
+        }
+        selection.append(
+            QItemSelectionRange(model_->index(*first, 0), model_->index(*(end - 1), lastColumn)));
+        first = end;
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+bool ReportView::isSelected(int row) const {
+    return selectionModel()->isSelected(model_->index(row, 0));
+}
+
 void ReportView::setPlaceholder(const QString& text) {
     if (text == placeholder_) {
         return;

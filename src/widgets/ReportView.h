@@ -45,8 +45,11 @@ class ReportView : public QTreeView {
 
     // Off at first: one row can be selected at a time.
     void setMultiSelection(bool isMultiple);
-    // In ascending order.
+    // In ascending order. setSelectedRows leaves the current row the current one, whether it is among them or
+    // not.
     std::vector<int> selectedRows() const;
+    void setSelectedRows(const std::vector<int>& rows);
+    bool isSelected(int row) const;
 
     // The text in the middle of an empty list; plain text.
     void setPlaceholder(const QString& text);

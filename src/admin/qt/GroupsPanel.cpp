@@ -202,7 +202,9 @@ void GroupsPanel::keyPressed(int site, int key, int row) {
     switch (key) {
     case Qt::Key_Delete:
         // Not the row that only has the focus: nobody has picked it.
-        program_.admin().deleteGroup(site, program_.admin().currentGroupRow(site));
+        if (const int current = program_.admin().currentGroupRow(site); list(site).isSelected(current)) {
+            program_.admin().deleteGroup(site, current);
+        }
         break;
     case Qt::Key_Space:
     case Qt::Key_Return:

@@ -143,8 +143,7 @@ ReportView* UsersPanel::createList(int site) {
     list->setMultiSelection(true);
     AdminActions& admin = program_.admin();
     connect(list, &ReportView::rowPicked, this, [&admin, site](int row) { admin.openUser(site, row); });
-    connect(list, &ReportView::headerClicked, this,
-            [&admin, site](int column) { admin.sortUsers(site, column); });
+    connect(list, &ReportView::headerClicked, this, [this, site](int column) { sortUsers(site, column); });
     connect(list, &ReportView::keyPressed, this,
             [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
     connect(list, &ReportView::contextMenuRequested, this,
@@ -223,6 +222,23 @@ void UsersPanel::usersSorted(int site) {
     selectCurrent(site);
 }
 
+// The accounts that are selected stay so, in whichever rows they stand then.
+void UsersPanel::sortUsers(int site, int column) {
+    const std::vector<std::size_t>& indexes = session(site).userView.rows;
+    std::vector<bool> isSelected(session(site).Users.size());
+    for (const int row : list(site).selectedRows()) {
+        isSelected[indexes[static_cast<std::size_t>(row)]] = true;
+    }
+    program_.admin().sortUsers(site, column);
+    std::vector<int> selected;
+    for (std::size_t row = 0; row < indexes.size(); ++row) {
+        if (isSelected[indexes[row]]) {
+            selected.push_back(static_cast<int>(row));
+        }
+    }
+    list(site).setSelectedRows(selected);
+}
+
 void UsersPanel::groupsChanged(int site) {
     const int index =
         site == program_.currentSite() ? program_.admin().editedUser(site, editor_->txtUserUID()) : -1;
@@ -246,7 +262,9 @@ void UsersPanel::keyPressed(int site, int key, int row) {
     switch (key) {
     case Qt::Key_Delete:
         // Not the row that only has the focus: nobody has picked it.
-        program_.admin().deleteUser(site, program_.admin().currentUserRow(site));
+        if (const int current = program_.admin().currentUserRow(site); list(site).isSelected(current)) {
+            program_.admin().deleteUser(site, current);
+        }
         break;
     case Qt::Key_Space:
     case Qt::Key_Return:

@@ -45,6 +45,7 @@ class UsersPanel : public QWidget {
     QWidget* createLists();
     ReportView* createList(int site);
     void connectEditor();
+    void sortUsers(int site, int column);
     void keyPressed(int site, int key, int row);
     void selectCurrent(int site);
     void cmdUserAdd_Click();
