@@ -165,6 +165,11 @@ void ReportView::setPlaceholder(const QString& text) {
 void ReportView::setSortArrow(int column, Qt::SortOrder order) {
     header()->setSortIndicatorShown(column >= 0);
     header()->setSortIndicator(column, order);
+    if (column >= 0) {
+        // The arrow must not cut the header.
+        header()->resizeSection(column,
+                                std::max(header()->sectionSize(column), header()->sectionSizeHint(column)));
+    }
 }
 
 void ReportView::fitColumn(int column) {
