@@ -128,7 +128,7 @@ QWidget* UsersPanel::createLists() {
     addButton("cmdUserCopy", tr("copy..."), [this] { copyUser(program_.currentSite()); });
     buttons->setColumnStretch(2, 1);
     auto* const area = new QWidget;
-    area->setMinimumWidth(fontMetrics().averageCharWidth() * 32); // the columns of usual names
+    area->setMinimumWidth(fontMetrics().averageCharWidth() * 35); // the columns of usual names, sorted
     auto* const layout = new QVBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(stack_, 1);
