@@ -65,14 +65,6 @@ TEST(ReplyBuffer, GivesTheSameAnswerForEveryPrefixHoweverItWasCut) {
     }
 }
 
-TEST(ReplyBuffer, StartsAfreshAfterTake) {
-    ReplyBuffer buffer;
-    buffer.append("220 done\r\n");
-    buffer.take();
-    EXPECT_EQ(buffer.append("211-not done\r\n"), ReplyProgress::incomplete);
-    EXPECT_EQ(buffer.take(), "211-not done\r\n");
-}
-
 TEST(ReplyBuffer, LimitsALine) {
     const std::string longest(ReplyBuffer::longestLine, 'x');
     ReplyBuffer atLimit;
