@@ -1,11 +1,8 @@
 #include "common/Template.h"
 
-#include "common/Text.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace corvel {
@@ -82,15 +79,6 @@ TEST(Template, FormatsFields) {
     });
     EXPECT_LT(ExpandTemplate("%(huge,0,L,$)", variables).size(), 400U);
     EXPECT_EQ(ExpandTemplate("%(huge,0,L,$)", variables).find_first_not_of("0123456789"), std::string::npos);
-}
-
-TEST(Template, JoinedWordsAreTheTextBehindTheAction) {
-    const std::string line = "ftp site  change   bob ";
-    const std::vector<std::string_view> words = split(line, " ");
-    EXPECT_EQ(JoinWords(words, 1), "site  change   bob ") << "runs of blanks survive";
-    EXPECT_EQ(JoinWords(words, 0), line);
-    EXPECT_EQ(JoinWords(words, words.size()), "");
-    EXPECT_EQ(JoinWords({}, 1), "");
 }
 
 } // namespace
