@@ -1,5 +1,7 @@
 #include "widgets/ElidedLabel.h"
 
+#include "widgets/TextConversion.h"
+
 #include <QPainter>
 #include <QStyle>
 
@@ -12,7 +14,7 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
 void ElidedLabel::showText(const QString& shown) {
     if (text() != shown) {
         setText(shown);
-        setToolTip(shown);
+        setToolTip(toolTipOf(shown));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "widgets/TextConversion.h"
 
 #include <QByteArray>
+#include <QTextDocument>
 
 #include <optional>
 #include <utility>
@@ -30,6 +31,10 @@ std::string bytesOf(const QString& text, TextEncoding encoding) {
 
 QString displayTextOf(std::string_view bytes, TextEncoding encoding) {
     return fromCore(visibleText(utf8Of(bytes, encoding)));
+}
+
+QString toolTipOf(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 TextEncoding encodingOf(std::string_view bytes) {

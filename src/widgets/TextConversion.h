@@ -25,6 +25,10 @@ std::string bytesOf(const QString& text, TextEncoding encoding);
 // symbols. For showing only; it cannot be turned back.
 QString displayTextOf(std::string_view bytes, TextEncoding encoding);
 
+// text for a tool tip. Qt would obey markup in one, down to loading the pictures that it names; this shows
+// it.
+QString toolTipOf(const QString& text);
+
 // The encoding of a value of unknown origin, such as a line of a local file: utf8 if the bytes are valid
 // UTF-8.
 TextEncoding encodingOf(std::string_view bytes);

@@ -1,5 +1,7 @@
 #include "widgets/TextConversion.h"
 
+#include <QTextDocument>
+
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -50,6 +52,13 @@ TEST(TextConversion, EveryByteSurvivesBothCodePages) {
         EXPECT_EQ(encoding, value < 128 ? TextEncoding::utf8 : TextEncoding::windows1252) << value;
         EXPECT_EQ(bytesOf(textOf(bytes, encoding), encoding), bytes) << value;
     }
+}
+
+TEST(TextConversion, AToolTipShowsMarkupInsteadOfObeyingIt) {
+    EXPECT_EQ(toolTipOf(u"550 a < b & c"_qs), u"550 a < b & c"_qs);
+    QTextDocument shown;
+    shown.setHtml(toolTipOf(u"550 <img src='file:///x.png'> <b>&amp;</b>"_qs));
+    EXPECT_EQ(shown.toPlainText(), u"550 <img src='file:///x.png'> <b>&amp;</b>"_qs);
 }
 
 TEST(TextConversion, ATextThatWindows1252LacksGoesOutAsUtf8Whole) {

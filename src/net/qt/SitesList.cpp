@@ -1,6 +1,7 @@
 #include "net/qt/SitesList.h"
 
 #include "widgets/ImageLists.h"
+#include "widgets/TextConversion.h"
 
 #include <QContextMenuEvent>
 #include <QPainter>
@@ -114,6 +115,7 @@ QVariant SitesModel::data(const QModelIndex& index, int role) const {
     case Qt::DecorationRole:
         return images_.image(row.connected ? "site-connected" : "site-disconnected");
     case Qt::ToolTipRole:
+        return toolTipOf(row.name + QStringLiteral(": ") + row.state);
     case Qt::AccessibleTextRole:
         return row.name + QStringLiteral(": ") + row.state;
     default:
