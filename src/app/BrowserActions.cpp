@@ -5,6 +5,7 @@
 #include "common/TextEncoding.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace corvel {
 
@@ -68,8 +69,14 @@ void BrowserActions::rename(int site, int row, const std::string& newName) {
 
 void BrowserActions::sortBy(int site, int column) {
     SiteSession& session = at(sites_, site).session;
+    const BrowserEntry* const selected = selectedEntry(site);
     session.browserSort = columnClick(session.browserSort, static_cast<BrowserColumn>(column));
     session.listingOrder = displayOrder(session.listing, session.browserSort, session.encoding);
+    if (selected != nullptr) {
+        const auto index = static_cast<std::uint32_t>(selected - session.listing.entries.data());
+        const auto place = std::ranges::find(session.listingOrder, index);
+        session.browserRow = static_cast<int>(place - session.listingOrder.begin());
+    }
     views_.listingChanged(site);
 }
 

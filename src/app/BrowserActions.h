@@ -29,7 +29,7 @@ class BrowserActions {
     void makeDirectory(int site);
     // newName: the edited name in the server's bytes, as a person left it.
     void rename(int site, int row, const std::string& newName);
-    void sortBy(int site, int column); // header click, column from 0
+    void sortBy(int site, int column); // header click, column from 0; the selected entry stays selected
 
     // Queues what a dialog made, in its order. False when a command was not taken; those behind it are not
     // sent then.

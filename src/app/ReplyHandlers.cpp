@@ -38,6 +38,7 @@ void browserChain(const ReplyServices& services, const Reply& reply) {
         session.listing = ParseDirectoryListing(listingLines(session.sCurCommand, reply.lines, reply.code),
                                                 {.mergeBlanks = services.settings.listing_merge_blanks});
         session.listingOrder = displayOrder(session.listing, session.browserSort, session.encoding);
+        session.browserRow = -1;
         services.views.listingChanged(reply.site);
         services.channel.SendCommand(reply.site, printDirectoryCommand());
         return;

@@ -175,9 +175,12 @@ TEST(BrowserActions, ChainEndsWhereTheServerDoesNotPlayAlong) {
 
 TEST(BrowserActions, SortingOutlivesListings) {
     Browsing program;
+    program.browser().selectRow(1, badNameRow);
     program.browser().sortBy(1, 0);
     EXPECT_EQ(program.browser().entryAt(1, 1)->name, "bad\nname");
+    EXPECT_EQ(program.browser().selectedEntry(1)->name, "bad\nname");
     program.refresh();
+    EXPECT_EQ(program.browser().selectedEntry(1), nullptr);
     EXPECT_EQ(program.browser().entryAt(1, 1)->name, "bad\nname");
     EXPECT_EQ(program.browser().entryAt(1, 0)->name, "..");
 }

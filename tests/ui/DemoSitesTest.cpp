@@ -75,7 +75,9 @@ TEST_F(DemoSites, BrowserWalksSortsAndCounts) {
     EXPECT_EQ(driver_->find<QLabel>("lblBrowserDirCnt").text().toULongLong(), session.listing.directoryCount);
 
     const QString last = model.index(model.rowCount() - 1, 0).data().toString();
+    driver_->select(last);
     emit driver_->browser().headerClicked(0);
+    EXPECT_EQ(driver_->browser().currentIndex().data().toString(), last);
     EXPECT_EQ(model.index(0, 0).data().toString(), u".."_s);
     EXPECT_NE(model.index(model.rowCount() - 1, 0).data().toString(), last);
 

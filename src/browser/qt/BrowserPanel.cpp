@@ -160,7 +160,11 @@ void BrowserPanel::logChanged(int site) {
 void BrowserPanel::listingChanged(int site) {
     const SiteSession& session = program_.site(site).session;
     ReportView& list = *page(site).list;
+    const int selected = session.browserRow; // the list, emptied, says that none is
     list.setSource(listSource(session), ReportView::CurrentRow::clear);
+    if (selected >= 0) {
+        list.setCurrentRow(selected);
+    }
     list.setSortArrow(static_cast<int>(session.browserSort.column),
                       session.browserSort.order == SortOrder::ascending ? Qt::AscendingOrder
                                                                         : Qt::DescendingOrder);
