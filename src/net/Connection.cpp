@@ -17,6 +17,8 @@ void Connection::Connect(int site) {
         return;
     }
     target.session.encoding = TextEncoding::utf8;
+    target.session.lastErrorLine.clear();
+    views_.lastErrorChanged(site);
     target.wSock->Connect(host, port);
 }
 

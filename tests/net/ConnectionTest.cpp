@@ -74,7 +74,10 @@ TEST(Connection, ConnectingAgainStartsFromAFreshSession) {
     LoggedIn program;
     program.main.sendConsoleCommand(1, "never answered");
     program.socket(1).takeSentLines();
-    program.logIn();
+    EXPECT_EQ(program.session(1).lastErrorLine, "500 Unknown");
+    program.main.connectSite(1);
+    EXPECT_EQ(program.session(1).lastErrorLine, "") << "what the last connection was refused";
+    program.answer(loginScript(), "second login");
     EXPECT_TRUE(program.session(1).bLoggedIn);
 }
 
