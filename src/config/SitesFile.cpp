@@ -116,6 +116,11 @@ std::string resolved(const std::string& path) {
     return {text.begin(), text.end()};
 }
 
+// As in UTF-16, in which some editors save; no key is found there.
+bool holdsNul(const std::string& line) {
+    return line.find('\0') != std::string::npos;
+}
+
 std::error_code moveFile(const std::string& from, const std::string& to) {
     std::error_code error;
     std::filesystem::rename(filePath(from), filePath(to), error);
@@ -161,7 +166,12 @@ SitesReading readSites(const std::string& path) {
         source = completePath(source);
     }
     const auto lines = readLines(source);
-    return lines ? SitesReading{.sites = parseSites(*lines)} : SitesReading{.isUnreadable = true};
+    if (!lines) {
+        return {.isUnreadable = true};
+    }
+    SitesReading reading = {.sites = parseSites(*lines)};
+    reading.isUnreadable = reading.sites.empty() && std::ranges::any_of(*lines, holdsNul);
+    return reading;
 }
 
 SaveResult replaceFile(const std::string& path, std::string_view text) {

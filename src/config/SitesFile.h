@@ -19,8 +19,8 @@ std::string sitesText(const std::vector<SiteConfig>& sites, std::string_view lin
 // What a sites.ini gave when it was loaded.
 struct SitesReading {
     std::vector<SiteConfig> sites;
-    // There is a text that could not be read, so the list is not what the person has: saving it would destroy
-    // the rest.
+    // There is a text that could not be read (or is UTF-16), so the list is not what the person has: saving
+    // it would destroy the rest.
     bool isUnreadable = false;
 };
 

@@ -124,6 +124,15 @@ TEST(SitesFile, FindsTheNewTextThatACrashLeftBeside) {
     }
 }
 
+// Saving the empty list would cost the person the sites.
+TEST(SitesFile, ATextInUtf16IsNotAnEmptyList) {
+    const TemporaryDirectory directory;
+    directory.write("sites.ini", std::string("\xFF\xFEn\0a\0m\0e\0=\0a\0", 14));
+    EXPECT_TRUE(readSites(directory.fileNamed("sites.ini")).isUnreadable);
+    directory.write("sites.ini", std::string("name=a\0\n", 8));
+    EXPECT_FALSE(readSites(directory.fileNamed("sites.ini")).isUnreadable);
+}
+
 TEST(SitesFile, LineBreaksInAValueAddNoLine) {
     const std::vector<SiteConfig> sites = {{.name = "a\nhost = evil\r\n", .host = "b\rc\r"}};
     EXPECT_TRUE(sitesText(sites, "\r\n").starts_with("name = ahost = evil\r\nhost = b\rc\r\nport = 0\r\n"));
