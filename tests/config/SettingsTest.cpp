@@ -58,10 +58,10 @@ TEST(Settings, EveryTextKeyHasAMemberOfItsOwn) {
                                             "menu_activity"};
     std::vector<std::string> lines;
     for (const std::string& key : keys) {
-        lines.push_back(key + " = " + key);
+        lines.push_back(std::string(key).append(" = ").append(key));
     }
     for (const std::string& key : menus) {
-        lines.push_back(key + " = " + key + " | c");
+        lines.push_back(std::string(key).append(" = ").append(key).append(" | c"));
     }
     const Settings read = parseSettings(lines).settings;
     EXPECT_EQ(keys, (std::vector{read.textbox_fontname, read.ssl_tunnel_host, read.site_nuke_syntax,
