@@ -1,74 +1,50 @@
-#include "demo/DemoServer.h"
-#include "ui/WindowDriver.h"
+#include "ui/DemoWindow.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QScrollBar>
-#include <QTabWidget>
 #include <QTimer>
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
 
 using namespace Qt::StringLiterals;
 
 namespace corvel::test {
 namespace {
 
-constexpr int activityTab = 1;
 constexpr int connections = 12; // on the demo server
 
 constexpr int column(ActivityCell cell) {
     return static_cast<int>(cell);
 }
 
-// The activity tab of the window, logged in on the program's own server.
-class ActivityTab : public testing::Test {
+class ActivityTab : public DemoWindow {
   protected:
-    void SetUp() override {
-        ASSERT_TRUE(server_.listen());
-        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo"));
-        logIn();
-    }
+    void SetUp() override { startOn(activityTab); }
 
-    void logIn() {
-        driver_->find<QTabWidget>("tabMain").setCurrentIndex(activityTab);
-        ASSERT_TRUE(driver_->logIn(1));
+    // Waits for the next tick of a timer.
+    void await(QTimer& timer) {
+        bool hasTicked = false;
+        const auto connection =
+            QObject::connect(&timer, &QTimer::timeout, [&hasTicked] { hasTicked = true; });
+        ASSERT_TRUE(eventually([&] { return hasTicked; }));
+        QObject::disconnect(connection);
     }
 
     // Lets the site's timer tick once, which it never does by itself.
     void tick() {
         auto& timer = driver_->find<QTimer>("tmrRefreshWho_1");
-        bool hasTicked = false;
-        const auto connection =
-            QObject::connect(&timer, &QTimer::timeout, [&hasTicked] { hasTicked = true; });
         timer.start(0);
-        ASSERT_TRUE(eventually([&] { return hasTicked; }));
+        await(timer);
         timer.stop();
-        QObject::disconnect(connection);
-        ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
-    }
-
-    // The next tick of the form's timer.
-    void awaitStatusTick() {
-        bool hasTicked = false;
-        const auto connection = QObject::connect(&driver_->find<QTimer>("tmrSocketStatus"), &QTimer::timeout,
-                                                 [&hasTicked] { hasTicked = true; });
-        ASSERT_TRUE(eventually([&] { return hasTicked; }));
-        QObject::disconnect(connection);
+        ASSERT_TRUE(driver_->waitForIdle());
     }
 
     ReportView& list() { return driver_->find<ReportView>("lvwActivity_1"); }
+    ActivityPanel& panel() { return *driver_->window->findChild<ActivityPanel*>(); }
     QHeaderView& header() { return *list().header(); }
     QString cell(int row, ActivityCell cell) {
         return list().model()->index(row, column(cell)).data().toString();
     }
     WindowState& state() { return driver_->window->program().windowState(); }
-
-    DemoServer server_{DemoOptions{}};
-    std::unique_ptr<WindowDriver> driver_;
 };
 
 TEST_F(ActivityTab, ShowsWhoIsOnlineOnceItIsAsked) {
@@ -97,7 +73,7 @@ TEST_F(ActivityTab, ShowsWhoIsOnlineOnceItIsAsked) {
     driver_->chooseSitesMenu(1);
     EXPECT_EQ(list().model()->rowCount(), 0);
     EXPECT_EQ(list().currentRow(), -1);
-    logIn();
+    ASSERT_TRUE(driver_->logIn(1));
     tick();
     EXPECT_EQ(list().model()->rowCount(), connections);
 }
@@ -120,7 +96,7 @@ TEST_F(ActivityTab, KeepsItsColumnsAsTheyWereLeft) {
 
     // A hidden column is left out until the program ends, and does not lose its width.
     state().columns[static_cast<std::size_t>(group)].shown = false;
-    driver_->window->findChild<ActivityPanel*>()->applyColumns();
+    panel().applyColumns();
     EXPECT_TRUE(list().isColumnHidden(group));
     EXPECT_FALSE(list().isColumnHidden(service));
     driver_->restart();
@@ -132,9 +108,9 @@ TEST_F(ActivityTab, GivesAWidthBackToColumnsWithoutOne) {
     const auto cid = static_cast<std::size_t>(ActivityCell::cid);
     state().columns[cid] = {.position = 2, .autosize = false, .width = 0};
     state().columns[cid + 1].shown = false;
-    driver_->window->findChild<ActivityPanel*>()->applyColumns();
+    panel().applyColumns();
     ASSERT_EQ(list().columnWidth(column(ActivityCell::cid)), 0);
-    awaitStatusTick();
+    await(driver_->find<QTimer>("tmrSocketStatus"));
     EXPECT_GT(list().columnWidth(column(ActivityCell::cid)), 0);
     EXPECT_EQ(list().columnWidth(column(ActivityCell::user)), 0);
 }
@@ -148,7 +124,7 @@ TEST_F(ActivityTab, ColoursWholeRowsByTheirState) {
     };
     const QColor plain = colourOf(2);
     state().activitylist_use_colors = true;
-    driver_->window->findChild<ActivityPanel*>()->applyColours();
+    panel().applyColours();
     EXPECT_EQ(colourOf(0), QColor(Qt::white));
     EXPECT_EQ(colourOf(1), QColor(Qt::blue));
     EXPECT_EQ(colourOf(2), QColor(Qt::red));

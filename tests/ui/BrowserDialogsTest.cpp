@@ -2,16 +2,12 @@
 #include "browser/qt/frmBrowserCHATTR.h"
 #include "browser/qt/frmBrowserCHMOD.h"
 #include "browser/qt/frmBrowserNUKE.h"
-#include "demo/DemoServer.h"
-#include "ui/WindowDriver.h"
+#include "ui/DemoWindow.h"
 #include "widgets/DialogDriver.h"
 
 #include <QCheckBox>
 #include <QRegularExpression>
-#include <QTabWidget>
 #include <QTcpSocket>
-
-#include <gtest/gtest.h>
 
 #include <utility>
 
@@ -22,17 +18,13 @@ namespace {
 
 constexpr int accessColumn = 5;
 
-// The window, logged in on the program's own server as its master, in "/pub".
-class BrowserDialogs : public testing::Test {
+// Logged in as a master, in "/pub".
+class BrowserDialogs : public DemoWindow {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(server_.listen());
-        driver_ = std::make_unique<WindowDriver>(
-            siteRecord("home", server_.port(), "demo", "demo"),
-            "site_nuke_syntax = site nuke %(name) %(mult) %(reason)\nsite_nuke_replace_spaces = _\n");
+        startOn(browserTab,
+                "site_nuke_syntax = site nuke %(name) %(mult) %(reason)\nsite_nuke_replace_spaces = _\n");
         driver_->window->resize(1000, 700);
-        driver_->find<QTabWidget>("tabMain").setCurrentIndex(2);
-        ASSERT_TRUE(driver_->logIn(1));
         ASSERT_TRUE(driver_->waitForRow(u"pub"_s));
         enter(u"pub"_s);
     }
@@ -87,8 +79,6 @@ class BrowserDialogs : public testing::Test {
         return added.remove(QRegularExpression(u"\\[[0-9][^]]*\\] |\r"_s)).toStdString();
     }
 
-    DemoServer server_{DemoOptions{}};
-    std::unique_ptr<WindowDriver> driver_;
     qsizetype repliesRead_ = 0;
 };
 
@@ -177,7 +167,7 @@ TEST_F(BrowserDialogs, HideNothingBeforeTheServerHasAnswered) {
 
     enter(u"pub"_s);
     driver_->window->program().browser().send(1, {fileCommand("RMD ", "empty")});
-    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
+    ASSERT_TRUE(driver_->waitForIdle());
     open<frmBrowserCHATTR>(u"empty"_s, "chattr");
     const auto& txtCurrent = inChattr<QLineEdit>("txtCurrent");
     ASSERT_TRUE(eventually([&] { return !txtCurrent.text().isEmpty(); }));

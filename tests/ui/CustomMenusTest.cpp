@@ -1,6 +1,5 @@
 #include "admin/qt/frmCopyUser.h"
-#include "demo/DemoServer.h"
-#include "ui/WindowDriver.h"
+#include "ui/DemoWindow.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -12,46 +11,26 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QSystemTrayIcon>
-#include <QTabWidget>
 #include <QTimer>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
 namespace corvel::test {
 namespace {
 
-constexpr int activityTab = 1;
-constexpr int browserTab = 2;
-constexpr int usersTab = 4;
-constexpr int groupsTab = 5;
-
-class CustomMenusTest : public testing::Test {
+class CustomMenusTest : public DemoWindow {
   protected:
-    // Logged in on the first of two sites, with menus of these lines.
-    void start(const std::string& lines) {
-        ASSERT_TRUE(server_.listen());
-        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo") +
-                                                     siteRecord("backup", server_.port(), "demo", "demo"),
-                                                 lines);
-        ASSERT_TRUE(driver_->logIn(1));
-    }
-
     // Presses the right mouse button on the row whose column reads text.
     void rightClick(const char* listName, int column, const QString& text) {
         auto& list = driver_->find<ReportView>(listName);
-        int row = 0;
-        while (row < list.model()->rowCount() && list.model()->index(row, column).data().toString() != text) {
-            ++row;
-        }
-        ASSERT_LT(row, list.model()->rowCount()) << text.toStdString();
-        list.scrollTo(list.model()->index(row, 0));
-        const QPoint place = list.visualRect(list.model()->index(row, column)).center();
+        const QModelIndex index = list.model()->index(rowWith(list, column, text), column);
+        ASSERT_TRUE(index.isValid()) << text.toStdString();
+        list.scrollTo(index);
+        const QPoint place = list.visualRect(index).center();
         QTest::mouseClick(list.viewport(), Qt::RightButton, {}, place);
         QContextMenuEvent event(QContextMenuEvent::Mouse, place, list.viewport()->mapToGlobal(place));
         QApplication::sendEvent(list.viewport(), &event);
-        eventually([&] { return driver_->isIdle(1); });
+        driver_->waitForIdle();
     }
 
     // The captions of the open menu; "---" for a line.
@@ -68,14 +47,7 @@ class CustomMenusTest : public testing::Test {
         auto& item = driver_->find<QAction>(itemName);
         auto& menu = *qobject_cast<QMenu*>(item.parent());
         QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&item).center());
-        eventually([&] { return driver_->isIdle(1); });
-    }
-
-    // Opens the tray's menu, which has one line, and chooses that.
-    void runFromTray(const std::string& command) {
-        start("menu_tray = x | " + command + "\n");
-        driver_->window->customMenus().ShowCustomMenu(1, {20, 20});
-        choose("mnuTray_0");
+        driver_->waitForIdle();
     }
 
     void run(const std::string& command) {
@@ -101,79 +73,71 @@ class CustomMenusTest : public testing::Test {
     QString results() { return fromUtf8(driver_->session(1).commandResultsLog.text()); }
     static QString fromUtf8(const std::string& text) { return QString::fromStdString(text); }
     static QString clipboard() { return QGuiApplication::clipboard()->text(); }
-
-    DemoServer server_{DemoOptions{}};
-    std::unique_ptr<WindowDriver> driver_;
 };
 
-TEST_F(CustomMenusTest, OpenForTheRowUnderTheMouseAndSendCommands) {
-    start("menu_browser = %(name) & \\t \"%(pwd)\" | null\n"
-          "menu_browser = - | null\n"
-          "menu_browser = wipe | ftp SITE wipe %(name,25,R,.)\n"
-          "menu_browser = copy | copy  %(pwd)|%(name)|%(user)|%(group)\n");
-    driver_->find<QTabWidget>("tabMain").setCurrentIndex(browserTab);
-    rightClick("lvwBrowser_1", 0, u"pub"_s);
-    EXPECT_EQ(captions("mnuShowBrowser"),
-              (QStringList{u"pub && \\t \"/\""_s, u"---"_s, u"wipe"_s, u"copy"_s}));
-    choose("mnuBrowser_2");
-    EXPECT_TRUE(results().contains(u"> SITE wipe ......................pub\r\n"_s))
-        << results().toStdString();
-    EXPECT_TRUE(results().contains(u"command not understood"_s));
-    // The key acts on the row that is selected now.
-    QTest::keyClick(&driver_->browser(), Qt::Key_Menu);
-    ASSERT_EQ(captions("mnuShowBrowser").size(), 4);
-    choose("mnuBrowser_3");
-    EXPECT_TRUE(clipboard().startsWith(u" /|pub|"_s)) << clipboard().toStdString();
-}
-
-TEST_F(CustomMenusTest, HostileNamesStayText) {
+TEST_F(CustomMenusTest, OpenForTheRowUnderTheMouseWhateverItsName) {
     const QString name = u"a & \"b\"; `c` | %(pwd) %s ü"_s;
-    start("menu_browser = %(name) | ftp SITE wipe %(name)\n"
-          "menu_browser = copy | copy %(name)\n"
-          "menu_browser = kill | kill %(name)\n");
+    startOn(browserTab, "menu_browser = %(name) & \\t \"%(pwd)\" | null\n"
+                        "menu_browser = - | null\n"
+                        "menu_browser = wipe | ftp SITE wipe %(name)\n"
+                        "menu_browser = copy | copy  %(pwd)|%(name)\n"
+                        "menu_browser = kill | kill %(name)\n");
     driver_->press(Qt::Key_Insert);
     driver_->answerText(name);
     driver_->refresh();
     ASSERT_TRUE(driver_->waitForRow(name));
-    driver_->find<QTabWidget>("tabMain").setCurrentIndex(browserTab);
-    for (const char* const item : {"mnuBrowser_0", "mnuBrowser_1", "mnuBrowser_2"}) {
+    for (const char* const item : {"mnuBrowser_2", "mnuBrowser_4"}) {
         rightClick("lvwBrowser_1", 0, name);
-        EXPECT_EQ(captions("mnuShowBrowser").value(0), QString(name).replace(u"&"_s, u"&&"_s));
+        EXPECT_EQ(captions("mnuShowBrowser"), (QStringList{u"a && \"b\"; `c` | %(pwd) %s ü && \\t \"/\""_s,
+                                                           u"---"_s, u"wipe"_s, u"copy"_s, u"kill"_s}));
         choose(item);
     }
-    EXPECT_TRUE(results().contains(u"> SITE wipe "_s + name)) << results().toStdString();
-    EXPECT_EQ(clipboard(), name);
-    EXPECT_TRUE(driver_->window->isVisible());
+    EXPECT_TRUE(results().contains(u"> SITE wipe "_s + name + u"\r\n"_s)) << results().toStdString();
+    EXPECT_TRUE(results().contains(u"command not understood"_s));
+    // The key acts on the row that is selected now.
+    QTest::keyClick(&driver_->browser(), Qt::Key_Menu);
+    ASSERT_EQ(captions("mnuShowBrowser").size(), 5);
+    choose("mnuBrowser_3");
+    EXPECT_EQ(clipboard(), u" /|"_s + name);
 }
 
-TEST_F(CustomMenusTest, AccountsHaveTheirOwnMenus) {
-    start("menu_userlist = %(name) %(user) %(uid) %(group) | copyuser\n"
-          "menu_grouplist = %(name) %(gid) | ftp SITE CHANGE %(name) groupslots 3 1\n");
-    driver_->find<QTabWidget>("tabMain").setCurrentIndex(groupsTab);
-    rightClick("lvwGroups_1", 1, u"staff"_s);
-    EXPECT_EQ(captions("mnuShowGrouplist"), QStringList{u"staff 1"_s});
-    choose("mnuGrouplist_0");
+TEST_F(CustomMenusTest, EveryListHasItsOwn) {
+    startOn(activityTab,
+            "menu_userlist = %(name) %(user) %(uid) %(group) | copyuser\n"
+            "menu_grouplist = %(name) %(gid) | ftp SITE CHANGE %(name) groupslots 3 1\n"
+            "menu_activity = %(user) %(cid) | copy %(cid)|%(user)|%(group)|%(ident)|%(clientip)|%(pwd)\n");
+    driver_->window->program().tmrRefreshWho_Timer(1, false);
+    ASSERT_TRUE(driver_->waitForIdle());
+    struct Row {
+        Tab tab;
+        const char* list;
+        int column;
+        QString row;
+        const char* menu;
+        QString caption;
+        const char* item;
+    };
+    constexpr int userColumn = static_cast<int>(ActivityCell::user);
+    const std::vector<Row> rows = {
+        {activityTab, "lvwActivity_1", userColumn, u"bob"_s, "mnuShowActivity", u"bob 103"_s,
+         "mnuActivity_0"},
+        {groupsTab, "lvwGroups_1", 1, u"staff"_s, "mnuShowGrouplist", u"staff 1"_s, "mnuGrouplist_0"},
+        {usersTab, "lvwUsers_1", 1, u"alice"_s, "mnuShowUserlist", u"alice alice 2 sysops"_s,
+         "mnuUserlist_0"},
+    };
+    for (const Row& row : rows) {
+        driver_->showTab(row.tab);
+        rightClick(row.list, row.column, row.row);
+        EXPECT_EQ(captions(row.menu), QStringList{row.caption});
+        choose(row.item);
+    }
+    EXPECT_EQ(clipboard().toStdString(), "103|bob|friends|bob|10.0.0.31|/archive/2021");
     EXPECT_EQ(server_.world().accounts.findGroup("staff")->groupSlots, 3);
-    driver_->find<QTabWidget>("tabMain").setCurrentIndex(usersTab);
-    rightClick("lvwUsers_1", 1, u"alice"_s);
-    EXPECT_EQ(captions("mnuShowUserlist"), QStringList{u"alice alice 2 sysops"_s});
-    choose("mnuUserlist_0");
     EXPECT_NE(driver_->waitForBox<frmCopyUser>(), nullptr);
 }
 
-TEST_F(CustomMenusTest, ConnectionsHaveTheirOwnMenu) {
-    start("menu_activity = %(user) %(cid) | copy %(cid)|%(user)|%(group)|%(ident)|%(clientip)|%(pwd)\n");
-    driver_->find<QTabWidget>("tabMain").setCurrentIndex(activityTab);
-    driver_->window->program().tmrRefreshWho_Timer(1, false);
-    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
-    rightClick("lvwActivity_1", static_cast<int>(ActivityCell::user), u"bob"_s);
-    EXPECT_EQ(captions("mnuShowActivity"), QStringList{u"bob 103"_s});
-    choose("mnuActivity_0");
-    EXPECT_EQ(clipboard().toStdString(), "103|bob|friends|bob|10.0.0.31|/archive/2021");
-}
-
 TEST_F(CustomMenusTest, WhatWasMadeForARowGoesToTheSiteOfTheRow) {
-    start("menu_tray = x | ftp SITE tray\nmenu_browser = x | ftp SITE wipe %(name)\n");
+    startOn(browserTab, "menu_tray = x | ftp SITE tray\nmenu_browser = x | ftp SITE wipe %(name)\n");
     ASSERT_TRUE(driver_->logIn(2));
     mdlMain& program = driver_->window->program();
     program.selectSite(1);
@@ -195,7 +159,7 @@ TEST_F(CustomMenusTest, EveryEntryOfALongMenuCanBeReached) {
     for (int i = 0; i < 200; ++i) {
         lines += "menu_tray = " + std::string(100, 'x') + " | null\n";
     }
-    start(lines);
+    startOn(browserTab, lines);
     driver_->window->customMenus().ShowCustomMenu(1, {20, 20});
     auto& menu = driver_->find<QMenu>("mnuShowTray");
     EXPECT_EQ(menu.actionGeometry(menu.actions().back()).left(),
@@ -203,8 +167,7 @@ TEST_F(CustomMenusTest, EveryEntryOfALongMenuCanBeReached) {
 }
 
 TEST_F(CustomMenusTest, WithoutLinesOrWithoutRowsNoneOpens) {
-    start("menu_userlist = %(name) | null\n");
-    driver_->find<QTabWidget>("tabMain").setCurrentIndex(browserTab);
+    startOn(browserTab, "menu_userlist = %(name) | null\n");
     rightClick("lvwBrowser_1", 0, u"pub"_s);
     for (const int kind : {-1, 0, 1, 2, 4, 5, 6}) {
         driver_->window->customMenus().ShowCustomMenu(kind, {20, 20});
@@ -213,11 +176,16 @@ TEST_F(CustomMenusTest, WithoutLinesOrWithoutRowsNoneOpens) {
 }
 
 TEST_F(CustomMenusTest, ExitClosesAfterAYes) {
-    runFromTray("%exit");
+    startOn(browserTab, "menu_tray = x | %exit\n");
+    const auto chooseExit = [this] {
+        driver_->window->customMenus().ShowCustomMenu(1, {20, 20});
+        choose("mnuTray_0");
+    };
+    chooseExit();
     EXPECT_EQ(driver_->answer(QMessageBox::No), u"Are u sure u want to perform this command?\n\n"_s);
+    EXPECT_TRUE(driver_->waitForNoDialog());
     EXPECT_TRUE(driver_->window->isVisible());
-    driver_->window->customMenus().ShowCustomMenu(1, {20, 20});
-    choose("mnuTray_0");
+    chooseExit();
     driver_->answer(QMessageBox::Yes);
     EXPECT_TRUE(eventually([&] { return !driver_->window->isVisible(); }));
     EXPECT_TRUE(driver_->store.value("selected_tab")) << "the state is saved as at every close";
@@ -225,7 +193,7 @@ TEST_F(CustomMenusTest, ExitClosesAfterAYes) {
 
 // As it does in the notification area, where the desktop opens the menu.
 TEST_F(CustomMenusTest, TheTrayEndsTheProgramWhileItsWindowIsHidden) {
-    start("show_trayicon = 1\nmenu_tray = Help | ftp SITE HELP\nmenu_tray = Quit | %exit\n");
+    startOn(browserTab, "show_trayicon = 1\nmenu_tray = Help | ftp SITE HELP\nmenu_tray = Quit | %exit\n");
     const QMenu* const menu = driver_->find<QSystemTrayIcon>("picTrayIcon").contextMenu();
     ASSERT_NE(menu, nullptr);
     ASSERT_EQ(menu->actions().size(), 2);
@@ -242,7 +210,7 @@ TEST_F(CustomMenusTest, TheTrayEndsTheProgramWhileItsWindowIsHidden) {
 }
 
 TEST_F(CustomMenusTest, KillEndsTheFirstProcessThatMatches) {
-    runFromTray("kill */NO such/program");
+    startOn(browserTab);
     QProcess victim;
     victim.start(copyOfProgram(u"The Victim"_s), {u"wait"_s});
     ASSERT_TRUE(victim.waitForStarted());
@@ -254,7 +222,7 @@ TEST_F(CustomMenusTest, KillEndsTheFirstProcessThatMatches) {
 }
 
 TEST_F(CustomMenusTest, ExecStartsAProgramInTheFolderOfThisOne) {
-    start("");
+    startOn(browserTab);
     const QString program = copyOfProgram(u"my program"_s);
     run("exec \"" + native(program.toStdString()) + "\" further; words");
     QFile output(program + u".out"_s);

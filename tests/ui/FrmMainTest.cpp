@@ -26,10 +26,6 @@ std::string onDisk(std::string_view lines) {
 
 const std::string oneSite = siteRecord("home", 1, "bob", "secret");
 
-void fill(WindowDriver& driver, const char* name, const QString& text) {
-    driver.find<QLineEdit>(name).setText(text);
-}
-
 TEST(FrmMain, TellsANewUserHowToStart) {
     WindowDriver driver("");
     EXPECT_FALSE(driver.find<QTabWidget>("tabMain").isVisible());
@@ -44,20 +40,19 @@ TEST(FrmMain, AddsAndEditsASite) {
     WindowDriver driver("");
     driver.chooseSitesMenu(6);
     ASSERT_NE(driver.waitForBox<frmSitesAddEdit>(), nullptr);
-    auto& ok = driver.find<QPushButton>("OKButton");
-    EXPECT_EQ(ok.text(), u"Add and close"_s);
-    QTest::mouseClick(&ok, Qt::LeftButton);
+    EXPECT_EQ(driver.find<QPushButton>("OKButton").text(), u"Add and close"_s);
+    driver.click("OKButton");
     EXPECT_EQ(driver.answer(QMessageBox::Ok), u"Please enter a sitename"_s);
-    fill(driver, "txtSitename", u"home"_s);
-    fill(driver, "txtHostname", u"127.0.0.1"_s);
-    fill(driver, "txtPort", u"65536"_s);
-    fill(driver, "txtUsername", u"bob"_s);
-    fill(driver, "txtPassword", u"secret"_s);
-    QTest::mouseClick(&ok, Qt::LeftButton);
+    driver.setText("txtSitename", u"home"_s);
+    driver.setText("txtHostname", u"127.0.0.1"_s);
+    driver.setText("txtPort", u"65536"_s);
+    driver.setText("txtUsername", u"bob"_s);
+    driver.setText("txtPassword", u"secret"_s);
+    driver.click("OKButton");
     EXPECT_EQ(driver.answer(QMessageBox::Ok), u"Please enter a valid port (1 - 65535)"_s);
-    fill(driver, "txtPort", u"2121"_s);
-    QTest::mouseClick(&ok, Qt::LeftButton);
-    ASSERT_TRUE(eventually([&] { return driver.window->findChild<QDialog*>() == nullptr; }));
+    driver.setText("txtPort", u"2121"_s);
+    driver.click("OKButton");
+    ASSERT_TRUE(driver.waitForNoDialog());
     EXPECT_TRUE(driver.find<QTabWidget>("tabMain").isVisible());
 
     // An added site has no password; editing it stores one.
@@ -69,11 +64,11 @@ TEST(FrmMain, AddsAndEditsASite) {
     auto* const editor = driver.waitForBox<frmSitesAddEdit>();
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->windowTitle(), u"Editing site \"home\""_s);
-    fill(driver, "txtSitename", u"größer"_s);
-    fill(driver, "txtPassword", u"new"_s);
+    driver.setText("txtSitename", u"größer"_s);
+    driver.setText("txtPassword", u"new"_s);
     driver.find<QCheckBox>("chkUseSSLProxy").setChecked(true);
     QTest::keyClick(editor, Qt::Key_Return);
-    ASSERT_TRUE(eventually([&] { return driver.window->findChild<QDialog*>() == nullptr; }));
+    ASSERT_TRUE(driver.waitForNoDialog());
     EXPECT_EQ(driver.find<QAbstractItemView>("lvwSites").model()->index(0, 0).data().toString(), u"größer"_s);
     driver.close();
     EXPECT_EQ(driver.directory.read("sites.ini"),
@@ -88,16 +83,16 @@ TEST(FrmMain, KeepsTheBytesOfAnOldFile) {
     driver.chooseSitesMenu(3);
     auto* const editor = driver.waitForBox<frmSitesAddEdit>();
     ASSERT_NE(editor, nullptr);
-    EXPECT_EQ(driver.find<QLineEdit>("txtUsername").text(), u"grüß"_s);
+    EXPECT_EQ(driver.text("txtUsername"), u"grüß"_s);
     QTest::keyClick(editor, Qt::Key_Return);
-    eventually([&] { return driver.window->findChild<QDialog*>() == nullptr; });
+    driver.waitForNoDialog();
     driver.close();
     EXPECT_EQ(driver.directory.read("sites.ini").substr(0, old.size()), old);
 }
 
 TEST(FrmMain, RemembersItsState) {
     WindowDriver driver(oneSite);
-    driver.find<QTabWidget>("tabMain").setCurrentIndex(4);
+    driver.showTab(4);
     driver.window->setGeometry(40, 30, 710, 620);
     driver.find<QAction>("mnuViewSitesList").trigger();
     EXPECT_FALSE(driver.find<QWidget>("lvwSites").isVisible());

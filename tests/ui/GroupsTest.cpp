@@ -1,15 +1,10 @@
 #include "admin/qt/frmAddGroup.h"
-#include "demo/DemoServer.h"
-#include "ui/WindowDriver.h"
+#include "ui/DemoWindow.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTabWidget>
-
-#include <gtest/gtest.h>
 
 #include <array>
 #include <utility>
@@ -19,40 +14,21 @@ using namespace Qt::StringLiterals;
 namespace corvel::test {
 namespace {
 
-constexpr int groupsTab = 5;
 constexpr int nameColumn = 1;
 
-// The groups tab of the window, logged in on the program's own server.
-class Groups : public testing::Test {
+class Groups : public DemoWindow {
   protected:
-    void SetUp() override {
-        ASSERT_TRUE(server_.listen());
-        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo"));
-        driver_->find<QTabWidget>("tabMain").setCurrentIndex(groupsTab);
-        ASSERT_TRUE(driver_->logIn(1));
-    }
+    void SetUp() override { startOn(groupsTab); }
 
     ReportView& list() { return driver_->find<ReportView>("lvwGroups_1"); }
-
     int rowOf(const QString& name) { return rowWith(list(), nameColumn, name); }
-
-    QLineEdit& box(const char* name) { return driver_->find<QLineEdit>(name); }
-    void press(const char* button) { QTest::mouseClick(&driver_->find<QPushButton>(button), Qt::LeftButton); }
-
-    void reload() {
-        ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
-        press("cmdGroupsReloadTable");
-        ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
+    bool waitForRow(const QString& name) {
+        return eventually([&] { return driver_->isIdle(1) && rowOf(name) >= 0; });
     }
-
     void open(const QString& name) {
-        const QModelIndex index = list().model()->index(rowOf(name), nameColumn);
-        QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(index).center());
-        ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && box("txtGroupname").text() == name; }));
+        driver_->clickRow("lvwGroups_1", nameColumn, name);
+        ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && driver_->text("txtGroupname") == name; }));
     }
-
-    DemoServer server_{DemoOptions{}};
-    std::unique_ptr<WindowDriver> driver_;
 };
 
 TEST_F(Groups, AreEditedOnTheServer) {
@@ -65,12 +41,12 @@ TEST_F(Groups, AreEditedOnTheServer) {
         {"txtGroupVFS", u"/etc/new.vfs"_s},
     }};
     for (const auto& [name, text] : fields) {
-        box(name).setText(text);
+        driver_->setText(name, text);
     }
-    press("cmdGroupSaveChanges");
-    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
+    driver_->click("cmdGroupSaveChanges");
+    ASSERT_TRUE(driver_->waitForIdle());
     for (const auto& [name, text] : fields) {
-        EXPECT_EQ(box(name).text(), text) << name << " as the server has it";
+        EXPECT_EQ(driver_->text(name), text) << name << " as the server has it";
     }
     const DemoGroup* staff = server_.world().accounts.findGroup("staff");
     EXPECT_EQ(staff->groupSlots, 12);
@@ -86,21 +62,21 @@ TEST_F(Groups, NameTheirMembersAsTheUserTableDoes) {
     EXPECT_EQ(member(0), u"3"_s);
     EXPECT_EQ(member(1), u"bob"_s);
     EXPECT_EQ(member(2), u"Yes"_s);
-    box("txtGroupVFS").setText(u"/typed"_s);
+    driver_->setText("txtGroupVFS", u"/typed"_s);
     AdminActions& admin = driver_->window->program().admin();
     admin.send(1, {{"SITE renuser bob robert"}});
     admin.reloadUsers(1);
     EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && member(1) == u"robert"_s; }));
-    EXPECT_EQ(box("txtGroupVFS").text(), u"/typed"_s);
+    EXPECT_EQ(driver_->text("txtGroupVFS"), u"/typed"_s);
 }
 
 TEST_F(Groups, AreAddedRenamedAndDeleted) {
-    press("cmdGroupAdd");
+    driver_->click("cmdGroupAdd");
     auto* const dialog = driver_->waitForBox<frmAddGroup>();
     ASSERT_NE(dialog, nullptr);
     dialog->findChild<QLineEdit*>(u"txtGroupname"_s)->setText(u"newcomers"_s);
-    QTest::mouseClick(dialog->findChild<QPushButton*>(u"cmdOK"_s), Qt::LeftButton);
-    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && rowOf(u"newcomers"_s) >= 0; }));
+    driver_->click("cmdOK");
+    ASSERT_TRUE(waitForRow(u"newcomers"_s));
     EXPECT_TRUE(eventually([&] {
         return driver_->find<QPlainTextEdit>("txtCmdResults_1")
             .toPlainText()
@@ -108,18 +84,18 @@ TEST_F(Groups, AreAddedRenamedAndDeleted) {
     }));
 
     open(u"newcomers"_s);
-    box("txtGroupname").setText(u"regulars"_s);
-    press("cmdGroupSaveChanges");
-    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && rowOf(u"regulars"_s) >= 0; }));
+    driver_->setText("txtGroupname", u"regulars"_s);
+    driver_->click("cmdGroupSaveChanges");
+    ASSERT_TRUE(waitForRow(u"regulars"_s));
 
     QTest::keyClick(&list(), Qt::Key_Delete);
     EXPECT_EQ(driver_->answer(QMessageBox::Yes),
               u"Are u sure u want to delete this group:\nregulars\n\n"
               "Note: make sure the group has no members, otherwise it can not be deleted"_s);
-    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1); }));
+    ASSERT_TRUE(driver_->waitForIdle());
     EXPECT_GE(rowOf(u"regulars"_s), 0) << "the list waits for the server";
-    reload();
-    EXPECT_LT(rowOf(u"regulars"_s), 0);
+    driver_->click("cmdGroupsReloadTable");
+    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && rowOf(u"regulars"_s) < 0; }));
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "config/qt/frmSettings.h"
-#include "demo/DemoServer.h"
 #include "net/qt/LoadTest.h"
+#include "ui/DemoWindow.h"
 #include "ui/Topmost.h"
-#include "ui/WindowDriver.h"
+#include "widgets/DialogDriver.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -11,37 +11,14 @@
 #include <QPushButton>
 #include <QWindow>
 
-#include <gtest/gtest.h>
-
 using namespace Qt::StringLiterals;
 
 namespace corvel::test {
 namespace {
 
-// The names of what the tab key goes to, one after the other from what has the focus first.
-std::string stopsOfTab(QDialog& dialog) {
-    QStringList names;
-    QWidget* const first = dialog.focusWidget();
-    for (QWidget* next = first; next != nullptr && names.size() < 100;) {
-        if ((next->focusPolicy() & Qt::TabFocus) && next->isEnabled() &&
-            !next->objectName().startsWith(u"qt_")) {
-            names += next->objectName();
-        }
-        next = next->nextInFocusChain();
-        if (next == first) {
-            break;
-        }
-    }
-    return names.join(u' ').toStdString();
-}
-
-class SettingsTab : public testing::Test {
+class SettingsTab : public DemoWindow {
   protected:
-    SettingsTab() {
-        server_.listen();
-        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo"),
-                                                 "ssl_tunnel_host = localhost\nminimize_to_tray = 1\n");
-    }
+    SettingsTab() { start("ssl_tunnel_host = localhost\nminimize_to_tray = 1\n"); }
 
     void press(const char* name) { driver_->find<QPushButton>(name).click(); }
     QCheckBox& box(const char* name) { return driver_->find<QCheckBox>(name); }
@@ -58,35 +35,25 @@ class SettingsTab : public testing::Test {
         dialog->setCurrentColor(color);
         dialog->accept();
     }
-    bool waitForNoDialog() {
-        return eventually([&] { return driver_->window->findChild<QDialog*>() == nullptr; });
-    }
     std::string stored(const char* key) { return driver_->store.value(key).value_or("nothing"); }
 
-    QString console() {
-        return QString::fromStdString(driver_->session(1).consoleLog.text()).remove(u'\r');
-    }
+    QString console() { return QString::fromStdString(driver_->session(1).consoleLog.text()).remove(u'\r'); }
     bool isTesting() { return driver_->window->findChild<LoadTest*>()->isRunning(); }
-    bool waitForTestOnTheServer() {
-        return eventually([&] { return console().count(u"> site test list\n"_s) > 60; });
-    }
-
-    DemoServer server_{DemoOptions{}};
-    std::unique_ptr<WindowDriver> driver_;
 };
 
 TEST_F(SettingsTab, TheDialogChangesColumnsAndColors) {
     press("cmdSettings");
     auto* const dialog = driver_->waitForBox<frmSettings>();
     ASSERT_NE(dialog, nullptr);
-    EXPECT_EQ(stopsOfTab(*dialog),
-              "lvwAL cmdLvwMove_0 cmdLvwMove_1 chkALUseColors cmdColorPickers_0 cmdColorPickers_1 "
-              "cmdColorPickers_2 cmdColorPickers_3 cmdColorPickers_4 cmdColorPickers_5 txtSSLHost "
-              "txtSSLPort cmdSave cmdClose");
+    EXPECT_EQ(DialogDriver(*dialog).tabOrder(),
+              (std::vector<std::string>{"lvwAL", "cmdLvwMove_0", "cmdLvwMove_1", "chkALUseColors",
+                                        "cmdColorPickers_0", "cmdColorPickers_1", "cmdColorPickers_2",
+                                        "cmdColorPickers_3", "cmdColorPickers_4", "cmdColorPickers_5",
+                                        "txtSSLHost", "txtSSLPort", "cmdSave", "cmdClose"}));
     EXPECT_EQ(list().model()->rowCount(), 16);
     EXPECT_EQ(column(0), u"x 2 cid Yes"_s);
     EXPECT_EQ(column(15), u"x 17 session time Yes"_s);
-    EXPECT_EQ(driver_->find<QLineEdit>("txtSSLHost").text(), u"localhost"_s);
+    EXPECT_EQ(driver_->text("txtSSLHost"), u"localhost"_s);
     EXPECT_FALSE(box("chkShowTrayIcon").isChecked());
     EXPECT_TRUE(box("chkMinimizeToTray").isChecked());
     EXPECT_FALSE(box("chkMinimizeToTray").isEnabled());
@@ -110,14 +77,14 @@ TEST_F(SettingsTab, TheDialogChangesColumnsAndColors) {
     pickColor("cmdColorPickers_3", QColor(1, 2, 3));
     EXPECT_EQ(driver_->find<QLabel>("lblSampleColors_1").palette().color(QPalette::Window), QColor(1, 2, 3));
     press("cmdSave");
-    ASSERT_TRUE(waitForNoDialog());
+    ASSERT_TRUE(driver_->waitForNoDialog());
 
     press("cmdSettings");
     ASSERT_NE(driver_->waitForBox<frmSettings>(), nullptr);
     EXPECT_EQ(column(0), u"- 3 user No"_s);
     press("cmdLvwMove_1");
     press("cmdClose");
-    ASSERT_TRUE(waitForNoDialog());
+    ASSERT_TRUE(driver_->waitForNoDialog());
     EXPECT_EQ(stored("activitylist_columnorder_2"), "nothing") << "the store is written at the end";
     driver_->close();
     EXPECT_EQ(stored("activitylist_columnorder_3"), "2");
@@ -142,7 +109,7 @@ TEST_F(SettingsTab, AlwaysOnTopHoldsForDialogsAndTheNextRun) {
     ASSERT_NE(about, nullptr);
     EXPECT_TRUE(isTopmost(*about));
     about->reject();
-    ASSERT_TRUE(waitForNoDialog());
+    ASSERT_TRUE(driver_->waitForNoDialog());
     box("chkAlwaysOnTop").click();
     EXPECT_TRUE(driver_->window->isVisible());
     EXPECT_FALSE(isTopmost(*driver_->window));
@@ -150,7 +117,7 @@ TEST_F(SettingsTab, AlwaysOnTopHoldsForDialogsAndTheNextRun) {
     EXPECT_EQ(stored("always_on_top"), "0");
 }
 
-TEST_F(SettingsTab, TheLoadTestRunsWhileTheBoxIsCheckedAndLetsOthersThrough) {
+TEST_F(SettingsTab, TheLoadTestRunsWhileTheBoxIsCheckedAndTheWindowIsOpen) {
     ASSERT_TRUE(driver_->logIn(1));
     auto& entry = driver_->find<QLineEdit>("txtSendFTP_1");
     press("Command1");
@@ -160,23 +127,20 @@ TEST_F(SettingsTab, TheLoadTestRunsWhileTheBoxIsCheckedAndLetsOthersThrough) {
 
     box("chkAlwaysOnTop").click();
     press("Command1");
-    ASSERT_TRUE(waitForTestOnTheServer());
+    ASSERT_TRUE(eventually([&] { return console().count(u"> site test list\n"_s) > 60; }));
     EXPECT_EQ(entry.selectedText(), u"site test list"_s);
     press("cmdConfigRehash");
     EXPECT_TRUE(eventually([&] { return console().contains(u"> SITE config rehash"_s); }));
     EXPECT_TRUE(isTesting());
     box("chkAlwaysOnTop").click();
     EXPECT_TRUE(eventually([&] { return !isTesting() && driver_->isIdle(1); }));
-}
 
-TEST_F(SettingsTab, TheLoadTestEndsWithTheWindow) {
-    ASSERT_TRUE(driver_->logIn(1));
     box("chkAlwaysOnTop").click();
     press("Command1");
-    ASSERT_TRUE(waitForTestOnTheServer());
+    ASSERT_TRUE(isTesting());
     driver_->close();
     EXPECT_FALSE(isTesting());
-    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1); }));
+    EXPECT_TRUE(driver_->waitForIdle());
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTabWidget>
 
 #include <algorithm>
 
@@ -51,6 +52,30 @@ void WindowDriver::restart() {
     start();
 }
 
+void WindowDriver::showTab(int index) {
+    find<QTabWidget>("tabMain").setCurrentIndex(index);
+}
+
+void WindowDriver::click(const char* button) {
+    QTest::mouseClick(&find<QPushButton>(button), Qt::LeftButton);
+}
+
+QString WindowDriver::text(const char* box) {
+    return find<QLineEdit>(box).text();
+}
+
+void WindowDriver::setText(const char* box, const QString& text) {
+    find<QLineEdit>(box).setText(text);
+}
+
+void WindowDriver::clickRow(const char* list, int column, const QString& text) {
+    auto& rows = find<ReportView>(list);
+    const QModelIndex index = rows.model()->index(rowWith(rows, column, text), column);
+    ASSERT_TRUE(index.isValid()) << text.toStdString();
+    rows.scrollTo(index);
+    QTest::mouseClick(rows.viewport(), Qt::LeftButton, {}, rows.visualRect(index).center());
+}
+
 bool WindowDriver::logIn(int site) {
     find<QAbstractItemView>("lvwSites")
         .setCurrentIndex(find<QAbstractItemView>("lvwSites").model()->index(site - 1, 0));
@@ -63,6 +88,14 @@ bool WindowDriver::isIdle(int site) {
     return !session(site).bAwaitingReply &&
            std::ranges::all_of(session(site).CommandQueue,
                                [](const Command& slot) { return slot.sCommand.empty(); });
+}
+
+bool WindowDriver::waitForIdle(int site) {
+    return eventually([&] { return isIdle(site); });
+}
+
+bool WindowDriver::waitForNoDialog() {
+    return eventually([&] { return window->findChild<QDialog*>() == nullptr; });
 }
 
 ReportView& WindowDriver::browser() {
@@ -82,7 +115,7 @@ bool WindowDriver::waitForNoRow(const QString& name) {
 }
 
 QString WindowDriver::path() {
-    return find<QLineEdit>("txtBrowserPWD_1").text();
+    return text("txtBrowserPWD_1");
 }
 
 void WindowDriver::select(const QString& name) {
@@ -100,9 +133,9 @@ void WindowDriver::press(Qt::Key key) {
 }
 
 void WindowDriver::refresh() {
-    eventually([&] { return isIdle(1); });
-    QTest::mouseClick(&find<QPushButton>("cmdBrowser_1"), Qt::LeftButton);
-    eventually([&] { return isIdle(1); });
+    waitForIdle();
+    click("cmdBrowser_1");
+    waitForIdle();
 }
 
 void WindowDriver::rename(const QString& name, const QString& newName) {

@@ -40,10 +40,19 @@ class WindowDriver {
 
     const SiteSession& session(int site) { return window->program().site(site).session; }
 
+    void showTab(int index);
+    void click(const char* button);
+    QString text(const char* box);
+    void setText(const char* box, const QString& text);
+    // Clicks on the row of a list whose column reads text.
+    void clickRow(const char* list, int column, const QString& text);
+
     // Logs in on a site by its menu and waits until the root is listed.
     bool logIn(int site);
     // Nothing is outstanding or waiting on the site.
     bool isIdle(int site);
+    bool waitForIdle(int site = 1);
+    bool waitForNoDialog();
 
     // The browser of site 1. Rows go by the text of their first column; -1 when there is no such row.
     ReportView& browser();
