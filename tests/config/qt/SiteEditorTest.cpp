@@ -1,48 +1,30 @@
 #include "config/qt/frmSitesAddEdit.h"
+#include "widgets/DialogDriver.h"
 
-#include <QApplication>
 #include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPointer>
-#include <QPushButton>
-#include <QTest>
 
-#include <gtest/gtest.h>
-
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace corvel {
 namespace {
 
-const QStringList fieldOrder = {u"txtSitename"_qs,         u"txtHostname"_qs,   u"txtPort"_qs,
-                                u"txtUsername"_qs,         u"txtPassword"_qs,   u"txtIdent"_qs,
-                                u"chkConnectOnStartup"_qs, u"chkUseSSLProxy"_qs};
-
-// The dialog as the window opens it; remembers the forms that it gave and answers with problem.
-class SiteEditor {
-  public:
-    explicit SiteEditor(SiteForm form)
-        : dialog(new frmSitesAddEdit(
-              {.caption = u"Editing site \"x\""_qs, .okCaption = u"Save changes"_qs, .form = std::move(form)},
-              [this](const SiteForm& given) {
-                  forms.push_back(given);
-                  return problem;
-              })) {
-        dialog->open();
-    }
-    ~SiteEditor() { delete dialog; }
-    SiteEditor(const SiteEditor&) = delete;
-    SiteEditor& operator=(const SiteEditor&) = delete;
-
-    QLineEdit& box(const char* name) { return *dialog->findChild<QLineEdit*>(QLatin1String(name)); }
-    void click(const char* name) { dialog->findChild<QPushButton*>(QLatin1String(name))->click(); }
-    void press(Qt::Key key) { QTest::keyClick(dialog, key); }
+// Remembers the forms that the dialog gave and answers with problem.
+struct Fixture {
+    explicit Fixture(SiteForm form)
+        : dialog({.caption = QStringLiteral("Editing site \"a[*]b\""),
+                  .okCaption = QStringLiteral("Save changes"),
+                  .form = std::move(form)},
+                 [this](const SiteForm& given) {
+                     forms.push_back(given);
+                     return problem;
+                 }) {}
 
     std::vector<SiteForm> forms;
     std::optional<std::string> problem;
-    QPointer<frmSitesAddEdit> dialog;
+    frmSitesAddEdit dialog;
+    DialogDriver driver{dialog};
 };
 
 const SiteForm& anyForm() {
@@ -58,64 +40,52 @@ const SiteForm& anyForm() {
 }
 
 TEST(SiteEditor, GivesBackEveryByteThatWasLeftAlone) {
-    SiteEditor editor(anyForm());
-    editor.click("OKButton");
-    EXPECT_EQ(editor.forms, std::vector<SiteForm>{anyForm()});
-    EXPECT_FALSE(editor.dialog->isVisible());
+    Fixture fixture(anyForm());
+    fixture.driver.click("OKButton");
+    EXPECT_EQ(fixture.forms, std::vector<SiteForm>{anyForm()});
+    EXPECT_FALSE(fixture.dialog.isVisible());
 }
 
 TEST(SiteEditor, StaysOpenWithAMessage) {
-    SiteEditor editor(anyForm());
-    editor.problem = "Please enter a <b>";
-    editor.click("OKButton");
-    auto* const box = editor.dialog->findChild<QMessageBox*>();
+    Fixture fixture(anyForm());
+    fixture.problem = "Please enter a <b>";
+    fixture.driver.click("OKButton");
+    const auto* const box = fixture.dialog.findChild<QMessageBox*>();
     ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->text(), u"Please enter a <b>"_qs);
     EXPECT_EQ(box->textFormat(), Qt::PlainText);
-    box->button(QMessageBox::Ok)->click();
-    EXPECT_TRUE(editor.dialog->isVisible());
+    EXPECT_EQ(fixture.driver.answer(), "Please enter a <b>");
+    EXPECT_TRUE(fixture.dialog.isVisible());
 }
 
 TEST(SiteEditor, IsLeftWithoutAFormByEscapeAndCancel) {
-    SiteEditor escaped(anyForm());
-    escaped.press(Qt::Key_Escape);
-    EXPECT_FALSE(escaped.dialog->isVisible());
-    SiteEditor cancelled(anyForm());
-    cancelled.click("CancelButton");
-    EXPECT_FALSE(cancelled.dialog->isVisible());
-    EXPECT_TRUE(escaped.forms.empty() && cancelled.forms.empty());
+    Fixture fixture(anyForm());
+    fixture.driver.click("CancelButton");
+    EXPECT_FALSE(fixture.dialog.isVisible());
+    fixture.dialog.show();
+    expectUsableByKeys(fixture.dialog);
+    EXPECT_TRUE(fixture.forms.empty());
 }
 
 TEST(SiteEditor, CanBeUsedWithTheKeyboardAndAScreenReader) {
-    SiteEditor editor({});
-    EXPECT_EQ(editor.box("txtPassword").echoMode(), QLineEdit::Password);
+    Fixture fixture({});
+    // Qt takes a single [*] for the place of a "modified" mark, and two of them for the text itself.
+    EXPECT_EQ(fixture.dialog.windowTitle(), QStringLiteral("Editing site \"a[*][*]b\""));
+    EXPECT_EQ(fixture.driver.find<QLineEdit>("txtPassword").echoMode(), QLineEdit::Password);
+    const std::vector<std::string> order = fixture.driver.tabOrder();
+    EXPECT_EQ(order, (std::vector<std::string>{"txtSitename", "txtHostname", "txtPort", "txtUsername",
+                                               "txtPassword", "txtIdent", "chkConnectOnStartup",
+                                               "chkUseSSLProxy", "OKButton", "CancelButton"}));
     QStringList mnemonics;
-    for (const QLabel* label : editor.dialog->findChildren<QLabel*>()) {
-        ASSERT_NE(label->buddy(), nullptr) << label->text().toStdString();
-        EXPECT_FALSE(label->buddy()->accessibleName().isEmpty()) << label->text().toStdString();
+    for (const QLabel* label : fixture.dialog.findChildren<QLabel*>()) {
+        EXPECT_NE(label->buddy(), nullptr) << label->text().toStdString();
         mnemonics << label->text().section(u'&', 1).left(1).toLower();
     }
-    for (const QCheckBox* box : editor.dialog->findChildren<QCheckBox*>()) {
+    for (const QCheckBox* box : fixture.dialog.findChildren<QCheckBox*>()) {
         mnemonics << box->text().section(u'&', 1).left(1).toLower();
     }
     EXPECT_FALSE(mnemonics.contains(QString()));
     EXPECT_EQ(mnemonics.removeDuplicates(), 0);
-    EXPECT_EQ(mnemonics.size(), fieldOrder.size());
-
-    QStringList order;
-    for (QWidget* widget = editor.dialog->nextInFocusChain(); widget != editor.dialog;
-         widget = widget->nextInFocusChain()) {
-        if (fieldOrder.contains(widget->objectName())) {
-            order << widget->objectName();
-        }
-    }
-    EXPECT_EQ(order, fieldOrder);
-}
-
-TEST(SiteEditor, ShowsTheWholeNameInItsCaption) {
-    frmSitesAddEdit dialog({.caption = u"Editing site \"a[*]b\""_qs, .okCaption = {}, .form = {}}, {});
-    // Qt takes a single [*] for the place of a "modified" mark, and two of them for the text itself.
-    EXPECT_EQ(dialog.windowTitle(), u"Editing site \"a[*][*]b\""_qs);
+    EXPECT_EQ(mnemonics.size(), 8);
 }
 
 } // namespace
