@@ -72,28 +72,14 @@ TEST(frmAddUser, EveryBoxReachesItsCommand) {
                                             "site change carl speedlimit 200 100\r\n");
 }
 
-TEST(frmAddUser, WhatIsMissingIsSaidAndTheDialogStays) {
-    struct Row {
-        const char* name;
-        std::function<void(Fixture&)> spoil;
-        const char* message;
-    };
-    const std::vector<Row> table = {
-        {"a taken name", [](Fixture& f) { f.driver.type("txtUserName", QStringLiteral("bob")); },
-         "This user already exists: bob\nGroup: staff\nFlags: 3"},
-        {"no mask left", [](Fixture& f) { f.driver.click("cmdUserAddDelIp_1"); },
-         "Please enter at least one ip/ident."},
-    };
-    for (const Row& row : table) {
-        SCOPED_TRACE(row.name);
-        Fixture fixture;
-        fixture.fill();
-        row.spoil(fixture);
-        fixture.driver.click("cmdOK");
-        EXPECT_EQ(fixture.driver.answer(), row.message);
-        EXPECT_TRUE(fixture.dialog.isVisible());
-        EXPECT_FALSE(fixture.started);
-    }
+TEST(frmAddUser, WhatIsWrongIsSaidAndTheDialogStays) {
+    Fixture fixture;
+    fixture.fill();
+    fixture.driver.type("txtUserName", QStringLiteral("bob"));
+    fixture.driver.click("cmdOK");
+    EXPECT_EQ(fixture.driver.answer(), "This user already exists: bob\nGroup: staff\nFlags: 3");
+    EXPECT_TRUE(fixture.dialog.isVisible());
+    EXPECT_FALSE(fixture.started);
 }
 
 TEST(frmAddUser, AMasterIsAddedOnlyAfterAYes) {
