@@ -1,13 +1,12 @@
 #include "demo/DemoServer.h"
 
-#include <QCoreApplication>
+#include "ui/WindowDriver.h"
+
 #include <QElapsedTimer>
 #include <QTcpSocket>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,16 +14,7 @@
 namespace corvel {
 namespace {
 
-// Runs the event loop until the condition holds; false when it never does.
-bool waitFor(const std::function<bool()>& condition) {
-    QTimer patience;
-    patience.setSingleShot(true);
-    patience.start(20'000);
-    while (!condition() && patience.isActive()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return condition();
-}
+using test::eventually;
 
 class Client {
   public:
@@ -55,11 +45,11 @@ class Client {
     bool hasReceived(const std::string& text) { return received.find(text) != std::string::npos; }
 
     bool waitForText(const std::string& text) {
-        return waitFor([&] { return hasReceived(text); });
+        return eventually([&] { return hasReceived(text); });
     }
 
     bool waitForClose() {
-        return waitFor([&] { return socket_.state() == QAbstractSocket::UnconnectedState; });
+        return eventually([&] { return socket_.state() == QAbstractSocket::UnconnectedState; });
     }
 
     bool logIn() {
@@ -130,9 +120,9 @@ TEST(DemoServer, SurvivesAClientThatVanishesInMidReply) {
         ASSERT_TRUE(vanishing.logIn());
         vanishing.received.clear();
         vanishing.send("STAT -a /big\r\nSTAT -a /big\r\nSTAT -a /pub\r\n");
-        ASSERT_TRUE(waitFor([&] { return !vanishing.received.empty(); }));
+        ASSERT_TRUE(eventually([&] { return !vanishing.received.empty(); }));
         vanishing.vanish();
-        EXPECT_TRUE(waitFor([&] { return server->clientCount() == 1; }));
+        EXPECT_TRUE(eventually([&] { return server->clientCount() == 1; }));
         EXPECT_TRUE(staying.logIn());
     }
 }
@@ -190,7 +180,7 @@ TEST(DemoServer, TurnsClientsAwayPastItsLimit) {
     EXPECT_TRUE(late.waitForClose());
     EXPECT_TRUE(late.hasReceived("421 "));
     clients.pop_back();
-    ASSERT_TRUE(waitFor([&] { return server->clientCount() == DemoServer::mostClients - 1; }));
+    ASSERT_TRUE(eventually([&] { return server->clientCount() == DemoServer::mostClients - 1; }));
     Client next(*server);
     EXPECT_TRUE(next.waitForText("220 "));
 }

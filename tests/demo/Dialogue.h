@@ -36,11 +36,11 @@ inline DemoClient loggedIn(DemoWorld& world, const std::string& name = "demo") {
     return client;
 }
 
-// Plays every dialogue in a world of its own, with demo logged in.
-inline void play(const std::vector<DialogueCase>& cases) {
+// Plays every dialogue in a world of its own, with demo logged in unless it is to log in itself.
+inline void play(const std::vector<DialogueCase>& cases, bool isLoggedIn = true) {
     for (const DialogueCase& row : cases) {
         DemoWorld world(60, 0);
-        DemoClient client = loggedIn(world);
+        DemoClient client = isLoggedIn ? loggedIn(world) : DemoClient();
         for (const Exchange& exchange : row.exchanges) {
             const std::string reply = ask(world, client, exchange.command);
             EXPECT_TRUE(matchesPattern(reply, exchange.pattern))
