@@ -13,8 +13,12 @@ namespace {
 
 constexpr int side = 16;
 
+QImage pictureOf(const QIcon& icon) {
+    return icon.pixmap(side, side).toImage().convertedTo(QImage::Format_ARGB32);
+}
+
 QImage shown(const ImageLists& lists, std::string_view key) {
-    return lists.image(key).pixmap(side, side).toImage().convertedTo(QImage::Format_ARGB32);
+    return pictureOf(lists.image(key));
 }
 
 // A picture of one colour, as a file in directory; its path.
@@ -53,16 +57,11 @@ TEST(ImageLists, EachKeyReplacesItsOwnImage) {
 // White rows get dark lines and red ones white lines, but a person's picture is shown as it is.
 TEST(ImageLists, OnlyTheProgramsOwnImagesTakeAColour) {
     const TemporaryDirectory directory;
-    const auto white = [](const ImageLists& lists) {
-        return lists.image("activity-up", Qt::white)
-            .pixmap(side, side)
-            .toImage()
-            .convertedTo(QImage::Format_ARGB32);
-    };
     ImageLists lists;
-    EXPECT_NE(white(lists), shown(lists, "activity-up"));
+    EXPECT_NE(pictureOf(lists.image("activity-up", Qt::white)), shown(lists, "activity-up"));
     lists.ReplaceImage(ImageList::activity, writePicture(directory, "red.png", Qt::red, "PNG"), 2);
-    EXPECT_EQ(white(lists).pixelColor(side / 2, side / 2), QColor(Qt::red));
+    EXPECT_EQ(pictureOf(lists.image("activity-up", Qt::white)).pixelColor(side / 2, side / 2),
+              QColor(Qt::red));
 }
 
 TEST(ImageLists, WhatCannotReplaceAnImageLeavesIt) {
