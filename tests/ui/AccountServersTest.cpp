@@ -117,7 +117,8 @@ TEST_F(AccountServers, ThatAreStillSilentAreWaitedFor) {
     server_.held = "SITE CorvelExt usertable";
     driver_->chooseSitesMenu(0);
     ASSERT_TRUE(eventually([&] { return server_.lines.contains(server_.held); }));
-    EXPECT_EQ(list().accessibleDescription(), u"The server has not sent its users yet."_s);
+    EXPECT_TRUE(eventually(
+        [&] { return list().accessibleDescription() == u"The server has not sent its users yet."_s; }));
     server_.answers[server_.held] = "200 none\r\n";
     server_.release();
     EXPECT_TRUE(eventually([&] { return list().accessibleDescription() == u"There are no users."_s; }));
