@@ -106,12 +106,14 @@ SettingsReading parseSettings(const std::vector<std::string>& lines) {
     const TextEncoding encoding = isUtf8 ? TextEncoding::utf8 : TextEncoding::windows1252;
     SettingsReading reading;
     for (const std::string& line : lines) {
-        const auto entry = parseEntryLine(toUtf8(line, encoding), Comments::semicolonAndHash);
+        // A byte order mark is one before the bytes are taken for Windows-1252.
+        const auto entry = parseEntryLine(line, Comments::semicolonAndHash);
         if (!entry) {
             continue;
         }
         try {
-            apply(*entry, reading.settings);
+            apply({.key = toUtf8(entry->key, encoding), .value = toUtf8(entry->value, encoding)},
+                  reading.settings);
         } catch (const ConversionError& error) {
             reading.problems.push_back(
                 std::string("settings.ini: ").append(entry->key).append(": ").append(error.what()));

@@ -113,7 +113,8 @@ TEST(Settings, KeepsOneCharacterThatReplacesBlanks) {
 }
 
 TEST(Settings, ReadsAnAnsiFileAsAWhole) {
-    const Settings read = parseSettings({"textbox_fontname = \xFC", "ssl_tunnel_host = h\xC3\xBC"}).settings;
+    const Settings read =
+        parseSettings({"\xEF\xBB\xBFtextbox_fontname = \xFC", "ssl_tunnel_host = h\xC3\xBC"}).settings;
     EXPECT_EQ(read.textbox_fontname, "ü");
     EXPECT_EQ(read.ssl_tunnel_host, "hÃ¼");
 }
