@@ -1,6 +1,7 @@
 #include "config/SiteForm.h"
 
 #include "common/Numbers.h"
+#include "common/Text.h"
 
 #include <array>
 
@@ -40,7 +41,7 @@ std::optional<std::string> siteFormProblem(const SiteForm& form) {
         const char* message;
     };
     const std::array<Check, 5> checks = {{
-        {!oneLine(form.txtSitename).empty(), "Please enter a sitename"},
+        {!trim(oneLine(form.txtSitename)).empty(), "Please enter a sitename"},
         {!oneLine(form.txtHostname).empty(), "Please enter a hostname"},
         {isPort(form.txtPort), "Please enter a valid port (1 - 65535)"},
         {!oneLine(form.txtUsername).empty(), "Please enter a username"},

@@ -31,6 +31,8 @@ TEST(SiteForm, NamesTheFirstProblem) {
         {"largest port", [](SiteForm& f) { f.txtPort = "65535"; }, ""},
         {"above the largest port", [](SiteForm& f) { f.txtPort = "65535.1"; }, badPort},
         {"no user", [](SiteForm& f) { f.txtUsername = f.txtPassword = ""; }, "Please enter a username"},
+        {"a name that the file would lose", [](SiteForm& f) { f.txtSitename = "  "; },
+         "Please enter a sitename"},
         {"a name of line breaks", [](SiteForm& f) { f.txtSitename = "\r\n"; }, "Please enter a sitename"},
         {"no password", [](SiteForm& f) { f.txtPassword = ""; }, "Please enter a password"},
     };
