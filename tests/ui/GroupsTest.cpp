@@ -68,6 +68,13 @@ TEST_F(Groups, NameTheirMembersAsTheUserTableDoes) {
     admin.reloadUsers(1);
     EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && member(1) == u"robert"_s; }));
     EXPECT_EQ(driver_->text("txtGroupVFS"), u"/typed"_s);
+
+    ASSERT_TRUE(driver_->logIn(2));
+    EXPECT_EQ(driver_->text("txtGroupname"), QString());
+    admin.reloadGroups(1);
+    ASSERT_TRUE(driver_->waitForIdle(1));
+    driver_->window->program().selectSite(1);
+    EXPECT_EQ(driver_->text("txtGroupname"), u"friends"_s) << "though its table is a new one";
 }
 
 TEST_F(Groups, AreAddedRenamedAndDeleted) {

@@ -79,6 +79,7 @@ TEST(HostileServers, LeaveTheWindowAndTheOtherSiteAlone) {
             return driver.window->program().site(2).wSock->state() == SocketState::closed;
         })) << row.name;
         EXPECT_TRUE(eventually([&] { return console.toPlainText().contains(closed); })) << row.name;
+        EXPECT_EQ(console.toPlainText().count(closed), 1) << row.name;
         EXPECT_TRUE(driver.session(1).bLoggedIn) << row.name;
         driver.refresh();
         EXPECT_TRUE(driver.waitForRow(u"pub"_s)) << row.name;

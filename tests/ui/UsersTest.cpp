@@ -192,6 +192,9 @@ TEST_F(Users, EditorFollowsTheCurrentRowAndTheSite) {
     driver_->click("cmdUserSaveChanges");
     driver_->click("cmdUserEditGroups");
     EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr);
+    driver_->window->program().admin().reloadUsers(1);
+    ASSERT_TRUE(driver_->waitForIdle(1));
+    EXPECT_EQ(driver_->text("txtUserUID"), QString());
     driver_->find<QAbstractItemView>("lvwSites")
         .setCurrentIndex(driver_->find<QAbstractItemView>("lvwSites").model()->index(0, 0));
     EXPECT_EQ(driver_->text("txtUserName"), u"carol"_s);

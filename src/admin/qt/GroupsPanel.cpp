@@ -157,14 +157,14 @@ void GroupsPanel::groupsChanged(int site) {
     connectionChanged(site);
     groups.fitColumns(0, lastColumn);
     selectCurrent(site);
-    if (site != program_.currentSite()) {
-        return;
-    }
-    // A new table knows no details: a group that is open is asked for again.
+    // A new table knows no details: a group that is open, or will be when its site comes back to the front,
+    // is asked for again.
     AdminActions& admin = program_.admin();
-    if (admin.currentGroup(site) < 0) {
+    const bool isInFront = site == program_.currentSite();
+    const bool isCurrentThere = admin.currentGroup(site) >= 0;
+    if (isInFront && !isCurrentThere) {
         editor_->clear();
-    } else if (isOpen(site)) {
+    } else if (isCurrentThere && (!isInFront || isOpen(site))) {
         admin.openGroup(site, admin.currentGroupRow(site));
     }
 }

@@ -198,15 +198,17 @@ void UsersPanel::usersChanged(int site) {
     connectionChanged(site);
     users.fitColumns(0, lastColumn);
     selectCurrent(site);
-    if (site != program_.currentSite()) {
-        return;
+    const bool isInFront = site == program_.currentSite();
+    if (isInFront) {
+        batch_->setEncoding(session(site).encoding);
     }
-    batch_->setEncoding(session(site).encoding);
-    // A new table knows no details: an account that is open is asked for again.
+    // A new table knows no details: an account that is open, or will be when its site comes back to the
+    // front, is asked for again.
     AdminActions& admin = program_.admin();
-    if (admin.currentUser(site) < 0) {
+    const bool isCurrentThere = admin.currentUser(site) >= 0;
+    if (isInFront && !isCurrentThere) {
         editor_->clear();
-    } else if (admin.editedUser(site, editor_->txtUserUID()) >= 0) {
+    } else if (isCurrentThere && (!isInFront || admin.editedUser(site, editor_->txtUserUID()) >= 0)) {
         admin.openUser(site, admin.currentUserRow(site));
     }
 }
