@@ -160,12 +160,10 @@ void GroupsPanel::groupsChanged(int site) {
     // A new table knows no details: a group that is open, or will be when its site comes back to the front,
     // is asked for again.
     AdminActions& admin = program_.admin();
-    const bool isInFront = site == program_.currentSite();
-    const bool isCurrentThere = admin.currentGroup(site) >= 0;
-    if (isInFront && !isCurrentThere) {
-        editor_->clear();
-    } else if (isCurrentThere && (!isInFront || isOpen(site))) {
+    if (site != program_.currentSite() || isOpen(site)) {
         admin.openGroup(site, admin.currentGroupRow(site));
+    } else if (admin.currentGroup(site) < 0) {
+        editor_->clear();
     }
 }
 

@@ -185,8 +185,7 @@ void UsersPanel::showSite(int site) {
     batch_->setEncoding(site > 0 ? session(site).encoding : TextEncoding::utf8);
     const int index = site > 0 ? program_.admin().currentUser(site) : -1;
     if (index >= 0 && userAt(session(site), index).got_info) {
-        editor_->setForm(InfoToForm(userAt(session(site), index), session(site).Groups),
-                         session(site).encoding);
+        showInEditor(site, index);
     } else {
         editor_->clear();
     }
@@ -205,11 +204,10 @@ void UsersPanel::usersChanged(int site) {
     // A new table knows no details: an account that is open, or will be when its site comes back to the
     // front, is asked for again.
     AdminActions& admin = program_.admin();
-    const bool isCurrentThere = admin.currentUser(site) >= 0;
-    if (isInFront && !isCurrentThere) {
-        editor_->clear();
-    } else if (isCurrentThere && (!isInFront || admin.editedUser(site, editor_->txtUserUID()) >= 0)) {
+    if (!isInFront || isOpen(site)) {
         admin.openUser(site, admin.currentUserRow(site));
+    } else if (admin.currentUser(site) < 0) {
+        editor_->clear();
     }
 }
 
@@ -242,21 +240,19 @@ void UsersPanel::sortUsers(int site, int column) {
 }
 
 void UsersPanel::groupsChanged(int site) {
-    const int index =
-        site == program_.currentSite() ? program_.admin().editedUser(site, editor_->txtUserUID()) : -1;
-    if (index >= 0 && userAt(session(site), index).got_info) {
-        editor_->setGroups(InfoToForm(userAt(session(site), index), session(site).Groups).lvwUserGroups);
+    if (site == program_.currentSite() && isOpen(site)) {
+        const clsUser& user = userAt(session(site), program_.admin().currentUser(site));
+        if (user.got_info) {
+            editor_->setGroups(InfoToForm(user, session(site).Groups).lvwUserGroups);
+        }
     }
 }
 
 // Late details of another account do not take the current one out of the editor.
 void UsersPanel::userShown(int site, int index) {
     list(site).refresh();
-    AdminActions& admin = program_.admin();
-    const bool isCurrentOpen = admin.editedUser(site, editor_->txtUserUID()) >= 0;
-    if (site == program_.currentSite() && (index == admin.currentUser(site) || !isCurrentOpen)) {
-        editor_->setForm(InfoToForm(userAt(session(site), index), session(site).Groups),
-                         session(site).encoding);
+    if (site == program_.currentSite() && (index == program_.admin().currentUser(site) || !isOpen(site))) {
+        showInEditor(site, index);
     }
 }
 
@@ -286,6 +282,14 @@ void UsersPanel::keyPressed(int site, int key, int row) {
 
 void UsersPanel::selectCurrent(int site) {
     list(site).setCurrentRow(program_.admin().currentUserRow(site));
+}
+
+bool UsersPanel::isOpen(int site) const {
+    return program_.admin().editedUser(site, editor_->txtUserUID()) >= 0;
+}
+
+void UsersPanel::showInEditor(int site, int index) {
+    editor_->setForm(InfoToForm(userAt(session(site), index), session(site).Groups), session(site).encoding);
 }
 
 void UsersPanel::cmdUserAdd_Click() {

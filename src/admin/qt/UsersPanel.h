@@ -48,6 +48,8 @@ class UsersPanel : public QWidget {
     void sortUsers(int site, int column);
     void keyPressed(int site, int key, int row);
     void selectCurrent(int site);
+    bool isOpen(int site) const;
+    void showInEditor(int site, int index);
     void cmdUserAdd_Click();
     void cmdUserBatch_Click();
     void cmdBatchPerform_Click(const BatchForm& form);
