@@ -22,12 +22,20 @@ void noteSignal(int /*signal*/) {
     [[maybe_unused]] const ssize_t written = write(pipeEnds[1], &byte, 1);
 }
 
+// What nohup, or a shell for a program in the background, has set aside stays so.
+bool isIgnored(int signal) {
+    struct sigaction now = {};
+    return sigaction(signal, nullptr, &now) == 0 && now.sa_handler == SIG_IGN;
+}
+
 void handleEndSignals(void (*handler)(int)) {
     struct sigaction action = {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     for (const int signal : endSignals) {
-        sigaction(signal, &action, nullptr);
+        if (!isIgnored(signal)) {
+            sigaction(signal, &action, nullptr);
+        }
     }
 }
 
