@@ -66,6 +66,7 @@ const std::vector<ListingSample> samples = {
     {"size beyond 64 bits", "-rw-r--r-- 1 u g 99999999999999999999999 Jan 5 12:00 big",
      "2|-rw-r--r--|u|g|99999999999999999999999|01/5 12:00|big"},
     {"size in words", "-rw-r--r-- 1 u g 1.5K Jan 5 12:00 f", ""},
+
     // Names.
     {"blanks inside", "-rw-r--r-- 1 u g 1 Jan 5 12:00 a  b   c", "2|-rw-r--r--|u|g|1|01/5 12:00|a  b   c"},
     {"blank in front", "-rw-r--r-- 1 u g 1 Jan 5 12:00  a", "2|-rw-r--r--|u|g|1|01/5 12:00| a"},
