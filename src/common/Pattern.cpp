@@ -6,14 +6,25 @@ namespace corvel {
 
 namespace {
 
-bool matchesOne(char symbol, char character) {
+// How many bytes at the front of text the symbol stands for; 0 where it does not match. A character beyond
+// ASCII is its first byte with the continuation bytes behind it.
+std::size_t matchedBytes(char symbol, std::string_view text) {
     switch (symbol) {
-    case '?':
-        return true;
+    case '?': {
+        const auto isContinuation = [](char byte) {
+            return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+        };
+        std::size_t size = 1;
+        while (static_cast<unsigned char>(text[0]) >= 0xC0 && size < text.size() &&
+               isContinuation(text[size])) {
+            ++size;
+        }
+        return size;
+    }
     case '#':
-        return character >= '0' && character <= '9';
+        return text[0] >= '0' && text[0] <= '9' ? 1 : 0;
     default:
-        return symbol == character;
+        return symbol == text[0] ? 1 : 0;
     }
 }
 
@@ -29,9 +40,11 @@ bool matchesPattern(std::string_view text, std::string_view pattern) {
         if (symbol < pattern.size() && pattern[symbol] == '*') {
             star = symbol++;
             swallowed = position;
-        } else if (symbol < pattern.size() && matchesOne(pattern[symbol], text[position])) {
+        } else if (const std::size_t matched =
+                       symbol < pattern.size() ? matchedBytes(pattern[symbol], text.substr(position)) : 0;
+                   matched > 0) {
             ++symbol;
-            ++position;
+            position += matched;
         } else if (star != std::string_view::npos) {
             symbol = star + 1;
             position = ++swallowed;

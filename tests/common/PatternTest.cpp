@@ -21,6 +21,8 @@ TEST(Pattern, MatchesTheWholeText) {
         {"literal is not a prefix", "abcd", "abc", false},
         {"case counts", "Abc", "abc", false},
         {"question mark is exactly one", "ac", "a?c", false},
+        {"question mark is a character, not a byte", "/größe", "/gr??e", true},
+        {"and no two", "/größe", "/gr????e", false},
         {"hash is no letter", "abc", "a#c", false},
         {"star goes back", "a1b2b", "a*b", true},
         {"star spans line ends", "220-x\r\n220 y\r\n", "*\r\n### *\r\n", true},
