@@ -2,147 +2,217 @@
 
 #include "browser/Listing.h"
 #include "browser/Navigation.h"
+#include "common/Pattern.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
-#include "demo/Dialogue.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace corvel {
 namespace {
 
-TEST(DemoCommands, LogInAndStayInOrder) {
-    const std::vector<DialogueCase> cases = {
-        {"nothing before login", {{"CWD /", "530 *"}, {"STAT -a", "530 *"}, {"SITE CHMOD 755 /", "530 *"}}},
-        {"password first", {{"PASS demo", "503 *"}}},
-        {"wrong password, then the right one",
-         {{"USER demo", "331 *"},
-          {"PASS no", "530 *"},
-          {"PASS demo", "503 *"},
-          {"USER demo", "331 *"},
-          {"PASS demo", "*230 *"}}},
-        {"unknown user is not told apart",
-         {{"USER nobody", "331 *"}, {"PASS nobody", "530 Login incorrect."}}},
-        {"verbs in any case", {{"uSeR demo", "331 *"}, {"pass demo", "*230 *"}, {"noop", "200 *"}}},
-    };
-    play(cases, false);
+// One command and the pattern that its whole reply must match; the last CR LF is left out of both.
+struct Exchange {
+    std::string command;
+    std::string pattern;
+};
+
+std::string ask(DemoWorld& world, DemoClient& client, std::string_view command) {
+    std::string reply = answerCommand(world, client, command);
+    EXPECT_TRUE(reply.ends_with("\r\n") && isValidUtf8(reply)) << command;
+    reply.resize(reply.size() - 2);
+    return reply;
 }
 
-TEST(DemoCommands, RefuseWhatIsNoCommand) {
-    using namespace std::string_literals;
-    DemoWorld world(60, 0);
-    DemoClient client = loggedIn(world);
-    const std::vector<Exchange> rows = {
-        {"", "500 *"},
-        {" NOOP", "500 *"},
-        {"FROB x", "500 'FROB': *"},
-        {"SITE", "501 *"},
-        {"CWD ", "501 *"},
-        {"LIST", "502 *"},
-        {"\x80\xff\x01\x02", "500 *"},
-        {"CWD a\0b"s, "500 *"},
-        {"CWD a\rb", "500 *"},
-        {"MKD a\nb", "500 *"},
-        {std::string(4096, 'A'), "500 *"},
-    };
-    for (const Exchange& row : rows) {
-        const std::string reply = ask(world, client, row.command);
-        EXPECT_TRUE(matchesPattern(reply, row.pattern)) << row.command << "\n" << reply;
-        EXPECT_TRUE(isValidUtf8(reply)) << row.command;
-        EXPECT_EQ(reply.find('\n'), std::string::npos) << row.command;
+void play(DemoWorld& world, DemoClient& client, const std::vector<Exchange>& exchanges) {
+    for (const Exchange& exchange : exchanges) {
+        const std::string reply = ask(world, client, exchange.command);
+        EXPECT_TRUE(matchesPattern(reply, exchange.pattern)) << "> " << exchange.command << "\n"
+                                                             << reply << "\nwanted: " << exchange.pattern;
     }
 }
 
-TEST(DemoCommands, WalkTheTree) {
-    play({
-        {"above the root is the root", {{"CWD ../../..", "250 *"}, {"PWD", "257 \"/\" *"}}},
-        {"blanks stay as they are",
-         {{"CWD /pub/two  blanks", "250 *"},
-          {"PWD", "257 \"/pub/two  blanks\" *"},
-          {"CWD /pub/two blanks", "550 *"}}},
-        {"names beyond ASCII", {{"CWD pub/日本語", "250 *"}, {"PWD", "257 \"/pub/日本語\" *"}}},
-        {"relative link counts from where it lies",
-         {{"CWD /pub/latest", "250 *"}, {"PWD", "257 \"/archive/2021\" *"}}},
-        {"link to nothing", {{"CWD /pub/nowhere", "550 *: No such file or directory."}}},
-        {"link to itself", {{"CWD /pub/circle", "550 *: Too many levels *"}}},
-        {"file is no directory",
-         {{"CWD /welcome.txt", "550 *: Not a directory."},
-          {"CWD /welcome.txt/..", "550 *: Not a directory."}}},
-        {"refused directory leaves the old one",
-         {{"CWD /pub", "250 *"},
-          {"CWD /private", "550 /private: Permission denied."},
-          {"PWD", "257 \"/pub\" *"}}},
-        {"nothing below a refused directory",
-         {{"CWD /private/x", "550 *: Permission denied."}, {"STAT -a /private", "550 *"}}},
-        {"quotes are doubled in replies",
-         {{"MKD a\"b", "257 \"/a\"\"b\" *"},
-          {"CWD a\"b", "250 *"},
-          {"PWD", "257 \"/a\"\"b\" is current directory."}}},
-    });
+DemoClient loggedIn(DemoWorld& world, const std::string& name = "demo") {
+    DemoClient client;
+    play(world, client, {{"USER " + name, "331 *"}, {"PASS " + name, "*230 *"}});
+    return client;
+}
+
+// A reply that has line as one of its lines.
+std::string holding(const std::string& line) {
+    return "*\r\n" + line + "\r\n*";
+}
+
+// bob is the user with uid 3, in group friends (3); staff is 1, music 5.
+const std::string readBob = "SITE CorvelExt userfile 3";
+
+TEST(DemoCommands, LetNobodyInWithoutAPassword) {
+    DemoWorld world(60, 0);
+    DemoClient client;
+    play(world, client,
+         {{"CWD /", "530 *"},
+          {"SITE CHMOD 755 /", "530 *"},
+          {"PASS demo", "503 *"},
+          {"USER nobody", "331 *"},
+          {"PASS nobody", "530 Login incorrect."},
+          {"uSeR demo", "331 *"},
+          {"pass demo", "*230 *"}});
+}
+
+TEST(DemoCommands, RefuseAndChangeNothing) {
+    using namespace std::string_literals;
+    DemoWorld world(60, 0);
+    DemoClient client = loggedIn(world);
+    const auto state = [&] {
+        std::string all;
+        for (const char* const command :
+             {"PWD", "STAT -a /", "STAT -a /pub", "SITE CorvelExt usertable", "SITE CorvelExt grouptable",
+              "SITE CorvelExt userfile 3", "SITE CorvelExt groupfile 3", "SITE chattr +h \"pub\""}) {
+            all += ask(world, client, command);
+        }
+        return all;
+    };
+    const std::string before = state();
+    play(world, client,
+         {{"", "500 *"},
+          {" NOOP", "500 *"},
+          {"FROB x", "500 'FROB': *"},
+          {"SITE", "501 *"},
+          {"LIST", "502 *"},
+          {"CWD a\0b"s, "500 *"},
+          {"MKD a\nb", "500 *"},
+          {std::string(4096, 'A'), "500 *"},
+          {"CWD /private/x", "550 *: Permission denied."},
+          {"CWD /pub/nowhere", "550 *: No such file *"},
+          {"CWD /pub/circle", "550 *: Too many levels *"},
+          {"CWD /welcome.txt/..", "550 *: Not a directory."},
+          {"MKD /dev/x", "550 *: Permission denied."},
+          {"MKD /pub", "550 *: File exists."},
+          {"MKD " + std::string(256, 'y'), "550 *: File name too long."},
+          {"RMD /", "550 *"},
+          {"RMD /current", "550 *: Not a directory."},
+          {"DELE /pub/empty", "550 *: Is a directory."},
+          {"RNTO x", "503 *"},
+          {"RNFR /pub", "350 *"},
+          {"RNTO /pub/empty/x", "550 *: Invalid argument."},
+          {"SITE CHMOD 888 /pub", "501 *"},
+          {"SITE CHMOD 777 /dev/null", "550 *: Operation not permitted."},
+          {"site chattr +h \"pub\" \" -nobody\"", "550 *"},
+          {"site nuke / 3 y", "550 *"},
+          {"site nuke /pub 101 y", "501 *"},
+          {"SITE change nobody flags 3", "550 User 'nobody' does not exist."},
+          {"SITE change bob colour red", "550 Unknown property 'colour'."},
+          {"SITE change bob", "501 *"},
+          {"SITE change bob flags 3-", "550 Bad value for flags."},
+          {"SITE change bob passwd two words", "550 *"},
+          {"SITE change bob logins 32768 ftp", "550 *"},
+          {"SITE change bob credits 9 10", "550 *"},
+          {"SITE change friends groupslots 1 x", "550 *"},
+          {"SITE addip bob a@b *@10.0.0.2", "550 *already."},
+          {"SITE delip bob *@10.0.0.2 a@b", "550 *no mask 'a@b'."},
+          {"SITE chgrp bob staff none", "550 *"},
+          {"SITE chgrp bob friends", "550 *has to stay in one group."},
+          {"SITE renuser bob alice", "550 *"},
+          {"SITE deluser demo", "550 *your own*"},
+          {"SITE gadduser staff bob pw a@b", "550 *exists already."},
+          {"SITE grpdel friends", "550 Group 'friends' still has members: 15."},
+          {"SITE CorvelExt copyuser 3 alice", "550 *"},
+          {"SITE CorvelExt userfile 99", "550 *"}});
+    EXPECT_EQ(state(), before);
 }
 
 TEST(DemoCommands, ChangeTheTree) {
-    play({
-        {"made, renamed, removed",
-         {{"MKD new one", "257 \"/new one\" *"},
+    DemoWorld world(60, 0);
+    DemoClient client = loggedIn(world);
+    play(world, client,
+         {{"CWD ../../..", "250 *"},
+          {"PWD", "257 \"/\" *"},
+          {"CWD /pub/two  blanks", "250 *"},
+          {"CWD /pub/latest", "250 *"},
+          {"PWD", "257 \"/archive/2021\" *"},
+          {"CWD /", "250 *"},
+          {"MKD a\"b", "257 \"/a\"\"b\" *"},
+          {"MKD \xc3\xa4", "257 *"},
+          {"MKD new one", "257 \"/new one\" *"},
           {"STAT -a", "*drwxr-xr-x   2 demo     staff * new one\r\n*"},
-          {"MKD new one", "550 *: File exists."},
           {"RNFR new one", "350 *"},
           {"RNTO pub/newer", "250 *"},
-          {"CWD new one", "550 *"},
           {"RMD /pub/newer/", "250 *"},
-          {"RMD /pub/newer", "550 *: No such file *"}}},
-        {"bytes that are no text",
-         {{"MKD \xff\xfe", "257 *"}, {"CWD \xff\xfe", "250 *"}, {"PWD", "257 \"/\xff\xfe\" *"}}},
-        {"directory is not deleted as a file",
-         {{"DELE /pub/empty", "550 *: Is a directory."}, {"RMD /pub/zero", "550 *: Not a directory."}}},
-        {"link is removed, not its target",
-         {{"RMD /current", "550 *: Not a directory."},
-          {"DELE /current", "250 *"},
-          {"CWD /archive/2021", "250 *"}}},
-        {"dots and nothing cannot be made or removed",
-         {{"MKD .", "550 *"}, {"MKD /", "550 *"}, {"RMD /", "550 *"}, {"RMD /pub/empty/.", "550 *"}}},
-        {"no room for names past the limit",
-         {{"MKD " + std::string(255, 'y'), "257 *"},
-          {"MKD " + std::string(256, 'y'), "550 *: File name too long."}}},
-        {"other people's directories are theirs",
-         {{"MKD /dev/x", "550 *: Permission denied."}, {"DELE /dev/null", "550 *: Permission denied."}}},
-        {"renaming needs both steps", {{"RNTO x", "503 *"}, {"RNFR none", "550 *"}, {"RNTO x", "503 *"}}},
-        {"renaming replaces nothing",
-         {{"RNFR /pub/zero", "350 *"}, {"RNTO /welcome.txt", "550 *: File exists."}}},
-        {"no directory moves into itself",
-         {{"RNFR /pub", "350 *"},
-          {"RNTO /pub/empty/x", "550 *: Invalid argument."},
-          {"CWD /pub/empty", "250 *"}}},
-        {"like names are no parents",
-         {{"MKD /pub/emp", "257 *"}, {"RNFR /pub/emp", "350 *"}, {"RNTO /pub/empty/emp", "250 *"}}},
-    });
-}
-
-TEST(DemoCommands, ChangePermissions) {
-    play({
-        {"access text follows",
-         {{"SITE CHMOD 640 /pub/zero", "200 *"},
+          {"RMD /pub/newer", "550 *"},
+          {"SITE CHMOD 640 /pub/zero", "200 *"},
           {"STAT /pub/zero", "*\r\n-rw-r----- *"},
-          {"site chmod 000 /pub/zero", "200 *"},
-          {"STAT /pub/zero", "*\r\n---------- *"}}},
-        {"permissions are obeyed",
-         {{"SITE CHMOD 0 /pub", "200 *"},
-          {"CWD /pub", "550 *"},
+          {"SITE CHMOD 0 /pub", "200 *"},
           {"STAT -a /pub", "550 *"},
           {"SITE CHMOD 755 /pub", "200 *"},
-          {"CWD /pub", "250 *"}}},
-        {"no mode",
-         {{"SITE CHMOD 888 /pub", "501 *"},
-          {"SITE CHMOD -1 /pub", "501 *"},
-          {"SITE CHMOD u+w /pub", "501 *"},
-          {"SITE CHMOD 755 ", "501 *"}}},
-        {"owner alone", {{"SITE CHMOD 777 /dev/null", "550 *: Operation not permitted."}}},
-    });
+          {"site chattr +h \"pub\"", "200-CHATTR: <not set>\r\n200 *"},
+          {"site chattr +h \"pub\" \" -bob =staff\"", "200 *"},
+          {"site chattr +h \"pub\"", "200-CHATTR: -bob =staff\r\n200 *"},
+          {"CWD /music", "250 *"},
+          {"site nuke Album 1 3 bad tags",
+           "200-NUKE of Album 1: bad tags\r\n200- demo loses 39729 kB.\r\n200 *"},
+          {"CWD NUKED-Album 1", "250 *"}});
+    DemoClient bob = loggedIn(world, "bob");
+    DemoClient carol = loggedIn(world, "carol");
+    EXPECT_TRUE(matchesPattern(ask(world, bob, "STAT -a /"), "* pub\r\n*"));
+    EXPECT_FALSE(matchesPattern(ask(world, carol, "STAT -a /"), "* pub\r\n*"));
+}
+
+// What the lines of a user's or a group's file become by a change.
+TEST(DemoCommands, ChangeAccounts) {
+    const std::vector<std::vector<Exchange>> cases = {
+        {{"site change bob tagline  a | b ", "200 *"}, {readBob, holding("200-tagline |  a | b ")}},
+        {{"SITE change bob speedlimit 11 12", "200 *"},
+         {readBob, holding("200-limits | 11 | 12 | 2 | 3 | 0")}},
+        {{"SITE change bob ratio 9 2", "200 *"},
+         {readBob, holding("200-ratios | 3 | 1 | 9 | 1 | 0 | 1 | 0 | 1 | 0 | 1")}},
+        {{"SITE CorvelExt setflags 3 3M", "200 *"}, {readBob, holding("200-flags | 3M")}},
+        {{"SITE change bob admingroup music", "200 *"}, {readBob, holding("200-admingroups | 3 | 5")}},
+        {{"SITE addip bob a@b c@d", "200 *"}, {readBob, holding("200-ips | *@10.0.0.2 | a@b | c@d")}},
+        {{"SITE chgrp bob staff friends", "200 *"}, {readBob, holding("200-groupname | staff")}},
+        {{"SITE gadduser music newbie secret a@b", "200 *"},
+         {"SITE CorvelExt usertable", holding("200- | 61 | newbie | music | 3")},
+         {"SITE CorvelExt groupfile 5", "*200-members *| 61\r\n*"}},
+        {{"SITE DELUSER bob", "200 *"},
+         {readBob, "550 *"},
+         {"SITE CorvelExt grouptable", holding("200- | 3 | friends | 14")}},
+        {{"SITE CorvelExt copyuser 3 twin", "200 *"},
+         {"SITE CorvelExt userfile 61", "*200-username | twin\r\n200-groupname | friends\r\n*"}},
+        {{"SITE grpadd guild some people", "200 *"},
+         {"site change guild groupslots 12 -1", "200 *"},
+         {"SITE grpren guild lodge", "200 *"},
+         {"SITE CorvelExt groupfile 9",
+          "200-groupfile\r\n200-groupname | lodge\r\n200-description | some people\r\n200-groupslots | 12\r\n"
+          "200-leechslots | -1\r\n200-vfsfile | \r\n200-members | \r\n200-gadmins | \r\n200 *"},
+         {"SITE GRPDEL lodge", "200 *"}},
+        {{"SITE renuser demo boss", "200 *"},
+         {"SITE grpren staff crew", "200 *"},
+         {"STAT /welcome.txt", "*1 boss     crew *"},
+         {"MKD /still mine", "257 *"}},
+    };
+    for (const std::vector<Exchange>& exchanges : cases) {
+        DemoWorld world(60, 0);
+        DemoClient client = loggedIn(world);
+        play(world, client, exchanges);
+    }
+}
+
+TEST(DemoCommands, AreForMasterUsersWhereAccountsAreConcerned) {
+    DemoWorld world(60, 0);
+    DemoClient demo = loggedIn(world);
+    DemoClient bob = loggedIn(world, "bob");
+    for (const char* const command :
+         {"SITE CorvelExt usertable", "SITE change bob flags 3M", "SITE nuke /pub 1 x"}) {
+        play(world, bob, {{command, "550 Access denied*"}});
+    }
+    play(world, demo, {{"SITE change bob flags 3M", "200 *"}});
+    play(world, bob, {{"SITE CorvelExt usertable", "200-*"}});
+    play(world, demo, {{"SITE deluser bob", "200 *"}});
+    play(world, bob, {{"PWD", "530 *"}});
 }
 
 // Walks every directory that demo may see: what the server lists, the browser of the program reads.
@@ -151,18 +221,14 @@ TEST(DemoCommands, ListTheWholeTreeInLinesThatCanBeRead) {
     DemoClient client = loggedIn(world);
     std::vector<std::string> directories = {"/"};
     std::set<char> types;
-    std::size_t entries = 0;
     for (std::size_t i = 0; i < directories.size(); ++i) {
         const std::string reply = ask(world, client, "STAT -a " + directories[i]);
         const std::vector<std::string_view> lines = split(reply, lineEnd);
         EXPECT_EQ(lines.front(), "211-status of " + directories[i] + ":");
-        EXPECT_EQ(lines.back(), "211 End of Status");
         const BrowserListing listing = ParseDirectoryListing(lines, {.mergeBlanks = true});
         EXPECT_EQ(listing.entries.size(), lines.size() - 3) << "all but the first, the last and the dot";
         for (const BrowserEntry& entry : listing.entries) {
-            EXPECT_TRUE(matchesPattern(entry.date, "##/* *#")) << entry.date;
             types.insert(entry.access.front());
-            ++entries;
             const auto target = navigationTarget(directories[i], entry.name, entry.access);
             if (target && entry.access.front() == 'd' && entry.name != ".." && entry.name != "private" &&
                 entry.name != "alice") {
@@ -170,39 +236,10 @@ TEST(DemoCommands, ListTheWholeTreeInLinesThatCanBeRead) {
             }
         }
     }
-    EXPECT_TRUE(entries >= 200 && entries <= 999) << entries;
     EXPECT_EQ(types, (std::set<char>{'-', 'd', 'l', 'c', 'b', 'p', 's'}));
-}
-
-TEST(DemoCommands, ListWhatTheOptionsSay) {
-    play({
-        {"dot files need the option",
-         {{"STAT -a /pub", "* .hidden notes\r\n*"}, {"STAT /pub", "211-*README\r\n*"}}},
-        {"empty directory",
-         {{"CWD /pub/empty", "250 *"},
-          {"STAT -a", "211-status of /pub/empty:\r\nd* .\r\nd* ..\r\n211 End of Status"}}},
-        {"links count the subdirectories",
-         {{"STAT -a /archive", "*\r\ndrwxr-xr-x  10 * .\r\n*"},
-          {"RMD /pub/empty", "250 *"},
-          {"STAT -a /pub", "*\r\ndrwxrwxr-x   8 * .\r\n*"}}},
-        {"status of the server", {{"STAT", "211-*Logged in as demo*211 *"}}},
-    });
-    DemoWorld world(60, 0);
-    DemoClient client = loggedIn(world);
-    EXPECT_EQ(ask(world, client, "STAT /pub").find(".hidden"), std::string::npos);
-}
-
-TEST(DemoCommands, ShareOneTreeAmongClients) {
-    DemoWorld world(60, 0);
-    DemoClient demo = loggedIn(world);
-    DemoClient bob = loggedIn(world, "bob");
-    EXPECT_TRUE(matchesPattern(ask(world, demo, "MKD /shared"), "257 *"));
-    EXPECT_TRUE(matchesPattern(ask(world, bob, "CWD /shared"), "250 *"));
-    EXPECT_TRUE(matchesPattern(ask(world, bob, "MKD mine"), "550 *: Permission denied."));
-    EXPECT_TRUE(matchesPattern(ask(world, demo, "PWD"), "257 \"/\" *"));
-    EXPECT_TRUE(matchesPattern(ask(world, demo, "RMD /shared"), "250 *"));
-    EXPECT_TRUE(matchesPattern(ask(world, bob, "STAT -a"), "550 *: No such file or directory."));
-    EXPECT_TRUE(matchesPattern(ask(world, bob, "CWD /"), "250 *"));
+    for (const std::string_view line : split(ask(world, client, "SITE CorvelExt who"), lineEnd)) {
+        EXPECT_TRUE(split(line, fieldSeparator).size() == 18 || !line.starts_with("200-cid")) << line;
+    }
 }
 
 } // namespace

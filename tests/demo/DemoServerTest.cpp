@@ -2,7 +2,6 @@
 
 #include "ui/WindowDriver.h"
 
-#include <QElapsedTimer>
 #include <QTcpSocket>
 
 #include <gtest/gtest.h>
@@ -21,26 +20,12 @@ class Client {
     explicit Client(const DemoServer& server) {
         QObject::connect(&socket_, &QTcpSocket::readyRead, [this] {
             ++arrivals_;
-            if (isReading_) {
-                take();
-            }
+            received += socket_.readAll().toStdString();
         });
         socket_.connectToHost(QStringLiteral("127.0.0.1"), server.port());
     }
 
     void send(const std::string& bytes) { socket_.write(bytes.data(), static_cast<qint64>(bytes.size())); }
-
-    // Until this stops, what arrives stays in the socket, which takes little.
-    void stopReading() {
-        isReading_ = false;
-        socket_.setReadBufferSize(1024);
-    }
-
-    void startReading() {
-        isReading_ = true;
-        socket_.setReadBufferSize(0);
-        take();
-    }
 
     bool hasReceived(const std::string& text) { return received.find(text) != std::string::npos; }
 
@@ -63,10 +48,7 @@ class Client {
     std::string received;
 
   private:
-    void take() { received += socket_.readAll().toStdString(); }
-
     QTcpSocket socket_;
-    bool isReading_ = true;
     int arrivals_ = 0;
 };
 
@@ -98,18 +80,6 @@ TEST(DemoServer, SendsTheSameBytesInPiecesOfAnySize) {
     }
 }
 
-TEST(DemoServer, DelaysEveryReply) {
-    constexpr int latency = 30;
-    const auto server = startServer({.latencyMilliseconds = latency});
-    Client client(*server);
-    QElapsedTimer time;
-    time.start();
-    client.send("USER demo\r\nPASS demo\r\nNOOP\r\n");
-    EXPECT_TRUE(client.waitForText("200 NOOP"));
-    // The greeting and three replies, one after the other.
-    EXPECT_GE(time.elapsed(), 4 * latency);
-}
-
 TEST(DemoServer, SurvivesAClientThatVanishesInMidReply) {
     for (const DemoOptions& options :
          {DemoOptions{.entries = 20'000}, DemoOptions{.entries = 2'000, .chunkBytes = 16},
@@ -127,29 +97,6 @@ TEST(DemoServer, SurvivesAClientThatVanishesInMidReply) {
     }
 }
 
-TEST(DemoServer, AnswersOthersWhileOneDoesNotRead) {
-    const auto server = startServer();
-    Client slow(*server);
-    ASSERT_TRUE(slow.logIn());
-    slow.stopReading();
-    constexpr int count = 6000;
-    for (int i = 0; i < count; ++i) {
-        slow.send("STAT -a /pub\r\n");
-    }
-    slow.send("QUIT\r\n");
-    Client other(*server);
-    EXPECT_TRUE(other.logIn());
-    slow.startReading();
-    EXPECT_TRUE(slow.waitForClose());
-    int replies = 0;
-    for (std::size_t at = 0; (at = slow.received.find("211 End of Status\r\n", at)) != std::string::npos;
-         ++at) {
-        ++replies;
-    }
-    EXPECT_EQ(replies, count);
-    EXPECT_TRUE(slow.received.ends_with("221 Goodbye.\r\n"));
-}
-
 TEST(DemoServer, AnswersRubbishOnceALineAndGoesOn) {
     const auto server = startServer();
     Client client(*server);
@@ -159,14 +106,6 @@ TEST(DemoServer, AnswersRubbishOnceALineAndGoesOn) {
     EXPECT_EQ(
         client.received.substr(0, client.received.find("331 ")),
         "220 Corvel demo server ready.\r\n500 Command line too long.\r\n500 Command not understood.\r\n");
-}
-
-TEST(DemoServer, SaysWhenThePortIsTaken) {
-    const auto server = startServer();
-    DemoServer second({.port = server->port()});
-    EXPECT_FALSE(second.listen());
-    EXPECT_FALSE(second.errorText().isEmpty());
-    EXPECT_EQ(second.port(), 0);
 }
 
 TEST(DemoServer, TurnsClientsAwayPastItsLimit) {

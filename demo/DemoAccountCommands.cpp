@@ -1,4 +1,4 @@
-#include "demo/DemoHandlers.h"
+#include "demo/DemoCommands.h"
 #include "demo/DemoProperties.h"
 #include "demo/DemoWords.h"
 

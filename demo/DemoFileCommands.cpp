@@ -1,6 +1,5 @@
 #include "common/Text.h"
-#include "demo/DemoHandlers.h"
-#include "demo/DemoHiding.h"
+#include "demo/DemoCommands.h"
 #include "demo/DemoListing.h"
 #include "demo/DemoWords.h"
 

@@ -1,5 +1,5 @@
 #include "common/Text.h"
-#include "demo/DemoHandlers.h"
+#include "demo/DemoCommands.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #include "demo/DemoAccounts.h"
 
-#include "demo/DemoAccountContents.h"
+#include "demo/DemoContents.h"
 #include "demo/DemoProperties.h"
 #include "demo/DemoWords.h"
 

@@ -2,7 +2,6 @@
 
 #include "common/Text.h"
 #include "demo/DemoContents.h"
-#include "demo/DemoHandlers.h"
 #include "demo/DemoWords.h"
 
 #include <algorithm>

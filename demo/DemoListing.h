@@ -1,9 +1,11 @@
 #pragma once
 
+#include "demo/DemoAccounts.h"
 #include "demo/DemoTree.h"
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace corvel {
 
@@ -25,5 +27,16 @@ using ListingFilter = std::function<bool(const TreeNode&)>;
 // are left out.
 std::string directoryLines(const TreeNode& directory, const TreeNode& parent, bool withDots,
                            const ListingFilter& isShown);
+
+// A hidden directory carries a text of words that says whom it is shown to: "-" and a user's name, "=" and a
+// group's name, or letters and digits of which the user's flags must hold one. Its owner and master users see
+// it always.
+
+// Why the words say nothing that can be: no words at all, an unknown user or group, bad flags. Empty when
+// they do.
+Problem hidingProblem(const DemoAccounts& accounts, std::string_view hidingWords);
+
+// Whether a listing for the user shows the directory.
+bool isShownTo(const DemoAccounts& accounts, const DemoUser& user, const TreeNode& directory);
 
 } // namespace corvel
