@@ -45,8 +45,7 @@ ChangeUserGroupsForm changeUserGroupsForm(const clsUser& user, const GroupTable&
     return form;
 }
 
-std::vector<Command> changeUserGroupsCommands(const clsUser& user, const ChangeUserGroupsForm& form,
-                                              int index) {
+std::vector<Command> changeUserGroupsCommands(const clsUser& user, const ChangeUserGroupsForm& form) {
     std::vector<Command> commands;
     std::string toggled;
     for (const std::string& name : changedNames(form.lstGroups, form.sGroupMarker)) {
@@ -58,7 +57,6 @@ std::vector<Command> changeUserGroupsCommands(const clsUser& user, const ChangeU
     for (const std::string& name : changedNames(form.lstGAdmin, form.sGadminMarker)) {
         commands.push_back(userChange("SITE change " + user.sName + " admingroup " + name));
     }
-    commands.push_back(userFileCommand(user.iUID, index));
     return commands;
 }
 

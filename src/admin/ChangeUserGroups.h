@@ -20,9 +20,8 @@ struct ChangeUserGroupsForm {
 
 ChangeUserGroupsForm changeUserGroupsForm(const clsUser& user, const GroupTable& groups);
 
-// What OK sends for user, at index in the table: one toggle for all changed groups together, one for each
-// group whose administrator changed, and a request for the userfile.
-std::vector<Command> changeUserGroupsCommands(const clsUser& user, const ChangeUserGroupsForm& form,
-                                              int index);
+// What OK sends for user: one toggle for all changed groups together, and one for each group whose
+// administrator changed.
+std::vector<Command> changeUserGroupsCommands(const clsUser& user, const ChangeUserGroupsForm& form);
 
 } // namespace corvel

@@ -29,10 +29,9 @@ std::optional<std::string> copyUserProblem(const CopyUserForm& form, const UserT
     return std::nullopt;
 }
 
-std::vector<Command> copyUserCommands(const CopyUserForm& form) {
-    return {
-        userChange("SITE CorvelExt copyuser " + form.txtSourceUID + " " + withoutBlanks(form.txtNewUsername)),
-        userTableCommand()};
+Command copyUserCommand(const CopyUserForm& form) {
+    return userChange("SITE CorvelExt copyuser " + form.txtSourceUID + " " +
+                      withoutBlanks(form.txtNewUsername));
 }
 
 } // namespace corvel

@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace corvel {
 
@@ -29,7 +28,7 @@ std::string withoutBlanks(std::string_view name);
 // What is wrong with the new name, blanks removed, as a message; nothing where the copy can be made.
 std::optional<std::string> copyUserProblem(const CopyUserForm& form, const UserTable& users);
 
-// Makes the copy and asks for the user table; form has no problem.
-std::vector<Command> copyUserCommands(const CopyUserForm& form);
+// Makes the copy; form has no problem.
+Command copyUserCommand(const CopyUserForm& form);
 
 } // namespace corvel

@@ -38,7 +38,7 @@ GroupForm InfoToForm(const clsGroup& group, const UserTable& users) {
     return form;
 }
 
-std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& form, int index) {
+std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& form) {
     std::vector<Command> commands;
     const std::string change = "SITE change " + group.sName + " ";
     if (leadingNumber(form.txtGroupGroupslots) != group.iGroupSlots ||
@@ -55,7 +55,6 @@ std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& f
     if (form.txtGroupname != group.sName) {
         commands.push_back(groupChange("SITE grpren " + group.sName + " " + form.txtGroupname));
     }
-    commands.push_back(groupFileCommand(group.iGID, index));
     return commands;
 }
 

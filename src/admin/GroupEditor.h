@@ -32,8 +32,7 @@ struct GroupForm {
 // The editor as it shows group; users is the user table of the same site.
 GroupForm InfoToForm(const clsGroup& group, const UserTable& users);
 
-// What Save sends for group, the record at index in the table: one command for each difference, all under the
-// record's name, then a request for the groupfile.
-std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& form, int index);
+// What Save sends for group: one command for each difference, all under the record's name.
+std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& form);
 
 } // namespace corvel

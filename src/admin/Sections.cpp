@@ -18,7 +18,7 @@ SectionsForm sectionsForm(std::span<const UserSectionRow> rows) {
 }
 
 std::vector<Command> saveSectionsCommands(const clsUser& user, std::span<const UserSectionRow> rows,
-                                          const SectionsForm& form, int index) {
+                                          const SectionsForm& form) {
     std::vector<Command> commands;
     const std::string change = "SITE change " + user.sName + " ";
     for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -30,9 +30,6 @@ std::vector<Command> saveSectionsCommands(const clsUser& user, std::span<const U
             commands.push_back(userChange(change + "credits " + creditsOfMegabytes(form.txtCredits[i]) + " " +
                                           rows[i].sSection));
         }
-    }
-    if (!commands.empty()) {
-        commands.push_back(userFileCommand(user.iUID, index));
     }
     return commands;
 }

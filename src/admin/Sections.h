@@ -18,10 +18,9 @@ struct SectionsForm {
 
 SectionsForm sectionsForm(std::span<const UserSectionRow> rows);
 
-// What Save sends for user, the record at index in the table: for each row a command for a ratio and for
-// credits whose text changed, then a request for the userfile. Nothing where no text changed. form has an
-// element for each row.
+// What Save sends for user: for each row a command for a ratio and for credits whose text changed. form has
+// an element for each row.
 std::vector<Command> saveSectionsCommands(const clsUser& user, std::span<const UserSectionRow> rows,
-                                          const SectionsForm& form, int index);
+                                          const SectionsForm& form);
 
 } // namespace corvel

@@ -24,24 +24,26 @@ Command groupTableCommand() {
     return {"SITE CorvelExt grouptable", true, handler::groupTable, 0};
 }
 
-Command userFileCommand(std::int16_t uid, int index) {
-    return {"SITE CorvelExt userfile " + std::to_string(uid), true, handler::userFile, tagOf(index)};
+Command userFileCommand(const UserTable& users, std::int16_t uid) {
+    return {"SITE CorvelExt userfile " + std::to_string(uid), true, handler::userFile,
+            tagOf(FindUserIndexByUID(users, uid)), uid};
 }
 
-Command groupFileCommand(std::int16_t gid, int index) {
-    return {"SITE CorvelExt groupfile " + std::to_string(gid), true, handler::groupFile, tagOf(index)};
+Command groupFileCommand(const GroupTable& groups, std::int16_t gid) {
+    return {"SITE CorvelExt groupfile " + std::to_string(gid), true, handler::groupFile,
+            tagOf(FindGroupIndexByGID(groups, gid)), gid};
 }
 
 std::optional<Command> openUserCommand(const UserTable& users, std::int16_t uid) {
     const int index = FindUserIndexByUID(users, uid);
     const bool isKnown = index > -1 && users[static_cast<std::size_t>(index)].got_info;
-    return isKnown ? std::nullopt : std::optional(userFileCommand(uid, index));
+    return isKnown ? std::nullopt : std::optional(userFileCommand(users, uid));
 }
 
 std::optional<Command> openGroupCommand(const GroupTable& groups, std::int16_t gid) {
     const int index = FindGroupIndexByGID(groups, gid);
     const bool isKnown = index > -1 && groups[static_cast<std::size_t>(index)].got_info;
-    return isKnown ? std::nullopt : std::optional(groupFileCommand(gid, index));
+    return isKnown ? std::nullopt : std::optional(groupFileCommand(groups, gid));
 }
 
 std::string deleteUserQuestion(std::string_view userName, std::string_view groupName) {

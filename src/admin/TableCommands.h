@@ -15,10 +15,10 @@ namespace corvel {
 Command userTableCommand();
 Command groupTableCommand();
 
-// Asks for the details of the record with the id; index is its place in the table, -1 if it has none there. A
-// place that no tag can hold counts as none, so that its reply is reported instead of filling another record.
-Command userFileCommand(std::int16_t uid, int index);
-Command groupFileCommand(std::int16_t gid, int index);
+// Asks for the details of the record with the id. The tag is its place in the table, -1 where it has none or
+// one that no tag can hold.
+Command userFileCommand(const UserTable& users, std::int16_t uid);
+Command groupFileCommand(const GroupTable& groups, std::int16_t gid);
 
 // What a click on the row with the id sends: nothing where the table's record has its details already.
 std::optional<Command> openUserCommand(const UserTable& users, std::int16_t uid);

@@ -64,8 +64,8 @@ std::optional<std::string> masterQuestion(std::string_view oldFlags, std::string
 }
 
 // A rename goes out before limits and logins, which still name the account as it was: the server is told in
-// the order in which its administrators expect it, and the userfile at the end shows what became of it.
-std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form, bool sendFlags, int index) {
+// the order in which its administrators expect it, and the userfile read behind it shows what became of it.
+std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form, bool sendFlags) {
     std::vector<Command> commands;
     const std::string change = "SITE change " + user.sName + " ";
     if (sendFlags && form.txtUserFlags != user.sFlags) {
@@ -84,16 +84,15 @@ std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form,
         commands.push_back(userChange(change + "speedlimit " + form.txtUserBwDn + " " + form.txtUserBwUp));
     }
     appendLogins(commands, user, form);
-    commands.push_back(userFileCommand(user.iUID, index));
     return commands;
 }
 
-std::vector<Command> addMaskCommands(const clsUser& user, const UserForm& form, int index) {
-    return {userChange("SITE addip " + user.sName + " " + form.txtUserIP), userFileCommand(user.iUID, index)};
+Command addMaskCommand(const clsUser& user, const UserForm& form) {
+    return userChange("SITE addip " + user.sName + " " + form.txtUserIP);
 }
 
-std::vector<Command> deleteMaskCommands(const clsUser& user, const UserForm& form, int index) {
-    return {userChange("SITE delip " + user.sName + " " + form.txtUserIP), userFileCommand(user.iUID, index)};
+Command deleteMaskCommand(const clsUser& user, const UserForm& form) {
+    return userChange("SITE delip " + user.sName + " " + form.txtUserIP);
 }
 
 std::optional<PasswordPrompt> passwordPrompt(const UserForm& form) {
@@ -104,13 +103,8 @@ std::optional<PasswordPrompt> passwordPrompt(const UserForm& form) {
                           "Enter new password for " + form.txtUserName + "@" + form.txtUserGroup};
 }
 
-std::vector<Command> passwordCommands(const clsUser& user, const UserForm& form, std::string_view password,
-                                      int index) {
-    if (form.txtUserName.empty() || password.empty()) {
-        return {};
-    }
-    return {userChange("SITE change " + form.txtUserName + " passwd " + std::string(password)),
-            userFileCommand(user.iUID, index)};
+Command passwordCommand(const UserForm& form, std::string_view password) {
+    return userChange("SITE change " + form.txtUserName + " passwd " + std::string(password));
 }
 
 } // namespace corvel

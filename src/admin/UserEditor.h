@@ -10,8 +10,8 @@
 
 namespace corvel {
 
-// What the user editor's buttons send. user is the record of the account in the table, index its place there;
-// every change names the account as the record does, and ends with a request for its userfile.
+// What the user editor's buttons send. user is the record of the account in the table; a change names the
+// account as the record does. Whoever sends it has the userfile read behind it.
 
 // The question that a change of flags needs where one of the two has the Master flag; its default answer is
 // no. Nothing where the flags are the same or neither has it.
@@ -19,11 +19,11 @@ std::optional<std::string> masterQuestion(std::string_view oldFlags, std::string
 
 // One command for each difference between form and user. sendFlags: whether changed flags may go out, the
 // answer to masterQuestion or true where it asks nothing.
-std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form, bool sendFlags, int index);
+std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form, bool sendFlags);
 
 // Adds the mask in txtUserIP to the account, or takes it away.
-std::vector<Command> addMaskCommands(const clsUser& user, const UserForm& form, int index);
-std::vector<Command> deleteMaskCommands(const clsUser& user, const UserForm& form, int index);
+Command addMaskCommand(const clsUser& user, const UserForm& form);
+Command deleteMaskCommand(const clsUser& user, const UserForm& form);
 
 // The title and prompt of the box that asks for a new password; nothing where no name is shown.
 struct PasswordPrompt {
@@ -32,9 +32,8 @@ struct PasswordPrompt {
 };
 std::optional<PasswordPrompt> passwordPrompt(const UserForm& form);
 
-// Sets the password that was typed into that box for the account named in txtUserName; an empty password
-// sends nothing. The password goes out in clear.
-std::vector<Command> passwordCommands(const clsUser& user, const UserForm& form, std::string_view password,
-                                      int index);
+// Sets the password that was typed into that box, and is not empty, for the account named in txtUserName. The
+// password goes out in clear.
+Command passwordCommand(const UserForm& form, std::string_view password);
 
 } // namespace corvel

@@ -1,7 +1,5 @@
 #include "app/AccountReplies.h"
 
-#include "common/Numbers.h"
-
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -26,22 +24,13 @@ void takeTable(const ReplyServices& services, const Reply& reply, TableReply<std
     }
 }
 
-// Where the record that the command asked about is now: a reload may have overtaken the request and moved it
-// away from the place that the command carries. -1 where the table does not have it any more.
+// Where the record that the command asked about is now: a reload may have moved it. -1 where the table does
+// not have it any more.
 template <typename Record>
 int askedPlace(const Reply& reply, const std::vector<Record>& table, std::int16_t Record::*id) {
-    if (isPlaceholder(table.front())) {
-        return -1;
-    }
-    const int tag = reply.session.iCurTag;
-    const int place = tag >= 0 && static_cast<std::size_t>(tag) < table.size() ? tag : -1;
-    const std::string& command = reply.session.sCurCommand;
-    const std::string_view asked = std::string_view(command).substr(command.rfind(' ') + 1);
-    const std::optional<std::int16_t> askedId = tryInt16(asked);
-    if (!isNumber(asked) || (place >= 0 && askedId == table[static_cast<std::size_t>(place)].*id)) {
-        return place;
-    }
-    const auto found = askedId ? std::ranges::find(table, *askedId, id) : table.end();
+    const auto found = isPlaceholder(table.front()) || !reply.command.recordId
+                           ? table.end()
+                           : std::ranges::find(table, *reply.command.recordId, id);
     return found == table.end() ? -1 : static_cast<int>(found - table.begin());
 }
 

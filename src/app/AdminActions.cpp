@@ -143,15 +143,15 @@ int AdminActions::editedGroup(int site, std::string_view txtGroupGID) const {
 
 void AdminActions::reloadUserfile(int site) {
     if (const int index = currentUser(site); index >= 0) {
-        const clsUser& user = at(sites_, site).session.Users[static_cast<std::size_t>(index)];
-        channel_.SendCommand(site, userFileCommand(user.iUID, index));
+        const UserTable& users = at(sites_, site).session.Users;
+        channel_.SendCommand(site, userFileCommand(users, users[static_cast<std::size_t>(index)].iUID));
     }
 }
 
 void AdminActions::reloadGroupfile(int site) {
     if (const int index = currentGroup(site); index >= 0) {
-        const clsGroup& group = at(sites_, site).session.Groups[static_cast<std::size_t>(index)];
-        channel_.SendCommand(site, groupFileCommand(group.iGID, index));
+        const GroupTable& groups = at(sites_, site).session.Groups;
+        channel_.SendCommand(site, groupFileCommand(groups, groups[static_cast<std::size_t>(index)].iGID));
     }
 }
 
@@ -180,7 +180,7 @@ void AdminActions::saveUser(int site, const UserForm& form, bool sendFlags) {
     }
     const clsUser& user = at(sites_, site).session.Users[static_cast<std::size_t>(index)];
     if (user.got_info) {
-        send(site, saveUserCommands(user, form, sendFlags, index));
+        changeUser(site, user.iUID, saveUserCommands(user, form, sendFlags));
     }
 }
 
@@ -191,21 +191,21 @@ void AdminActions::saveGroup(int site, const GroupForm& form) {
     }
     const clsGroup& group = at(sites_, site).session.Groups[static_cast<std::size_t>(index)];
     if (group.got_info) {
-        send(site, saveGroupCommands(group, form, index));
+        changeGroup(site, group.iGID, saveGroupCommands(group, form));
     }
 }
 
 void AdminActions::addMask(int site, const UserForm& form) {
     if (const int index = editedUser(site, form.txtUserUID); index >= 0) {
         const clsUser& user = at(sites_, site).session.Users[static_cast<std::size_t>(index)];
-        send(site, addMaskCommands(user, form, index));
+        changeUser(site, user.iUID, {addMaskCommand(user, form)});
     }
 }
 
 void AdminActions::deleteMask(int site, const UserForm& form) {
     if (const int index = editedUser(site, form.txtUserUID); index >= 0) {
         const clsUser& user = at(sites_, site).session.Users[static_cast<std::size_t>(index)];
-        send(site, deleteMaskCommands(user, form, index));
+        changeUser(site, user.iUID, {deleteMaskCommand(user, form)});
     }
 }
 
@@ -224,14 +224,27 @@ void AdminActions::resetPassword(int site, const UserForm& form) {
     prompts_.AskPassword(
         prompt->sTitle, prompt->sPrompt, [this, site, form](std::optional<std::string> answer) {
             const int index = editedUser(site, form.txtUserUID);
-            if (!answer || index < 0) {
+            if (!answer || answer->empty() || index < 0) {
                 return;
             }
             const SiteSession& session = at(sites_, site).session;
-            const std::string password = fromUtf8(*answer, session.encoding).value_or(*answer);
-            send(site,
-                 passwordCommands(session.Users[static_cast<std::size_t>(index)], form, password, index));
+            changeUser(site, session.Users[static_cast<std::size_t>(index)].iUID,
+                       {passwordCommand(form, fromUtf8(*answer, session.encoding).value_or(*answer))});
         });
+}
+
+void AdminActions::changeUser(int site, std::int16_t uid, std::vector<Command> changes) {
+    changes.push_back(userFileCommand(at(sites_, site).session.Users, uid));
+    send(site, changes);
+}
+
+void AdminActions::changeGroup(int site, std::int16_t gid, std::vector<Command> changes) {
+    changes.push_back(groupFileCommand(at(sites_, site).session.Groups, gid));
+    send(site, changes);
+}
+
+void AdminActions::copyUser(int site, const CopyUserForm& form) {
+    send(site, {copyUserCommand(form), userTableCommand()});
 }
 
 void AdminActions::send(int site, const std::vector<Command>& commands) {
@@ -270,7 +283,7 @@ std::string AdminActions::batchProgress(int site) const {
 
 bool AdminActions::isRunning(int site, bool (*isMeant)(std::int32_t handler)) const {
     const SiteSession& session = at(sites_, site).session;
-    const bool isOutstanding = session.bAwaitingReply && isMeant(session.iCurHandler);
+    const bool isOutstanding = session.bAwaitingReply && isMeant(session.current.iHandler);
     return isOutstanding || std::ranges::any_of(session.CommandQueue, [isMeant](const Command& slot) {
                return !slot.sCommand.empty() && isMeant(slot.iHandler);
            });

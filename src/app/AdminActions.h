@@ -1,5 +1,6 @@
 #pragma once
 
+#include "admin/CopyUser.h"
 #include "admin/GroupEditor.h"
 #include "admin/Sequence.h"
 #include "admin/UserForm.h"
@@ -58,8 +59,11 @@ class AdminActions {
     void deleteMask(int site, const UserForm& form);
     void resetPassword(int site, const UserForm& form);
 
-    // Queues what a dialog made, in its order.
-    void send(int site, const std::vector<Command>& commands);
+    // Sends the changes that an editor or a dialog made to a record, in their order, and has its details (of
+    // a copy, the table) read again behind them.
+    void changeUser(int site, std::int16_t uid, std::vector<Command> changes);
+    void changeGroup(int site, std::int16_t gid, std::vector<Command> changes);
+    void copyUser(int site, const CopyUserForm& form);
 
     // Starts a sequence. While another one runs on the site it says so and starts nothing: false.
     bool startSequence(int site, const CommandSequence& sequence);
@@ -68,6 +72,7 @@ class AdminActions {
 
   private:
     void saveUser(int site, const UserForm& form, bool sendFlags);
+    void send(int site, const std::vector<Command>& commands);
     bool isRunning(int site, bool (*isMeant)(std::int32_t handler)) const;
 
     Sites& sites_;

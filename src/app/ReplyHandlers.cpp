@@ -23,7 +23,7 @@ void consoleOnly(const ReplyServices& /*services*/, const Reply& /*reply*/) {}
 // A navigation runs CWD, then STAT -a, then PWD: each reply asks for the next.
 void browserChain(const ReplyServices& services, const Reply& reply) {
     SiteSession& session = reply.session;
-    switch (recogniseBrowserReply(session.sCurCommand, reply.lines, reply.code)) {
+    switch (recogniseBrowserReply(reply.command.sCommand, reply.lines, reply.code)) {
     case BrowserReply::cwdSucceeded:
         services.channel.SendCommand(reply.site, listCommand());
         return;
@@ -35,7 +35,7 @@ void browserChain(const ReplyServices& services, const Reply& reply) {
     case BrowserReply::directoryUnknown:
         return;
     case BrowserReply::listing:
-        session.listing = ParseDirectoryListing(listingLines(session.sCurCommand, reply.lines, reply.code),
+        session.listing = ParseDirectoryListing(listingLines(reply.command.sCommand, reply.lines, reply.code),
                                                 {.mergeBlanks = services.settings.listing_merge_blanks});
         session.listingOrder = displayOrder(session.listing, session.browserSort, session.encoding);
         session.browserRow = -1;
@@ -56,7 +56,7 @@ void whoReply(const ReplyServices& services, const Reply& reply) {
 }
 
 void chattrReply(const ReplyServices& services, const Reply& reply) {
-    reply.session.chattrAnswer = {.sQuery = reply.session.sCurCommand,
+    reply.session.chattrAnswer = {.sQuery = reply.command.sCommand,
                                   .txtCurrent = std::string(chattrText(reply.lines.front())),
                                   .isRefused = !isSuccess(reply)};
     services.views.chattrAnswered(reply.site);
@@ -72,7 +72,7 @@ void toCommandResults(const ReplyServices& services, const Reply& reply) {
 
 // Sends the next line of the sequence; false when it is over, which the command results say.
 bool stepBatch(const ReplyServices& services, const Reply& reply, std::string_view endMarker) {
-    if (services.channel.SendNextBatchLine(reply.site, reply.session.iCurHandler)) {
+    if (services.channel.SendNextBatchLine(reply.site, reply.command.iHandler)) {
         return true;
     }
     services.log.LogCommandResults(reply.site, endMarker);
@@ -82,11 +82,11 @@ bool stepBatch(const ReplyServices& services, const Reply& reply, std::string_vi
 // A sequence whose first command failed is abandoned. False when the sequence has come to its end.
 bool stepAdding(const ReplyServices& services, const Reply& reply, std::string_view endMarker) {
     toCommandResults(services, reply);
-    if (reply.session.iCurTag != stopOnFailure) {
+    if (reply.command.iTag != stopOnFailure) {
         return stepBatch(services, reply, endMarker);
     }
     if (isSuccess(reply)) {
-        services.channel.SendNextBatchLine(reply.site, reply.session.iCurHandler);
+        services.channel.SendNextBatchLine(reply.site, reply.command.iHandler);
     } else {
         reply.session.sBatchLines = {};
     }
@@ -104,7 +104,7 @@ void addGroupStep(const ReplyServices& services, const Reply& reply) {
 }
 
 void batchStep(const ReplyServices& services, const Reply& reply) {
-    if (reply.session.iCurTag != silence) {
+    if (reply.command.iTag != silence) {
         toCommandResults(services, reply);
     }
     stepBatch(services, reply, "-------------[ END ]-[ BATCH COMMAND ]-------------");

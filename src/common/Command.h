@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace corvel {
@@ -25,12 +26,15 @@ inline constexpr std::int32_t batch = 113;
 inline constexpr std::int32_t console = 255;
 } // namespace handler
 
-// A command to send on a control connection, as a value: whoever wants something sent returns these.
+// A command to send on a control connection, as a value: whoever wants something sent returns these, and the
+// reply brings it back.
 struct Command {
     std::string sCommand;                     // the line without its line end, in the server's bytes
     bool bQuiet = true;                       // the console shows neither the command nor its reply
     std::int32_t iHandler = handler::console; // one of the codes above
     std::int16_t iTag = 0; // table index (104, 105), -1 to stop on failure (109, 110) or for silence (113)
+
+    std::optional<std::int16_t> recordId = {}; // the account (group) whose details it asks for; not sent
 
     bool operator==(const Command&) const = default;
 };

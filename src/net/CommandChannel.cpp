@@ -40,7 +40,7 @@ std::string_view lastLine(std::span<const std::string_view> lines) {
 
 void reportProblem(const ReplyServices& services, const Reply& reply, std::string_view problem) {
     services.log.LogConsole(reply.site,
-                            "Reply to \"" + reply.session.sCurCommand + "\": " + std::string(problem));
+                            "Reply to \"" + reply.command.sCommand + "\": " + std::string(problem));
 }
 
 bool CommandChannel::SendCommand(int site, const Command& command) {
@@ -78,11 +78,9 @@ void CommandChannel::SendNext(int site) {
     // The head stays on the slot that is emptied here, so a command that is queued next goes out next.
     session.iQueueHead = static_cast<std::size_t>(slot - session.CommandQueue.data());
     session.bAwaitingReply = true;
-    session.sCurCommand = withoutPassword(slot->sCommand);
-    session.bCurQuiet = slot->bQuiet;
-    session.iCurHandler = slot->iHandler;
-    session.iCurTag = slot->iTag;
-    target.wSock->Send(std::exchange(slot->sCommand, {}) + std::string(lineEnd));
+    session.current = std::exchange(*slot, {});
+    target.wSock->Send(session.current.sCommand + std::string(lineEnd));
+    session.current.sCommand = withoutPassword(session.current.sCommand);
     echo(site);
 }
 
@@ -99,7 +97,7 @@ bool CommandChannel::SendNextBatchLine(int site, std::int32_t handler) {
 
 void CommandChannel::ReplyRouter(int site, std::string_view data) {
     SiteSession& session = at(sites_, site).session;
-    if (!session.bCurQuiet) {
+    if (!session.current.bQuiet) {
         showWholeLines(site, data);
     }
     switch (session.sReplyBuffer.append(data)) {
@@ -126,13 +124,13 @@ const ReplyHandler* CommandChannel::handlerOf(std::int32_t code) const {
 
 void CommandChannel::echo(int site) {
     const SiteSession& session = at(sites_, site).session;
-    const ReplyHandler* const handler = handlerOf(session.iCurHandler);
-    const std::string line = "> " + session.sCurCommand;
+    const ReplyHandler* const handler = handlerOf(session.current.iHandler);
+    const std::string line = "> " + session.current.sCommand;
     switch (handler == nullptr ? Echo::none : handler->echo) {
     case Echo::none:
         return;
     case Echo::console:
-        if (!session.bCurQuiet) {
+        if (!session.current.bQuiet) {
             services_.log.LogConsole(site, line);
         }
         return;
@@ -184,6 +182,7 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
         return;
     }
     dispatch({.site = site,
+              .command = session.current,
               .session = session,
               .lines = lines,
               .lastChunk = lastChunk,
@@ -205,7 +204,7 @@ void CommandChannel::logIn(int site, int code) {
 }
 
 void CommandChannel::dispatch(const Reply& reply) {
-    const ReplyHandler* const handler = handlerOf(reply.session.iCurHandler);
+    const ReplyHandler* const handler = handlerOf(reply.command.iHandler);
     if (handler == nullptr) {
         return;
     }

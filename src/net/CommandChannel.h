@@ -12,10 +12,11 @@ namespace corvel {
 
 class CommandChannel;
 
-// A complete reply on its way to its handler. Everything is borrowed for the time of the call.
+// A complete reply on its way to its handler. What it points to is borrowed for the time of the call.
 struct Reply {
     int site = 0;
-    SiteSession& session; // sCurCommand, iCurHandler and iCurTag name the command it answers
+    Command command; // that it answers, a password masked
+    SiteSession& session;
     std::span<const std::string_view> lines; // split at CR LF; the last one is the empty text behind the end
     std::string_view lastChunk;              // the bytes that completed it
     std::string_view lastLine;               // the last one that is not empty

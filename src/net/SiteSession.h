@@ -36,11 +36,8 @@ struct SiteSession {
     std::array<Command, queueSlots> CommandQueue;
     std::size_t iQueueHead = 0; // where the sender looks first
 
-    // The command last sent (a password is masked). They survive the end of a connection.
-    std::string sCurCommand;
-    bool bCurQuiet = false;
-    std::int32_t iCurHandler = 0;
-    std::int16_t iCurTag = 0;
+    // The command last sent (a password is masked). It survives the end of a connection.
+    Command current{.bQuiet = false, .iHandler = 0};
 
     BatchLines sBatchLines;
     std::string sCwd = "/"; // the browser's current remote directory

@@ -25,7 +25,7 @@ inline Texts written(const std::vector<Command>& commands) {
     return texts;
 }
 
-// The account of the tests: uid 7, its record at index 3 of some table.
+// The account of the tests.
 inline clsUser bob() {
     clsUser user;
     user.iUID = 7;
@@ -37,7 +37,6 @@ inline clsUser bob() {
         "200-credits | 1536 | -1 | 1023.9999 | 2048 | 0 | 0 | 0 | 0 | 0 | -1024"});
     return user;
 }
-inline constexpr const char* bobReload = "104 quiet tag 3 SITE CorvelExt userfile 7";
 
 inline GroupTable threeGroups() {
     return ParseGroupTable(1, Lines{"p | 1 | staff | 2", "p | 2 | guests | 0", "p | 3 | crew | 12"}).table;

@@ -89,24 +89,26 @@ TEST(ListRows, ASecondClickOnAHeaderFlips) {
 }
 
 TEST(TableCommands, AreWhatTheServerKnows) {
+    const UserTable users = ParseUserTable(1, Lines{"p | 5 | a | g | 3", "p | -7 | bob | g | 3"}).table;
     EXPECT_EQ(
         written({userTableCommand(), groupTableCommand(), deleteUserCommand("bob"),
-                 deleteGroupCommand("staff"), userFileCommand(-7, 32767), userFileCommand(7, 32768),
-                 groupFileCommand(3, -1)}),
+                 deleteGroupCommand("staff"), userFileCommand(users, -7), userFileCommand(users, 7),
+                 groupFileCommand(threeGroups(), 3)}),
         (Texts{"102 quiet SITE CorvelExt usertable", "103 quiet SITE CorvelExt grouptable",
-               "107 SITE DELUSER bob", "106 SITE GRPDEL staff",
-               "104 quiet tag 32767 SITE CorvelExt userfile -7", "104 quiet tag -1 SITE CorvelExt userfile 7",
-               "105 quiet tag -1 SITE CorvelExt groupfile 3"}));
+               "107 SITE DELUSER bob", "106 SITE GRPDEL staff", "104 quiet tag 1 SITE CorvelExt userfile -7",
+               "104 quiet tag -1 SITE CorvelExt userfile 7", "105 quiet tag 2 SITE CorvelExt groupfile 3"}));
+    UserTable behind(32769, users[0]);
+    behind.back().iUID = 6;
+    EXPECT_EQ(userFileCommand(behind, 6), (Command{"SITE CorvelExt userfile 6", true, 104, -1, 6}));
 }
 
 TEST(TableCommands, ARowIsAskedForOnce) {
     UserTable users = ParseUserTable(1, Lines{"p | 5 | a | g | 3", "p | 7 | bob | g | 3"}).table;
-    EXPECT_EQ(openUserCommand(users, 7), userFileCommand(7, 1));
-    EXPECT_EQ(openUserCommand(users, 8), userFileCommand(8, -1));
+    EXPECT_EQ(openUserCommand(users, 7), userFileCommand(users, 7));
     users[1].ParseUserFile({});
     EXPECT_FALSE(openUserCommand(users, 7));
     GroupTable groups = threeGroups();
-    EXPECT_EQ(openGroupCommand(groups, 2), groupFileCommand(2, 1));
+    EXPECT_EQ(openGroupCommand(groups, 2), groupFileCommand(groups, 2));
     groups[1].ParseGroupFile({});
     EXPECT_FALSE(openGroupCommand(groups, 2));
 }

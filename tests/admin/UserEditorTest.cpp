@@ -43,13 +43,11 @@ TEST(UserEditor, AsksBeforeTheMasterFlagChanges) {
     EXPECT_FALSE(masterQuestion("3", "3m"));
 }
 
-// What is sent for the form of bob with one change, before the reload.
+// What is sent for the form of bob with one change.
 void expectSaved(const char* name, const Texts& commands, void (*edit)(UserForm&)) {
     UserForm form = InfoToForm(bob(), threeGroups());
     edit(form);
-    Texts expected = commands;
-    expected.emplace_back(bobReload);
-    EXPECT_EQ(written(saveUserCommands(bob(), form, true, 3)), expected) << name;
+    EXPECT_EQ(written(saveUserCommands(bob(), form, true)), commands) << name;
 }
 
 TEST(UserEditor, SavesWhatDiffersAndNothingElse) {
@@ -95,7 +93,7 @@ TEST(ChangeUserGroups, ANameInsideAnotherIsAnotherName) {
     const GroupTable groups =
         ParseGroupTable(1, Lines{"p | 1 | staff | 0", "p | 2 | sta | 0", "p | 4 | ff | 0"}).table;
     const ChangeUserGroupsForm form = changeUserGroupsForm(bob(), groups);
-    EXPECT_EQ(written(changeUserGroupsCommands(bob(), form, 3)), Texts{bobReload});
+    EXPECT_EQ(written(changeUserGroupsCommands(bob(), form)), Texts{});
 }
 
 } // namespace

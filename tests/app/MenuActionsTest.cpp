@@ -81,7 +81,7 @@ TEST(MenuActions, ConnectionsAreNamedAsTheListShowsThem) {
 TEST(MenuActions, FtpSendsNamesInTheServersBytes) {
     Choosing program;
     EXPECT_EQ(program.run(program.itemFor(directoryRow).command), (Texts{"site wipe gr\xF6\xDF\x65"}));
-    EXPECT_EQ(program.session(1).iCurHandler, handler::menuFtp);
+    EXPECT_EQ(program.session(1).current.iHandler, handler::menuFtp);
     EXPECT_EQ(program.commandResults(1), "> site wipe gr\xC3\xB6\xC3\x9F\x65\r\n");
     program.answer({send("200 done\r\n")}, "done");
     EXPECT_EQ(program.run(program.itemFor(fileRow).command),
@@ -100,8 +100,8 @@ TEST(MenuActions, ChattrAsksForDirectoriesAndThenOpensItsDialog) {
     }
     program.main.browser().selectRow(1, directoryRow);
     EXPECT_EQ(program.run("chattr"), (Texts{"site chattr +h \"gr\xF6\xDF\x65\""}));
-    EXPECT_EQ(program.session(1).iCurHandler, handler::chattrQuery);
-    EXPECT_TRUE(program.session(1).bCurQuiet);
+    EXPECT_EQ(program.session(1).current.iHandler, handler::chattrQuery);
+    EXPECT_TRUE(program.session(1).current.bQuiet);
     EXPECT_EQ(program.views.calls, (Texts{"dialogWanted 1 1"}));
 }
 

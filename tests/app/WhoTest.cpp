@@ -35,9 +35,7 @@ TEST(Who, IsAskedOnlyByAnIdleLoginThatIsNotFrozen) {
     program.main.tmrRefreshWho_Timer(1, false);
     program.main.tmrRefreshWho_Timer(1, false);
     EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"SITE CorvelExt who"});
-    EXPECT_EQ(program.session(1).iCurHandler, handler::who);
-    EXPECT_EQ(program.session(1).iCurTag, 0);
-    EXPECT_TRUE(program.session(1).bCurQuiet);
+    EXPECT_EQ(program.session(1).current, (Command{"SITE CorvelExt who", true, handler::who, 0}));
 }
 
 TEST(Who, FillsTheRowsHoweverTheReplyIsCut) {

@@ -28,8 +28,8 @@ TEST(Connection, ResetsAllButWhatOutlivesAConnection) {
         EXPECT_TRUE(slot.sCommand.empty());
     }
     EXPECT_TRUE(session.sReplyBuffer.text().empty());
-    EXPECT_EQ(session.sCurCommand, "loud");
-    EXPECT_FALSE(session.bCurQuiet);
+    EXPECT_EQ(session.current.sCommand, "loud");
+    EXPECT_FALSE(session.current.bQuiet);
     EXPECT_EQ(session.sConsolePartial, "211-half a reply");
 }
 

@@ -64,7 +64,7 @@ TEST_F(Groups, NameTheirMembersAsTheUserTableDoes) {
     EXPECT_EQ(member(2), u"Yes"_s);
     driver_->setText("txtGroupVFS", u"/typed"_s);
     AdminActions& admin = driver_->window->program().admin();
-    admin.send(1, {{"SITE renuser bob robert"}});
+    admin.changeUser(1, 3, {{"SITE renuser bob robert"}});
     admin.reloadUsers(1);
     EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && member(1) == u"robert"_s; }));
     EXPECT_EQ(driver_->text("txtGroupVFS"), u"/typed"_s);

@@ -61,7 +61,7 @@ void openCopyUser(mdlMain& program, int site, int index, QWidget* parent) {
         [&program, &session, site](const CopyUserForm& form) {
             std::optional<std::string> problem = copyUserProblem(form, session.Users);
             if (!problem) {
-                program.admin().send(site, copyUserCommands(form));
+                program.admin().copyUser(site, form);
             }
             return problem;
         },

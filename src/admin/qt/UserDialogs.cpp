@@ -5,6 +5,9 @@
 #include "admin/qt/frmUserSections.h"
 #include "admin/Sections.h"
 
+#include <utility>
+#include <vector>
+
 namespace corvel {
 
 namespace {
@@ -26,7 +29,7 @@ void openUserGroups(mdlMain& program, int site, int index, QWidget* parent) {
     const auto accept = [&program, &session, site, uid = user.iUID](const ChangeUserGroupsForm& form) {
         const int found = FindUserIndexByUID(session.Users, uid);
         if (found >= 0) {
-            program.admin().send(site, changeUserGroupsCommands(userAt(session, found), form, found));
+            program.admin().changeUser(site, uid, changeUserGroupsCommands(userAt(session, found), form));
         }
     };
     openDialog(new frmChangeUserGroups(
@@ -39,8 +42,12 @@ void openUserSections(mdlMain& program, int site, int index, const UserForm& sho
     const auto accept = [&program, &session, site, uid = user.iUID,
                          rows = shown.lvwUserSections](const SectionsForm& form) {
         const int found = FindUserIndexByUID(session.Users, uid);
-        if (found >= 0) {
-            program.admin().send(site, saveSectionsCommands(userAt(session, found), rows, form, found));
+        if (found < 0) {
+            return;
+        }
+        std::vector<Command> changes = saveSectionsCommands(userAt(session, found), rows, form);
+        if (!changes.empty()) {
+            program.admin().changeUser(site, uid, std::move(changes));
         }
     };
     openDialog(new frmUserSections({user.sName, sectionsForm(shown.lvwUserSections), session.encoding},

@@ -16,7 +16,7 @@ struct Fixture {
     frmCopyUser dialog{{copyUserForm(bob()), TextEncoding::utf8}, [this](const CopyUserForm& form) {
                            std::optional<std::string> problem = copyUserProblem(form, {bob()});
                            if (!problem) {
-                               sent = copyUserCommands(form);
+                               sent = {copyUserCommand(form)};
                            }
                            return problem;
                        }};
@@ -31,7 +31,7 @@ TEST(frmCopyUser, NamesAreCheckedWithoutTheirBlanks) {
         const char* box; // afterwards
         Texts sent;
     };
-    const Texts copied = {"107 SITE CorvelExt copyuser 7 newuser", "102 quiet SITE CorvelExt usertable"};
+    const Texts copied = {"107 SITE CorvelExt copyuser 7 newuser"};
     const std::vector<Row> table = {
         {"blanks", " new user ", "", "newuser", copied},
         {"nothing but blanks", "  ", "Please enter a valid username.", "", {}},
