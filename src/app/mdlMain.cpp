@@ -1,7 +1,6 @@
 #include "app/mdlMain.h"
 
 #include "app/ReplyHandlers.h"
-#include "config/FileAttributes.h"
 #include "config/Files.h"
 
 #include <algorithm>
@@ -10,8 +9,9 @@
 namespace corvel {
 
 mdlMain::mdlMain(Ports ports, std::string directory)
-    : ports_(std::move(ports)), directory_(std::move(directory)), sites_(1),
-      log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
+    : ports_(std::move(ports)), directory_(std::move(directory)),
+      sitesKeeper_(ports_.prompts, ports_.lock, ports_.clock, BuildAppPath("sites.ini", "*", directory_)),
+      sites_(1), log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
       channel_(sites_, connection_, log_, ports_.views, settings_, replyHandlers()),
       browser_(sites_, channel_, ports_.prompts, ports_.views),
       admin_(sites_, channel_, log_, ports_.prompts, ports_.views), menus_({.sites = sites_,
@@ -30,19 +30,13 @@ std::vector<std::string> mdlMain::LoadWindowState() {
 }
 
 std::vector<std::string> mdlMain::LoadSettingsFile() {
-    const std::string path = BuildAppPath("settings.ini", "*", directory_);
-    if (!FileExists(path)) {
-        return {};
-    }
-    SettingsReading reading = parseSettings(ReadAllLines(path));
+    SettingsReading reading = readSettings(BuildAppPath("settings.ini", "*", directory_));
     settings_ = std::move(reading.settings);
     return std::move(reading.problems);
 }
 
-void mdlMain::LoadSites() {
-    SitesReading reading = readSites(BuildAppPath("sites.ini", "*", directory_));
-    isSitesFileUnreadable_ = reading.isUnreadable;
-    for (SiteConfig& config : reading.sites) {
+std::vector<std::string> mdlMain::LoadSites() {
+    for (SiteConfig& config : sitesKeeper_.load()) {
         appendSite(std::move(config));
     }
     for (int site = 1; site <= siteCount(); ++site) {
@@ -50,30 +44,15 @@ void mdlMain::LoadSites() {
             connection_.Connect(site);
         }
     }
+    return sitesKeeper_.problems();
 }
 
 bool mdlMain::SaveSites() {
-    if (isSitesFileUnreadable_) {
-        ports_.prompts.Message("Sites file can't be written: it could not be read when Corvel started");
-        return false;
-    }
     std::vector<SiteConfig> configs;
     for (const Site& site : sites_) {
         configs.push_back(site.config);
     }
-    const SaveResult result =
-        replaceFile(BuildAppPath("sites.ini", "*", directory_), sitesText(configs, platformLineEnd));
-    switch (result.outcome) {
-    case SaveResult::Outcome::saved:
-        break;
-    case SaveResult::Outcome::locked:
-        ports_.prompts.Message("Sites file is locked, can't save it !");
-        break;
-    case SaveResult::Outcome::failed:
-        ports_.prompts.Message("Sites file can't be written: " + result.reason);
-        break;
-    }
-    return result.outcome == SaveResult::Outcome::saved;
+    return sitesKeeper_.save(configs);
 }
 
 void mdlMain::SaveWindowState() {

@@ -3,7 +3,9 @@
 #include "app/AdminActions.h"
 #include "app/BrowserActions.h"
 #include "app/MenuActions.h"
+#include "app/SitesKeeper.h"
 #include "common/ports/Clock.h"
+#include "common/ports/FolderLock.h"
 #include "common/ports/Prompts.h"
 #include "common/ports/Shell.h"
 #include "common/ports/Socket.h"
@@ -11,7 +13,6 @@
 #include "common/ports/Views.h"
 #include "config/Settings.h"
 #include "config/SiteForm.h"
-#include "config/SitesFile.h"
 #include "config/WindowState.h"
 #include "net/CommandChannel.h"
 #include "net/Connection.h"
@@ -33,6 +34,7 @@ struct Ports {
     StateStore& store;
     const Clock& clock;
     Shell& shell;
+    FolderLock& lock; // on the directory
     SocketFactory makeSocket;
 };
 
@@ -47,13 +49,13 @@ class mdlMain {
     mdlMain(const mdlMain&) = delete;
     mdlMain& operator=(const mdlMain&) = delete;
 
-    // Start-up. The first two return what was wrong with stored values, one line each, for the error stream;
-    // the defaults stand in for them.
+    // Start-up. Each returns what was wrong with stored values and with files, one line each, for the person;
+    // defaults stand in for them.
     std::vector<std::string> LoadWindowState();
     std::vector<std::string> LoadSettingsFile();
-    void LoadSites(); // ends by connecting the sites that are marked for it
+    std::vector<std::string> LoadSites(); // ends by connecting the sites that are marked for it
 
-    // Shut-down. SaveSites tells the person when it cannot save, and gives false then. SaveWindowState stores
+    // Shut-down. SaveSites gives false when it tells or asks the person something. SaveWindowState stores
     // windowState() as it is then; its geometry must be that of the window in its normal state.
     bool SaveSites();
     void SaveWindowState();
@@ -108,7 +110,7 @@ class mdlMain {
     std::string directory_;
     WindowState windowState_;
     Settings settings_;
-    bool isSitesFileUnreadable_ = false;
+    SitesKeeper sitesKeeper_;
     Sites sites_;
     int currentSite_ = 0;
 

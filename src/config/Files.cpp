@@ -1,9 +1,8 @@
 #include "config/Files.h"
 
-#include "config/FileAttributes.h"
+#include "config/PlatformFiles.h"
 
 #include <algorithm>
-#include <fstream>
 #include <limits>
 #include <system_error>
 
@@ -62,22 +61,27 @@ bool DeleteFileForce(std::string_view path) {
     return std::filesystem::remove(file, error);
 }
 
-std::optional<std::vector<std::string>> readLines(std::string_view path) {
+FileContent readFile(std::string_view path) {
+    FileContent content;
+    const std::error_code error = readBytes(filePath(path), content.bytes);
+    if (!error) {
+        content.state = FileContent::State::known;
+    } else if (error != std::errc::no_such_file_or_directory) {
+        content = {.state = FileContent::State::unknown, .bytes = {}, .reason = errorText(error)};
+    }
+    return content;
+}
+
+std::vector<std::string> linesOf(std::string_view bytes) {
     std::vector<std::string> lines;
-    if (FileExists(path)) {
-        std::ifstream file(filePath(path), std::ios::binary); // binary: line ends are the same everywhere
-        if (!file.is_open()) {
-            return std::nullopt;
+    while (!bytes.empty()) {
+        const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+        std::string_view line = bytes.substr(0, end);
+        bytes.remove_prefix(std::min(end + 1, bytes.size()));
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
         }
-        for (std::string line; std::getline(file, line);) {
-            if (line.ends_with('\r')) {
-                line.pop_back();
-            }
-            lines.push_back(line);
-        }
-        if (file.bad()) {
-            return std::nullopt;
-        }
+        lines.emplace_back(line);
     }
     if (lines.empty()) {
         lines.emplace_back();
@@ -86,7 +90,7 @@ std::optional<std::vector<std::string>> readLines(std::string_view path) {
 }
 
 std::vector<std::string> ReadAllLines(std::string_view path) {
-    return readLines(path).value_or(std::vector<std::string>(1));
+    return linesOf(readFile(path).bytes);
 }
 
 } // namespace corvel

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,12 +32,25 @@ std::int32_t GetFileLength(std::string_view path);
 // Removes an existing file, a read-only, hidden or system one too. True exactly when it was removed.
 bool DeleteFileForce(std::string_view path);
 
-// The lines of a text file as ReadAllLines gives them; nothing when the file is there but cannot be read to
-// its end.
-std::optional<std::vector<std::string>> readLines(std::string_view path);
+// What stands in a file. A missing file, one with nothing in it and one that cannot be asked are three
+// things.
+struct FileContent {
+    enum class State { missing, unknown, known };
 
-// The lines of a text file, in its bytes and without the line ends (CR LF or LF): N lines give N elements. A
-// missing, an empty and an unreadable file give one empty line.
+    State state = State::missing;
+    std::string bytes;  // of a known file
+    std::string reason; // why a file is unknown, for a person
+
+    bool operator==(const FileContent&) const = default;
+};
+
+// Reads a file to its end.
+FileContent readFile(std::string_view path);
+
+// bytes cut into lines, without the line ends (CR LF or LF): N lines give N elements, no line one empty one.
+std::vector<std::string> linesOf(std::string_view bytes);
+
+// The lines of a text file, in its bytes. A missing, an empty and an unreadable file give one empty line.
 std::vector<std::string> ReadAllLines(std::string_view path);
 
 } // namespace corvel

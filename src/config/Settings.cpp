@@ -5,6 +5,7 @@
 #include "common/Text.h"
 #include "common/TextEncoding.h"
 #include "config/EntryLine.h"
+#include "config/Files.h"
 
 #include <algorithm>
 #include <cmath>
@@ -120,6 +121,18 @@ SettingsReading parseSettings(const std::vector<std::string>& lines) {
         }
     }
     return reading;
+}
+
+SettingsReading readSettings(const std::string& path) {
+    const FileContent content = readFile(path);
+    if (content.state == FileContent::State::unknown) {
+        return {.settings = {}, .problems = {"settings.ini can't be read: " + content.reason}};
+    }
+    if (content.bytes.find('\0') != std::string::npos) { // no key is found in UTF-16
+        return {.settings = {},
+                .problems = {"settings.ini can't be read: it is not in UTF-8, but perhaps in UTF-16"}};
+    }
+    return parseSettings(linesOf(content.bytes));
 }
 
 } // namespace corvel

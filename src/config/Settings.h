@@ -79,8 +79,8 @@ struct Settings {
     bool operator==(const Settings&) const = default;
 };
 
-// Settings, and a line (UTF-8) for the error stream about each value that could not be used; the default, or
-// an earlier value of that key, stands instead.
+// Settings, and a line (UTF-8) for the person about each value that could not be used, or about the file; the
+// default, or an earlier value of that key, stands instead.
 struct SettingsReading {
     Settings settings;
     std::vector<std::string> problems;
@@ -93,5 +93,8 @@ std::string normalizedColor(std::string_view value);
 // lines: of a settings.ini, UTF-8 or, where they are not valid UTF-8 as a whole, Windows-1252. Lines and keys
 // that it does not know are passed over.
 SettingsReading parseSettings(const std::vector<std::string>& lines);
+
+// Reads the settings.ini at path (UTF-8); without one, every setting keeps its default.
+SettingsReading readSettings(const std::string& path);
 
 } // namespace corvel

@@ -3,12 +3,9 @@
 #include "common/Errors.h"
 #include "common/Numbers.h"
 #include "config/EntryLine.h"
-#include "config/FileAttributes.h"
-#include "config/Files.h"
 
 #include <algorithm>
 #include <array>
-#include <system_error>
 
 namespace corvel {
 
@@ -93,44 +90,12 @@ std::string oneLine(std::string value) {
     return value;
 }
 
-// Where the new text is put together, and where it waits, whole, for the old file to go. Only the second
-// one can be trusted after a crash.
-std::string partialPath(const std::string& path) {
-    return path + ".part";
-}
-
-std::string completePath(const std::string& path) {
-    return path + ".new";
-}
-
-// The file that path leads to, there or not: replacing a symbolic link itself would leave its target behind,
-// out of date.
-std::string resolved(const std::string& path) {
-    constexpr int mostLinks = 40; // a circle of links ends somewhere
-    std::filesystem::path target = filePath(path);
-    std::error_code error;
-    for (int link = 0; link < mostLinks && std::filesystem::is_symlink(target, error); ++link) {
-        target = target.parent_path() / std::filesystem::read_symlink(target, error);
-    }
-    const std::u8string text = target.u8string();
-    return {text.begin(), text.end()};
-}
-
-// As in UTF-16, in which some editors save; no key is found there.
-bool holdsNul(const std::string& line) {
-    return line.find('\0') != std::string::npos;
-}
-
-std::error_code moveFile(const std::string& from, const std::string& to) {
-    std::error_code error;
-    std::filesystem::rename(filePath(from), filePath(to), error);
-    return error;
-}
-
-// Whether error says that the directory lets nobody change its files, so that none could be removed either.
-bool isForbidden(const std::error_code& error) {
-    return error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
-           error == std::errc::read_only_file_system;
+// Whether somebody wrote something into a file, and it is no list of sites.
+bool isStrange(const FileContent& content) {
+    constexpr std::string_view blanks = " \t\r\n";
+    return content.state == FileContent::State::unknown ||
+           (content.bytes.find_first_not_of(blanks) != std::string::npos &&
+            parseSites(linesOf(content.bytes)).empty());
 }
 
 } // namespace
@@ -160,43 +125,29 @@ std::string sitesText(const std::vector<SiteConfig>& sites, std::string_view lin
     return text;
 }
 
-SitesReading readSites(const std::string& path) {
-    std::string source = resolved(path);
-    if (GetFileLength(source) < 1) {
-        source = completePath(source);
+SaveStep saveStep(const FileContent& read, const FileContent& now, std::string_view textRead,
+                  std::string_view text, bool isAlone) {
+    const bool isKnown = now.state != FileContent::State::unknown;
+    if (isKnown && now.bytes == text) {
+        return SaveStep::none;
     }
-    const auto lines = readLines(source);
-    if (!lines) {
-        return {.isUnreadable = true};
+    const bool isEdited = text != textRead;
+    const bool isTheOneRead = now == read && !isStrange(now) && isAlone;
+    if (isTheOneRead || (isEdited && isKnown && now.bytes.empty())) {
+        return SaveStep::write;
     }
-    SitesReading reading = {.sites = parseSites(*lines)};
-    reading.isUnreadable = reading.sites.empty() && std::ranges::any_of(*lines, holdsNul);
-    return reading;
+    return isEdited ? SaveStep::ask : SaveStep::none;
 }
 
-SaveResult replaceFile(const std::string& path, std::string_view text) {
-    using enum SaveResult::Outcome;
-    const std::string target = resolved(path);
-    const std::string partial = partialPath(target);
-    const std::string complete = completePath(target);
-    const bool replacesText = GetFileLength(target) > 0;
-    std::error_code error = writePrivateFile(filePath(partial), text);
-    if (!error) {
-        error = moveFile(partial, complete);
+std::string sitesProblem(const FileContent& content) {
+    if (content.state == FileContent::State::unknown) {
+        return content.reason;
     }
-    if (error) {
-        DeleteFileForce(partial);
-        if (text.empty() && !replacesText) {
-            return {};
-        }
-        return {.outcome = replacesText && isForbidden(error) ? locked : failed, .reason = errorText(error)};
+    if (!isStrange(content)) {
+        return {};
     }
-    if (replacesText && !DeleteFileForce(target)) {
-        DeleteFileForce(complete);
-        return {.outcome = locked, .reason = {}};
-    }
-    error = moveFile(complete, target);
-    return error ? SaveResult{.outcome = failed, .reason = errorText(error)} : SaveResult{};
+    return content.bytes.find('\0') == std::string::npos ? "no site is in it"
+                                                         : "it is not in UTF-8, but perhaps in UTF-16";
 }
 
 } // namespace corvel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/Files.h"
 #include "config/SiteConfig.h"
 
 #include <string>
@@ -16,33 +17,17 @@ std::vector<SiteConfig> parseSites(const std::vector<std::string>& lines);
 // value, which the format cannot hold, is left out.
 std::string sitesText(const std::vector<SiteConfig>& sites, std::string_view lineEnd);
 
-// What a sites.ini gave when it was loaded.
-struct SitesReading {
-    std::vector<SiteConfig> sites;
-    // There is a text that could not be read (or is UTF-16), so the list is not what the person has: saving
-    // it would destroy the rest.
-    bool isUnreadable = false;
-};
+// The step by which a sites.ini is saved.
+enum class SaveStep { none, write, ask };
 
-// Loads the file at path (UTF-8); a missing or empty one gives no sites. Where a crash in the middle of
-// replaceFile left the new text beside a file that is gone, that text is loaded.
-SitesReading readSites(const std::string& path);
+// What to do with the file that gave read when it was loaded and gives now: nothing where it holds text
+// already or where nothing was edited here and it has become another, cannot be read or holds something but
+// no site; where something was edited then, the person is asked. textRead and text: the sites as sitesText
+// writes them, as they were loaded and as they are. isAlone: no other copy of the program works on the file.
+SaveStep saveStep(const FileContent& read, const FileContent& now, std::string_view textRead,
+                  std::string_view text, bool isAlone);
 
-// What came of saving.
-struct SaveResult {
-    enum class Outcome {
-        saved,
-        locked, // the old file could not be removed; it stays as it was
-        failed, // anything else; a text is still on the disk, in the file or, if that is gone, beside it
-    };
-    Outcome outcome = Outcome::saved;
-    std::string reason; // of a failure, for a person
-};
-
-// Makes text the content of the file at path (UTF-8), readable by its owner alone. An old file of some length
-// is removed before the new one takes its place, but the new text is whole and on the disk by then, so that
-// no crash and no full disk loses both. A path that is a symbolic link keeps leading to the file. Where there
-// is neither an old nor a new text, a directory that cannot be written is no failure.
-SaveResult replaceFile(const std::string& path, std::string_view text);
+// Why a file that was to give sites gave none, for a person; empty where it did, or where nothing is in it.
+std::string sitesProblem(const FileContent& content);
 
 } // namespace corvel

@@ -50,12 +50,13 @@ constexpr std::array<Tab, 8> tabs = {{
 } // namespace
 
 frmMain::frmMain(StateStore& store, const std::string& directory)
-    : prompts_(this), shell_(*this, QCoreApplication::applicationDirPath()),
+    : prompts_(this), shell_(*this, QCoreApplication::applicationDirPath()), lock_(directory),
       program_({.views = *this,
                 .prompts = prompts_,
                 .store = store,
                 .clock = clock_,
                 .shell = shell_,
+                .lock = lock_,
                 .makeSocket = [this](int site) { return makeSocket(site); }},
                directory),
       customMenus_(program_, this), sitesModel_(images_) {
@@ -83,7 +84,7 @@ void frmMain::start() {
     showImages();
     applyWindowState();
     createTray();
-    program_.LoadSites();
+    writeProblems(program_.LoadSites());
     program_.selectSite(std::min(1, program_.siteCount()));
     showCurrentSite();
     tmrSocketStatus_Timer();
@@ -313,8 +314,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     gatherWindowState();
     program_.SaveWindowState();
     if (hasToTell) {
-        // The program ends with its window, and the message that the sites are not saved is to be read
-        // before.
+        // The program ends with its window; what is told is to be read before, and what is asked answered.
         prompts_.whenAnswered([this] { close(); });
         event->ignore();
         return;

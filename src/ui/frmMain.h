@@ -5,6 +5,7 @@
 #include "app/mdlMain.h"
 #include "app/SplitterDrag.h"
 #include "browser/qt/BrowserPanel.h"
+#include "config/qt/LockFile.h"
 #include "menus/qt/CustomMenus.h"
 #include "menus/qt/DesktopShell.h"
 #include "net/qt/ActivityPanel.h"
@@ -110,6 +111,7 @@ class frmMain : public QMainWindow, public Views {
     WindowPrompts prompts_;
     QtClock clock_;
     DesktopShell shell_;
+    LockFile lock_;
     mdlMain program_;
     CustomMenus customMenus_;
 

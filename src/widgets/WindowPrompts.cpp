@@ -98,11 +98,10 @@ void WindowPrompts::AskPassword(const std::string& title, const std::string& pro
 }
 
 void WindowPrompts::whenAnswered(std::function<void()> act) {
-    ask([this, act = std::move(act)](QWidget* /*parent*/) -> QDialog* {
-        // Not at once: this may be running inside one of the last box's own signals, and act may end this.
-        QMetaObject::invokeMethod(&lifetime_, act, Qt::QueuedConnection);
-        return nullptr;
-    });
+    last_ = std::move(act);
+    if (!shown_) {
+        showNext();
+    }
 }
 
 void WindowPrompts::askInput(const std::string& title, const std::string& prompt, QLineEdit::EchoMode echo,
@@ -127,15 +126,16 @@ void WindowPrompts::ask(MakeBox makeBox) {
 void WindowPrompts::showNext() {
     shown_.clear();
     if (waiting_.empty()) {
+        // Not at once: this may be running inside one of the last box's own signals, and the act may end
+        // this.
+        if (last_) {
+            QMetaObject::invokeMethod(&lifetime_, std::exchange(last_, {}), Qt::QueuedConnection);
+        }
         return;
     }
     const MakeBox makeBox = std::move(waiting_.front());
     waiting_.pop_front();
     shown_ = makeBox(parent_);
-    if (!shown_) {
-        showNext();
-        return;
-    }
     shown_->setAttribute(Qt::WA_DeleteOnClose);
     // Behind the answer, which may end this object and with it this connection.
     QObject::connect(shown_, &QDialog::finished, &lifetime_, [this] { showNext(); });

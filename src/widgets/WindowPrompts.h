@@ -33,12 +33,11 @@ class WindowPrompts : public Prompts {
     void AskPassword(const std::string& title, const std::string& prompt,
                      std::function<void(std::optional<std::string>)> answer) override;
 
-    // Calls act from the event loop once the boxes that were asked for until now are answered.
+    // Calls act from the event loop once every box is answered, those that an answer brings up too.
     void whenAnswered(std::function<void()> act);
 
   private:
-    // Makes a box that is not shown yet; its answer is to be given when finished is emitted. Null where there
-    // is nothing to show.
+    // Makes a box that is not shown yet; its answer is to be given when finished is emitted.
     using MakeBox = std::function<QDialog*(QWidget* parent)>;
 
     void ask(MakeBox makeBox);
@@ -48,6 +47,7 @@ class WindowPrompts : public Prompts {
 
     QWidget* parent_;
     std::deque<MakeBox> waiting_;
+    std::function<void()> last_; // what whenAnswered was given
     QPointer<QDialog> shown_;
     QObject lifetime_; // connections end with it
 };

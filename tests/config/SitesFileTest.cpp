@@ -1,11 +1,9 @@
 #include "config/SitesFile.h"
 
 #include "config/Files.h"
-#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -60,77 +58,59 @@ TEST(SitesFile, WritesWhatItReads) {
                     "usesslproxy = 0\n\n"
                     "name = away\nhost = \nport = 0\nuser = \npass = \nident = \nconnectonstartup = 0\n"
                     "usesslproxy = 1\n\n");
-    const TemporaryDirectory directory;
-    directory.write("sites.ini", text);
-    EXPECT_EQ(readSites(directory.fileNamed("sites.ini")).sites,
-              (std::vector<SiteConfig>{sites[0], sites[2]}));
+    EXPECT_EQ(parseSites(linesOf(text)), (std::vector<SiteConfig>{sites[0], sites[2]}));
 }
 
-TEST(SitesFile, ReplacesTheOldFile) {
-    const TemporaryDirectory directory;
-    const std::string path = directory.fileNamed("sites.ini");
-    for (const char* old : {"", "old text\n"}) {
-        directory.write("sites.ini", old);
-        std::filesystem::permissions(filePath(path), std::filesystem::perms::owner_read);
-        EXPECT_EQ(replaceFile(path, "new text\n").outcome, SaveResult::Outcome::saved);
-        EXPECT_EQ(directory.read("sites.ini"), "new text\n");
-        EXPECT_EQ(directory.read("sites.ini.new"), "");
-    }
-}
-
-TEST(SitesFile, KeepsTheOldTextWhereItCannotSave) {
-    const TemporaryDirectory directory;
-    // A directory in the place of the new text stands for every reason why it cannot be written.
-    directory.write("sites.ini", "old text\n");
-    for (const char* beside : {"sites.ini.part", "sites.ini.new"}) {
-        directory.makeDirectory(beside);
-        const SaveResult result = replaceFile(directory.fileNamed("sites.ini"), "new text\n");
-        EXPECT_EQ(result.outcome, SaveResult::Outcome::failed) << beside;
-        EXPECT_FALSE(result.reason.empty()) << beside;
-        EXPECT_EQ(directory.read("sites.ini"), "old text\n") << beside;
-        std::filesystem::remove(filePath(directory.fileNamed(beside)));
-    }
-    const std::string nowhere = directory.fileNamed("missing/sites.ini");
-    EXPECT_EQ(replaceFile(nowhere, "new text\n").outcome, SaveResult::Outcome::failed);
-    EXPECT_EQ(replaceFile(nowhere, "").outcome, SaveResult::Outcome::saved); // nothing to lose
-}
-
-TEST(SitesFile, FindsTheNewTextThatACrashLeftBeside) {
+TEST(SitesFile, IsWrittenOnlyWhereNothingIsLostUnseen) {
+    using State = FileContent::State;
     struct Row {
         const char* name;
-        const char* old; // of sites.ini; nothing: no such file
-        const char* beside;
-        const char* text;
-        std::vector<SiteConfig> sites;
+        FileContent read;
+        FileContent now;
+        bool isAlone;
+        SaveStep unedited;
+        SaveStep edited;
     };
+    const FileContent missing;
+    const FileContent empty = {.state = State::known};
+    const FileContent known = {.state = State::known, .bytes = "NAME=home"};
+    const FileContent other = {.state = State::known, .bytes = "name = other"};
+    const FileContent strange = {.state = State::known, .bytes = "<html>"};
+    const FileContent unknown = {.state = State::unknown, .reason = "EIO"};
+    using enum SaveStep;
     const std::vector<Row> rows = {
-        {"before the new text was whole", nullptr, "sites.ini.part", "name = half", {}},
-        {"after the old file was gone", nullptr, "sites.ini.new", "name = new\n", {{.name = "new"}}},
-        {"where the old file was empty", "", "sites.ini.new", "name = new\n", {{.name = "new"}}},
-        {"before the old file was gone", "name = old\n", "sites.ini.new", "name = new\n", {{.name = "old"}}},
+        {"no file as before", missing, missing, true, none, write},
+        {"the file that was read", known, known, true, write, write},
+        {"the same, with another copy", known, known, false, none, ask},
+        {"put there meanwhile", missing, known, true, none, ask},
+        {"changed meanwhile", known, other, true, none, ask},
+        {"gone meanwhile", known, missing, true, none, write},
+        {"emptied meanwhile", known, empty, true, none, write},
+        {"cannot be asked", unknown, unknown, true, none, ask},
+        {"can be asked by now", unknown, known, true, none, ask},
+        {"cannot be asked any more", known, unknown, true, none, ask},
+        {"no record in it", strange, strange, true, none, ask},
     };
     for (const Row& row : rows) {
-        const TemporaryDirectory directory;
-        if (row.old != nullptr) {
-            directory.write("sites.ini", row.old);
-        }
-        directory.write(row.beside, row.text);
-        const std::string path = directory.fileNamed("sites.ini");
-        EXPECT_EQ(readSites(path).sites, row.sites) << row.name;
-        EXPECT_FALSE(readSites(path).isUnreadable) << row.name;
-        EXPECT_EQ(replaceFile(path, "name = next\n").outcome, SaveResult::Outcome::saved) << row.name;
-        EXPECT_EQ(readSites(path).sites, (std::vector<SiteConfig>{{.name = "next"}})) << row.name;
-        EXPECT_EQ(directory.read("sites.ini.new"), "") << row.name;
+        const std::string textRead = row.read == known ? "name = home" : "";
+        EXPECT_EQ(saveStep(row.read, row.now, textRead, textRead, row.isAlone), row.unedited) << row.name;
+        EXPECT_EQ(saveStep(row.read, row.now, textRead, "name = new", row.isAlone), row.edited) << row.name;
+        EXPECT_EQ(saveStep(row.read, {.state = State::known, .bytes = "name = new"}, textRead, "name = new",
+                           row.isAlone),
+                  none)
+            << row.name;
     }
 }
 
-// Saving the empty list would cost the person the sites.
-TEST(SitesFile, ATextInUtf16IsNotAnEmptyList) {
-    const TemporaryDirectory directory;
-    directory.write("sites.ini", std::string("\xFF\xFEn\0a\0m\0e\0=\0a\0", 14));
-    EXPECT_TRUE(readSites(directory.fileNamed("sites.ini")).isUnreadable);
-    directory.write("sites.ini", std::string("name=a\0\n", 8));
-    EXPECT_FALSE(readSites(directory.fileNamed("sites.ini")).isUnreadable);
+TEST(SitesFile, SaysWhyItGivesNoSites) {
+    const auto problemOf = [](std::string bytes) {
+        return sitesProblem({.state = FileContent::State::known, .bytes = std::move(bytes)});
+    };
+    EXPECT_EQ(sitesProblem({}), "");
+    EXPECT_EQ(problemOf(" \r\n"), "");
+    EXPECT_EQ(problemOf("name=a\n"), "");
+    EXPECT_EQ(problemOf("{}"), "no site is in it");
+    EXPECT_NE(problemOf(std::string("\xFF\xFEn\0a\0m\0e\0=\0a\0", 14)).find("UTF-16"), std::string::npos);
 }
 
 TEST(SitesFile, LineBreaksInAValueAddNoLine) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ports/Clock.h"
+#include "common/ports/FolderLock.h"
 #include "common/ports/Prompts.h"
 #include "common/ports/Shell.h"
 #include "common/ports/Socket.h"
@@ -21,6 +22,15 @@ using Texts = std::vector<std::string>;
 class FixedClock : public Clock {
   public:
     std::string timeOfDay() const override { return "12:34:56"; }
+    std::string stamp() const override { return "2001-02-03-123456"; }
+};
+
+// A lock that the test gives to this copy of the program or to another.
+class FakeLock : public FolderLock {
+  public:
+    bool take() override { return isFree; }
+
+    bool isFree = true;
 };
 
 // Remembers, in order, what the window was told, as "what site".

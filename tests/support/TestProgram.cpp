@@ -12,6 +12,7 @@ TestProgram::TestProgram(const std::string& sitesFile, const std::string& settin
             .store = store,
             .clock = clock,
             .shell = shell,
+            .lock = lock,
             .makeSocket =
                 [this](int /*site*/) {
                     auto socket = std::make_unique<FakeSocket>();

@@ -31,6 +31,7 @@ class TestProgram {
     MemoryStore store;
     FixedClock clock;
     RecordingShell shell;
+    FakeLock lock;
     std::vector<FakeSocket*> sockets; // of sites 1 and up; owned by the program
     mdlMain main;
 };

@@ -1,7 +1,7 @@
 #include "ui/frmMain.h"
 
 #include "common/Text.h"
-#include "config/FileAttributes.h"
+#include "config/PlatformFiles.h"
 #include "config/qt/frmSitesAddEdit.h"
 #include "ui/WindowDriver.h"
 
@@ -149,13 +149,15 @@ TEST(FrmMain, SplitterFollowsTheMouseToTheMiddle) {
     EXPECT_EQ(driver.store.value("splitbar_left_narrow"), "1500");
 }
 
-TEST(FrmMain, SaysWhenItCannotSave) {
-    WindowDriver driver(oneSite);
-    driver.directory.makeDirectory("sites.ini.new");
+TEST(FrmMain, EndsWhenWhatItAsksAndTellsIsAnswered) {
+    WindowDriver driver("");
+    driver.window->program().addSite(
+        {.txtSitename = "a", .txtHostname = "h", .txtPort = "1", .txtUsername = "u", .txtPassword = "p"});
+    driver.directory.makeDirectory("sites.ini");
     driver.close();
-    EXPECT_TRUE(driver.window->isVisible()) << "the program would end with its window, unread the message";
+    EXPECT_TRUE(driver.window->isVisible()) << "the program would end with its window";
+    EXPECT_TRUE(driver.answer(QMessageBox::Yes).contains(u"Write the sites of this window"_s));
     EXPECT_TRUE(driver.answer(QMessageBox::Ok).startsWith(u"Sites file can't be written: "_s));
-    EXPECT_EQ(driver.directory.read("sites.ini"), oneSite);
     EXPECT_TRUE(eventually([&] { return !driver.window->isVisible(); }));
     EXPECT_TRUE(driver.store.value("selected_tab"));
 }

@@ -2,7 +2,7 @@
 
 #include "widgets/TextConversion.h"
 
-#include <QTime>
+#include <QDateTime>
 
 namespace corvel {
 
@@ -22,6 +22,10 @@ QString longTimeFormat(const QLocale& locale) {
 std::string QtClock::timeOfDay() const {
     const QLocale locale = QLocale::system();
     return toCore(locale.toString(QTime::currentTime(), longTimeFormat(locale)));
+}
+
+std::string QtClock::stamp() const {
+    return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd-HHmmss")).toStdString();
 }
 
 } // namespace corvel

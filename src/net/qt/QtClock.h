@@ -14,6 +14,7 @@ QString longTimeFormat(const QLocale& locale);
 class QtClock : public Clock {
   public:
     std::string timeOfDay() const override;
+    std::string stamp() const override;
 };
 
 } // namespace corvel

@@ -1,7 +1,7 @@
-#include "config/SitesFile.h"
+#include "config/FileReplacement.h"
 
-#include "config/FileAttributes.h"
 #include "config/Files.h"
+#include "config/PlatformFiles.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -30,23 +30,22 @@ class HeldFile {
     HANDLE handle_;
 };
 
-TEST(SitesFile, IsLockedWhereAnotherProgramHoldsIt) {
+TEST(FileReplacement, IsLockedWhereAnotherProgramHoldsIt) {
     const TemporaryDirectory directory;
     directory.write("sites.ini", "name = old\r\n");
     const std::string path = directory.fileNamed("sites.ini");
     {
         const HeldFile held(path);
         ASSERT_TRUE(held.isHeld());
-        EXPECT_TRUE(readSites(path).isUnreadable);
+        EXPECT_EQ(readFile(path).state, FileContent::State::unknown);
         EXPECT_FALSE(DeleteFileForce(path));
         EXPECT_EQ(replaceFile(path, "name = new\r\n").outcome, SaveResult::Outcome::locked);
     }
     EXPECT_EQ(directory.read("sites.ini"), "name = old\r\n");
-    EXPECT_FALSE(FileExists(path + ".new"));
     EXPECT_EQ(replaceFile(path, "name = new\r\n").outcome, SaveResult::Outcome::saved);
 }
 
-TEST(SitesFile, IsReplacedWhateverItsAttributes) {
+TEST(FileReplacement, IsReplacedWhateverItsAttributes) {
     const TemporaryDirectory directory;
     const std::string path = directory.fileNamed("sites.ini");
     for (const DWORD attributes : {FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM,
@@ -58,7 +57,7 @@ TEST(SitesFile, IsReplacedWhateverItsAttributes) {
     }
 }
 
-TEST(SitesFile, IsItsOwnersAlone) {
+TEST(FileReplacement, IsItsOwnersAlone) {
     const TemporaryDirectory directory;
     const std::string path = directory.fileNamed("sites.ini");
     ASSERT_EQ(replaceFile(path, "name = a\r\n").outcome, SaveResult::Outcome::saved);
@@ -72,7 +71,7 @@ TEST(SitesFile, IsItsOwnersAlone) {
     LocalFree(descriptor);
 }
 
-TEST(SitesFile, HasTheLineEndsOfThePlatform) {
+TEST(FileReplacement, HasTheLineEndsOfThePlatform) {
     EXPECT_EQ(platformLineEnd, "\r\n");
 }
 

@@ -1,4 +1,4 @@
-#include "config/FileAttributes.h"
+#include "config/PlatformFiles.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +13,16 @@ const std::string_view platformLineEnd = "\r\n";
 namespace {
 
 std::error_code lastError() {
-    return {static_cast<int>(GetLastError()), std::system_category()};
+    const DWORD error = GetLastError();
+    switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+        return std::make_error_code(std::errc::no_such_file_or_directory);
+    case ERROR_FILE_EXISTS:
+        return std::make_error_code(std::errc::file_exists);
+    default:
+        return {static_cast<int>(error), std::system_category()};
+    }
 }
 
 std::error_code writeAll(HANDLE file, std::string_view bytes) {
@@ -35,6 +44,27 @@ void clearAttributes(const std::filesystem::path& path) {
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
+std::error_code readBytes(const std::filesystem::path& path, std::string& bytes) {
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return lastError();
+    }
+    std::error_code error;
+    std::array<char, 16384> piece{};
+    DWORD count = 0;
+    do {
+        if (ReadFile(file, piece.data(), static_cast<DWORD>(piece.size()), &count, nullptr) == 0) {
+            error = lastError();
+            break;
+        }
+        bytes.append(piece.data(), count);
+    } while (count > 0);
+    CloseHandle(file);
+    return error;
+}
+
 std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes) {
     // Full access for the owner, nothing inherited from the directory.
     PSECURITY_DESCRIPTOR ownerAlone = nullptr;
@@ -45,18 +75,32 @@ std::error_code writePrivateFile(const std::filesystem::path& path, std::string_
     SECURITY_ATTRIBUTES attributes{};
     attributes.nLength = sizeof attributes;
     attributes.lpSecurityDescriptor = ownerAlone;
-    DeleteFileW(path.c_str());
     const HANDLE file =
         CreateFileW(path.c_str(), GENERIC_WRITE, 0, &attributes, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     std::error_code error = file == INVALID_HANDLE_VALUE ? lastError() : std::error_code();
     LocalFree(ownerAlone);
-    if (!error) {
-        error = writeAll(file, bytes);
-        if (CloseHandle(file) == 0 && !error) {
-            error = lastError();
-        }
+    if (file == INVALID_HANDLE_VALUE) {
+        return error;
+    }
+    error = writeAll(file, bytes);
+    if (CloseHandle(file) == 0 && !error) {
+        error = lastError();
+    }
+    if (error) {
+        DeleteFileW(path.c_str());
     }
     return error;
+}
+
+std::error_code moveFile(const std::filesystem::path& from, const std::filesystem::path& to) {
+    const bool isMoved =
+        MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    return isMoved ? std::error_code() : lastError();
+}
+
+// The move has waited already.
+std::error_code syncDirectory(const std::filesystem::path& /*directory*/) {
+    return {};
 }
 
 // The standard library asks for the text in the code page, which need not have the letters of its language.
