@@ -1,6 +1,5 @@
 #include "app/AdminActions.h"
 
-#include "admin/Batch.h"
 #include "admin/TableCommands.h"
 #include "admin/UserEditor.h"
 #include "common/TextEncoding.h"
@@ -33,11 +32,11 @@ std::string shown(const std::string& name, TextEncoding encoding) {
 } // namespace
 
 void AdminActions::reloadUsers(int site) {
-    channel_.SendCommand(site, userTableCommand());
+    send(site, {userTableCommand()});
 }
 
 void AdminActions::reloadGroups(int site) {
-    channel_.SendCommand(site, groupTableCommand());
+    send(site, {groupTableCommand()});
 }
 
 void AdminActions::sortUsers(int site, int column) {
@@ -62,7 +61,7 @@ void AdminActions::openUser(int site, int row) {
     }
     session.userView.currentId = user->iUID;
     if (const std::optional<Command> command = openUserCommand(session.Users, user->iUID)) {
-        channel_.SendCommand(site, *command);
+        wish(site, *command);
     } else {
         views_.userShown(site, currentUser(site));
     }
@@ -76,7 +75,7 @@ void AdminActions::openGroup(int site, int row) {
     }
     session.groupView.currentId = group->iGID;
     if (const std::optional<Command> command = openGroupCommand(session.Groups, group->iGID)) {
-        channel_.SendCommand(site, *command);
+        wish(site, *command);
     } else {
         views_.groupShown(site, currentGroup(site));
     }
@@ -92,7 +91,7 @@ void AdminActions::deleteUser(int site, int row) {
         deleteUserQuestion(shown(user->sName, session.encoding), shown(user->sStdGroup, session.encoding)),
         DefaultAnswer::no, [this, site, command = deleteUserCommand(user->sName)](bool yes) {
             if (yes) {
-                channel_.SendCommand(site, command);
+                send(site, {command});
             }
         });
 }
@@ -106,7 +105,7 @@ void AdminActions::deleteGroup(int site, int row) {
     prompts_.AskYesNo(deleteGroupQuestion(shown(group->sName, session.encoding)), DefaultAnswer::no,
                       [this, site, command = deleteGroupCommand(group->sName)](bool yes) {
                           if (yes) {
-                              channel_.SendCommand(site, command);
+                              send(site, {command});
                           }
                       });
 }
@@ -144,14 +143,14 @@ int AdminActions::editedGroup(int site, std::string_view txtGroupGID) const {
 void AdminActions::reloadUserfile(int site) {
     if (const int index = currentUser(site); index >= 0) {
         const UserTable& users = at(sites_, site).session.Users;
-        channel_.SendCommand(site, userFileCommand(users, users[static_cast<std::size_t>(index)].iUID));
+        wish(site, userFileCommand(users, users[static_cast<std::size_t>(index)].iUID));
     }
 }
 
 void AdminActions::reloadGroupfile(int site) {
     if (const int index = currentGroup(site); index >= 0) {
         const GroupTable& groups = at(sites_, site).session.Groups;
-        channel_.SendCommand(site, groupFileCommand(groups, groups[static_cast<std::size_t>(index)].iGID));
+        wish(site, groupFileCommand(groups, groups[static_cast<std::size_t>(index)].iGID));
     }
 }
 
@@ -234,59 +233,77 @@ void AdminActions::resetPassword(int site, const UserForm& form) {
 }
 
 void AdminActions::changeUser(int site, std::int16_t uid, std::vector<Command> changes) {
-    changes.push_back(userFileCommand(at(sites_, site).session.Users, uid));
-    send(site, changes);
+    send(site, withDetails(site, uid, std::move(changes)));
 }
 
 void AdminActions::changeGroup(int site, std::int16_t gid, std::vector<Command> changes) {
     changes.push_back(groupFileCommand(at(sites_, site).session.Groups, gid));
-    send(site, changes);
+    send(site, std::move(changes));
 }
 
-void AdminActions::copyUser(int site, const CopyUserForm& form) {
-    send(site, {copyUserCommand(form), userTableCommand()});
+std::optional<std::string> AdminActions::changeUserGroups(int site, std::int16_t uid,
+                                                          const ChangeUserGroupsForm& form) {
+    const UserTable& users = at(sites_, site).session.Users;
+    const int index = FindUserIndexByUID(users, uid);
+    return index < 0 ? sayGone(site)
+                     : outbox_.start(site, {withDetails(site, uid,
+                                                        changeUserGroupsCommands(
+                                                            users[static_cast<std::size_t>(index)], form))});
 }
 
-void AdminActions::send(int site, const std::vector<Command>& commands) {
-    for (const Command& command : commands) {
-        channel_.SendCommand(site, command);
+std::optional<std::string> AdminActions::changeSections(int site, std::int16_t uid,
+                                                        std::span<const UserSectionRow> rows,
+                                                        const SectionsForm& form) {
+    const UserTable& users = at(sites_, site).session.Users;
+    const int index = FindUserIndexByUID(users, uid);
+    if (index < 0) {
+        return sayGone(site);
     }
+    std::vector<Command> changes = saveSectionsCommands(users[static_cast<std::size_t>(index)], rows, form);
+    return changes.empty() ? std::nullopt : outbox_.start(site, {withDetails(site, uid, std::move(changes))});
 }
 
-bool AdminActions::startSequence(int site, const CommandSequence& sequence) {
-    if (isRunning(site, isSequenceHandler)) {
-        prompts_.Message(std::string(sequenceRunning));
-        return false;
-    }
-    switch (sequence.beginLog) {
-    case LogKind::console:
-        log_.LogConsole(site, sequence.sBegin);
-        break;
-    case LogKind::commandResults:
-        log_.LogCommandResults(site, sequence.sBegin);
-        break;
-    case LogKind::browserReply:
-        log_.LogBrowserReply(site, sequence.sBegin);
-        break;
-    }
-    at(sites_, site).session.sBatchLines = BatchLines(sequence.sBatchLines);
-    channel_.SendCommand(site, sequence.first);
-    return true;
+std::optional<std::string> AdminActions::copyUser(int site, const CopyUserForm& form) {
+    return findUserIndexByText(at(sites_, site).session.Users, form.txtSourceUID) < 0
+               ? sayGone(site)
+               : outbox_.start(site, {{copyUserCommand(form), userTableCommand()}});
+}
+
+std::optional<std::string> AdminActions::startSequence(int site, const CommandSequence& sequence) {
+    return outbox_.start(site, jobOf(sequence));
+}
+
+void AdminActions::startBatch(int site, const CommandSequence& batch) {
+    outbox_.startOrTell(site, LogKind::commandResults, jobOf(batch));
 }
 
 std::string AdminActions::batchProgress(int site) const {
-    const BatchLines& lines = at(sites_, site).session.sBatchLines;
-    return isRunning(site, [](std::int32_t code) { return code == handler::batch; })
-               ? batchProgressText(lines.total(), lines.left())
-               : std::string();
+    return outbox_.batchProgress(site);
 }
 
-bool AdminActions::isRunning(int site, bool (*isMeant)(std::int32_t handler)) const {
-    const SiteSession& session = at(sites_, site).session;
-    const bool isOutstanding = session.bAwaitingReply && isMeant(session.current.iHandler);
-    return isOutstanding || std::ranges::any_of(session.CommandQueue, [isMeant](const Command& slot) {
-               return !slot.sCommand.empty() && isMeant(slot.iHandler);
-           });
+void AdminActions::send(int site, std::vector<Command> commands) {
+    outbox_.startOrTell(site, LogKind::commandResults, {std::move(commands)});
+}
+
+void AdminActions::wish(int site, const Command& details) {
+    const bool isUser = details.iHandler == handler::userFile;
+    outbox_.startOrTell(site, LogKind::commandResults, {{details}, isUser ? "user" : "group"});
+}
+
+// The one place where the details of an account are read behind its changes.
+std::vector<Command> AdminActions::withDetails(int site, std::int16_t uid,
+                                               std::vector<Command> changes) const {
+    changes.push_back(userFileCommand(at(sites_, site).session.Users, uid));
+    return changes;
+}
+
+// The end of a connection empties the table too, and then the dialog waits for the next one.
+std::optional<std::string> AdminActions::sayGone(int site) {
+    std::optional<std::string> problem = outbox_.start(site, {});
+    if (!problem) {
+        prompts_.Message("The user is not in the table any more. Nothing was sent.");
+    }
+    return problem;
 }
 
 } // namespace corvel

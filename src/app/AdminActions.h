@@ -1,17 +1,19 @@
 #pragma once
 
+#include "admin/ChangeUserGroups.h"
 #include "admin/CopyUser.h"
 #include "admin/GroupEditor.h"
-#include "admin/Sequence.h"
+#include "admin/Sections.h"
 #include "admin/UserForm.h"
+#include "app/Outbox.h"
 #include "common/Command.h"
 #include "common/ports/Prompts.h"
 #include "common/ports/Views.h"
-#include "net/CommandChannel.h"
-#include "net/ConsoleLog.h"
 #include "net/SiteSession.h"
 
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,8 +27,8 @@ namespace corvel {
 class AdminActions {
   public:
     // All are borrowed and must outlive the actions.
-    AdminActions(Sites& sites, CommandChannel& channel, ConsoleLog& log, Prompts& prompts, Views& views)
-        : sites_(sites), channel_(channel), log_(log), prompts_(prompts), views_(views) {}
+    AdminActions(Sites& sites, Outbox& outbox, Prompts& prompts, Views& views)
+        : sites_(sites), outbox_(outbox), prompts_(prompts), views_(views) {}
 
     void reloadUsers(int site);
     void reloadGroups(int site);
@@ -59,25 +61,32 @@ class AdminActions {
     void deleteMask(int site, const UserForm& form);
     void resetPassword(int site, const UserForm& form);
 
-    // Sends the changes that an editor or a dialog made to a record, in their order, and has its details (of
-    // a copy, the table) read again behind them.
+    // Sends the changes that were made to a record, in their order, and has its details read again behind
+    // them.
     void changeUser(int site, std::int16_t uid, std::vector<Command> changes);
     void changeGroup(int site, std::int16_t gid, std::vector<Command> changes);
-    void copyUser(int site, const CopyUserForm& form);
 
-    // Starts a sequence. While another one runs on the site it says so and starts nothing: false.
-    bool startSequence(int site, const CommandSequence& sequence);
+    // What a dialog was confirmed with: nothing where the dialog may close, else why it could not be sent. A
+    // person is told when the account has gone from the table meanwhile.
+    std::optional<std::string> changeUserGroups(int site, std::int16_t uid, const ChangeUserGroupsForm& form);
+    std::optional<std::string> changeSections(int site, std::int16_t uid,
+                                              std::span<const UserSectionRow> rows, const SectionsForm& form);
+    std::optional<std::string> copyUser(int site, const CopyUserForm& form);
+    std::optional<std::string> startSequence(int site, const CommandSequence& sequence);
+    // The same for a batch, which no dialog started: a person is told why it cannot be sent.
+    void startBatch(int site, const CommandSequence& batch);
     // How far the site's batch has come, "41 of 300"; empty while none runs.
     std::string batchProgress(int site) const;
 
   private:
     void saveUser(int site, const UserForm& form, bool sendFlags);
-    void send(int site, const std::vector<Command>& commands);
-    bool isRunning(int site, bool (*isMeant)(std::int32_t handler)) const;
+    void send(int site, std::vector<Command> commands);
+    void wish(int site, const Command& details);
+    std::vector<Command> withDetails(int site, std::int16_t uid, std::vector<Command> changes) const;
+    std::optional<std::string> sayGone(int site);
 
     Sites& sites_;
-    CommandChannel& channel_;
-    ConsoleLog& log_;
+    Outbox& outbox_;
     Prompts& prompts_;
     Views& views_;
 };

@@ -6,21 +6,22 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 namespace corvel {
 
 void BrowserActions::root(int site) {
-    if (send(site, rootCommands())) {
+    if (sendOrTell(site, rootCommands())) {
         at(sites_, site).session.sCwd = "/";
     }
 }
 
 void BrowserActions::refresh(int site) {
-    send(site, refreshCommands());
+    sendOrTell(site, refreshCommands());
 }
 
 void BrowserActions::refreshAndNoop(int site) {
-    send(site, mkdirButtonCommands());
+    sendOrTell(site, mkdirButtonCommands());
 }
 
 void BrowserActions::open(int site, int row) {
@@ -30,7 +31,7 @@ void BrowserActions::open(int site, int row) {
     }
     SiteSession& session = at(sites_, site).session;
     const std::optional<std::string> target = navigationTarget(session.sCwd, entry->name, entry->access);
-    if (target && send(site, changeDirectoryCommands(*target))) {
+    if (target && sendOrTell(site, changeDirectoryCommands(*target))) {
         session.sCwd = *target;
     }
 }
@@ -45,7 +46,7 @@ void BrowserActions::remove(int site, int row) {
         prompts_.AskYesNo(wanted->question, DefaultAnswer::no,
                           [this, site, command = wanted->command](bool yes) {
                               if (yes) {
-                                  channel_.SendCommand(site, command);
+                                  sendOrTell(site, {command});
                               }
                           });
     }
@@ -55,7 +56,7 @@ void BrowserActions::makeDirectory(int site) {
     prompts_.AskText("", std::string(newDirectoryPrompt), [this, site](std::optional<std::string> answer) {
         if (answer) {
             const TextEncoding encoding = at(sites_, site).session.encoding;
-            send(site, makeDirectoryCommands(fromUtf8(*answer, encoding).value_or(*answer)));
+            sendOrTell(site, makeDirectoryCommands(fromUtf8(*answer, encoding).value_or(*answer)));
         }
     });
 }
@@ -63,7 +64,7 @@ void BrowserActions::makeDirectory(int site) {
 void BrowserActions::rename(int site, int row, const std::string& newName) {
     const BrowserEntry* const entry = entryAt(site, row);
     if (entry != nullptr) {
-        send(site, renameCommands(entry->name, newName));
+        sendOrTell(site, renameCommands(entry->name, newName));
     }
 }
 
@@ -96,9 +97,12 @@ const BrowserEntry* BrowserActions::entryAt(int site, int row) const {
                : nullptr;
 }
 
-bool BrowserActions::send(int site, const std::vector<Command>& commands) {
-    return std::ranges::all_of(
-        commands, [this, site](const Command& command) { return channel_.SendCommand(site, command); });
+std::optional<std::string> BrowserActions::send(int site, std::vector<Command> commands) {
+    return outbox_.start(site, {std::move(commands)});
+}
+
+bool BrowserActions::sendOrTell(int site, std::vector<Command> commands) {
+    return outbox_.startOrTell(site, LogKind::browserReply, {std::move(commands)});
 }
 
 } // namespace corvel

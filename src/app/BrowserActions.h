@@ -1,11 +1,12 @@
 #pragma once
 
+#include "app/Outbox.h"
 #include "common/Command.h"
 #include "common/ports/Prompts.h"
 #include "common/ports/Views.h"
-#include "net/CommandChannel.h"
 #include "net/SiteSession.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,8 @@ namespace corvel {
 class BrowserActions {
   public:
     // All are borrowed and must outlive the actions.
-    BrowserActions(Sites& sites, CommandChannel& channel, Prompts& prompts, Views& views)
-        : sites_(sites), channel_(channel), prompts_(prompts), views_(views) {}
+    BrowserActions(Sites& sites, Outbox& outbox, Prompts& prompts, Views& views)
+        : sites_(sites), outbox_(outbox), prompts_(prompts), views_(views) {}
 
     // Buttons cmdBrowser_0 to _2.
     void root(int site);
@@ -31,9 +32,8 @@ class BrowserActions {
     void rename(int site, int row, const std::string& newName);
     void sortBy(int site, int column); // header click, column from 0; the selected entry stays selected
 
-    // Queues what a dialog made, in its order. False when a command was not taken; those behind it are not
-    // sent then.
-    bool send(int site, const std::vector<Command>& commands);
+    // Sends what a dialog made, in its order: nothing, or why it cannot be sent, as a message.
+    std::optional<std::string> send(int site, std::vector<Command> commands);
 
     // The row that a person has selected, -1 for none. The list says so whenever it becomes another one.
     void selectRow(int site, int row);
@@ -43,8 +43,10 @@ class BrowserActions {
     const BrowserEntry* entryAt(int site, int row) const;
 
   private:
+    bool sendOrTell(int site, std::vector<Command> commands);
+
     Sites& sites_;
-    CommandChannel& channel_;
+    Outbox& outbox_;
     Prompts& prompts_;
     Views& views_;
 };

@@ -79,10 +79,10 @@ struct MenuActions::Executor {
     void ftp() const {
         if (site > 0) {
             const TextEncoding encoding = at(services.sites, site).session.encoding;
-            services.channel.SendCommand(
-                site, {.sCommand = fromUtf8(argument, encoding).value_or(std::string(argument)),
-                       .bQuiet = false,
-                       .iHandler = handler::menuFtp});
+            const std::string line = fromUtf8(argument, encoding).value_or(std::string(argument));
+            services.outbox.startOrTell(
+                site, LogKind::commandResults,
+                {{{.sCommand = line, .bQuiet = false, .iHandler = handler::menuFtp}}});
         }
     }
 
@@ -99,8 +99,9 @@ struct MenuActions::Executor {
     void chattr() const {
         const BrowserEntry* const entry = services.browser.selectedEntry(site);
         if (entry != nullptr && typeKey(*entry) == 1) {
-            services.channel.SendCommand(site, chattrQuery(entry->name));
-            services.views.dialogWanted(site, Dialog::chattr);
+            if (services.outbox.startOrTell(site, LogKind::browserReply, {{chattrQuery(entry->name)}})) {
+                services.views.dialogWanted(site, Dialog::chattr);
+            }
         }
     }
 };

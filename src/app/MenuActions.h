@@ -2,12 +2,12 @@
 
 #include "app/AdminActions.h"
 #include "app/BrowserActions.h"
+#include "app/Outbox.h"
 #include "common/ports/Prompts.h"
 #include "common/ports/Shell.h"
 #include "common/ports/Views.h"
 #include "config/Settings.h"
 #include "menus/mdlMenus.h"
-#include "net/CommandChannel.h"
 #include "net/SiteSession.h"
 
 #include <string>
@@ -27,7 +27,7 @@ class MenuActions {
         const Settings& settings;
         const BrowserActions& browser;
         const AdminActions& admin;
-        CommandChannel& channel;
+        Outbox& outbox;
         Prompts& prompts;
         Views& views;
         Shell& shell;

@@ -70,27 +70,20 @@ void toCommandResults(const ReplyServices& services, const Reply& reply) {
     services.log.LogCommandResults(reply.site, reply.lastChunk);
 }
 
-// Sends the next line of the sequence; false when it is over, which the command results say.
-bool stepBatch(const ReplyServices& services, const Reply& reply, std::string_view endMarker) {
-    if (services.channel.SendNextBatchLine(reply.site, reply.command.iHandler)) {
+// A sequence whose first command failed is abandoned. False when the sequence has come to its end, which the
+// command results say.
+bool stepAdding(const ReplyServices& services, const Reply& reply, std::string_view endMarker) {
+    toCommandResults(services, reply);
+    const bool isFirst = reply.command.iTag == stopOnFailure;
+    if (isFirst && !isSuccess(reply)) {
+        reply.session.sBatchLines = {};
+        return true;
+    }
+    if (services.channel.SendNextBatchLine(reply.site, reply.command.iHandler) || isFirst) {
         return true;
     }
     services.log.LogCommandResults(reply.site, endMarker);
     return false;
-}
-
-// A sequence whose first command failed is abandoned. False when the sequence has come to its end.
-bool stepAdding(const ReplyServices& services, const Reply& reply, std::string_view endMarker) {
-    toCommandResults(services, reply);
-    if (reply.command.iTag != stopOnFailure) {
-        return stepBatch(services, reply, endMarker);
-    }
-    if (isSuccess(reply)) {
-        services.channel.SendNextBatchLine(reply.site, reply.command.iHandler);
-    } else {
-        reply.session.sBatchLines = {};
-    }
-    return true;
 }
 
 void addUserStep(const ReplyServices& services, const Reply& reply) {
@@ -103,11 +96,11 @@ void addGroupStep(const ReplyServices& services, const Reply& reply) {
     }
 }
 
+// The outbox sends the next line: another job may go first.
 void batchStep(const ReplyServices& services, const Reply& reply) {
     if (reply.command.iTag != silence) {
         toCommandResults(services, reply);
     }
-    stepBatch(services, reply, "-------------[ END ]-[ BATCH COMMAND ]-------------");
 }
 
 constexpr std::array<ReplyHandler, 15> table = {{

@@ -13,15 +13,15 @@ mdlMain::mdlMain(Ports ports, std::string directory)
       sitesKeeper_(ports_.prompts, ports_.lock, ports_.clock, BuildAppPath("sites.ini", "*", directory_)),
       sites_(1), log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
       channel_(sites_, connection_, log_, ports_.views, settings_, replyHandlers()),
-      browser_(sites_, channel_, ports_.prompts, ports_.views),
-      admin_(sites_, channel_, log_, ports_.prompts, ports_.views), menus_({.sites = sites_,
-                                                                            .settings = settings_,
-                                                                            .browser = browser_,
-                                                                            .admin = admin_,
-                                                                            .channel = channel_,
-                                                                            .prompts = ports_.prompts,
-                                                                            .views = ports_.views,
-                                                                            .shell = ports_.shell}) {}
+      outbox_(sites_, channel_, log_, ports_.views), browser_(sites_, outbox_, ports_.prompts, ports_.views),
+      admin_(sites_, outbox_, ports_.prompts, ports_.views), menus_({.sites = sites_,
+                                                                     .settings = settings_,
+                                                                     .browser = browser_,
+                                                                     .admin = admin_,
+                                                                     .outbox = outbox_,
+                                                                     .prompts = ports_.prompts,
+                                                                     .views = ports_.views,
+                                                                     .shell = ports_.shell}) {}
 
 std::vector<std::string> mdlMain::LoadWindowState() {
     WindowStateReading reading = loadWindowState(ports_.store, windowState_);
@@ -68,13 +68,13 @@ void mdlMain::selectSite(int site) {
 
 void mdlMain::connectSite(int site) {
     if (site > 0) {
-        connection_.Connect(site);
+        outbox_.during(site, [&] { connection_.Connect(site); });
     }
 }
 
 void mdlMain::disconnectSite(int site) {
     if (site > 0) {
-        connection_.ResetSession(site);
+        outbox_.during(site, [&] { connection_.ResetSession(site); });
     }
 }
 
@@ -95,33 +95,54 @@ std::optional<std::string> mdlMain::changeSite(int site, const SiteForm& form) {
     return std::nullopt;
 }
 
+void mdlMain::wSock_Connect(int site) {
+    outbox_.during(site, [&] { connection_.connected(site); });
+}
+
+void mdlMain::wSock_DataArrival(int site, std::string_view bytes) {
+    outbox_.during(site, [&] { channel_.ReplyRouter(site, bytes); });
+}
+
+void mdlMain::wSock_Close(int site) {
+    outbox_.during(site, [&] { connection_.closedByPeer(site); });
+}
+
+void mdlMain::wSock_Error(int site, std::string_view description, int number) {
+    outbox_.during(site, [&] { connection_.failed(site, description, number); });
+}
+
 void mdlMain::tmrNoop_Timer(int site) {
-    const SiteSession& session = at(sites_, site).session;
-    if (!session.bAwaitingReply && session.bLoggedIn) {
+    if (isAtRest(site)) {
         channel_.SendCommand(site,
                              {.sCommand = "NOOP", .bQuiet = true, .iHandler = handler::console, .iTag = 0});
     }
 }
 
 void mdlMain::tmrRefreshWho_Timer(int site, bool chkFreezeRefresh) {
-    const SiteSession& session = at(sites_, site).session;
-    if (!chkFreezeRefresh && session.bLoggedIn && !session.bAwaitingReply) {
+    if (!chkFreezeRefresh && isAtRest(site)) {
         channel_.SendCommand(
             site, {.sCommand = "SITE CorvelExt who", .bQuiet = true, .iHandler = handler::who, .iTag = 0});
     }
 }
 
+// Whether a site is logged in and nobody wants anything of it.
+bool mdlMain::isAtRest(int site) const {
+    const SiteSession& session = at(sites_, site).session;
+    return session.bLoggedIn && !session.bAwaitingReply && !outbox_.isWaiting(site);
+}
+
 void mdlMain::sendConsoleCommand(int site, const std::string& command) {
-    channel_.SendCommand(site,
-                         {.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0});
+    const Command line{.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0};
+    if (command.empty()) {
+        channel_.SendCommand(site, line);
+    } else {
+        outbox_.startOrTell(site, LogKind::console, {{line}});
+    }
 }
 
 bool mdlMain::sendTestCommand(int site, const std::string& command) {
-    const bool isSomethingWaiting = std::ranges::any_of(
-        at(sites_, site).session.CommandQueue, [](const Command& slot) { return !slot.sCommand.empty(); });
-    return !isSomethingWaiting &&
-           channel_.SendCommand(
-               site, {.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0});
+    const Command line{.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0};
+    return !command.empty() && !outbox_.isWaiting(site) && !outbox_.start(site, {{line}});
 }
 
 void mdlMain::appendSite(SiteConfig config) {

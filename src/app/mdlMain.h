@@ -3,6 +3,7 @@
 #include "app/AdminActions.h"
 #include "app/BrowserActions.h"
 #include "app/MenuActions.h"
+#include "app/Outbox.h"
 #include "app/SitesKeeper.h"
 #include "common/ports/Clock.h"
 #include "common/ports/FolderLock.h"
@@ -80,19 +81,18 @@ class mdlMain {
     std::optional<std::string> changeSite(int site, const SiteForm& form);
 
     // Events of a site's socket and keep-alive timer.
-    void wSock_Connect(int site) { connection_.connected(site); }
-    void wSock_DataArrival(int site, std::string_view bytes) { channel_.ReplyRouter(site, bytes); }
-    void wSock_Close(int site) { connection_.closedByPeer(site); }
-    void wSock_Error(int site, std::string_view description, int number) {
-        connection_.failed(site, description, number);
-    }
+    void wSock_Connect(int site);
+    void wSock_DataArrival(int site, std::string_view bytes);
+    void wSock_Close(int site);
+    void wSock_Error(int site, std::string_view description, int number);
     void tmrNoop_Timer(int site);
 
     // The tick of a site's activity timer: asks who is online unless the list is frozen, nobody is logged in
-    // or a reply is outstanding.
+    // or anything is outstanding or waits.
     void tmrRefreshWho_Timer(int site, bool chkFreezeRefresh);
 
-    // A line of the console's command box, in the connection's encoding.
+    // A line of the console's command box, in the connection's encoding. An empty one sends the next command
+    // that waits, should there be one.
     void sendConsoleCommand(int site, const std::string& command);
 
     // A round of the load test: the same for a command that the test sends, but only while no command waits
@@ -104,6 +104,7 @@ class mdlMain {
     MenuActions& menus() { return menus_; }
 
   private:
+    bool isAtRest(int site) const;
     void appendSite(SiteConfig config);
 
     Ports ports_;
@@ -117,6 +118,7 @@ class mdlMain {
     ConsoleLog log_;
     Connection connection_;
     CommandChannel channel_;
+    Outbox outbox_;
     BrowserActions browser_;
     AdminActions admin_;
     MenuActions menus_;

@@ -46,10 +46,14 @@ void reportProblem(const ReplyServices& services, const Reply& reply, std::strin
 bool CommandChannel::SendCommand(int site, const Command& command) {
     Site& target = at(sites_, site);
     if (!isOneLine(command.sCommand)) {
-        services_.log.LogConsole(site, "Command not sent: it holds a line break or a NUL character");
+        services_.log.LogConsole(site, notOneLine);
         return false;
     }
-    if (target.wSock->state() != SocketState::connected || command.sCommand.empty()) {
+    if (target.wSock->state() != SocketState::connected) {
+        return false;
+    }
+    if (command.sCommand.empty()) {
+        SendNext(site);
         return false;
     }
     Command* const slot = findSlot(target.session, true);
@@ -173,12 +177,15 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
     const std::string_view last = lastLine(lines);
     const int code = static_cast<int>(leadingNumber(last.substr(0, 3)));
     session.bAwaitingReply = false;
+    session.isGreeted = true;
+    session.answers.push_back({.command = session.current, .code = code, .lastLine = std::string(last)});
     if (code >= 400) {
         session.lastErrorLine = last;
         services_.views.lastErrorChanged(site);
     }
     if (!session.bLoggedIn) {
         logIn(site, code);
+        SendNext(site);
         return;
     }
     dispatch({.site = site,

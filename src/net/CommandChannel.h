@@ -38,6 +38,9 @@ struct ReplyServices {
 // Says on the console what is wrong with a reply, and which command it answers. problem: one line.
 void reportProblem(const ReplyServices& services, const Reply& reply, std::string_view problem);
 
+// What is said about a command that no line of a control connection can carry.
+inline constexpr std::string_view notOneLine = "Command not sent: it holds a line break or a NUL character";
+
 // Which log shows a command as it goes out.
 enum class Echo { none, console, commandResults, browserReply };
 
@@ -60,8 +63,8 @@ class CommandChannel {
           handlers_(handlers) {}
 
     // Puts the command into the first free slot of the ring, looking from its head, and sends it if nothing
-    // is outstanding. False when it was dropped: not connected, all slots taken, nothing to send, or a line
-    // break or NUL in it, about which the console says one line.
+    // is outstanding. False when it was dropped: not connected, all slots taken, nothing to send (then the
+    // next one that waits goes out), or a line break or NUL in it, about which the console says one line.
     bool SendCommand(int site, const Command& command);
 
     // Sends the next waiting command if none is outstanding; ends the connection if there is none.

@@ -28,6 +28,7 @@ void Connection::ResetSession(int site) {
     target.wSock->Close();
     session.bLoggedIn = false;
     session.bAwaitingReply = false;
+    session.isGreeted = false;
     session.sCwd = "/";
     session.sReplyBuffer.clear();
     log_.LogConsole(site, "----------- connection closed -----------");

@@ -43,6 +43,20 @@ void ConsoleLog::LogBrowserReply(int site, std::string_view message) {
     views_.logChanged(site, LogKind::browserReply);
 }
 
+void ConsoleLog::Log(int site, LogKind log, std::string_view message) {
+    switch (log) {
+    case LogKind::console:
+        LogConsole(site, message);
+        break;
+    case LogKind::commandResults:
+        LogCommandResults(site, message);
+        break;
+    case LogKind::browserReply:
+        LogBrowserReply(site, message);
+        break;
+    }
+}
+
 void ConsoleLog::logTimed(int site, std::string_view message, LogText& log, LogKind kind) {
     const TextEncoding encoding = at(sites_, site).session.encoding;
     const std::string time = clock_.timeOfDay();

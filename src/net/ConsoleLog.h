@@ -24,6 +24,9 @@ class ConsoleLog {
     // where the log is not empty.
     void LogBrowserReply(int site, std::string_view message);
 
+    // Any of the three.
+    void Log(int site, LogKind log, std::string_view message);
+
   private:
     void logTimed(int site, std::string_view message, LogText& log, LogKind kind);
 

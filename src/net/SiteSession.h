@@ -23,12 +23,20 @@
 
 namespace corvel {
 
+// A command that the server has answered, for whoever keeps count of them.
+struct Answer {
+    Command command; // a password masked
+    int code = 0;
+    std::string lastLine; // of the reply
+};
+
 // The runtime record of one site. All texts are in the server's bytes unless a comment says otherwise.
 struct SiteSession {
     static constexpr std::size_t queueSlots = 26;
 
     bool bLoggedIn = false;      // the server accepted the login
     bool bAwaitingReply = false; // a command is outstanding: at most one per site
+    bool isGreeted = false;      // the connection has brought a reply
     ReplyBuffer sReplyBuffer;
     std::string sConsolePartial; // an incomplete last line held back from the console
 
@@ -39,6 +47,7 @@ struct SiteSession {
     // The command last sent (a password is masked). It survives the end of a connection.
     Command current{.bQuiet = false, .iHandler = 0};
 
+    std::vector<Answer> answers; // since they were last taken away
     BatchLines sBatchLines;
     std::string sCwd = "/"; // the browser's current remote directory
     ActivityCounters activity;

@@ -1,6 +1,5 @@
 #include "app/AdminActions.h"
 
-#include "admin/Batch.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>
@@ -315,60 +314,14 @@ TEST(AdminActions, SortingMovesRowsAndKeepsTheCurrentAccount) {
     EXPECT_EQ(program.admin().currentUserRow(1), -1);
 }
 
-// A tagline for bob and for alice.
-CommandSequence taglines() {
-    const std::vector<std::string_view> names = {"bob", "alice"};
-    return batchSequence({.chkBatchTagLine = true, .txtBatchTagline = "hi"}, names).value();
-}
-
-const CommandSequence adding{"begin",
-                             LogKind::console,
-                             "site change eve flags 3\r\n",
-                             {"SITE gadduser staff eve secret *@*", false, handler::addUser, -1}};
-
-TEST(AdminActions, OneSequenceRunsAtATime) {
-    Administering program;
-    const CommandSequence batch = taglines();
-    EXPECT_EQ(program.admin().batchProgress(1), "");
-    EXPECT_TRUE(program.admin().startSequence(1, batch));
-    EXPECT_EQ(program.admin().batchProgress(1), "0 of 2");
-    EXPECT_FALSE(program.admin().startSequence(1, batch));
-    program.answer({expect("NOOP"), send(ok), expect("site change bob tagline hi")}, "first half");
-    EXPECT_EQ(program.admin().batchProgress(1), "1 of 2");
-    EXPECT_FALSE(program.admin().startSequence(1, batch));
-    EXPECT_EQ(program.prompts.asked, Texts(2, std::string(sequenceRunning)));
-    program.answer({send(ok), expect("site change alice tagline hi"), send(ok)}, "second half");
-    EXPECT_EQ(program.admin().batchProgress(1), "");
-    const std::string log = program.commandResults(1);
-    EXPECT_EQ(log.find("-------------[ BEGIN ]-[ BATCH COMMAND ]-------------"), 0U);
-    EXPECT_NE(log.find("-------------[ END ]-[ BATCH COMMAND ]-------------"), std::string::npos);
-    EXPECT_TRUE(program.admin().startSequence(1, batch)) << "the first one is over";
-}
-
-// What is left of a sequence survives its connection, but nothing of it goes out on the next one: the
-// scripts fail at any line that they do not expect.
-TEST(AdminActions, NothingOfALostSequenceGoesOutLater) {
-    for (const CommandSequence& lost : {adding, taglines()}) {
-        const std::string next = lost.sBatchLines.substr(0, lost.sBatchLines.find('\r'));
-        for (const Script& rest : {Script{send(ok), expect(next), hangUp()}, Script{hangUp()}}) {
-            Administering program;
-            EXPECT_TRUE(program.admin().startSequence(1, lost));
-            program.answer(Script{expect(lost.first.sCommand)} + rest, "lost");
-            EXPECT_EQ(program.admin().batchProgress(1), "");
-            program.logIn();
-            program.reloadUsers();
-            EXPECT_TRUE(program.admin().startSequence(1, taglines()));
-            program.answer({expect("NOOP"), send(ok), expect("site change bob tagline hi"), send(ok),
-                            expect("site change alice tagline hi"), send(ok)},
-                           "another");
-        }
-    }
-}
-
 TEST(AdminActions, ARefusedAccountGetsNoProperties) {
     Administering program;
-    EXPECT_TRUE(program.admin().startSequence(1, adding));
-    program.answer({expect(adding.first.sCommand), send("550 no\r\n")}, "refused");
+    EXPECT_FALSE(program.admin().startSequence(
+        1, {"begin",
+            LogKind::console,
+            "site change eve flags 3\r\n",
+            {"SITE gadduser staff eve secret *@*", false, handler::addUser, -1}}));
+    program.answer({expect("SITE gadduser staff eve secret *@*"), send("550 no\r\n")}, "refused");
     EXPECT_EQ(program.session(1).sBatchLines.left(), 0U);
     EXPECT_EQ(program.commandResults(1).find("END"), std::string::npos);
 }

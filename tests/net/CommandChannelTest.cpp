@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -66,25 +67,48 @@ TEST(CommandChannel, GoesThroughUnusualLoginsToTheirEnd) {
     }
 }
 
-TEST(CommandChannel, RingTakes26AndSendsTheLatestBeforeTheWaiting) {
-    LoggedIn program;
-    program.main.sendConsoleCommand(1, "first");
-    for (int i = 1; i <= 27; ++i) {
-        program.main.sendConsoleCommand(1, "waiting " + std::to_string(i));
+// The channel alone, with a site that is logged in.
+struct Channel {
+    Channel() {
+        sites[1].wSock = std::make_unique<FakeSocket>();
+        socket().current = SocketState::connected;
+        sites[1].session.bLoggedIn = true;
     }
-    EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"first"});
+
+    FakeSocket& socket() { return static_cast<FakeSocket&>(*sites[1].wSock); }
+    bool queue(const std::string& line) { return channel.SendCommand(1, {.sCommand = line}); }
+
+    Sites sites = Sites(2);
+    Settings settings;
+    FixedClock clock;
+    RecordingViews views;
+    ConsoleLog log{sites, clock, views};
+    Connection connection{sites, log, views, settings};
+    CommandChannel channel{sites, connection, log, views, settings, {}};
+};
+
+TEST(CommandChannel, RingTakes26AndSendsTheLatestBeforeTheWaiting) {
+    Channel program;
+    EXPECT_TRUE(program.queue("first"));
+    for (int i = 1; i <= 27; ++i) {
+        EXPECT_EQ(program.queue("waiting " + std::to_string(i)), i <= 26);
+    }
+    EXPECT_EQ(program.socket().takeSentLines(), Texts{"first"});
 
     // "waiting 1" took the slot that was just sent, where the sender looks first; a late command takes the
     // slot that "waiting 1" leaves and goes out before the others.
-    program.main.wSock_DataArrival(1, "200 ok\r\n");
-    EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"waiting 1"});
-    program.main.sendConsoleCommand(1, "late");
-    Script rest;
+    program.channel.ReplyRouter(1, "200 ok\r\n");
+    EXPECT_EQ(program.socket().takeSentLines(), Texts{"waiting 1"});
+    EXPECT_TRUE(program.queue("late"));
     for (int i = 1; i <= 26; ++i) {
-        rest.push_back(send("200 ok\r\n"));
-        rest.push_back(expect(i == 1 ? "late" : "waiting " + std::to_string(i)));
+        program.channel.ReplyRouter(1, "200 ok\r\n");
+        EXPECT_EQ(program.socket().takeSentLines(), Texts{i == 1 ? "late" : "waiting " + std::to_string(i)});
     }
-    program.answer(rest + Script{send("200 ok\r\n")}, "the rest");
+    program.channel.ReplyRouter(1, "200 ok\r\n");
+    EXPECT_TRUE(program.socket().takeSentLines().empty());
+    program.sites[1].session.CommandQueue[9].sCommand = "left over";
+    EXPECT_FALSE(program.queue(""));
+    EXPECT_EQ(program.socket().takeSentLines(), Texts{"left over"}) << "an empty line sends the next";
 }
 
 struct SendCase {

@@ -57,12 +57,19 @@ class RecordingViews : public Views {
     }
 
     Texts calls;
+    std::function<void(const std::string&)> whenTold; // with each call, once it is noted
 
   private:
     void note(const std::string& what, int site, int index) {
-        calls.push_back(what + " " + std::to_string(site) + " " + std::to_string(index));
+        note((what + " " + std::to_string(site)).c_str(), index);
     }
-    void note(const char* what, int site) { calls.push_back(what + (" " + std::to_string(site))); }
+    void note(const char* what, int site) {
+        const std::string call = what + (" " + std::to_string(site));
+        calls.push_back(call);
+        if (whenTold) {
+            whenTold(call);
+        }
+    }
 };
 
 // Answers every question from a list given beforehand, at once; a question without an answer is cancelled.

@@ -213,20 +213,29 @@ TEST_F(BrowserDialogs, OpenForTheirKindOfRowAlone) {
 TEST(BrowserDialogForms, KeepTheBytesOfNames) {
     const std::string name = "\xE4 \"%(x)\" \n\x01\xFF";
     std::vector<std::string> confirmed;
-    frmBrowserCHMOD chmod({{.txtPath = name}, TextEncoding::utf8},
-                          [&](const ChmodForm& form) { confirmed.push_back(form.txtPath); });
+    std::optional<std::string> problem = "not now";
+    frmBrowserCHMOD chmod({{.txtPath = name}, TextEncoding::utf8}, [&](const ChmodForm& form) {
+        confirmed.push_back(form.txtPath);
+        return problem;
+    });
     DialogDriver(chmod).click("cmdOK");
-    frmBrowserNUKE nuke({{.txtName = name}, true, TextEncoding::utf8},
-                        [&](const NukeForm& form) { confirmed.push_back(form.txtName); });
+    EXPECT_EQ(DialogDriver(chmod).answer(), "not now");
+    frmBrowserNUKE nuke({{.txtName = name}, true, TextEncoding::utf8}, [&](const NukeForm& form) {
+        confirmed.push_back(form.txtName);
+        return problem;
+    });
     DialogDriver(nuke).click("cmdOK");
+    EXPECT_EQ(DialogDriver(nuke).answer(), "not now");
     frmBrowserCHATTR chattr({{.sName = name, .lstUsers = {{name}}}, TextEncoding::utf8},
                             [&](const ChattrForm& form) {
                                 confirmed.push_back(form.sName);
                                 confirmed.push_back(form.lstUsers[0].sText);
                                 confirmed.push_back(form.txtCurrent);
+                                return problem;
                             });
     chattr.setAnswer({.txtCurrent = name}, TextEncoding::windows1252);
     DialogDriver(chattr).click("Command1");
+    EXPECT_EQ(DialogDriver(chattr).answer(), "not now");
     EXPECT_EQ(confirmed, std::vector<std::string>(5, name));
 }
 

@@ -16,11 +16,6 @@ void open(QDialog& dialog) {
     dialog.open();
 }
 
-// Nothing where the sequence has started, else a message that is shown already.
-std::optional<std::string> start(mdlMain& program, int site, const CommandSequence& sequence) {
-    return program.admin().startSequence(site, sequence) ? std::nullopt : std::optional(std::string());
-}
-
 } // namespace
 
 void openAddUser(mdlMain& program, int site, QWidget* parent) {
@@ -31,7 +26,7 @@ void openAddUser(mdlMain& program, int site, QWidget* parent) {
             if (std::optional<std::string> problem = addUserProblem(form, session.Users)) {
                 return problem;
             }
-            return start(program, site, addUserSequence(form));
+            return program.admin().startSequence(site, addUserSequence(form));
         },
         parent);
     open(*dialog);
@@ -45,7 +40,7 @@ void openAddGroup(mdlMain& program, int site, QWidget* parent) {
             if (std::optional<std::string> problem = addGroupProblem(form, session.Groups)) {
                 return problem;
             }
-            return start(program, site, addGroupSequence(form));
+            return program.admin().startSequence(site, addGroupSequence(form));
         },
         parent);
     open(*dialog);
@@ -59,11 +54,8 @@ void openCopyUser(mdlMain& program, int site, int index, QWidget* parent) {
     auto* const dialog = new frmCopyUser(
         {copyUserForm(session.Users[static_cast<std::size_t>(index)]), session.encoding},
         [&program, &session, site](const CopyUserForm& form) {
-            std::optional<std::string> problem = copyUserProblem(form, session.Users);
-            if (!problem) {
-                program.admin().copyUser(site, form);
-            }
-            return problem;
+            const std::optional<std::string> problem = copyUserProblem(form, session.Users);
+            return problem ? problem : program.admin().copyUser(site, form);
         },
         parent);
     open(*dialog);

@@ -322,7 +322,7 @@ void UsersPanel::cmdBatchPerform_Click(const BatchForm& form) {
         names.push_back(session(site).Users[index].sName);
     }
     if (const std::optional<CommandSequence> sequence = batchSequence(form, names)) {
-        program_.admin().startSequence(site, *sequence);
+        program_.admin().startBatch(site, *sequence);
     }
 }
 

@@ -31,8 +31,7 @@ frmChangeUserGroups::frmChangeUserGroups(Opening opening, Accept accept, QWidget
 void frmChangeUserGroups::okClicked() {
     form_.lstGroups = lstGroups_->entries();
     form_.lstGAdmin = lstGAdmin_->entries();
-    accept_(form_);
-    accept();
+    closeOrSay(*this, accept_(form_), TextEncoding::utf8);
 }
 
 } // namespace corvel

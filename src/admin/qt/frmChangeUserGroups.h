@@ -6,6 +6,7 @@
 #include <QDialog>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace corvel {
@@ -17,8 +18,9 @@ class frmChangeUserGroups : public QDialog {
     Q_OBJECT
 
   public:
-    // What becomes of the form when the OK button is pressed; the dialog closes then.
-    using Accept = std::function<void(const ChangeUserGroupsForm&)>;
+    // What becomes of the form when the OK button is pressed: nothing where the dialog may close, else why
+    // it stays open.
+    using Accept = std::function<std::optional<std::string>(const ChangeUserGroupsForm&)>;
 
     // What the dialog is opened with; the texts are in the encoding.
     struct Opening {

@@ -61,8 +61,7 @@ void frmUserSections::cmdSave_Click() {
         form_.txtRatio[i] = toCore(txtRatio_[i]->text());
         form_.txtCredits[i] = toCore(txtCredits_[i]->text());
     }
-    accept_(form_);
-    accept();
+    closeOrSay(*this, accept_(form_), TextEncoding::utf8);
 }
 
 } // namespace corvel

@@ -6,6 +6,7 @@
 #include <QDialog>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,9 @@ class frmUserSections : public QDialog {
     Q_OBJECT
 
   public:
-    // What becomes of the form when the Save button is pressed; the dialog closes then.
-    using Accept = std::function<void(const SectionsForm&)>;
+    // What becomes of the form when the Save button is pressed: nothing where the dialog may close, else why
+    // it stays open.
+    using Accept = std::function<std::optional<std::string>(const SectionsForm&)>;
 
     // What the dialog is opened with; the name is in the encoding.
     struct Opening {

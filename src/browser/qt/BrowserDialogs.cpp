@@ -47,7 +47,9 @@ void openChmod(mdlMain& program, int site, int row, BrowserPanel& panel) {
     const SiteSession& session = program.site(site).session;
     openDialog(*new frmBrowserCHMOD(
         {chmodForm(session.sCwd, *entry), session.encoding},
-        [&program, site](const ChmodForm& form) { program.browser().send(site, {chmodCommand(form)}); },
+        [&program, site](const ChmodForm& form) {
+            return program.browser().send(site, {chmodCommand(form)});
+        },
         &panel));
 }
 
@@ -62,7 +64,7 @@ void openNuke(mdlMain& program, int site, int row, BrowserPanel& panel) {
         {{.txtPath = session.sCwd, .txtName = std::string(entry->name)}, hasSyntax, session.encoding},
         [&program, &session, site](const NukeForm& form) {
             const NukeSyntax syntax = nukeSyntax(program.settings(), session.encoding);
-            program.browser().send(site, {nukeCommand(form, syntax)});
+            return program.browser().send(site, {nukeCommand(form, syntax)});
         },
         &panel));
 }
@@ -79,7 +81,7 @@ void openChattr(mdlMain& program, int site, int row, BrowserPanel& panel) {
     auto* const dialog = new frmBrowserCHATTR(
         {form, session.encoding},
         [&program, site](const ChattrForm& confirmed) {
-            program.browser().send(site, chattrCommands(confirmed));
+            return program.browser().send(site, chattrCommands(confirmed));
         },
         &panel);
     // The answer to another question may still be on its way, from a dialog that was closed before it came.

@@ -111,8 +111,7 @@ void frmBrowserCHATTR::allowConfirming() {
 
 void frmBrowserCHATTR::confirmed() {
     collect();
-    accept_(form_);
-    accept();
+    closeOrSay(*this, accept_(form_), TextEncoding::utf8);
 }
 
 } // namespace corvel

@@ -74,8 +74,7 @@ void frmBrowserCHMOD::modeEdited() {
 
 void frmBrowserCHMOD::okClicked() {
     boxes_.collect();
-    accept_(form_);
-    accept();
+    closeOrSay(*this, accept_(form_), TextEncoding::utf8);
 }
 
 } // namespace corvel

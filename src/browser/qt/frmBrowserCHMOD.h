@@ -8,6 +8,8 @@
 
 #include <array>
 #include <functional>
+#include <optional>
+#include <string>
 
 class QCheckBox;
 class QFormLayout;
@@ -19,8 +21,9 @@ class frmBrowserCHMOD : public QDialog {
     Q_OBJECT
 
   public:
-    // What becomes of the form when the OK button is pressed; the dialog closes then.
-    using Accept = std::function<void(const ChmodForm&)>;
+    // What becomes of the form when the OK button is pressed: nothing where the dialog may close, else why
+    // it stays open.
+    using Accept = std::function<std::optional<std::string>(const ChmodForm&)>;
 
     // What the dialog is opened with; the texts are in the encoding.
     struct Opening {

@@ -56,8 +56,7 @@ bool frmBrowserNUKE::eventFilter(QObject* watched, QEvent* event) {
 
 void frmBrowserNUKE::okClicked() {
     boxes_.collect();
-    accept_(form_);
-    accept();
+    closeOrSay(*this, accept_(form_), TextEncoding::utf8);
 }
 
 } // namespace corvel

@@ -7,6 +7,8 @@
 #include <QDialog>
 
 #include <functional>
+#include <optional>
+#include <string>
 
 class QFormLayout;
 class QLineEdit;
@@ -18,8 +20,9 @@ class frmBrowserNUKE : public QDialog {
     Q_OBJECT
 
   public:
-    // What becomes of the form when the OK button is pressed; the dialog closes then.
-    using Accept = std::function<void(const NukeForm&)>;
+    // What becomes of the form when the OK button is pressed: nothing where the dialog may close, else why
+    // it stays open.
+    using Accept = std::function<std::optional<std::string>(const NukeForm&)>;
 
     // What the dialog is opened with; the texts are in the encoding.
     struct Opening {

@@ -12,8 +12,12 @@ namespace {
 struct Fixture {
     clsUser user = bob();
     std::optional<ChangeUserGroupsForm> accepted;
+    std::optional<std::string> problem;
     frmChangeUserGroups dialog{{user.sName, changeUserGroupsForm(user, threeGroups()), TextEncoding::utf8},
-                               [this](const ChangeUserGroupsForm& form) { accepted = form; }};
+                               [this](const ChangeUserGroupsForm& form) {
+                                   accepted = form;
+                                   return problem;
+                               }};
     DialogDriver driver{dialog};
 };
 
@@ -53,6 +57,14 @@ TEST(frmChangeUserGroups, ClicksToggleOneEntryEach) {
     }
 }
 
+TEST(frmChangeUserGroups, StaysOpenWithWhatCouldNotBeSent) {
+    Fixture fixture;
+    fixture.problem = "not connected";
+    fixture.driver.click("cmdOK");
+    EXPECT_EQ(fixture.driver.answer(), "not connected");
+    EXPECT_TRUE(fixture.dialog.isVisible());
+}
+
 TEST(frmChangeUserGroups, CancelAndEscapeSendNothing) {
     Fixture fixture;
     EXPECT_EQ(fixture.driver.tabOrder(), (Texts{"lstGroups", "lstGAdmin", "cmdOK", "cmdCancel"}));
@@ -70,7 +82,10 @@ TEST(frmChangeUserGroups, NamesComeBackAsTheServersBytes) {
         ParseGroupTable(1, Lines{"p | 5 | caf\xE9\x07 | 1", "p | 6 | a\xC2\xA0z | 1"}).table;
     std::optional<ChangeUserGroupsForm> accepted;
     frmChangeUserGroups dialog({"bob", changeUserGroupsForm(bob(), groups), TextEncoding::windows1252},
-                               [&](const ChangeUserGroupsForm& form) { accepted = form; });
+                               [&](const ChangeUserGroupsForm& form) {
+                                   accepted = form;
+                                   return std::optional<std::string>();
+                               });
     DialogDriver driver(dialog);
     EXPECT_EQ(driver.find<QListWidget>("lstGroups").item(0)->text().toStdString(), "caf\u00E9\u2407");
     driver.clickRow("lstGroups", 0);

@@ -12,8 +12,12 @@ namespace {
 struct Fixture {
     UserForm shown = InfoToForm(bob(), threeGroups());
     std::optional<SectionsForm> accepted;
+    std::optional<std::string> problem;
     frmUserSections dialog{{"bob", sectionsForm(shown.lvwUserSections), TextEncoding::utf8},
-                           [this](const SectionsForm& form) { accepted = form; }};
+                           [this](const SectionsForm& form) {
+                               accepted = form;
+                               return problem;
+                           }};
     DialogDriver driver{dialog};
 
     Texts sent() { return written(saveSectionsCommands(bob(), shown.lvwUserSections, accepted.value())); }

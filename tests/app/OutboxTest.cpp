@@ -1,0 +1,300 @@
+#include "app/Outbox.h"
+
+#include "admin/Batch.h"
+#include "support/ScriptedPeer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvel::test {
+namespace {
+
+const std::string ok = "200 ok\r\n";
+const std::string batchBegin = "-------------[ BEGIN ]-[ BATCH COMMAND ]-------------\r\n";
+const std::string batchEnd = "-------------[ END ]-[ BATCH COMMAND ]-------------\r\n";
+
+// The lines in their order, each answered.
+Script answered(const Texts& lines) {
+    Script script;
+    for (const std::string& line : lines) {
+        script.push_back(expect(line));
+        script.push_back(send(ok));
+    }
+    return script;
+}
+
+const std::string userTable = "200- | 7 | bob | staff | 3\r\n200- | 3 | alice | staff | 3\r\n200 end\r\n";
+const std::string listing =
+    "211-x\r\n-rw-r--r-- 1 r r 1 Jan 5 12:00 a\r\n-rw-r--r-- 1 r r 1 Jan 5 12:00 b\r\n"
+    "211 end\r\n";
+
+// Logged in, with two users in the table and the files a and b in the list.
+struct Working : LoggedIn {
+    Working() {
+        main.admin().reloadUsers(1);
+        main.browser().refresh(1);
+        answer(Script{expect("SITE CorvelExt usertable"), send(userTable)} + listingScript(listing), "start");
+    }
+
+    void type(const std::string& line) { main.sendConsoleCommand(1, line); }
+    // Lines that wait behind one that is not answered yet.
+    Texts fill(int count) {
+        Texts lines;
+        for (int i = 0; i < count; ++i) {
+            lines.push_back("line " + std::to_string(i));
+            type(lines.back());
+        }
+        return lines;
+    }
+    std::string result() const { return commandResults(1); }
+};
+
+CommandSequence taglines(const std::vector<std::string_view>& names = {"bob", "alice"}) {
+    return batchSequence({.chkBatchTagLine = true, .txtBatchTagline = "hi"}, names).value();
+}
+
+CommandSequence adding(const std::string& name, std::int32_t code = handler::addUser) {
+    return {"begin " + name,
+            LogKind::console,
+            "site change " + name + " flags 3\r\n",
+            {"SITE gadduser " + name, false, code, -1}};
+}
+
+TEST(Outbox, TakesWhatThirtyFullRingsCouldNot) {
+    Working program;
+    Texts lines = program.fill(40);
+    EXPECT_FALSE(program.main.admin().startSequence(1, adding("eve")));
+    EXPECT_FALSE(program.main.admin().startSequence(1, adding("crew", handler::addGroup)));
+    program.main.admin().startBatch(1, taglines());
+    EXPECT_EQ(program.console(1).find("begin eve"), std::string::npos) << "it has not begun";
+    lines.insert(lines.end(), {"SITE gadduser eve", "site change eve flags 3", "SITE gadduser crew",
+                               "site change crew flags 3", "SITE CorvelExt grouptable", "NOOP",
+                               "site change bob tagline hi", "site change alice tagline hi"});
+    program.answer(answered(lines), "all of them");
+    EXPECT_EQ(program.result(), "> SITE gadduser eve\r\n200 ok\r\n> site change eve flags 3\r\n200 ok\r\n"
+                                "-------------[ END ]-[ ADDUSER ]-------------\r\n"
+                                "> SITE gadduser crew\r\n200 ok\r\n> site change crew flags 3\r\n200 ok\r\n"
+                                "-------------[ END ]-[ ADDGROUP ]-------------\r\n" +
+                                    batchBegin + "200 ok\r\n200 ok\r\n200 ok\r\n" + batchEnd);
+    EXPECT_NE(program.console(1).find("> line 39\r\n200 ok\r\nbegin eve\r\n200 ok\r\n"), std::string::npos);
+}
+
+TEST(Outbox, KeepsTheCommandsOfAJobTogether) {
+    Working program;
+    std::vector<Command> changes;
+    Texts lines = {"first"};
+    for (int i = 0; i < 40; ++i) {
+        lines.push_back("SITE change bob admingroup g" + std::to_string(i));
+        changes.push_back({lines.back(), false, handler::userChange});
+    }
+    lines.insert(lines.end(), {"SITE CorvelExt userfile 7", "RNFR a", "RNTO A", "STAT -a", "PWD", "RNFR b",
+                               "RNTO B", "CWD /", "PWD"});
+    program.type("first");
+    program.main.admin().changeUser(1, 7, changes);
+    program.main.browser().rename(1, 0, "A");
+    program.main.browser().refresh(1);
+    program.main.browser().rename(1, 1, "B");
+    program.main.browser().root(1);
+    for (const std::string& line : lines) {
+        program.main.tmrNoop_Timer(1); // the timers have no turn while anything waits
+        program.main.tmrRefreshWho_Timer(1, false);
+        program.answer({expect(line)}, line);
+        program.main.wSock_DataArrival(1, ok);
+    }
+}
+
+TEST(Outbox, LetsOneJobInBetweenTwoLinesOfABatch) {
+    Working program;
+    program.main.admin().startBatch(1, taglines({"a", "b", "c"}));
+    EXPECT_EQ(program.main.admin().batchProgress(1), "0 of 3");
+    program.main.admin().startBatch(1, taglines());
+    program.main.browser().rename(1, 0, "A");
+    program.main.browser().rename(1, 1, "B");
+    program.answer(answered({"NOOP"}) + Script{expect("RNFR a"), send(ok), expect("RNTO A")}, "a guest");
+    EXPECT_EQ(program.main.admin().batchProgress(1), "0 of 3");
+    program.answer({send(ok), expect("site change a tagline hi")}, "a line");
+    EXPECT_EQ(program.main.admin().batchProgress(1), "1 of 3");
+    program.answer(Script{send(ok)} +
+                       answered({"RNFR b", "RNTO B", "site change b tagline hi", "site change c tagline hi",
+                                 "NOOP", "site change bob tagline hi", "site change alice tagline hi"}),
+                   "the rest, and the next batch");
+    EXPECT_EQ(program.main.admin().batchProgress(1), "");
+    EXPECT_EQ(program.result(), batchBegin + "200 ok\r\n200 ok\r\n200 ok\r\n200 ok\r\n" + batchEnd +
+                                    batchBegin + "200 ok\r\n200 ok\r\n200 ok\r\n" + batchEnd);
+}
+
+TEST(Outbox, ChecksWholeJobsBeforeAnyOfThemGoesOut) {
+    const std::string twoLines = "Command not sent: it holds a line break or a NUL character";
+    const std::string closed = "Command not sent: the site is not connected";
+    Working program;
+    CommandSequence bad = taglines();
+    bad.sBatchLines += "site change eve tagline a\nb\r\n";
+    EXPECT_EQ(program.main.admin().startSequence(1, bad), twoLines);
+    EXPECT_EQ(program.main.browser().send(1, {{"RNFR a"}, {std::string("RNTO \0", 6)}}), twoLines);
+    program.main.browser().rename(1, 0, "A\n");
+    EXPECT_EQ(program.session(1).browserReplyLog.text(), "[12:34:56] " + twoLines);
+    EXPECT_EQ(program.session(1).lastErrorLine, twoLines);
+    EXPECT_FALSE(program.main.browser().send(1, {{""}})) << "nothing to do is done";
+    program.answer({}, "nothing went out");
+
+    program.main.disconnectSite(1);
+    const std::string before = program.console(1);
+    EXPECT_EQ(program.main.admin().startSequence(1, adding("eve")), closed);
+    EXPECT_EQ(program.main.admin().changeUserGroups(1, 7, {}), closed);
+    EXPECT_EQ(program.main.admin().changeSections(1, 7, {}, {}), closed);
+    EXPECT_EQ(program.main.admin().copyUser(1, {"bob", "7", "rob"}), closed);
+    EXPECT_EQ(program.main.browser().send(1, {{"SITE chmod 644 a"}}), closed);
+    EXPECT_EQ(program.console(1), before);
+    program.main.admin().startBatch(1, taglines());
+    EXPECT_EQ(program.result(), closed + "\r\n");
+}
+
+TEST(Outbox, SaysWhichAccountADialogCameTooLateFor) {
+    Working program;
+    EXPECT_FALSE(program.main.admin().changeUserGroups(1, 8, {}));
+    EXPECT_FALSE(program.main.admin().changeSections(1, 8, {}, {}));
+    EXPECT_FALSE(program.main.admin().copyUser(1, {"eve", "8", "rob"}));
+    EXPECT_EQ(program.prompts.asked, Texts(3, "The user is not in the table any more. Nothing was sent."));
+    program.answer({}, "nothing went out");
+}
+
+TEST(Outbox, TheNewestWishTakesTheWaitingOnesPlace) {
+    Working program;
+    program.type("first");
+    for (const int row : {0, 1, 0, 1}) {
+        program.main.admin().openUser(1, row);
+    }
+    program.type("second");
+    program.answer(answered({"first", "SITE CorvelExt userfile 3", "second"}), "one request");
+}
+
+struct EndCase {
+    const char* name;
+    int answers;      // of NOOP and the lines of the batch
+    bool isRenaming;  // while the batch runs
+    std::string said; // in the command results
+};
+
+TEST(Outbox, SaysWhatAConnectionTookWithIt) {
+    const std::vector<EndCase> cases = {
+        {"before the first line", 0, false,
+         "3 commands were not sent: the connection ended, 0 of 3 lines of the batch are done\r\n"},
+        {"with a rename that waits", 2, true,
+         "4 commands were not sent: the connection ended, 1 of 3 lines of the batch are done\r\n"},
+        {"at the last line", 3, false, "The connection ended, 2 of 3 lines of the batch are done\r\n"},
+        {"too late", 4, false, ""},
+    };
+    for (const EndCase& row : cases) {
+        Working program;
+        program.main.admin().startBatch(1, taglines({"a", "b", "c"}));
+        for (int i = 0; i < row.answers; ++i) {
+            program.main.wSock_DataArrival(1, ok);
+        }
+        if (row.isRenaming) {
+            program.main.browser().rename(1, 0, "A");
+            program.main.admin().openUser(1, 0); // which nobody misses
+            program.main.browser().open(1, 0);   // a file
+            program.type("x");
+        }
+        program.socket(1).takeSentLines();
+        const std::string before = program.result();
+        program.answer({hangUp()}, row.name);
+        EXPECT_EQ(program.result().substr(before.size()), row.said) << row.name;
+        program.logIn();
+        EXPECT_EQ(program.main.admin().batchProgress(1), "");
+    }
+}
+
+TEST(Outbox, GivesEveryJobItsReceipt) {
+    TestProgram ports(sitesFile(1));
+    Sites sites(2);
+    auto owned = std::make_unique<FakeSocket>();
+    FakeSocket& socket = *owned;
+    sites[1].wSock = std::move(owned);
+    socket.current = SocketState::connected;
+    sites[1].session.bLoggedIn = true;
+    const Settings settings;
+    ConsoleLog log(sites, ports.clock, ports.views);
+    Connection connection(sites, log, ports.views, settings);
+    CommandChannel channel(sites, connection, log, ports.views, settings, {});
+    Outbox outbox(sites, channel, log, ports.views);
+    Texts receipts;
+    const auto start = [&](Job job) {
+        const std::string name = job.commands.front().sCommand;
+        outbox.start(1, std::move(job), [&receipts, name](const Receipt& receipt) {
+            receipts.push_back(name + ": " + std::to_string(static_cast<int>(receipt.end)) + " " +
+                               std::to_string(receipt.sent) + "/" + std::to_string(receipt.commands) + " " +
+                               receipt.refusedCommand + " " + receipt.refusal);
+        });
+    };
+    const auto reply = [&](const std::string& text) {
+        outbox.during(1, [&] { channel.ReplyRouter(1, text); });
+    };
+    start({{{"good"}}});
+    start({{{"a"}, {"b"}, {"c"}}});
+    start({{{"old"}}, "w"});
+    start({{{"new"}}, "w"});
+    EXPECT_EQ(receipts, Texts{"old: 3 0/1  "});
+    reply("200 ok\r\n");
+    EXPECT_EQ(receipts.back(), "good: 0 0/1  ");
+    reply("200 ok\r\n");
+    reply("550-no\r\n550 b is not here\r\n");
+    reply("500 nor c\r\n");
+    EXPECT_EQ(receipts.back(), "a: 1 0/3 b 550 b is not here");
+    start({{{"x"}, {"y"}}});
+    reply("200 ok\r\n");
+    outbox.during(1, [&] { connection.ResetSession(1); });
+    EXPECT_EQ(receipts.back(), "x: 2 1/2  ");
+    EXPECT_EQ(receipts.size(), 5U);
+}
+
+// A view that wants something sent while a reply is being dealt with does not get between the reply and what
+// its handler asks for.
+TEST(Outbox, NothingGoesOutFromInsideAReply) {
+    Working program;
+    program.views.whenTold = [&program](const std::string& call) {
+        if (call == "listingChanged 1") {
+            program.type("from inside");
+        }
+    };
+    program.main.browser().refresh(1);
+    program.answer(listingScript(listing) + Script{expect("from inside")}, "refresh");
+}
+
+TEST(Outbox, NothingPushesItselfIntoTheLogin) {
+    const Script tables = {expect("SITE CorvelExt usertable"),
+                           send(ok),
+                           expect("SITE CorvelExt grouptable"),
+                           send(ok),
+                           expect("CWD /"),
+                           send("550 no\r\n"),
+                           expect("PWD"),
+                           send(ok)};
+    TestProgram program(sitesFile(1));
+    program.main.connectSite(1);
+    play(program, 1, {}, {}, "connected");
+    program.main.sendConsoleCommand(1, "before the greeting");
+    program.main.browser().refresh(1);
+    play(program, 1, {send("220 hi\r\n"), expect("USER bob")}, {}, "greeting");
+    program.main.sendConsoleCommand(1, "between");
+    program.main.sendConsoleCommand(1, "");
+    play(program, 1,
+         Script{send("331 go on\r\n"), expect("PASS secret"), send("230 in\r\n")} + tables +
+             answered({"before the greeting"}) + listingScript("211 x\r\n") + answered({"between"}),
+         {}, "login");
+
+    TestProgram refused(sitesFile(1));
+    refused.main.connectSite(1);
+    play(refused, 1, {send("220 hi\r\n"), expect("USER bob"), send("530 not you\r\n")}, {}, "refused");
+    refused.main.admin().reloadUsers(1);
+    refused.main.sendConsoleCommand(1, "USER eve");
+    play(refused, 1,
+         Script{expect("USER eve"), send("331 go on\r\n"), expect("PASS secret"), send("230 in\r\n")} +
+             tables + answered({"SITE CorvelExt usertable"}),
+         {}, "by hand");
+}
+
+} // namespace
+} // namespace corvel::test
