@@ -40,8 +40,8 @@ std::string_view chattrText(std::string_view firstLine) {
     return firstLine.substr(firstLine.starts_with(answerPrefix) ? answerPrefix.size() : 0);
 }
 
-bool canConfirm(const ChattrForm& form) {
-    return !form.isRefused || !argumentsOf(form).empty();
+bool clearsUnseen(const ChattrForm& form) {
+    return form.isRefused && !chattrCommands(form).empty() && argumentsOf(form).empty();
 }
 
 std::vector<Command> chattrCommands(const ChattrForm& form) {
@@ -49,7 +49,7 @@ std::vector<Command> chattrCommands(const ChattrForm& form) {
     if (!arguments.empty()) {
         return {fileCommand("site chattr +h ", quoted(form.sName) + " " + quoted(arguments))};
     }
-    if (canConfirm(form) && !matchesPattern(form.txtCurrent, nothingSet)) {
+    if (!matchesPattern(form.txtCurrent, nothingSet)) {
         return {fileCommand("site chattr -h ", quoted(form.sName))};
     }
     return {};

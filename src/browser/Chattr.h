@@ -34,9 +34,9 @@ Command chattrQuery(std::string_view name);
 // What the dialog shows of the first line of the reply: what is behind "200-CHATTR: ", else the whole line.
 std::string_view chattrText(std::string_view firstLine);
 
-// Whether an answered form can be confirmed. Where the server does not say what is set, something has to be
-// selected: nobody has seen what the form would clear.
-bool canConfirm(const ChattrForm& form);
+// Whether the confirmed form would clear what nobody has seen: nothing is selected, and the server does not
+// say what is set.
+bool clearsUnseen(const ChattrForm& form);
 
 // What the confirmed form sends: who is to see the directory, or, where nothing is selected, that everybody
 // is. Nothing where nothing is selected and nothing was set.

@@ -33,13 +33,15 @@ ChmodForm chmodForm(std::string_view cwd, const BrowserEntry& entry) {
 }
 
 // The decimal digits of the sum are the octal digits of the mode.
-std::string chmodValue(const Permissions& permissions) {
+std::string chmodValue(const Permissions& permissions, std::string_view mode) {
     static constexpr std::array<int, permissionCount> worth = {400, 200, 100, 40, 20, 10, 4, 2, 1};
     int total = 0;
     for (std::size_t i = 0; i < permissionCount; ++i) {
         total += permissions[i] ? worth[i] : 0;
     }
-    return FormatField(std::to_string(total), 3, FieldAlign::right, "0", false);
+    const bool hasFirst = mode.size() == 4 && permissionsOf(mode);
+    return std::string(mode.substr(0, hasFirst ? 1 : 0)) +
+           FormatField(std::to_string(total), 3, FieldAlign::right, "0", false);
 }
 
 std::optional<Permissions> permissionsOf(std::string_view value) {

@@ -27,8 +27,8 @@ struct ChmodForm {
 // The form for an entry of directory cwd, its path and access as listed.
 ChmodForm chmodForm(std::string_view cwd, const BrowserEntry& entry);
 
-// The permissions as three octal digits.
-std::string chmodValue(const Permissions& permissions);
+// The permissions as three octal digits, behind the first digit of mode where that is one of four.
+std::string chmodValue(const Permissions& permissions, std::string_view mode = {});
 
 // The permissions in a typed mode of three octal digits, or of four, whose first does not stand for any of
 // them; nothing for another text.

@@ -1,11 +1,14 @@
 #include "browser/Listing.h"
 
-#include "browser/Blanks.h"
 #include "common/Numbers.h"
+#include "common/Pattern.h"
+#include "common/Text.h"
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstring>
+#include <utility>
 
 namespace corvel {
 
@@ -14,8 +17,6 @@ namespace {
 constexpr std::size_t accessLength = 10;
 // The shortest line that is accepted: ten characters, then " ", " ?", " ?", " ", "# ?", " ?", " ?", " ?".
 constexpr std::size_t shortestLine = accessLength + 15;
-// A date that lacks its later fields can be this much longer than the fields that it is written over.
-constexpr std::size_t dateSlack = 2;
 
 // Three letters as one number, upper-case ones as their lower-case form. Only a letter becomes a letter.
 constexpr std::uint32_t letters(std::string_view name) {
@@ -32,69 +33,31 @@ constexpr std::array<std::uint32_t, 12> monthNames = {
 constexpr std::array<std::string_view, 12> monthNumbers = {"01", "02", "03", "04", "05", "06",
                                                            "07", "08", "09", "10", "11", "12"};
 
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
-// Behind the first blank at or after position and the byte that follows it; past the end of the line when
-// there are no such two.
-std::size_t skipBlankAndOne(const Blanks& blanks, std::size_t position) {
-    return blanks.find(position) + 2;
-}
-
-// Whether line can match at all, which most other lines of a reply show in their first bytes.
-bool mayMatch(std::string_view line) {
-    return line.size() >= shortestLine && line[accessLength] == ' ';
-}
-
-// Whether a line that may match matches "?????????? * ?* ?* *# ?* ?* ?* ?*". Each piece between two stars is
-// taken at its first place, which finds a match whenever there is one.
-bool matchesLongFormat(const Blanks& blanks) {
-    const std::string_view line = blanks.line();
-    std::size_t position = skipBlankAndOne(blanks, accessLength + 1);
-    position = skipBlankAndOne(blanks, position);
-    position = blanks.find(position);
-    do {
-        position = blanks.find(position + 1);
-    } while (position < line.size() && !isDigit(line[position - 1]));
-    position += 2;
-    for (int field = 0; field < 3; ++field) {
-        position = skipBlankAndOne(blanks, position);
-    }
-    return position <= line.size();
-}
-
-bool isReplyLine(std::string_view line) {
-    return line.starts_with("211 ") || line.starts_with("211-");
-}
-
 // Takes the fields of a line from left to right.
 class FieldCutter {
   public:
-    FieldCutter(const Blanks& blanks, std::size_t position) : blanks_(blanks), position_(position) {}
+    explicit FieldCutter(std::string_view rest) : rest_(rest) {}
 
     // The text before the next blank, or all that is left; that blank is passed over.
     std::string_view take() {
-        const std::size_t start = position_;
-        const std::size_t end = blanks_.find(start);
-        position_ = std::min(end + 1, blanks_.line().size());
-        return blanks_.line().substr(start, end - start);
-    }
-
-    void skipBlanks() { position_ = blanks_.skip(position_); }
-
-    std::string_view takeAndSkipBlanks() {
-        const std::string_view field = take();
-        skipBlanks();
+        const std::size_t end = std::min(rest_.find(' '), rest_.size());
+        const std::string_view field = rest_.substr(0, end);
+        rest_.remove_prefix(std::min(end + 1, rest_.size()));
         return field;
     }
 
-    std::size_t position() const { return position_; }
-    std::string_view rest() const { return blanks_.line().substr(position_); }
+    std::string_view takeAndSkipBlanks() {
+        const std::string_view field = take();
+        while (rest_.starts_with(' ')) {
+            rest_.remove_prefix(1);
+        }
+        return field;
+    }
+
+    std::string_view rest() const { return rest_; }
 
   private:
-    const Blanks& blanks_;
-    std::size_t position_;
+    std::string_view rest_;
 };
 
 BrowserEntryType typeOf(std::string_view access) {
@@ -108,50 +71,48 @@ BrowserEntryType typeOf(std::string_view access) {
     }
 }
 
-char* append(char* end, std::string_view part) {
-    if (!part.empty()) { // an empty one may point nowhere
-        std::memmove(end, part.data(), part.size());
-    }
-    return end + part.size();
+std::string dateText(std::string_view month, std::string_view day, std::string_view time) {
+    std::string date(MonthNumber(month));
+    return date.append(1, '/').append(day).append(1, ' ').append(time);
 }
 
-// Cuts month, day and time and writes the date that is shown over them: it starts where they do and is no
-// longer, except for a line without some of them, which needs dateSlack bytes behind its end.
-std::string_view takeDate(FieldCutter& cutter, char* date, bool mergeBlanks) {
-    const auto take = mergeBlanks ? &FieldCutter::takeAndSkipBlanks : &FieldCutter::take;
-    const std::string_view month = MonthNumber((cutter.*take)());
-    const std::string_view day = (cutter.*take)();
-    const std::string_view time = cutter.take();
-    char* end = append(date, month);
-    *end++ = '/';
-    end = append(end, day);
-    *end++ = ' ';
-    end = append(end, time);
-    return {date, static_cast<std::size_t>(end - date)};
+// What most lines of a reply that are none of a listing show in their first bytes.
+bool mayMatch(std::string_view line) {
+    return line.size() >= shortestLine && line[accessLength] == ' ' && !line.starts_with("211 ") &&
+           !line.starts_with("211-");
 }
 
-// line: the text of an accepted line, writable, with dateSlack bytes behind it; blanks: those of line.
-BrowserEntry cutLine(char* line, const Blanks& blanks, bool mergeBlanks) {
-    BrowserEntry entry;
-    entry.access = blanks.line().substr(0, accessLength);
+// Reads line, which may match and outlives the entry; false where it is no line of a listing.
+bool readEntry(std::string_view line, bool mergeBlanks, BrowserEntry& entry) {
+    entry.access = line.substr(0, accessLength);
     entry.type = typeOf(entry.access);
-    FieldCutter cutter(blanks, blanks.skip(accessLength));
-    cutter.take(); // the link count; blanks behind it are not skipped
-    entry.owner = cutter.takeAndSkipBlanks();
-    entry.group = cutter.takeAndSkipBlanks();
-    entry.size = cutter.takeAndSkipBlanks();
-    entry.date = takeDate(cutter, line + cutter.position(), mergeBlanks);
-    entry.name = cutter.rest();
-    return entry;
+    FieldCutter fields(trimLeading(line.substr(accessLength)));
+    fields.take(); // the link count; blanks behind it are not skipped
+    entry.owner = fields.takeAndSkipBlanks();
+    entry.group = fields.takeAndSkipBlanks();
+    entry.size = fields.takeAndSkipBlanks();
+    FieldCutter merged = fields;
+    std::string_view month = merged.takeAndSkipBlanks();
+    std::string_view day = merged.takeAndSkipBlanks();
+    std::string_view time = merged.take();
+    entry.name = merged.rest();
+    // A line with something in each of its fields matches the pattern; that costs too much to try on each.
+    const bool isFilled = !entry.owner.empty() && !entry.group.empty() && !entry.size.empty() &&
+                          isDigit(entry.size.back()) && !time.empty() && !entry.name.empty();
+    if (!isFilled && !matchesPattern(line, "?????????? * ?* ?* *# ?* ?* ?* ?*")) {
+        return false;
+    }
+    if (!mergeBlanks) {
+        month = fields.take();
+        day = fields.take();
+        time = fields.take();
+        entry.name = fields.rest();
+    }
+    entry.date = dateText(month, day, time);
+    return true;
 }
 
-void addEntry(BrowserListing& listing, const BrowserEntry& entry) {
-    listing.isRecognised = true;
-    listing.longestSize = std::max(listing.longestSize, entry.size.size());
-    if (entry.name == ".") {
-        return;
-    }
-    listing.entries.push_back(entry);
+void count(BrowserListing& listing, const BrowserEntry& entry) {
     if (entry.type != BrowserEntryType::directory) {
         ++listing.fileCount;
     } else if (entry.name != "..") {
@@ -161,22 +122,29 @@ void addEntry(BrowserListing& listing, const BrowserEntry& entry) {
 
 // Adds line to listing if it is one of a listing, its text copied to end. The bytes used there, 0 if none.
 std::size_t copyIfEntry(char* end, std::string_view line, BrowserListing& listing, ListingOptions options) {
-    if (!mayMatch(line) || isReplyLine(line)) {
+    if (!mayMatch(line)) {
         return 0;
     }
     std::memcpy(end, line.data(), line.size());
-    const Blanks blanks({end, line.size()});
-    if (!matchesLongFormat(blanks)) {
+    BrowserEntry entry;
+    if (!readEntry({end, line.size()}, options.mergeBlanks, entry)) {
         return 0;
     }
-    addEntry(listing, cutLine(end, blanks, options.mergeBlanks));
-    return line.size() + dateSlack;
+    listing.isRecognised = true;
+    if (sizeNumber(entry.size)) {
+        listing.longestSize = std::max(listing.longestSize, entry.size.size());
+    }
+    if (entry.name != ".") {
+        count(listing, entry);
+        listing.entries.push_back(std::move(entry));
+    }
+    return line.size();
 }
 
 std::string sizeCell(const BrowserListing& listing, std::string_view size, std::string_view groupSeparator) {
-    std::string cell(listing.longestSize - size.size() + 1, ' ');
-    cell += groupThousands(size, groupSeparator);
-    return cell;
+    return sizeNumber(size) ? std::string(listing.longestSize - size.size() + 1, ' ') +
+                                  groupThousands(size, groupSeparator)
+                            : std::string(size);
 }
 
 } // namespace
@@ -187,7 +155,7 @@ BrowserListing ParseDirectoryListing(std::span<const std::string_view> lines, Li
     for (const std::string_view line : lines) {
         if (line.size() >= shortestLine) {
             ++accepted;
-            bytes += line.size() + dateSlack;
+            bytes += line.size();
         }
     }
     BrowserListing listing;
@@ -221,26 +189,46 @@ int imageIndex(const BrowserEntry& entry) {
     return static_cast<int>(entry.type) + 1;
 }
 
+std::string_view listedText(const BrowserEntry& entry, BrowserColumn column) {
+    switch (column) {
+    case BrowserColumn::name:
+        return entry.name;
+    case BrowserColumn::size:
+        return entry.size;
+    case BrowserColumn::date:
+        return entry.date;
+    case BrowserColumn::owner:
+        return entry.owner;
+    case BrowserColumn::group:
+        return entry.group;
+    case BrowserColumn::access:
+        return entry.access;
+    case BrowserColumn::typeKey:
+        break;
+    }
+    return {};
+}
+
+std::optional<std::uint64_t> sizeNumber(std::string_view size) {
+    constexpr std::size_t mostDigits = 20;
+    std::uint64_t number = 0;
+    const char* const end = size.data() + size.size();
+    const std::from_chars_result result = std::from_chars(size.data(), end, number);
+    const bool isWhole = result.ec == std::errc() && result.ptr == end && size.size() <= mostDigits;
+    return isWhole ? std::optional(number) : std::nullopt;
+}
+
 std::string cellText(const BrowserListing& listing, std::size_t row, BrowserColumn column,
                      std::string_view groupSeparator) {
     const BrowserEntry& entry = listing.entries[row];
     switch (column) {
-    case BrowserColumn::name:
-        return std::string(entry.name);
     case BrowserColumn::size:
         return sizeCell(listing, entry.size, groupSeparator);
-    case BrowserColumn::date:
-        return std::string(entry.date);
-    case BrowserColumn::owner:
-        return std::string(entry.owner);
-    case BrowserColumn::group:
-        return std::string(entry.group);
-    case BrowserColumn::access:
-        return std::string(entry.access);
     case BrowserColumn::typeKey:
         return std::to_string(typeKey(entry));
+    default:
+        return std::string(listedText(entry, column));
     }
-    return {};
 }
 
 } // namespace corvel

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,11 +15,11 @@ namespace corvel {
 // sockets) is treated as a directory.
 enum class BrowserEntryType : std::int32_t { directory = 0, link = 1, file = 2 };
 
-// One line of a long-format listing. The texts are the server's bytes and point into the BrowserListing
-// that holds the entry.
+// One line of a long-format listing. The texts are the server's bytes; the views point into the
+// BrowserListing that holds the entry.
 struct BrowserEntry {
     std::string_view name = {}; // of a link: "name -> target", as listed
-    std::string_view date = {}; // month number, "/", day as listed, blank, time or year as listed
+    std::string date = {};      // month number, "/", day as listed, blank, time or year as listed
     std::string_view access = {};
     std::string_view owner = {};
     std::string_view group = {};
@@ -33,9 +34,9 @@ struct BrowserListing {
     std::vector<BrowserEntry> entries;
     std::size_t fileCount = 0;      // files and links
     std::size_t directoryCount = 0; // all others but ".."
-    std::size_t longestSize = 0;    // length of the longest size, in bytes
-    bool isRecognised =
-        false; // whether any line was one of a listing; if not, column widths stay as they are
+    std::size_t longestSize = 0;    // length of the longest size that is a sizeNumber, in bytes
+    // Whether any line was one of a listing; if not, column widths stay as they are.
+    bool isRecognised = false;
 };
 
 struct ListingOptions {
@@ -64,9 +65,16 @@ int typeKey(const BrowserEntry& entry);
 // The number of the row's icon: 1 directory, 2 link, 3 file; ".." has the one of its type.
 int imageIndex(const BrowserEntry& entry);
 
-// What the list shows for an entry of listing in a column, in the server's bytes. The size is padded with
-// blanks from the left, so that sizes sort as text, and grouped by groupSeparator (in the encoding of the
-// listing); a size that is no number is padded alone.
+// The text of an entry in a column as it was listed; none for the type key.
+std::string_view listedText(const BrowserEntry& entry, BrowserColumn column);
+
+// The number of bytes that a listed size names: decimal digits alone, at most 20 of them and within 64 bits.
+// Nothing for every other text.
+std::optional<std::uint64_t> sizeNumber(std::string_view size);
+
+// What the list shows for an entry of listing in a column, in the server's bytes. A size is padded with
+// blanks from the left to the listing's longest and grouped by groupSeparator (in the encoding of the
+// listing); one that is no sizeNumber is shown as it was sent.
 std::string cellText(const BrowserListing& listing, std::size_t row, BrowserColumn column,
                      std::string_view groupSeparator);
 

@@ -4,7 +4,6 @@
 #include "common/TextEncoding.h"
 
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 namespace corvel {
@@ -25,8 +24,9 @@ BrowserSort columnClick(BrowserSort sort, BrowserColumn column);
 // The rows of listing in the order in which they are shown, as indexes into its entries: "..", directories,
 // links, files, and within each of these by the texts of the chosen column in the chosen direction. Texts
 // are compared without regard to case; encoding says how the listing's bytes are read. Sizes are ordered as
-// the texts of their cells. Rows that are equal keep the listing's order in both directions.
+// numbers, behind them as texts those that are none. Rows that are equal keep the listing's order in both
+// directions.
 std::vector<std::uint32_t> displayOrder(const BrowserListing& listing, BrowserSort sort,
-                                        TextEncoding encoding, std::string_view groupSeparator = ",");
+                                        TextEncoding encoding);
 
 } // namespace corvel

@@ -13,10 +13,6 @@ namespace corvel {
 
 namespace {
 
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 // The part of text that spells a number, without its plus sign; empty when there is none.
 std::string_view numberPart(std::string_view text) {
     text = trimLeading(text);

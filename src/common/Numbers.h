@@ -7,6 +7,10 @@
 
 namespace corvel {
 
+constexpr bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
 // The lenient rule for numbers: the decimal number at the start of text, with an optional sign and
 // fraction, leading blanks allowed; whatever follows it is ignored. A text with no number at its start
 // gives 0. "21abc" is 21, "-9.7" is -9.7, "abc" and "" are 0.

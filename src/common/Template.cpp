@@ -11,10 +11,6 @@ namespace corvel {
 
 namespace {
 
-bool continuesCharacter(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-}
-
 std::size_t lengthOf(std::string_view text) {
     return isValidUtf8(text) ? characterCount(text) : text.size();
 }

@@ -6,10 +6,6 @@ namespace corvel {
 
 namespace {
 
-char lowerAscii(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
-}
-
 char upperAscii(char character) {
     return character >= 'a' && character <= 'z' ? static_cast<char>(character - ('a' - 'A')) : character;
 }

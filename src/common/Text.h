@@ -34,6 +34,11 @@ std::string replaceAll(std::string_view text, std::string_view what, std::string
 std::string_view trimLeading(std::string_view text);
 std::string_view trim(std::string_view text);
 
+// character, of A-Z as a-z.
+constexpr char lowerAscii(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
+}
+
 // text with A-Z (a-z) replaced by the other case; every other byte stays.
 std::string toLower(std::string_view text);
 std::string toUpper(std::string_view text);

@@ -199,8 +199,7 @@ std::string visibleText(std::string_view text) {
 }
 
 std::size_t characterCount(std::string_view text) {
-    return static_cast<std::size_t>(std::ranges::count_if(
-        text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; }));
+    return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, continuesCharacter));
 }
 
 } // namespace corvel

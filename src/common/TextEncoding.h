@@ -10,6 +10,11 @@ namespace corvel {
 // windows1252 for good with its first reply that is not valid UTF-8.
 enum class TextEncoding { utf8, windows1252 };
 
+// Whether byte is one of a UTF-8 character but not its first.
+constexpr bool continuesCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+}
+
 // Whether bytes are well-formed UTF-8 (RFC 3629: shortest forms only, no surrogates, up to U+10FFFF).
 bool isValidUtf8(std::string_view bytes);
 

@@ -1,64 +1,70 @@
 #include "widgets/ColumnMeasure.h"
 
-#include "widgets/TextWidth.h"
-
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <numeric>
 #include <string_view>
 
 namespace corvel {
 
 namespace {
 
-WidestCell widestText(const ReportSource& source, int column, TextWidth& width) {
-    WidestCell widest;
-    const auto consider = [&](const QString& text) {
-        const double estimate = width.of(text);
-        if (estimate > widest.estimate) {
-            widest = {text, estimate};
+// So many rows are all measured.
+constexpr int shortList = 100;
+
+// The longest different texts of a column, among the first ones of each length: the others are not even
+// looked at, which would cost more than all the rest in a list that does not lie in memory in its order.
+class LongestTexts {
+  public:
+    void consider(std::string_view text, int row) {
+        constexpr std::size_t most = 32;
+        const bool isTooShort = kept_.size() == most && text.size() <= kept_.back().text.size();
+        const bool isOfManySeen = text.size() < seen_.size() && seen_[text.size()]++ >= 2 * most;
+        if (isTooShort || isOfManySeen) {
+            return;
         }
+        if (std::ranges::find(kept_, text, &Cell::text) == kept_.end()) {
+            const auto isLonger = [](std::size_t size, const Cell& cell) { return size > cell.text.size(); };
+            kept_.insert(std::upper_bound(kept_.begin(), kept_.end(), text.size(), isLonger), {text, row});
+            kept_.resize(std::min(kept_.size(), most));
+        }
+    }
+
+    std::vector<int> rows() const {
+        std::vector<int> rows;
+        std::ranges::transform(kept_, std::back_inserter(rows), &Cell::row);
+        return rows;
+    }
+
+  private:
+    struct Cell {
+        std::string_view text;
+        int row;
     };
-    const QStringList& candidates = source.columns[static_cast<std::size_t>(column)].widest;
-    for (const QString& text : candidates) {
-        consider(text);
-    }
-    for (int row = 0; candidates.isEmpty() && row < source.rows; ++row) {
-        consider(source.text(row, column));
-    }
-    return widest;
-}
 
-QString decoded(const ReportSource& source, std::string_view bytes) {
-    return source.decode ? source.decode(bytes)
-                         : QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
-
-WidestCell widestBytes(const ReportSource& source, int column, TextWidth& width) {
-    std::string_view widest;
-    double estimate = 0;
-    double longestThatFits = 0; // no ASCII text of at most so many bytes is wider than what was found
-    for (int row = 0; row < source.rows; ++row) {
-        const std::string_view bytes = source.measuredText(row, column);
-        double current = 0;
-        if (!isPrintableAscii(bytes)) {
-            current = width.of(decoded(source, bytes));
-        } else if (static_cast<double>(bytes.size()) > longestThatFits && bytes != widest) {
-            current = width.ofAscii(bytes);
-        }
-        if (current > estimate) {
-            widest = bytes;
-            estimate = current;
-            longestThatFits = estimate / width.widestAscii();
-        }
-    }
-    return {decoded(source, widest), estimate};
-}
+    std::array<std::size_t, 64> seen_ = {}; // by length
+    std::vector<Cell> kept_;                // the longest first
+};
 
 } // namespace
 
-WidestCell widestCell(const ReportSource& source, int column, const QFont& font) {
-    TextWidth width(font);
-    const bool namesCandidates = !source.columns[static_cast<std::size_t>(column)].widest.isEmpty();
-    return source.measuredText && !namesCandidates ? widestBytes(source, column, width)
-                                                   : widestText(source, column, width);
+std::vector<std::vector<int>> rowsToMeasure(const ReportSource& source, int first, int last) {
+    const auto columns = static_cast<std::size_t>(last - first + 1);
+    if (source.rows <= shortList || !source.sentText) {
+        std::vector<int> rows(static_cast<std::size_t>(std::min(source.rows, shortList)));
+        std::iota(rows.begin(), rows.end(), 0);
+        return {columns, rows};
+    }
+    std::vector<LongestTexts> longest(columns);
+    for (int row = 0; row < source.rows; ++row) {
+        for (std::size_t i = 0; i < columns; ++i) {
+            longest[i].consider(source.sentText(row, first + static_cast<int>(i)), row);
+        }
+    }
+    std::vector<std::vector<int>> rows;
+    std::ranges::transform(longest, std::back_inserter(rows), &LongestTexts::rows);
+    return rows;
 }
 
 } // namespace corvel

@@ -2,19 +2,13 @@
 
 #include "widgets/ReportModel.h"
 
-#include <QFont>
-#include <QString>
+#include <vector>
 
 namespace corvel {
 
-// The cell of a column that needs most room.
-struct WidestCell {
-    QString text;
-    double estimate = 0; // its width by single characters, in device-independent pixels
-};
-
-// Looks at the column's own widest texts where it names some, else at the measured text of every row, else
-// at the text of every row. Costs about a pass over the bytes of the column.
-WidestCell widestCell(const ReportSource& source, int column, const QFont& font);
+// For each of the columns from first to last, the rows whose cells may be its widest: all rows of a short
+// list, of a long one those that sent the longest different texts. A long list that does not say what was
+// sent gives its first rows. Costs one walk over the rows.
+std::vector<std::vector<int>> rowsToMeasure(const ReportSource& source, int first, int last);
 
 } // namespace corvel

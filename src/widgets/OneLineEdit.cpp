@@ -9,8 +9,7 @@ namespace corvel {
 namespace {
 
 bool isLineBreak(QChar character) {
-    return character == QChar::LineFeed || character == QChar::CarriageReturn ||
-           character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+    return character == QChar::LineFeed || character == QChar::CarriageReturn;
 }
 
 } // namespace

@@ -5,8 +5,9 @@
 
 namespace corvel {
 
-// Takes line breaks out of whatever is typed, pasted or set into a line edit, and refuses nothing. (Qt by
-// itself keeps them in the text and shows them as other characters.)
+// Takes line breaks, CR and LF, out of whatever is typed, pasted or set into a line edit, and refuses
+// nothing. (Qt by itself keeps them in the text and shows them as other characters.) What else separates
+// lines in Unicode can be in a name, and stays.
 class LineBreakDropper : public QValidator {
     Q_OBJECT
 

@@ -16,9 +16,7 @@ struct ReportColumn {
     QString header;
     Qt::Alignment alignment = Qt::AlignLeft;
     bool hidden = false;
-    // Texts of which one is the column's widest. Where any is given, fitting the column looks at these
-    // instead of at every cell.
-    QStringList widest = {};
+    QStringList room = {}; // texts for which a fitted column has room beside those of its cells
 };
 
 // How a row is coloured; an invalid colour leaves the platform's.
@@ -34,11 +32,8 @@ struct ReportSource {
     int rows = 0;
     std::vector<ReportColumn> columns = {};
     std::function<QString(int row, int column)> text = {};
-    // For long lists: a cell's text as bytes, without making a QString, so that columns are fitted fast. The
-    // rows may come in another order than in text, as long as every cell comes up once.
-    std::function<std::string_view(int row, int column)> measuredText = {};
-    // What bytes that are not plain printable ASCII look like; without it they are read as UTF-8.
-    std::function<QString(std::string_view bytes)> decode = {};
+    // For long lists: what was sent for a cell, so that columns are fitted without making every text.
+    std::function<std::string_view(int row, int column)> sentText = {};
     std::function<QIcon(int row)> icon = {};
     std::function<RowColours(int row)> colours = {};
     // Whether the box before the row's first column is ticked. Where it is empty, there are no boxes.

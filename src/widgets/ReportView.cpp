@@ -37,6 +37,13 @@ class ReportDelegate : public QStyledItemDelegate {
         editor->setAccessibleName(tr("Name"));
         return editor;
     }
+
+    // The box may show a label with line breaks without them: what nobody has touched is no new label.
+    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override {
+        if (static_cast<QLineEdit*>(editor)->isModified()) {
+            QStyledItemDelegate::setModelData(editor, model, index);
+        }
+    }
 };
 
 } // namespace
@@ -127,10 +134,13 @@ void ReportView::setMultiSelection(bool isMultiple) {
 
 std::vector<int> ReportView::selectedRows() const {
     std::vector<int> rows;
-    for (const QModelIndex& index : selectionModel()->selectedRows()) {
-        rows.push_back(index.row());
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            rows.push_back(row);
+        }
     }
-    std::sort(rows.begin(), rows.end());
+    std::ranges::sort(rows);
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;
 }
 
@@ -172,19 +182,29 @@ void ReportView::setSortArrow(int column, Qt::SortOrder order) {
     }
 }
 
-void ReportView::fitColumn(int column) {
-    if (!isColumnHidden(column)) {
-        const WidestCell widest = widestCell(model_->source(), column, font());
-        const int cell = std::max(cellWidth(column, widest.text),
-                                  cellWidth(column, {}) + static_cast<int>(widest.estimate) + 1);
-        header()->resizeSection(column, std::max(cell, header()->sectionSizeHint(column)));
+void ReportView::fitColumns(int first, int last) {
+    const auto [firstInSight, lastInSight] = rowsInSight();
+    const std::vector<std::vector<int>> rows = rowsToMeasure(model_->source(), first, last);
+    for (int column = first; column <= last; ++column) {
+        if (isColumnHidden(column)) {
+            continue;
+        }
+        QStringList texts = model_->source().columns[static_cast<std::size_t>(column)].room;
+        const auto add = [&](int row) { texts.append(model_->source().text(row, column)); };
+        std::ranges::for_each(rows[static_cast<std::size_t>(column - first)], add);
+        for (int row = std::max(firstInSight, 0); row <= lastInSight; ++row) {
+            add(row);
+        }
+        header()->resizeSection(column,
+                                std::max(widestCell(column, texts), header()->sectionSizeHint(column)));
     }
 }
 
-void ReportView::fitColumns(int first, int last) {
-    for (int column = first; column <= last; ++column) {
-        fitColumn(column);
-    }
+// What the column needs to show each of texts whole.
+int ReportView::widestCell(int column, const QStringList& texts) const {
+    const auto width = [this](const QString& text) { return fontMetrics().horizontalAdvance(text); };
+    const auto widest = std::ranges::max_element(texts, {}, width);
+    return cellWidth(column, widest == texts.end() ? QString() : *widest);
 }
 
 // What the style needs to show text in the column without cutting it.

@@ -57,8 +57,8 @@ class ReportView : public QTreeView {
     // Which header carries the arrow; no header with -1. The rows are the owner's to order.
     void setSortArrow(int column, Qt::SortOrder order);
 
-    // Makes columns as wide as the larger of header and widest cell. Hidden columns are left alone.
-    void fitColumn(int column);
+    // Makes columns as wide as the larger of header and widest cell, which in a long list is looked for among
+    // the longest texts and the rows in sight. Hidden columns are left alone.
     void fitColumns(int first, int last);
 
     // Widths in units of 1/1440 inch; 0 for a hidden column.
@@ -101,6 +101,7 @@ class ReportView : public QTreeView {
   private:
     std::pair<int, int> rowsInSight() const;
     void requestMenuAtRow();
+    int widestCell(int column, const QStringList& texts) const;
     int cellWidth(int column, const QString& text) const;
     QStyleOptionViewItem cellOption(int column) const;
     bool isOnCheckBox(const QModelIndex& index, const QPoint& position) const;

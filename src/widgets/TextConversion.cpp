@@ -33,6 +33,18 @@ QString displayTextOf(std::string_view bytes, TextEncoding encoding) {
     return fromCore(visibleText(utf8Of(bytes, encoding)));
 }
 
+QString cellTextOf(std::string_view bytes, TextEncoding encoding) {
+    constexpr std::size_t longest = 1000;
+    if (bytes.size() <= longest) {
+        return displayTextOf(bytes, encoding);
+    }
+    std::size_t end = longest;
+    while (end > longest - 4 && continuesCharacter(bytes[end])) {
+        --end;
+    }
+    return displayTextOf(bytes.substr(0, end), encoding) + QChar(0x2026);
+}
+
 QString toolTipOf(const QString& text) {
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }

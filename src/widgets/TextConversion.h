@@ -25,6 +25,9 @@ std::string bytesOf(const QString& text, TextEncoding encoding);
 // symbols. For showing only; it cannot be turned back.
 QString displayTextOf(std::string_view bytes, TextEncoding encoding);
 
+// As displayTextOf, for a cell of a list: cut behind what a screen can show, however long the bytes are.
+QString cellTextOf(std::string_view bytes, TextEncoding encoding);
+
 // text for a tool tip. Qt would obey markup in one, down to loading the pictures that it names; this shows
 // it.
 QString toolTipOf(const QString& text);

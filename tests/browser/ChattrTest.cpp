@@ -13,6 +13,7 @@ TEST(Chattr, SendsWhatIsSelected) {
         const char* name;
         ChattrForm form;
         std::string sent; // empty: nothing
+        bool isUnseen = false;
     };
     const std::vector<Row> table = {
         {"a user and a group",
@@ -35,7 +36,10 @@ TEST(Chattr, SendsWhatIsSelected) {
         {"nothing, where something is set",
          {.sName = "a b", .txtCurrent = "-bob"},
          R"(site chattr -h "a b")"},
-        {"nothing, where the answer is no", {.sName = "pub", .txtCurrent = "550 no", .isRefused = true}, ""},
+        {"nothing, where the answer is no",
+         {.sName = "pub", .txtCurrent = "550 no", .isRefused = true},
+         R"(site chattr -h "pub")",
+         true},
         {"a user, where the server did not say what is set",
          {.sName = "pub", .txtCurrent = "550 no", .isRefused = true, .lstUsers = {{"bob", true}}},
          R"(site chattr +h "pub" " -bob")"},
@@ -50,6 +54,7 @@ TEST(Chattr, SendsWhatIsSelected) {
             expected.push_back({.sCommand = row.sent, .bQuiet = true, .iHandler = 108, .iTag = 0});
         }
         EXPECT_EQ(chattrCommands(row.form), expected) << row.name;
+        EXPECT_EQ(clearsUnseen(row.form), row.isUnseen) << row.name;
     }
 }
 

@@ -53,6 +53,11 @@ TEST(Chmod, BoxesFollowATypedMode) {
         EXPECT_EQ(permissionsOf(chmodValue(permissions)), permissions) << mode;
     }
     EXPECT_EQ(permissionsOf("4755"), permissionsOf("755"));
+    const Permissions readable = {true, false, false, true};
+    for (const auto& [mode, value] :
+         {std::pair("4755", "4440"), {"755", "440"}, {"9755", "440"}, {"", "440"}}) {
+        EXPECT_EQ(chmodValue(readable, mode), value) << mode;
+    }
     for (const char* const text : {"", "75", "758", "75x", " 755", "00755"}) {
         EXPECT_EQ(permissionsOf(text), std::nullopt) << text;
     }

@@ -172,13 +172,15 @@ TEST_F(BrowserDialogs, HideNothingBeforeTheServerHasAnswered) {
     const auto& txtCurrent = inChattr<QLineEdit>("txtCurrent");
     ASSERT_TRUE(eventually([&] { return !txtCurrent.text().isEmpty(); }));
     EXPECT_TRUE(txtCurrent.text().startsWith(u"550 empty"_s));
-    EXPECT_FALSE(inChattr<QPushButton>("Command1").isEnabled()) << "it would clear what nobody has seen";
-    auto& users = inChattr<QListWidget>("lstUsers");
-    users.item(0)->setSelected(true);
-    EXPECT_TRUE(inChattr<QPushButton>("Command1").isEnabled());
-    users.item(0)->setSelected(false);
-    inChattr<QCheckBox>("chkFlags").click();
-    EXPECT_TRUE(inChattr<QPushButton>("Command1").isEnabled());
+    replies();
+    DialogDriver refused(*driver_->window->findChild<frmBrowserCHATTR*>());
+    refused.click("Command1");
+    EXPECT_NE(refused.answer(QMessageBox::No), "") << "it would clear what nobody has seen";
+    EXPECT_EQ(replies(), "");
+    refused.click("Command1");
+    refused.answer(QMessageBox::Yes);
+    waitForClose<frmBrowserCHATTR>();
+    EXPECT_TRUE(replies().starts_with("\n> site chattr -h \"empty\"\n"));
 }
 
 TEST_F(BrowserDialogs, NukeARelease) {

@@ -143,7 +143,7 @@ void WindowDriver::rename(const QString& name, const QString& newName) {
     press(Qt::Key_F2);
     auto* const editor = browser().viewport()->findChild<QLineEdit*>();
     ASSERT_NE(editor, nullptr);
-    editor->setText(newName);
+    editor->insert(newName); // in place of all of it, which is selected
     QTest::keyClick(editor, Qt::Key_Return);
     // The list takes the text only when the event loop turns.
     EXPECT_TRUE(eventually([&] { return browser().viewport()->findChild<QLineEdit*>() == nullptr; }));

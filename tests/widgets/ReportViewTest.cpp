@@ -142,6 +142,20 @@ TEST_F(ReportViewTest, LabelEditsAreAnnouncedAndChangeNothing) {
     }
 }
 
+TEST_F(ReportViewTest, EnterAloneIsNoEdit) {
+    for (const QString& name : {QStringLiteral("a\u2028z"), QStringLiteral("a\nz")}) {
+        ReportSource named = source(1);
+        named.editText = [&](int) { return name; };
+        view_.setSource(named);
+        view_.editLabel(0);
+        ASSERT_NE(editor(), nullptr);
+        QTest::keyClick(editor(), Qt::Key_Return);
+        QApplication::sendPostedEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(takeEvents(), Events{});
+    }
+}
+
 TEST_F(ReportViewTest, NothingButEditLabelStartsAnEdit) {
     view_.setSource(source(5));
     view_.setCurrentRow(2);
@@ -251,6 +265,7 @@ TEST_F(ReportViewTest, OnlyChangedRowsInSightArePaintedAgain) {
 
 // What column fitting is for: the longest text is not cut, and little room is wasted.
 TEST_F(ReportViewTest, FittedColumnsShowTheirWidestCellWhole) {
+    constexpr int widestRow = 90; // out of sight
     struct Row {
         const char* name;
         const char* widest; // UTF-8
@@ -265,26 +280,28 @@ TEST_F(ReportViewTest, FittedColumnsShowTheirWidestCellWhole) {
     for (const Row& row : table) {
         const std::string widest = row.widest;
         const auto bytes = [&](int at, int) -> std::string_view {
-            return at == 2 ? std::string_view(widest) : "short";
+            return at == widestRow ? std::string_view(widest) : "short";
         };
-        ReportSource plain = source(5);
-        plain.columns[1].header = QStringLiteral("header");
-        plain.text = [bytes](int at, int column) {
+        ReportSource cells = source(widestRow + 1);
+        cells.columns[1].header = QStringLiteral("header");
+        cells.text = [bytes](int at, int column) {
             return QString::fromStdString(std::string(bytes(at, column)));
         };
-        ReportSource measured = plain;
-        measured.measuredText = bytes;
-        ReportSource named = plain;
-        named.columns[1].widest = {QString::fromStdString(widest)};
-        named.text = [](int, int) { return QString(); };
+        ReportSource sent = cells;
+        sent.rows = 500;
+        sent.sentText = bytes;
+        ReportSource room = cells;
+        room.columns[1].room = {QString::fromStdString(widest)};
+        room.rows = 2;
         for (const auto& [way, fitted] :
-             {std::pair("cells", plain), std::pair("bytes", measured), std::pair("candidates", named)}) {
+             {std::pair("cells", cells), std::pair("what was sent", sent), std::pair("room", room)}) {
             SCOPED_TRACE(std::string(row.name) + " by " + way);
+            view_.setSource(sent);
+            const QModelIndex widestCell = view_.model()->index(widestRow, 1);
+            const int cellWidth = view_.sizeHintForIndex(widestCell).width();
             view_.setSource(fitted);
             view_.fitColumns(0, 2);
-            const int needed = std::max(
-                view_.sizeHintForIndex(plain.rows > 0 ? view_.model()->index(2, 1) : QModelIndex()).width(),
-                view_.header()->sectionSizeHint(1));
+            const int needed = std::max(cellWidth, view_.header()->sectionSizeHint(1));
             const int text = QFontMetrics(view_.font()).horizontalAdvance(QString::fromStdString(widest));
             const int width = view_.header()->sectionSize(1);
             EXPECT_GE(width, needed);
@@ -302,7 +319,7 @@ TEST_F(ReportViewTest, TheIconHasItsRoomInAFittedColumn) {
         return QIcon(pixmap);
     };
     view_.setSource(withIcon);
-    view_.fitColumn(0);
+    view_.fitColumns(0, 0);
     EXPECT_GE(view_.header()->sectionSize(0), view_.sizeHintForIndex(view_.model()->index(0, 0)).width());
 }
 
@@ -333,8 +350,10 @@ TEST_F(ReportViewTest, SeveralRowsCanBeSelectedWhereAllowed) {
     QTest::mouseClick(view_.viewport(), Qt::LeftButton, Qt::ControlModifier, middleOf(1));
     EXPECT_EQ(view_.selectedRows(), (std::vector<int>{1}));
     view_.setMultiSelection(true);
-    QTest::mouseClick(view_.viewport(), Qt::LeftButton, Qt::ControlModifier, middleOf(3));
-    EXPECT_EQ(view_.selectedRows(), (std::vector<int>{1, 3}));
+    for (const int row : {3, 4, 0}) {
+        QTest::mouseClick(view_.viewport(), Qt::LeftButton, Qt::ControlModifier, middleOf(row));
+    }
+    EXPECT_EQ(view_.selectedRows(), (std::vector<int>{0, 1, 3, 4}));
 }
 
 } // namespace

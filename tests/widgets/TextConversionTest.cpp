@@ -54,6 +54,21 @@ TEST(TextConversion, EveryByteSurvivesBothCodePages) {
     }
 }
 
+TEST(TextConversion, ACellIsCutBetweenCharacters) {
+    for (const char* character : {"x", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) {
+        std::string bytes;
+        while (bytes.size() < 60000) {
+            bytes += character;
+        }
+        const QString cell = cellTextOf(bytes, TextEncoding::utf8);
+        EXPECT_GT(cell.size(), 200);
+        EXPECT_LT(cell.size(), 1100);
+        EXPECT_TRUE(cell.endsWith(u"\u2026"));
+        EXPECT_TRUE(textOf(bytes, TextEncoding::utf8).startsWith(cell.chopped(1)));
+    }
+    EXPECT_LT(cellTextOf(std::string(60000, '\x80'), TextEncoding::windows1252).size(), 1100);
+}
+
 TEST(TextConversion, AToolTipShowsMarkupInsteadOfObeyingIt) {
     EXPECT_EQ(toolTipOf(u"550 a < b & c"_qs), u"550 a < b & c"_qs);
     QTextDocument shown;

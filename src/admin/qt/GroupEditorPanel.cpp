@@ -101,17 +101,16 @@ void GroupEditorPanel::setMembers(std::vector<GroupMemberRow> members) {
     source.text = [this](int row, int column) {
         return memberText(form_.lvwGroupMembers[static_cast<std::size_t>(row)], column);
     };
-    source.measuredText = [this](int row, int column) -> std::string_view {
+    source.sentText = [this](int row, int column) -> std::string_view {
         return form_.lvwGroupMembers[static_cast<std::size_t>(row)].*
                memberColumns[static_cast<std::size_t>(column)];
     };
-    source.decode = [this](std::string_view bytes) { return displayTextOf(bytes, encoding_); };
     lvwGroupMembers_->setSource(std::move(source));
     lvwGroupMembers_->fitColumns(0, static_cast<int>(memberColumns.size()) - 1);
 }
 
 QString GroupEditorPanel::memberText(const GroupMemberRow& member, int column) const {
-    return displayTextOf(member.*memberColumns[static_cast<std::size_t>(column)], encoding_);
+    return cellTextOf(member.*memberColumns[static_cast<std::size_t>(column)], encoding_);
 }
 
 GroupForm GroupEditorPanel::form() {

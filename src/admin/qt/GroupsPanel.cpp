@@ -39,15 +39,15 @@ ReportSource listSource(const SiteSession& session) {
         source.columns.push_back({.header = fromCore(title), .alignment = Qt::AlignRight});
     }
     source.columns[static_cast<std::size_t>(GroupColumn::groupName)].alignment = Qt::AlignLeft;
-    source.text = [&session](int row, int column) {
-        const std::size_t index = session.groupView.rows[static_cast<std::size_t>(row)];
-        return displayTextOf(rowText(session.Groups[index], static_cast<GroupColumn>(column)),
-                             session.encoding);
+    const auto groupInRow = [&session](int row) -> const clsGroup& {
+        return session.Groups[session.groupView.rows[static_cast<std::size_t>(row)]];
     };
-    source.measuredText = [&session](int row, int column) -> std::string_view {
-        return groupAt(session, row).*sentTexts[static_cast<std::size_t>(column)];
+    source.text = [&session, groupInRow](int row, int column) {
+        return cellTextOf(rowText(groupInRow(row), static_cast<GroupColumn>(column)), session.encoding);
     };
-    source.decode = [&session](std::string_view bytes) { return displayTextOf(bytes, session.encoding); };
+    source.sentText = [groupInRow](int row, int column) -> std::string_view {
+        return groupInRow(row).*sentTexts[static_cast<std::size_t>(column)];
+    };
     return source;
 }
 

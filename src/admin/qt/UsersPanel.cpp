@@ -39,13 +39,6 @@ std::string_view sentText(const clsUser& user, int column) {
     return user.*members[static_cast<std::size_t>(column)];
 }
 
-// The uid that takes most room, as the list pads it.
-QString widestUid(const UserTable& users) {
-    const auto longest =
-        std::ranges::max_element(users, {}, [](const clsUser& user) { return user.sUIDText.size(); });
-    return fromCore(paddedNumber(std::string(longest->sUIDText.size(), '8')));
-}
-
 // The list's content. The functions look at the session whenever they are asked, so the source stays good
 // until the number of rows changes.
 ReportSource listSource(const SiteSession& session) {
@@ -58,14 +51,10 @@ ReportSource listSource(const SiteSession& session) {
         source.columns.push_back({.header = fromCore(title)});
     }
     source.columns.front().alignment = Qt::AlignRight;
-    source.columns.front().widest = {widestUid(session.Users)};
     source.text = [&session, userInRow](int row, int column) {
-        return displayTextOf(rowText(userInRow(row), static_cast<UserColumn>(column)), session.encoding);
+        return cellTextOf(rowText(userInRow(row), static_cast<UserColumn>(column)), session.encoding);
     };
-    source.measuredText = [&session](int row, int column) {
-        return sentText(session.Users[static_cast<std::size_t>(row)], column);
-    };
-    source.decode = [&session](std::string_view bytes) { return displayTextOf(bytes, session.encoding); };
+    source.sentText = [userInRow](int row, int column) { return sentText(userInRow(row), column); };
     source.icon = [userInRow](int row) {
         const std::string_view key = userIconKey(userInRow(row).sFlags);
         return key.empty() ? QIcon() : icon("user-" + std::string(key));

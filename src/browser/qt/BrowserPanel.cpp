@@ -2,7 +2,6 @@
 
 #include "browser/ColumnFit.h"
 #include "browser/qt/BrowserDialogs.h"
-#include "common/Numbers.h"
 #include "widgets/ElementName.h"
 #include "widgets/Icons.h"
 #include "widgets/LogBox.h"
@@ -55,14 +54,6 @@ std::vector<ReportColumn> reportColumns() {
     return columns;
 }
 
-// The member of an entry that a column shows as it was listed.
-std::string_view listedText(const BrowserEntry& entry, int column) {
-    static constexpr std::array<std::string_view BrowserEntry::*, typeKeyColumn> members = {
-        &BrowserEntry::name,  &BrowserEntry::size,  &BrowserEntry::date,
-        &BrowserEntry::owner, &BrowserEntry::group, &BrowserEntry::access};
-    return entry.*members[static_cast<std::size_t>(column)];
-}
-
 const char* iconName(const BrowserEntry& entry) {
     static constexpr std::array<const char*, 3> names = {"directory", "link", "file"};
     return names[static_cast<std::size_t>(imageIndex(entry)) - 1];
@@ -79,17 +70,14 @@ ReportSource listSource(const SiteSession& session) {
     ReportSource source;
     source.rows = static_cast<int>(session.listingOrder.size());
     source.columns = reportColumns();
-    source.columns[sizeColumn].widest = {
-        fromCore(" " + groupThousands(std::string(session.listing.longestSize, '8'), separator))};
     source.text = [&session, indexOf, separator](int row, int column) {
         const auto cell = static_cast<BrowserColumn>(column);
         const TextEncoding encoding = cell == BrowserColumn::size ? TextEncoding::utf8 : session.encoding;
-        return displayTextOf(cellText(session.listing, indexOf(row), cell, separator), encoding);
+        return cellTextOf(cellText(session.listing, indexOf(row), cell, separator), encoding);
     };
-    source.measuredText = [&session](int row, int column) {
-        return listedText(session.listing.entries[static_cast<std::size_t>(row)], column);
+    source.sentText = [entryAt](int row, int column) {
+        return listedText(entryAt(row), static_cast<BrowserColumn>(column));
     };
-    source.decode = [&session](std::string_view bytes) { return displayTextOf(bytes, session.encoding); };
     source.icon = [entryAt](int row) { return icon(iconName(entryAt(row))); };
     source.editText = [&session, entryAt](int row) { return textOf(entryAt(row).name, session.encoding); };
     return source;

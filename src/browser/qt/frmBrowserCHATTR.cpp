@@ -63,7 +63,6 @@ QFormLayout* frmBrowserCHATTR::createTop(const Opening& opening) {
     label->setBuddy(chkFlags_);
     txtFlags_->setEnabled(false);
     connect(chkFlags_, &QCheckBox::toggled, txtFlags_, &QWidget::setEnabled);
-    connect(chkFlags_, &QCheckBox::toggled, this, &frmBrowserCHATTR::allowConfirming);
     auto* const flags = new QHBoxLayout;
     flags->addWidget(chkFlags_);
     flags->addWidget(txtFlags_, 1);
@@ -76,9 +75,6 @@ QLayout* frmBrowserCHATTR::createLists(TextEncoding encoding) {
     lstGroups_ = new SelectableList;
     lstUsers_->setEntries(form_.lstUsers, encoding);
     lstGroups_->setEntries(form_.lstGroups, encoding);
-    for (const SelectableList* const list : {lstUsers_, lstGroups_}) {
-        connect(list, &QListWidget::itemSelectionChanged, this, &frmBrowserCHATTR::allowConfirming);
-    }
     auto* const layout = new QGridLayout;
     layout->addWidget(labelFor(*lstUsers_, "lstUsers", tr("&Users :")), 0, 0);
     layout->addWidget(labelFor(*lstGroups_, "lstGroups", tr("&Groups :")), 0, 1);
@@ -88,30 +84,28 @@ QLayout* frmBrowserCHATTR::createLists(TextEncoding encoding) {
 }
 
 void frmBrowserCHATTR::setAnswer(const ChattrAnswer& answer, TextEncoding encoding) {
-    isAnswered_ = true;
     form_.txtCurrent = answer.txtCurrent;
     form_.isRefused = answer.isRefused;
     txtCurrent_->setText(displayTextOf(answer.txtCurrent, encoding));
     txtCurrent_->setCursorPosition(0);
     boxes_.setEncoding(encoding);
-    allowConfirming();
+    Command1_->setEnabled(true);
 }
 
-void frmBrowserCHATTR::collect() {
+void frmBrowserCHATTR::confirmed() {
     boxes_.collect();
     form_.chkFlags = chkFlags_->isChecked();
     form_.lstUsers = lstUsers_->entries();
     form_.lstGroups = lstGroups_->entries();
-}
-
-void frmBrowserCHATTR::allowConfirming() {
-    collect();
-    Command1_->setEnabled(isAnswered_ && canConfirm(form_));
-}
-
-void frmBrowserCHATTR::confirmed() {
-    collect();
-    closeOrSay(*this, accept_(form_), TextEncoding::utf8);
+    const auto acceptForm = [this] { closeOrSay(*this, accept_(form_), TextEncoding::utf8); };
+    if (clearsUnseen(form_)) {
+        askBefore(*this,
+                  "The server does not say to whom this directory is shown.\n"
+                  "Do you want to clear whatever permissions it has?",
+                  acceptForm);
+    } else {
+        acceptForm();
+    }
 }
 
 } // namespace corvel

@@ -43,12 +43,9 @@ class frmBrowserCHATTR : public QDialog {
   private:
     QFormLayout* createTop(const Opening& opening);
     QLayout* createLists(TextEncoding encoding);
-    void collect();
-    void allowConfirming();
     void confirmed();
 
     ChattrForm form_;
-    bool isAnswered_ = false;
     Accept accept_;
     FormBoxes boxes_;
     QLineEdit* txtCurrent_ = nullptr;

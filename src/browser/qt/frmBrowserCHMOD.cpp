@@ -60,7 +60,7 @@ void frmBrowserCHMOD::boxClicked() {
     for (std::size_t i = 0; i < permissionCount; ++i) {
         form_.chkX[i] = chkX_[i]->isChecked();
     }
-    txtCHMODval_->setBytes(chmodValue(form_.chkX), encoding_);
+    txtCHMODval_->setBytes(chmodValue(form_.chkX, txtCHMODval_->bytes()), encoding_);
 }
 
 // The boxes follow a mode that is typed, so that the next click on one changes that mode and no other.

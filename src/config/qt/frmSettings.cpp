@@ -121,7 +121,7 @@ void frmSettings::showColumns() {
     source.columns = {{.header = tr("show")},
                       {.header = tr("id"), .alignment = Qt::AlignRight},
                       {.header = tr("name")},
-                      {.header = tr("autosize"), .widest = {tr("Yes")}}};
+                      {.header = tr("autosize"), .room = {tr("Yes")}}};
     source.text = [this](int row, int column) -> QString {
         const ColumnRow& shown = form_.lvwAL[static_cast<std::size_t>(row)];
         switch (column) {

@@ -82,10 +82,9 @@ ReportSource listSource(const SiteSession& session, const WindowState& state, co
     source.rows = static_cast<int>(session.activityRows.rows.size());
     source.columns = reportColumns(state);
     source.text = [&session, bytesAt](int row, int column) {
-        return displayTextOf(bytesAt(row, column), session.encoding);
+        return cellTextOf(bytesAt(row, column), session.encoding);
     };
-    source.measuredText = bytesAt;
-    source.decode = [&session](std::string_view bytes) { return displayTextOf(bytes, session.encoding); };
+    source.sentText = bytesAt;
     source.icon = [&images, &state, rowAt](int row) {
         const ActivityIcon icon = rowAt(row).icon();
         const QColor text = rowColours(state, icon).text;
@@ -180,7 +179,7 @@ void ActivityPanel::restoreColumnWidths() {
             continue;
         }
         if (state().columns[number].autosize) {
-            list.fitColumn(column);
+            list.fitColumns(column, column);
         } else {
             list.setColumnUnits(column, WindowState().columns[number].width);
         }
@@ -233,10 +232,10 @@ void ActivityPanel::arrange(ReportView& list) {
 void ActivityPanel::fit(ReportView& list) const {
     for (int column = firstMovable; column < columnCount; ++column) {
         if (state().columns[static_cast<std::size_t>(column)].autosize) {
-            list.fitColumn(column);
+            list.fitColumns(column, column);
         }
     }
-    list.fitColumn(positionColumn);
+    list.fitColumns(positionColumn, positionColumn);
     list.setColumnUnits(positionColumn,
                         std::max(list.columnUnits(positionColumn), state().columns[positionColumn].width));
 }

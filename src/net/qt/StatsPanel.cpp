@@ -41,12 +41,11 @@ void StatsPanel::showStatus(const Status& status) {
     rows_ = statisticsRows(status);
     ReportSource source;
     source.rows = static_cast<int>(rows_.size());
-    const std::string_view name = rows_.front().sValue;
     source.columns = {{.header = tr("name")},
                       {.header = tr("value"),
                        .alignment = Qt::AlignRight,
                        // With room for any number, the column stays as wide as it is while numbers change.
-                       .widest = {QString(longestNumber, u'8'), displayTextOf(name, TextEncoding::utf8)}}};
+                       .room = {QString(longestNumber, u'8')}}};
     source.text = [this](int row, int column) {
         const MenuVariable& shown = rows_[static_cast<std::size_t>(row)];
         return displayTextOf(column == 0 ? shown.sName : shown.sValue, TextEncoding::utf8);
