@@ -44,8 +44,11 @@ SettingsPanel::SettingsPanel(mdlMain& program, QWidget* parent) : QWidget(parent
     auto* const ofServer = new QGridLayout(server);
     QPushButton* const rehash = addButton(*ofServer, "cmdConfigRehash", tr("&Rehash config"),
                                           tr("Makes the server read its configuration again."));
-    connect(rehash, &QPushButton::clicked, this,
-            [&program] { program.sendConsoleCommand(program.currentSite(), "SITE config rehash"); });
+    connect(rehash, &QPushButton::clicked, this, [&program] {
+        if (program.currentSite() > 0) {
+            program.sendConsoleCommand(program.currentSite(), "SITE config rehash");
+        }
+    });
     QPushButton* const test =
         addButton(*ofServer, "Command1", tr("Load &test"),
                   tr("Sends a test command over and over, for as long as \"Always on top\" is checked."));

@@ -11,7 +11,6 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QLabel>
 #include <QScreen>
 #include <QTabWidget>
 #include <QTimer>
@@ -86,7 +85,6 @@ void frmMain::start() {
     createTray();
     writeProblems(program_.LoadSites());
     program_.selectSite(std::min(1, program_.siteCount()));
-    showCurrentSite();
     tmrSocketStatus_Timer();
 }
 
@@ -136,14 +134,14 @@ void frmMain::createPanels() {
     imgSplit_->setCursor(Qt::SplitHCursor);
     imgSplit_->installEventFilter(this);
 
-    console_ = new ConsolePanel(program_);
+    console_ = newConsolePanel(program_);
     activity_ = new ActivityPanel(program_, images_);
     browser_ = new BrowserPanel(program_);
     stats_ = new StatsPanel;
     users_ = new UsersPanel(program_);
     groups_ = new GroupsPanel(program_);
     createSettingsPanel();
-    results_ = new ResultsPanel(program_);
+    results_ = newResultsPanel(program_);
     const auto opensMenu = [this](auto* panel, MenuKind kind) {
         connect(panel, &std::remove_pointer_t<decltype(panel)>::menuRequested, &customMenus_,
                 [this, kind](const QPoint& position) {
@@ -166,11 +164,6 @@ void frmMain::createPanels() {
     }
     connect(tabMain_, &QTabWidget::currentChanged, this, &frmMain::tmrSocketStatus_Timer);
 
-    noSites_ =
-        new QLabel(tr("There are no sites yet.\nChoose Sites > Add new... to add the first one."), area);
-    noSites_->setObjectName(QStringLiteral("lblNoSites"));
-    noSites_->setAlignment(Qt::AlignCenter);
-
     createStatusBar();
 }
 
@@ -178,20 +171,11 @@ void frmMain::siteAdded(int site) {
     const std::string& name = program_.site(site).config.name;
     sitesModel_.addSite(displayTextOf(name, encodingOf(name)));
     changedSockets_.insert(site);
-    console_->addSite(site);
-    activity_->addSite(site);
-    browser_->addSite(site);
-    users_->addSite(site);
-    groups_->addSite(site);
-    results_->addSite(site);
 
     addTimer("tmrNoop", site, noopInterval, [this, site] { program_.tmrNoop_Timer(site); }).start();
     // Never started: the activity is not asked for by itself.
     addTimer("tmrRefreshWho", site, refreshWhoInterval,
              [this, site] { program_.tmrRefreshWho_Timer(site, activity_->isFrozen()); });
-    if (isVisible()) {
-        program_.selectSite(site);
-    }
 }
 
 QTimer& frmMain::addTimer(const char* name, int site, int interval, std::function<void()> tick) {
@@ -303,8 +287,6 @@ void frmMain::showCurrentSite() {
     users_->showSite(site);
     groups_->showSite(site);
     results_->showSite(site);
-    tabMain_->setVisible(site > 0);
-    noSites_->setVisible(site == 0);
     showStatus();
 }
 

@@ -28,7 +28,6 @@
 
 class QAction;
 class QLabel;
-class QStackedWidget;
 class QTabWidget;
 class QTimer;
 
@@ -120,11 +119,10 @@ class frmMain : public QMainWindow, public Views {
     SitesList* lvwSites_ = nullptr;
     QWidget* imgSplit_ = nullptr;
     QTabWidget* tabMain_ = nullptr;
-    QLabel* noSites_ = nullptr;
     QMenu* mnuListSites_ = nullptr;
     QAction* showSitesList_ = nullptr;
-    ConsolePanel* console_ = nullptr;
-    ResultsPanel* results_ = nullptr;
+    LogPages* console_ = nullptr;
+    LogPages* results_ = nullptr;
     ActivityPanel* activity_ = nullptr;
     BrowserPanel* browser_ = nullptr;
     UsersPanel* users_ = nullptr;

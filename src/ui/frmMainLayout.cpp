@@ -7,7 +7,6 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QGuiApplication>
-#include <QLabel>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QTabWidget>
@@ -53,7 +52,6 @@ void frmMain::layoutWindow() {
     imgSplit_->setGeometry(pixelsFromUnits(shown.barLeft), 0, pixelsFromUnits(barWidth), area.height());
     const int tabLeft = withList ? pixelsFromUnits(shown.tabLeft) : 0;
     tabMain_->setGeometry(tabLeft, 0, area.width() - tabLeft, area.height());
-    noSites_->setGeometry(tabMain_->geometry());
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

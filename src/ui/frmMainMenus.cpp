@@ -61,7 +61,6 @@ void frmMain::createViewMenu() {
     showSitesList_->setCheckable(true);
     showSitesList_->setShortcut(Qt::Key_F9);
     connect(showSitesList_, &QAction::toggled, this, &frmMain::showSitesList);
-    // The box on the settings tab is out of reach while there is no site.
     QAction* const onTop = view->addAction(tr("&Always on top"));
     onTop->setObjectName(QStringLiteral("mnuViewAlwaysOnTop"));
     onTop->setCheckable(true);
@@ -128,7 +127,12 @@ void frmMain::editSite(int site) {
     auto* const dialog = new frmSitesAddEdit(
         opening,
         [this, site, isNew](const SiteForm& form) {
-            return isNew ? program_.addSite(form) : program_.changeSite(site, form);
+            const std::optional<std::string> problem =
+                isNew ? program_.addSite(form) : program_.changeSite(site, form);
+            if (isNew && !problem) {
+                program_.selectSite(program_.siteCount());
+            }
+            return problem;
         },
         this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);

@@ -20,7 +20,7 @@ void frmMain::createSettingsPanel() {
     loadTest_ = new LoadTest(program_, chkAlwaysOnTop, this);
     connect(settings_, &SettingsPanel::testWanted, this, [this] {
         if (const int site = program_.currentSite(); site > 0) {
-            loadTest_->start(console_->txtSendFTP(site));
+            loadTest_->start(*console_->at(site).command);
         }
     });
     connect(settings_, &SettingsPanel::settingsWanted, this, &frmMain::openSettings);

@@ -56,6 +56,21 @@ void WindowDriver::showTab(int index) {
     find<QTabWidget>("tabMain").setCurrentIndex(index);
 }
 
+void WindowDriver::lookAtEverything() {
+    auto& tabs = *window->findChild<QTabWidget*>(QStringLiteral("tabMain"));
+    mdlMain& program = window->program();
+    const int currentTab = tabs.currentIndex();
+    const int currentSite = program.currentSite();
+    for (int site = std::min(1, program.siteCount()); site <= program.siteCount(); ++site) {
+        program.selectSite(site);
+        for (int tab = 0; tab < tabs.count(); ++tab) {
+            tabs.setCurrentIndex(tab);
+        }
+    }
+    program.selectSite(currentSite);
+    tabs.setCurrentIndex(currentTab);
+}
+
 void WindowDriver::click(const char* button) {
     QTest::mouseClick(&find<QPushButton>(button), Qt::LeftButton);
 }

@@ -29,9 +29,14 @@ class WindowDriver {
     void restart();
     void close();
 
+    // The control of that name. One that nobody has looked at yet is looked for on every tab of every site.
     template <typename Widget>
     Widget& find(const char* name) {
-        auto* const widget = window->findChild<Widget*>(QLatin1String(name));
+        auto* widget = window->findChild<Widget*>(QLatin1String(name));
+        if (widget == nullptr) {
+            lookAtEverything();
+            widget = window->findChild<Widget*>(QLatin1String(name));
+        }
         if (widget == nullptr) {
             throw std::runtime_error(std::string("no control is named ") + name);
         }
@@ -92,6 +97,7 @@ class WindowDriver {
 
   private:
     void start();
+    void lookAtEverything();
 };
 
 // The first row of a list with this text in a column; -1 when there is none.

@@ -11,7 +11,6 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QSplitter>
-#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include <array>
@@ -67,7 +66,7 @@ QString emptyListText(const Site& site) {
 } // namespace
 
 GroupsPanel::GroupsPanel(mdlMain& program, QWidget* parent)
-    : QWidget(parent), program_(program), lists_(1), editor_(new GroupEditorPanel) {
+    : QWidget(parent), program_(program), editor_(new GroupEditorPanel) {
     connectEditor();
     auto* const splitter = new QSplitter(Qt::Horizontal);
     splitter->setChildrenCollapsible(false);
@@ -80,8 +79,7 @@ GroupsPanel::GroupsPanel(mdlMain& program, QWidget* parent)
 }
 
 QWidget* GroupsPanel::createLists() {
-    stack_ = new QStackedWidget;
-    stack_->addWidget(new QWidget);
+    lists_ = new SitePages<ReportView*>([this](int site) { return createList(site); });
     auto* const buttons = new QHBoxLayout;
     const auto addButton = [this, buttons](const char* name, const QString& caption, auto act) {
         auto* const button = new QPushButton(caption);
@@ -101,7 +99,7 @@ QWidget* GroupsPanel::createLists() {
     auto* const area = new QWidget;
     auto* const layout = new QVBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(stack_, 1);
+    layout->addWidget(lists_, 1);
     layout->addLayout(buttons);
     return area;
 }
@@ -118,7 +116,12 @@ ReportView* GroupsPanel::createList(int site) {
             [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
     connect(list, &ReportView::contextMenuRequested, this,
             [this](int /*row*/, const QPoint& position) { emit menuRequested(position); });
+    fill(*list, site);
     return list;
+}
+
+ReportView& GroupsPanel::list(int site) {
+    return *lists_->at(site);
 }
 
 void GroupsPanel::connectEditor() {
@@ -134,15 +137,8 @@ void GroupsPanel::connectEditor() {
     });
 }
 
-void GroupsPanel::addSite(int site) {
-    ReportView* const added = createList(site);
-    stack_->insertWidget(site, added);
-    lists_.push_back(added);
-    groupsChanged(site);
-}
-
 void GroupsPanel::showSite(int site) {
-    stack_->setCurrentIndex(site);
+    lists_->showSite(site);
     const int index = site > 0 ? program_.admin().currentGroup(site) : -1;
     if (index >= 0 && groupAt(session(site), index).got_info) {
         showInEditor(site, index);
@@ -151,12 +147,17 @@ void GroupsPanel::showSite(int site) {
     }
 }
 
+void GroupsPanel::fill(ReportView& list, int site) {
+    list.setSource(listSource(session(site)));
+    list.setPlaceholder(emptyListText(program_.site(site)));
+    list.fitColumns(0, lastColumn);
+    selectCurrent(list, site);
+}
+
 void GroupsPanel::groupsChanged(int site) {
-    ReportView& groups = list(site);
-    groups.setSource(listSource(session(site)));
-    connectionChanged(site);
-    groups.fitColumns(0, lastColumn);
-    selectCurrent(site);
+    if (ReportView** const shown = lists_->find(site)) {
+        fill(**shown, site);
+    }
     // A new table knows no details: a group that is open, or will be when its site comes back to the front,
     // is asked for again.
     AdminActions& admin = program_.admin();
@@ -168,14 +169,16 @@ void GroupsPanel::groupsChanged(int site) {
 }
 
 void GroupsPanel::connectionChanged(int site) {
-    list(site).setPlaceholder(emptyListText(program_.site(site)));
+    if (ReportView** const shown = lists_->find(site)) {
+        (*shown)->setPlaceholder(emptyListText(program_.site(site)));
+    }
 }
 
 void GroupsPanel::groupsSorted(int site) {
     const ListOrder order = session(site).groupView.order;
     list(site).setSortArrow(order.column, order.isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
     list(site).refresh();
-    selectCurrent(site);
+    selectCurrent(list(site), site);
 }
 
 // The members' names come from the user table.
@@ -190,7 +193,9 @@ void GroupsPanel::usersChanged(int site) {
 
 // Late details of another group do not take the current one out of the editor.
 void GroupsPanel::groupShown(int site, int index) {
-    list(site).refresh();
+    if (ReportView** const shown = lists_->find(site)) {
+        (*shown)->refresh();
+    }
     if (site == program_.currentSite() && (index == program_.admin().currentGroup(site) || !isOpen(site))) {
         showInEditor(site, index);
     }
@@ -217,8 +222,8 @@ void GroupsPanel::keyPressed(int site, int key, int row) {
     }
 }
 
-void GroupsPanel::selectCurrent(int site) {
-    list(site).setCurrentRow(program_.admin().currentGroupRow(site));
+void GroupsPanel::selectCurrent(ReportView& list, int site) {
+    list.setCurrentRow(program_.admin().currentGroupRow(site));
 }
 
 bool GroupsPanel::isOpen(int site) const {

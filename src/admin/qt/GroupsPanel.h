@@ -1,13 +1,11 @@
 #pragma once
 
 #include "app/mdlMain.h"
+#include "widgets/SitePages.h"
 
 #include <QWidget>
 
-#include <vector>
-
 class QPoint;
-class QStackedWidget;
 
 namespace corvel {
 
@@ -23,7 +21,6 @@ class GroupsPanel : public QWidget {
     // program: borrowed, must outlive the panel.
     explicit GroupsPanel(mdlMain& program, QWidget* parent = nullptr);
 
-    void addSite(int site);
     void connectionChanged(int site); // an empty list says so
     void showSite(int site);
     void groupsChanged(int site); // also when the connection has ended
@@ -38,17 +35,17 @@ class GroupsPanel : public QWidget {
   private:
     QWidget* createLists();
     ReportView* createList(int site);
+    void fill(ReportView& list, int site);
     void connectEditor();
     void keyPressed(int site, int key, int row);
-    void selectCurrent(int site);
+    void selectCurrent(ReportView& list, int site);
     bool isOpen(int site) const;
     void showInEditor(int site, int index);
-    ReportView& list(int site) const { return *lists_[static_cast<std::size_t>(site)]; }
+    ReportView& list(int site);
     const SiteSession& session(int site) const { return program_.site(site).session; }
 
     mdlMain& program_;
-    std::vector<ReportView*> lists_; // element 0 belongs to no site
-    QStackedWidget* stack_ = nullptr;
+    SitePages<ReportView*>* lists_ = nullptr;
     GroupEditorPanel* editor_ = nullptr;
 };
 

@@ -77,7 +77,7 @@ QString emptyListText(const Site& site) {
 
 } // namespace
 
-UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : QWidget(parent), program_(program), lists_(1) {
+UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : QWidget(parent), program_(program) {
     editor_ = new UserEditorPanel;
     connectEditor();
     batch_ = new BatchPanel([this](const BatchForm& form) { cmdBatchPerform_Click(form); });
@@ -95,8 +95,7 @@ UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : QWidget(parent), pro
 }
 
 QWidget* UsersPanel::createLists() {
-    stack_ = new QStackedWidget;
-    stack_->addWidget(new QWidget);
+    lists_ = new SitePages<ReportView*>([this](int site) { return createList(site); });
     // Two rows of two: four beside each other would take the editor its room in a small window.
     auto* const buttons = new QGridLayout;
     const auto addButton = [this, buttons](const char* name, const QString& caption, auto act) {
@@ -120,7 +119,7 @@ QWidget* UsersPanel::createLists() {
     area->setMinimumWidth(fontMetrics().averageCharWidth() * 35); // the columns of usual names, sorted
     auto* const layout = new QVBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(stack_, 1);
+    layout->addWidget(lists_, 1);
     layout->addLayout(buttons);
     return area;
 }
@@ -137,7 +136,12 @@ ReportView* UsersPanel::createList(int site) {
             [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
     connect(list, &ReportView::contextMenuRequested, this,
             [this](int /*row*/, const QPoint& position) { emit menuRequested(position); });
+    fill(*list, site);
     return list;
+}
+
+ReportView& UsersPanel::list(int site) {
+    return *lists_->at(site);
 }
 
 void UsersPanel::connectEditor() {
@@ -162,15 +166,8 @@ void UsersPanel::connectEditor() {
     connect(editor_, &UserEditorPanel::sectionsRequested, this, &UsersPanel::lvwUserSections_DblClick);
 }
 
-void UsersPanel::addSite(int site) {
-    ReportView* const added = createList(site);
-    stack_->insertWidget(site, added);
-    lists_.push_back(added);
-    usersChanged(site);
-}
-
 void UsersPanel::showSite(int site) {
-    stack_->setCurrentIndex(site);
+    lists_->showSite(site);
     batch_->setEncoding(site > 0 ? session(site).encoding : TextEncoding::utf8);
     const int index = site > 0 ? program_.admin().currentUser(site) : -1;
     if (index >= 0 && userAt(session(site), index).got_info) {
@@ -180,12 +177,17 @@ void UsersPanel::showSite(int site) {
     }
 }
 
+void UsersPanel::fill(ReportView& list, int site) {
+    list.setSource(listSource(session(site)));
+    list.setPlaceholder(emptyListText(program_.site(site)));
+    list.fitColumns(0, lastColumn);
+    selectCurrent(list, site);
+}
+
 void UsersPanel::usersChanged(int site) {
-    ReportView& users = list(site);
-    users.setSource(listSource(session(site)));
-    connectionChanged(site);
-    users.fitColumns(0, lastColumn);
-    selectCurrent(site);
+    if (ReportView** const shown = lists_->find(site)) {
+        fill(**shown, site);
+    }
     const bool isInFront = site == program_.currentSite();
     if (isInFront) {
         batch_->setEncoding(session(site).encoding);
@@ -201,14 +203,16 @@ void UsersPanel::usersChanged(int site) {
 }
 
 void UsersPanel::connectionChanged(int site) {
-    list(site).setPlaceholder(emptyListText(program_.site(site)));
+    if (ReportView** const shown = lists_->find(site)) {
+        (*shown)->setPlaceholder(emptyListText(program_.site(site)));
+    }
 }
 
 void UsersPanel::usersSorted(int site) {
     const ListOrder order = session(site).userView.order;
     list(site).setSortArrow(order.column, order.isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
     list(site).refresh();
-    selectCurrent(site);
+    selectCurrent(list(site), site);
 }
 
 // The accounts that are selected stay so, in whichever rows they stand then.
@@ -239,7 +243,9 @@ void UsersPanel::groupsChanged(int site) {
 
 // Late details of another account do not take the current one out of the editor.
 void UsersPanel::userShown(int site, int index) {
-    list(site).refresh();
+    if (ReportView** const shown = lists_->find(site)) {
+        (*shown)->refresh();
+    }
     if (site == program_.currentSite() && (index == program_.admin().currentUser(site) || !isOpen(site))) {
         showInEditor(site, index);
     }
@@ -269,8 +275,8 @@ void UsersPanel::keyPressed(int site, int key, int row) {
     }
 }
 
-void UsersPanel::selectCurrent(int site) {
-    list(site).setCurrentRow(program_.admin().currentUserRow(site));
+void UsersPanel::selectCurrent(ReportView& list, int site) {
+    list.setCurrentRow(program_.admin().currentUserRow(site));
 }
 
 bool UsersPanel::isOpen(int site) const {

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "app/mdlMain.h"
+#include "widgets/SitePages.h"
 
 #include <QWidget>
-
-#include <vector>
 
 class QPoint;
 class QPushButton;
@@ -26,7 +25,6 @@ class UsersPanel : public QWidget {
     // program: borrowed, must outlive the panel.
     explicit UsersPanel(mdlMain& program, QWidget* parent = nullptr);
 
-    void addSite(int site);
     void connectionChanged(int site); // an empty list says so
     void showSite(int site);
     void usersChanged(int site); // also when the connection has ended
@@ -44,10 +42,11 @@ class UsersPanel : public QWidget {
   private:
     QWidget* createLists();
     ReportView* createList(int site);
+    void fill(ReportView& list, int site);
     void connectEditor();
     void sortUsers(int site, int column);
     void keyPressed(int site, int key, int row);
-    void selectCurrent(int site);
+    void selectCurrent(ReportView& list, int site);
     bool isOpen(int site) const;
     void showInEditor(int site, int index);
     void cmdUserAdd_Click();
@@ -55,12 +54,11 @@ class UsersPanel : public QWidget {
     void cmdBatchPerform_Click(const BatchForm& form);
     void cmdUserEditGroups_Click();
     void lvwUserSections_DblClick();
-    ReportView& list(int site) const { return *lists_[static_cast<std::size_t>(site)]; }
+    ReportView& list(int site);
     const SiteSession& session(int site) const { return program_.site(site).session; }
 
     mdlMain& program_;
-    std::vector<ReportView*> lists_; // element 0 belongs to no site
-    QStackedWidget* stack_ = nullptr;
+    SitePages<ReportView*>* lists_ = nullptr;
     QPushButton* cmdUserBatch_ = nullptr;
     QStackedWidget* sides_ = nullptr; // the editor or the batch panel
     UserEditorPanel* editor_ = nullptr;

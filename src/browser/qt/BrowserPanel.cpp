@@ -15,7 +15,6 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QSplitter>
-#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include <array>
@@ -91,18 +90,20 @@ void fitName(ReportView& list) {
     list.setColumnUnits(nameColumn, FitBrowserColumns(list.widthUnits(), others));
 }
 
+void showPath(QLineEdit& path, const SiteSession& session) {
+    path.setText(displayTextOf(session.sBrowserPWD, session.encoding));
+}
+
 } // namespace
 
-BrowserPanel::BrowserPanel(mdlMain& program, QWidget* parent)
-    : QWidget(parent), program_(program), pages_(1) {
-    stack_ = new QStackedWidget;
-    stack_->addWidget(new QWidget);
+BrowserPanel::BrowserPanel(mdlMain& program, QWidget* parent) : QWidget(parent), program_(program) {
+    pages_ = new SitePages<Page>([this](int site) { return createPage(site); });
     auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(stack_, 1);
+    layout->addWidget(pages_, 1);
     layout->addWidget(createButtons());
 }
 
-void BrowserPanel::addSite(int site) {
+BrowserPanel::Page BrowserPanel::createPage(int site) {
     Page added;
     added.path = new QLineEdit;
     added.path->setObjectName(elementName("txtBrowserPWD", site));
@@ -126,28 +127,36 @@ void BrowserPanel::addSite(int site) {
     auto* const pathLine = new QHBoxLayout;
     pathLine->addWidget(pathLabel);
     pathLine->addWidget(added.path, 1);
-    auto* const page = new QWidget;
-    auto* const layout = new QVBoxLayout(page);
+    added.widget = new QWidget;
+    auto* const layout = new QVBoxLayout(added.widget);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(pathLine);
     layout->addWidget(splitter, 1);
-    stack_->insertWidget(site, page);
-    pages_.push_back(added);
-    listingChanged(site);
+    added.replies->scheduleUpdate();
+    showPath(*added.path, program_.site(site).session);
+    showListing(*added.list, site);
+    return added;
 }
 
 void BrowserPanel::showSite(int site) {
-    stack_->setCurrentIndex(site);
+    pages_->showSite(site);
     showCounts();
 }
 
 void BrowserPanel::logChanged(int site) {
-    page(site).replies->scheduleUpdate();
+    if (const Page* const page = pages_->find(site)) {
+        page->replies->scheduleUpdate();
+    }
 }
 
 void BrowserPanel::listingChanged(int site) {
+    if (const Page* const page = pages_->find(site)) {
+        showListing(*page->list, site);
+    }
+}
+
+void BrowserPanel::showListing(ReportView& list, int site) {
     const SiteSession& session = program_.site(site).session;
-    ReportView& list = *page(site).list;
     const int selected = session.browserRow; // the list, emptied, says that none is
     list.setSource(listSource(session), ReportView::CurrentRow::clear);
     if (selected >= 0) {
@@ -163,8 +172,9 @@ void BrowserPanel::listingChanged(int site) {
 }
 
 void BrowserPanel::pathChanged(int site) {
-    const SiteSession& session = program_.site(site).session;
-    page(site).path->setText(displayTextOf(session.sBrowserPWD, session.encoding));
+    if (const Page* const page = pages_->find(site)) {
+        showPath(*page->path, program_.site(site).session);
+    }
 }
 
 void BrowserPanel::showCounts() {
@@ -181,7 +191,7 @@ void BrowserPanel::showCounts() {
 }
 
 void BrowserPanel::openDialog(int site, Dialog dialog) {
-    const int row = page(site).list->currentRow();
+    const int row = pages_->at(site).list->currentRow();
     switch (dialog) {
     case Dialog::chmod:
         openChmod(program_, site, row, *this);
@@ -270,7 +280,7 @@ void BrowserPanel::keyPressed(int site, int key, int row) {
     BrowserActions& browser = program_.browser();
     switch (key) {
     case Qt::Key_F2:
-        page(site).list->editLabel(row);
+        pages_->at(site).list->editLabel(row);
         break;
     case Qt::Key_F5:
         browser.refresh(site);

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "app/mdlMain.h"
+#include "widgets/SitePages.h"
 
 #include <QWidget>
 
-#include <vector>
-
 class QLabel;
 class QLineEdit;
-class QStackedWidget;
 
 namespace corvel {
 
@@ -24,7 +22,6 @@ class BrowserPanel : public QWidget {
     // program: borrowed, must outlive the panel.
     explicit BrowserPanel(mdlMain& program, QWidget* parent = nullptr);
 
-    void addSite(int site);
     void showSite(int site);
     void logChanged(int site);
     void listingChanged(int site);
@@ -47,19 +44,20 @@ class BrowserPanel : public QWidget {
 
   private:
     struct Page {
+        QWidget* widget = nullptr;
         ReportView* list = nullptr;
         QLineEdit* path = nullptr;
         LogBox* replies = nullptr;
     };
 
     QWidget* createButtons();
+    Page createPage(int site);
     ReportView* createList(int site);
+    void showListing(ReportView& list, int site);
     void keyPressed(int site, int key, int row);
-    const Page& page(int site) const { return pages_[static_cast<std::size_t>(site)]; }
 
     mdlMain& program_;
-    std::vector<Page> pages_; // element 0 belongs to no site
-    QStackedWidget* stack_ = nullptr;
+    SitePages<Page>* pages_ = nullptr;
     QLabel* directoryCount_ = nullptr;
     QLabel* fileCount_ = nullptr;
 };

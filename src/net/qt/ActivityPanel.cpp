@@ -10,7 +10,6 @@
 
 #include <QCheckBox>
 #include <QHeaderView>
-#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -108,36 +107,36 @@ QString emptyListText(const SiteSession& session) {
 } // namespace
 
 ActivityPanel::ActivityPanel(mdlMain& program, const ImageLists& images, QWidget* parent)
-    : QWidget(parent), program_(program), images_(images), pages_(1) {
-    stack_ = new QStackedWidget;
-    stack_->addWidget(new QWidget);
+    : QWidget(parent), program_(program), images_(images) {
+    pages_ = new SitePages<Page>([this](int site) {
+        Page page = {.widget = createList(site)};
+        showRows(page, site);
+        arrange(*page.widget);
+        return page;
+    });
     chkFreezeRefresh_ = new QCheckBox(tr("freeze"));
     chkFreezeRefresh_->setObjectName(QStringLiteral("chkFreezeRefresh"));
     chkFreezeRefresh_->setToolTip(tr("Keep the lists as they are"));
     auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(stack_, 1);
+    layout->addWidget(pages_, 1);
     layout->addWidget(chkFreezeRefresh_);
 }
 
-void ActivityPanel::addSite(int site) {
-    pages_.push_back({.list = createList(site)});
-    ReportView& list = *page(site).list;
-    stack_->insertWidget(site, &list);
-    activityChanged(site);
-    arrange(list);
-}
-
 void ActivityPanel::showSite(int site) {
-    stack_->setCurrentIndex(site);
-    if (site > 0) {
-        arrange(*page(site).list);
-    }
+    pages_->showSite(site);
+    applyColumns(); // another site's may have been changed
 }
 
 void ActivityPanel::activityChanged(int site) {
+    if (Page* const page = pages_->find(site)) {
+        showRows(*page, site);
+    }
+}
+
+void ActivityPanel::showRows(Page& page, int site) {
     const SiteSession& session = program_.site(site).session;
     const std::vector<ActivityRow>& rows = session.activityRows.rows;
-    auto& [list, shownReply] = page(site);
+    auto& [list, shownReply] = page;
     if (static_cast<int>(rows.size()) < list->source().rows) {
         list->setSource(listSource(session, state(), images_));
         shownReply = 0;
@@ -157,22 +156,23 @@ void ActivityPanel::activityChanged(int site) {
 }
 
 void ActivityPanel::applyColumns() {
-    if (program_.currentSite() > 0) {
-        arrange(*page(program_.currentSite()).list);
+    if (Page* const page = pages_->find(program_.currentSite())) {
+        arrange(*page->widget);
     }
 }
 
 void ActivityPanel::applyColours() {
-    if (program_.currentSite() > 0) {
-        page(program_.currentSite()).list->viewport()->update();
+    if (Page* const page = pages_->find(program_.currentSite())) {
+        page->widget->viewport()->update();
     }
 }
 
 void ActivityPanel::restoreColumnWidths() {
-    if (program_.currentSite() == 0) {
+    Page* const page = pages_->find(program_.currentSite());
+    if (page == nullptr) {
         return;
     }
-    ReportView& list = *page(program_.currentSite()).list;
+    ReportView& list = *page->widget;
     for (int column = firstMovable; column < columnCount; ++column) {
         const auto number = static_cast<std::size_t>(column);
         if (list.isColumnHidden(column) || list.columnWidth(column) > 0) {

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "app/mdlMain.h"
+#include "widgets/SitePages.h"
 
 #include <QWidget>
 
 #include <cstdint>
-#include <vector>
 
 class QCheckBox;
 class QPoint;
-class QStackedWidget;
 
 namespace corvel {
 
@@ -25,7 +24,6 @@ class ActivityPanel : public QWidget {
     // Both are borrowed and must outlive the panel.
     ActivityPanel(mdlMain& program, const ImageLists& images, QWidget* parent = nullptr);
 
-    void addSite(int site);
     void showSite(int site);
     void activityChanged(int site); // also when the connection has ended
 
@@ -44,22 +42,21 @@ class ActivityPanel : public QWidget {
 
   private:
     struct Page {
-        ReportView* list = nullptr;
+        ReportView* widget = nullptr;
         std::uint64_t shownReply = 0; // the last one that the list shows
     };
 
     ReportView* createList(int site);
+    void showRows(Page& page, int site);
     void arrange(ReportView& list);
     void fit(ReportView& list) const;
     void keepOrder(const ReportView& list);
     void keepWidth(const ReportView& list, int column);
-    Page& page(int site) { return pages_[static_cast<std::size_t>(site)]; }
     WindowState& state() const { return program_.windowState(); }
 
     mdlMain& program_;
     const ImageLists& images_;
-    std::vector<Page> pages_; // element 0 belongs to no site
-    QStackedWidget* stack_ = nullptr;
+    SitePages<Page>* pages_ = nullptr;
     QCheckBox* chkFreezeRefresh_ = nullptr;
     bool isArranging_ = false; // the columns are changed by the panel, not by a person
 };
