@@ -2,7 +2,7 @@
 #include "admin/GroupEditor.h"
 #include "admin/ListRows.h"
 #include "admin/mdlUsersGroups.h"
-#include "admin/UserForm.h"
+#include "admin/UserEditor.h"
 #include "common/Text.h"
 #include "LineScan.h"
 

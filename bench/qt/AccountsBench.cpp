@@ -47,7 +47,7 @@ void showUsers(benchmark::State& state) {
     double bound = 0;
     for ([[maybe_unused]] auto iteration : state) {
         const double start = threadSeconds();
-        accounts.window().usersChanged(1);
+        accounts.window().accountsChanged(1, Accounts::users, AccountChange::table);
         accounts.list().viewport()->repaint();
         QCoreApplication::processEvents();
         work += threadSeconds() - start;
@@ -88,7 +88,7 @@ void runBatch(benchmark::State& state) {
     double first = 0;
     double last = 0;
     for ([[maybe_unused]] auto iteration : state) {
-        accounts.window().program().admin().startSequence(1, batch);
+        accounts.window().program().admin().startBatch(1, batch);
         const auto secondsUntil = [&](std::size_t linesLeft) {
             const double start = threadSeconds();
             while (accounts.session().sBatchLines.left() > linesLeft) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "admin/Sequence.h"
-#include "admin/UserForm.h"
+#include "admin/UserEditor.h"
 #include "common/SelectableEntry.h"
 
 #include <array>

@@ -4,6 +4,7 @@
 #include "admin/TableCommands.h"
 #include "common/Numbers.h"
 
+#include <array>
 #include <cstdint>
 
 namespace corvel {
@@ -24,6 +25,13 @@ std::vector<GroupMemberRow> memberRows(const clsGroup& group, const UserTable& u
 }
 
 } // namespace
+
+std::string& GroupForm::box(std::size_t number) {
+    static constexpr std::array<std::string GroupForm::*, boxCount> members = {
+        &GroupForm::txtGroupname, &GroupForm::txtGroupdescr, &GroupForm::txtGroupGroupslots,
+        &GroupForm::txtGroupLeechslots, &GroupForm::txtGroupVFS};
+    return this->*members.at(number);
+}
 
 GroupForm InfoToForm(const clsGroup& group, const UserTable& users) {
     GroupForm form;

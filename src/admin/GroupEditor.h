@@ -3,6 +3,7 @@
 #include "admin/mdlUsersGroups.h"
 #include "common/Command.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,11 @@ struct GroupForm {
     std::string txtGroupVFS;
     std::vector<GroupMemberRow> lvwGroupMembers;
     std::string lblGroupMembers; // the number of rows
+
+    // The boxes in which a record is edited, by number: name, description, group slots, leech slots, VFS
+    // file.
+    static constexpr std::size_t boxCount = 5;
+    std::string& box(std::size_t number);
 };
 
 // The editor as it shows group; users is the user table of the same site.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,13 +43,27 @@ struct ListOrder {
     bool operator==(const ListOrder&) const = default;
 };
 
-// What a person sees of a site's table.
-struct TableView {
+// How far the details of the record are that an editor shows: there is none, they are to be asked for, the
+// server was asked, they are there, they did not come.
+enum class Details { none, wanted, asked, known, refused };
+
+// What a person has typed into the boxes of an editor and not saved, by the numbers of the boxes: UTF-8, in
+// which bytes it goes out is decided as it is sent.
+struct Draft {
+    std::string sName; // of the record; one of another name is another one that got its id
+    std::map<std::size_t, std::string> boxes;
+};
+
+// What a person sees of a site's users or groups, and has typed there.
+struct AccountView {
     ListOrder order;
     std::vector<std::size_t> rows;         // the index of the record in each row
     std::optional<std::int16_t> currentId; // of the record on which the editor acts
     bool isRead = false;                   // the server has answered a request for the table
     std::string problem;                   // its line where it refused the last one
+    Details details = Details::none;       // of the current record
+    std::string detailsProblem;            // why they did not come, the server's line or UTF-8
+    std::map<std::int16_t, Draft> drafts;  // by the ids of the records
 };
 
 // The order after a click on the header of column: by that column, or the other way round on a second click.

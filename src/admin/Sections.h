@@ -1,6 +1,6 @@
 #pragma once
 
-#include "admin/UserForm.h"
+#include "admin/UserEditor.h"
 #include "common/Command.h"
 
 #include <span>

@@ -34,18 +34,6 @@ Command groupFileCommand(const GroupTable& groups, std::int16_t gid) {
             tagOf(FindGroupIndexByGID(groups, gid)), gid};
 }
 
-std::optional<Command> openUserCommand(const UserTable& users, std::int16_t uid) {
-    const int index = FindUserIndexByUID(users, uid);
-    const bool isKnown = index > -1 && users[static_cast<std::size_t>(index)].got_info;
-    return isKnown ? std::nullopt : std::optional(userFileCommand(users, uid));
-}
-
-std::optional<Command> openGroupCommand(const GroupTable& groups, std::int16_t gid) {
-    const int index = FindGroupIndexByGID(groups, gid);
-    const bool isKnown = index > -1 && groups[static_cast<std::size_t>(index)].got_info;
-    return isKnown ? std::nullopt : std::optional(groupFileCommand(groups, gid));
-}
-
 std::string deleteUserQuestion(std::string_view userName, std::string_view groupName) {
     return "Are u sure u want to delete this user:\r\n" + std::string(userName) + "@" +
            std::string(groupName);

@@ -4,7 +4,6 @@
 #include "common/Command.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,10 +18,6 @@ Command groupTableCommand();
 // one that no tag can hold.
 Command userFileCommand(const UserTable& users, std::int16_t uid);
 Command groupFileCommand(const GroupTable& groups, std::int16_t gid);
-
-// What a click on the row with the id sends: nothing where the table's record has its details already.
-std::optional<Command> openUserCommand(const UserTable& users, std::int16_t uid);
-std::optional<Command> openGroupCommand(const GroupTable& groups, std::int16_t gid);
 
 // The question before an account (a group) is deleted, and the command after a yes.
 std::string deleteUserQuestion(std::string_view userName, std::string_view groupName);

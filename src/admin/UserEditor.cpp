@@ -1,14 +1,43 @@
 #include "admin/UserEditor.h"
 
+#include "admin/IdLookup.h"
 #include "admin/TableCommands.h"
 #include "common/Numbers.h"
 
-#include <array>
 #include <cstdint>
 
 namespace corvel {
 
 namespace {
+
+// Whole megabytes in an amount of credits, rounded toward minus infinity.
+std::int64_t wholeMegabytes(std::int64_t credits) {
+    constexpr std::int64_t perMegabyte = 10240000; // 1024, in 1/10000
+    return credits / perMegabyte - (credits % perMegabyte < 0 ? 1 : 0);
+}
+
+std::vector<UserGroupRow> groupRows(const clsUser& user, const GroupTable& groups) {
+    const IdLookup<clsGroup> lookup(groups, &clsGroup::iGID);
+    const IdSet administered(user.admingroups());
+    std::vector<UserGroupRow> rows;
+    rows.reserve(user.groups().size());
+    for (const std::int16_t gid : user.groups()) {
+        const clsGroup* group = lookup.find(gid);
+        rows.push_back({std::to_string(gid), group == nullptr ? std::string(unknownGID) : group->sName,
+                        administered.contains(gid) ? "Yes" : "No"});
+    }
+    return rows;
+}
+
+std::vector<UserSectionRow> sectionRows(const clsUser& user) {
+    std::vector<UserSectionRow> rows;
+    rows.reserve(clsUser::sectionCount);
+    for (std::size_t section = 0; section < clsUser::sectionCount; ++section) {
+        rows.push_back({std::to_string(section), std::to_string(user.ratios()[section]),
+                        std::to_string(wholeMegabytes(user.credits()[section]))});
+    }
+    return rows;
+}
 
 struct TextProperty {
     std::string UserForm::*box;
@@ -50,6 +79,37 @@ void appendLogins(std::vector<Command>& commands, const clsUser& user, const Use
 
 } // namespace
 
+std::string& UserForm::box(std::size_t number) {
+    static constexpr std::array<std::string UserForm::*, firstLoginsBox> members = {
+        &UserForm::txtUserName,     &UserForm::txtUserFlags, &UserForm::txtUserTagLine,
+        &UserForm::txtUserHomePath, &UserForm::txtUserVFS,   &UserForm::txtUserBwUp,
+        &UserForm::txtUserBwDn};
+    return number < members.size() ? this->*members[number] : txtUserLogins.at(number - firstLoginsBox);
+}
+
+UserForm InfoToForm(const clsUser& user, const GroupTable& groups) {
+    UserForm form;
+    form.txtUserUID = std::to_string(user.iUID);
+    form.txtUserName = user.sName;
+    form.txtUserGroup = user.sStdGroup;
+    form.txtUserFlags = user.sFlags;
+    form.txtUserTagLine = user.sTagline;
+    form.txtUserHomePath = user.sHomePath;
+    form.txtUserVFS = user.sVFSFile;
+    form.txtUserBwDn = std::to_string(user.iBWLimitDn);
+    form.txtUserBwUp = std::to_string(user.iBWLimitUp);
+    form.txtUserLogins = {std::to_string(user.iLoginsFTP), std::to_string(user.iLoginsTelnet),
+                          std::to_string(user.iLoginsHTTP)};
+    form.lstUserIP = user.ips();
+    form.lvwUserGroups = groupRows(user, groups);
+    form.lvwUserSections = sectionRows(user);
+    return form;
+}
+
+std::string creditsOfMegabytes(std::string_view megabytes) {
+    return wholeNumberText(megabytes, 1024);
+}
+
 std::optional<std::string> masterQuestion(std::string_view oldFlags, std::string_view newFlags) {
     if (oldFlags == newFlags) {
         return std::nullopt;
@@ -87,12 +147,12 @@ std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form,
     return commands;
 }
 
-Command addMaskCommand(const clsUser& user, const UserForm& form) {
-    return userChange("SITE addip " + user.sName + " " + form.txtUserIP);
+Command addMaskCommand(const clsUser& user, std::string_view mask) {
+    return userChange("SITE addip " + user.sName + " " + std::string(mask));
 }
 
-Command deleteMaskCommand(const clsUser& user, const UserForm& form) {
-    return userChange("SITE delip " + user.sName + " " + form.txtUserIP);
+Command deleteMaskCommand(const clsUser& user, std::string_view mask) {
+    return userChange("SITE delip " + user.sName + " " + std::string(mask));
 }
 
 std::optional<PasswordPrompt> passwordPrompt(const UserForm& form) {

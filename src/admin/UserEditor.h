@@ -1,14 +1,69 @@
 #pragma once
 
-#include "admin/UserForm.h"
+#include "admin/mdlUsersGroups.h"
 #include "common/Command.h"
 
+#include <array>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace corvel {
+
+// What the box for a mask holds until a person types one.
+inline constexpr std::string_view maskPlaceholder = "*@*";
+
+// A row of lvwUserGroups.
+struct UserGroupRow {
+    std::string sGID;
+    std::string sGroupName;
+    std::string sGadmin; // "Yes" or "No"
+
+    bool operator==(const UserGroupRow&) const = default;
+};
+
+// A row of lvwUserSections.
+struct UserSectionRow {
+    std::string sSection;
+    std::string sRatio;
+    std::string sCredits; // whole megabytes
+
+    bool operator==(const UserSectionRow&) const = default;
+};
+
+// The user editor: one member for each of its controls.
+struct UserForm {
+    std::string txtUserUID;
+    std::string txtUserName;
+    std::string txtUserGroup;
+    std::string txtUserFlags;
+    std::string txtUserTagLine;
+    std::string txtUserHomePath;
+    std::string txtUserVFS;
+    std::string txtUserBwDn;
+    std::string txtUserBwUp;
+    std::array<std::string, 3> txtUserLogins; // FTP, telnet, HTTP
+    std::vector<std::string> lstUserIP;
+    std::string txtUserIP{maskPlaceholder}; // belongs to the person: showing a record leaves the box alone
+    std::vector<UserGroupRow> lvwUserGroups;
+    std::vector<UserSectionRow> lvwUserSections;
+
+    // The boxes in which a record is edited, by number: name, flags, tagline, home, VFS file, limits up and
+    // down, and the three for logins.
+    static constexpr std::size_t flagsBox = 1;
+    static constexpr std::size_t firstLoginsBox = 7;
+    static constexpr std::size_t boxCount = firstLoginsBox + 3;
+    std::string& box(std::size_t number);
+};
+
+// The editor as it shows user; groups is the group table of the same site.
+UserForm InfoToForm(const clsUser& user, const GroupTable& groups);
+
+// Typed megabytes in the server's unit, of which 1024 make one: the way back from what the sections show, as
+// decimal text, computed exactly and then rounded halves to even.
+std::string creditsOfMegabytes(std::string_view megabytes);
 
 // What the user editor's buttons send. user is the record of the account in the table; a change names the
 // account as the record does. Whoever sends it has the userfile read behind it.
@@ -21,9 +76,9 @@ std::optional<std::string> masterQuestion(std::string_view oldFlags, std::string
 // answer to masterQuestion or true where it asks nothing.
 std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form, bool sendFlags);
 
-// Adds the mask in txtUserIP to the account, or takes it away.
-Command addMaskCommand(const clsUser& user, const UserForm& form);
-Command deleteMaskCommand(const clsUser& user, const UserForm& form);
+// Adds the mask, in the bytes of the server, to the account, or takes it away.
+Command addMaskCommand(const clsUser& user, std::string_view mask);
+Command deleteMaskCommand(const clsUser& user, std::string_view mask);
 
 // The title and prompt of the box that asks for a new password; nothing where no name is shown.
 struct PasswordPrompt {

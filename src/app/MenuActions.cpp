@@ -23,22 +23,17 @@ BrowserMenuRow browserRow(const SiteSession& session, const BrowserEntry* entry)
             .group = text(entry->group)};
 }
 
-UserMenuRow userRow(const SiteSession& session, int index) {
-    if (index < 0) {
-        return {};
-    }
-    const clsUser& user = session.Users[static_cast<std::size_t>(index)];
-    return {.name = toUtf8(user.sName, session.encoding),
-            .uid = std::to_string(user.iUID),
-            .group = toUtf8(user.sStdGroup, session.encoding)};
+UserMenuRow userRow(const SiteSession& session, const clsUser* user) {
+    return user == nullptr ? UserMenuRow{}
+                           : UserMenuRow{.name = toUtf8(user->sName, session.encoding),
+                                         .uid = std::to_string(user->iUID),
+                                         .group = toUtf8(user->sStdGroup, session.encoding)};
 }
 
-GroupMenuRow groupRow(const SiteSession& session, int index) {
-    if (index < 0) {
-        return {};
-    }
-    const clsGroup& group = session.Groups[static_cast<std::size_t>(index)];
-    return {.name = toUtf8(group.sName, session.encoding), .gid = std::to_string(group.iGID)};
+GroupMenuRow groupRow(const SiteSession& session, const clsGroup* group) {
+    return group == nullptr ? GroupMenuRow{}
+                            : GroupMenuRow{.name = toUtf8(group->sName, session.encoding),
+                                           .gid = std::to_string(group->iGID)};
 }
 
 ConnectionMenuRow connectionRow(const SiteSession& session) {
@@ -66,7 +61,15 @@ struct MenuActions::Executor {
 
     void nothing() const {}
 
-    void exec() const { services.shell.open(std::string(execTarget(argument))); }
+    void exec() const {
+        const std::string_view target = execTarget(argument);
+        if (isOneLine(target)) {
+            services.shell.open(std::string(target));
+        } else {
+            services.prompts.Message("Not opened, since it holds a line break or a NUL character:\r\n" +
+                                     visibleText(target));
+        }
+    }
     void exit() const { services.shell.quit(); }
     void copy() const { services.shell.setClipboardText(std::string(argument)); }
 
@@ -80,15 +83,18 @@ struct MenuActions::Executor {
         if (site > 0) {
             const TextEncoding encoding = at(services.sites, site).session.encoding;
             const std::string line = fromUtf8(argument, encoding).value_or(std::string(argument));
-            services.outbox.startOrTell(
-                site, LogKind::commandResults,
-                {{{.sCommand = line, .bQuiet = false, .iHandler = handler::menuFtp}}});
+            // Nobody knows what the command changes: what is known of the accounts may be wrong behind it.
+            services.outbox.startOrTell(site, LogKind::commandResults,
+                                        {{{.sCommand = line, .bQuiet = false, .iHandler = handler::menuFtp}}},
+                                        [&admin = services.admin, at = site](const Receipt& /*receipt*/) {
+                                            admin.forgetDetails(at);
+                                        });
         }
     }
 
     template <Dialog dialog>
     void open() const {
-        const bool isSelected = dialog == Dialog::copyUser ? site > 0 && services.admin.currentUser(site) >= 0
+        const bool isSelected = dialog == Dialog::copyUser ? services.admin.users().current(site) != nullptr
                                                            : services.browser.selectedEntry(site) != nullptr;
         if (isSelected) {
             services.views.dialogWanted(site, dialog);
@@ -120,9 +126,9 @@ MenuVariables MenuActions::variables(int site, MenuKind kind) const {
     case MenuKind::browser:
         return menuVariables(browserRow(session, services_.browser.selectedEntry(site)));
     case MenuKind::userList:
-        return menuVariables(userRow(session, services_.admin.currentUser(site)));
+        return menuVariables(userRow(session, services_.admin.users().current(site)));
     case MenuKind::groupList:
-        return menuVariables(groupRow(session, services_.admin.currentGroup(site)));
+        return menuVariables(groupRow(session, services_.admin.groups().current(site)));
     case MenuKind::activity:
         return menuVariables(connectionRow(session));
     }

@@ -26,7 +26,7 @@ class MenuActions {
         const Sites& sites;
         const Settings& settings;
         const BrowserActions& browser;
-        const AdminActions& admin;
+        AdminActions& admin;
         Outbox& outbox;
         Prompts& prompts;
         Views& views;

@@ -1,7 +1,7 @@
 #include "app/ReplyHandlers.h"
 
 #include "admin/TableCommands.h"
-#include "app/AccountReplies.h"
+#include "app/AccountTable.h"
 #include "browser/Chattr.h"
 #include "browser/FileOperations.h"
 #include "browser/Replies.h"
@@ -106,10 +106,10 @@ void batchStep(const ReplyServices& services, const Reply& reply) {
 constexpr std::array<ReplyHandler, 15> table = {{
     {handler::browser, Echo::none, browserChain},
     {handler::who, Echo::none, whoReply},
-    {handler::userTable, Echo::none, userTableReply},
-    {handler::groupTable, Echo::none, groupTableReply},
-    {handler::userFile, Echo::none, userFileReply},
-    {handler::groupFile, Echo::none, groupFileReply},
+    {handler::userTable, Echo::none, AccountTable<UserKind>::tableReply},
+    {handler::groupTable, Echo::none, AccountTable<GroupKind>::tableReply},
+    {handler::userFile, Echo::none, AccountTable<UserKind>::detailsReply},
+    {handler::groupFile, Echo::none, AccountTable<GroupKind>::detailsReply},
     {handler::groupChange, Echo::commandResults, toCommandResults},
     {handler::userChange, Echo::commandResults, toCommandResults},
     {handler::browserFile, Echo::browserReply, toBrowserReply},

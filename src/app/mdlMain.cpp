@@ -14,14 +14,14 @@ mdlMain::mdlMain(Ports ports, std::string directory)
       sites_(1), log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
       channel_(sites_, connection_, log_, ports_.views, settings_, replyHandlers()),
       outbox_(sites_, channel_, log_, ports_.views), browser_(sites_, outbox_, ports_.prompts, ports_.views),
-      admin_(sites_, outbox_, ports_.prompts, ports_.views), menus_({.sites = sites_,
-                                                                     .settings = settings_,
-                                                                     .browser = browser_,
-                                                                     .admin = admin_,
-                                                                     .outbox = outbox_,
-                                                                     .prompts = ports_.prompts,
-                                                                     .views = ports_.views,
-                                                                     .shell = ports_.shell}) {}
+      admin_({sites_, outbox_, log_, ports_.prompts, ports_.views}), menus_({.sites = sites_,
+                                                                             .settings = settings_,
+                                                                             .browser = browser_,
+                                                                             .admin = admin_,
+                                                                             .outbox = outbox_,
+                                                                             .prompts = ports_.prompts,
+                                                                             .views = ports_.views,
+                                                                             .shell = ports_.shell}) {}
 
 std::vector<std::string> mdlMain::LoadWindowState() {
     WindowStateReading reading = loadWindowState(ports_.store, windowState_);
@@ -100,7 +100,10 @@ void mdlMain::wSock_Connect(int site) {
 }
 
 void mdlMain::wSock_DataArrival(int site, std::string_view bytes) {
-    outbox_.during(site, [&] { channel_.ReplyRouter(site, bytes); });
+    outbox_.during(site, [&] {
+        channel_.ReplyRouter(site, bytes);
+        admin_.proceed(site);
+    });
 }
 
 void mdlMain::wSock_Close(int site) {

@@ -1,6 +1,7 @@
 #include "net/Connection.h"
 
 #include <string>
+#include <utility>
 
 namespace corvel {
 
@@ -38,8 +39,8 @@ void Connection::ResetSession(int site) {
     session.iQueueHead = 0;
     session.Users = emptyUserTable();
     session.Groups = emptyGroupTable();
-    for (TableView* const view : {&session.userView, &session.groupView}) {
-        *view = {.order = view->order};
+    for (AccountView* const view : {&session.userView, &session.groupView}) {
+        *view = {.order = view->order, .drafts = std::move(view->drafts)};
     }
     session.activity = {};
     session.activityRows = {};

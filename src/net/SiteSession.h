@@ -55,8 +55,8 @@ struct SiteSession {
     int activityRow = -1; // the row that is selected
     UserTable Users = emptyUserTable();
     GroupTable Groups = emptyGroupTable();
-    TableView userView;
-    TableView groupView;
+    AccountView userView;
+    AccountView groupView;
 
     // The browser: what it shows, in which order, and the text of its path box.
     BrowserListing listing;

@@ -229,36 +229,15 @@ void frmMain::chattrAnswered(int site) {
     emit browser_->chattrAnswered(site);
 }
 
-void frmMain::usersChanged(int site) {
-    users_->usersChanged(site);
-    groups_->usersChanged(site);
-}
-
-void frmMain::groupsChanged(int site) {
-    users_->groupsChanged(site);
-    groups_->groupsChanged(site);
-}
-
-void frmMain::usersSorted(int site) {
-    users_->usersSorted(site);
-}
-
-void frmMain::groupsSorted(int site) {
-    groups_->groupsSorted(site);
-}
-
-void frmMain::userShown(int site, int index) {
-    users_->userShown(site, index);
-}
-
-void frmMain::groupShown(int site, int index) {
-    groups_->groupShown(site, index);
+void frmMain::accountsChanged(int site, Accounts accounts, AccountChange change) {
+    users_->accountsChanged(site, accounts, change);
+    groups_->accountsChanged(site, accounts, change);
 }
 
 void frmMain::sessionReset(int site) {
     activityChanged(site);
-    users_->usersChanged(site);
-    groups_->groupsChanged(site);
+    accountsChanged(site, Accounts::users, AccountChange::table);
+    accountsChanged(site, Accounts::groups, AccountChange::table);
 }
 
 void frmMain::lastErrorChanged(int /*site*/) {
@@ -274,6 +253,9 @@ void frmMain::dialogWanted(int site, Dialog dialog) {
         break;
     case Dialog::copyUser:
         users_->copyUser(site);
+        break;
+    case Dialog::userGroups:
+        users_->editGroups(site);
         break;
     }
 }

@@ -63,12 +63,7 @@ class frmMain : public QMainWindow, public Views {
     void pathChanged(int site) override;
     void activityChanged(int site) override;
     void chattrAnswered(int site) override;
-    void usersChanged(int site) override;
-    void groupsChanged(int site) override;
-    void usersSorted(int site) override;
-    void groupsSorted(int site) override;
-    void userShown(int site, int index) override;
-    void groupShown(int site, int index) override;
+    void accountsChanged(int site, Accounts accounts, AccountChange change) override;
     void sessionReset(int site) override;
     void lastErrorChanged(int site) override;
     void dialogWanted(int site, Dialog dialog) override;

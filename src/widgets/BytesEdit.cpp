@@ -4,16 +4,24 @@
 
 namespace corvel {
 
-void BytesEdit::setBytes(std::string_view bytes, TextEncoding encoding) {
+void BytesEdit::setBytes(std::string_view bytes, TextEncoding encoding, const std::optional<QString>& typed) {
+    if (bytes == bytes_ && typed == text()) {
+        return; // nothing new, and the person can still undo
+    }
+    const QString before = text();
+    const int cursor = cursorPosition();
     bytes_ = bytes;
     encoding_ = isValidUtf8(bytes) ? encoding : TextEncoding::windows1252;
     setText(textOf(bytes, encoding_));
-    setCursorPosition(0);
     shown_ = text();
+    if (typed) {
+        setText(*typed);
+    }
+    setCursorPosition(text() == before ? cursor : 0);
 }
 
 std::string BytesEdit::bytes() const {
-    return text() == shown_ ? bytes_ : bytesOf(text(), encoding_);
+    return isTouched() ? bytesOf(text(), encoding_) : bytes_;
 }
 
 } // namespace corvel

@@ -3,6 +3,7 @@
 #include "common/TextEncoding.h"
 #include "widgets/OneLineEdit.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,11 +18,15 @@ class BytesEdit : public OneLineEdit {
     using OneLineEdit::OneLineEdit;
 
     // Shows bytes, and reads what is typed from now on in the encoding, that of the connection.
-    void setBytes(std::string_view bytes, TextEncoding encoding);
+    // typed: what a person has made of them, which is shown instead; bytes come back only when it is taken
+    // back. A text that stays the same keeps its cursor.
+    void setBytes(std::string_view bytes, TextEncoding encoding, const std::optional<QString>& typed = {});
     // Keeps the text, for a box that outlives the connection; typed text alone is read in another encoding.
     void setEncoding(TextEncoding encoding) { encoding_ = encoding; }
 
     std::string bytes() const;
+    // Whether the text is another one than what was shown.
+    bool isTouched() const { return text() != shown_; }
 
   private:
     std::string bytes_;

@@ -102,16 +102,5 @@ TEST(TableCommands, AreWhatTheServerKnows) {
     EXPECT_EQ(userFileCommand(behind, 6), (Command{"SITE CorvelExt userfile 6", true, 104, -1, 6}));
 }
 
-TEST(TableCommands, ARowIsAskedForOnce) {
-    UserTable users = ParseUserTable(1, Lines{"p | 5 | a | g | 3", "p | 7 | bob | g | 3"}).table;
-    EXPECT_EQ(openUserCommand(users, 7), userFileCommand(users, 7));
-    users[1].ParseUserFile({});
-    EXPECT_FALSE(openUserCommand(users, 7));
-    GroupTable groups = threeGroups();
-    EXPECT_EQ(openGroupCommand(groups, 2), groupFileCommand(groups, 2));
-    groups[1].ParseGroupFile({});
-    EXPECT_FALSE(openGroupCommand(groups, 2));
-}
-
 } // namespace
 } // namespace corvel

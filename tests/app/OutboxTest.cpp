@@ -33,7 +33,7 @@ const std::string listing =
 // Logged in, with two users in the table and the files a and b in the list.
 struct Working : LoggedIn {
     Working() {
-        main.admin().reloadUsers(1);
+        main.admin().users().reload(1);
         main.browser().refresh(1);
         answer(Script{expect("SITE CorvelExt usertable"), send(userTable)} + listingScript(listing), "start");
     }
@@ -92,7 +92,7 @@ TEST(Outbox, KeepsTheCommandsOfAJobTogether) {
     lines.insert(lines.end(), {"SITE CorvelExt userfile 7", "RNFR a", "RNTO A", "STAT -a", "PWD", "RNFR b",
                                "RNTO B", "CWD /", "PWD"});
     program.type("first");
-    program.main.admin().changeUser(1, 7, changes);
+    program.main.admin().users().change(1, 7, changes);
     program.main.browser().rename(1, 0, "A");
     program.main.browser().refresh(1);
     program.main.browser().rename(1, 1, "B");
@@ -164,7 +164,7 @@ TEST(Outbox, TheNewestWishTakesTheWaitingOnesPlace) {
     Working program;
     program.type("first");
     for (const int row : {0, 1, 0, 1}) {
-        program.main.admin().openUser(1, row);
+        program.main.admin().users().open(1, row);
     }
     program.type("second");
     program.answer(answered({"first", "SITE CorvelExt userfile 3", "second"}), "one request");
@@ -194,8 +194,8 @@ TEST(Outbox, SaysWhatAConnectionTookWithIt) {
         }
         if (row.isRenaming) {
             program.main.browser().rename(1, 0, "A");
-            program.main.admin().openUser(1, 0); // which nobody misses
-            program.main.browser().open(1, 0);   // a file
+            program.main.admin().users().open(1, 0); // which nobody misses
+            program.main.browser().open(1, 0);       // a file
             program.type("x");
         }
         program.socket(1).takeSentLines();
@@ -288,7 +288,7 @@ TEST(Outbox, NothingPushesItselfIntoTheLogin) {
     TestProgram refused(sitesFile(1));
     refused.main.connectSite(1);
     play(refused, 1, {send("220 hi\r\n"), expect("USER bob"), send("530 not you\r\n")}, {}, "refused");
-    refused.main.admin().reloadUsers(1);
+    refused.main.admin().users().reload(1);
     refused.main.sendConsoleCommand(1, "USER eve");
     play(refused, 1,
          Script{expect("USER eve"), send("331 go on\r\n"), expect("PASS secret"), send("230 in\r\n")} +

@@ -44,12 +44,9 @@ class RecordingViews : public Views {
     void pathChanged(int site) override { note("pathChanged", site); }
     void activityChanged(int site) override { note("activityChanged", site); }
     void chattrAnswered(int site) override { note("chattrAnswered", site); }
-    void usersChanged(int site) override { note("usersChanged", site); }
-    void groupsChanged(int site) override { note("groupsChanged", site); }
-    void usersSorted(int site) override { note("usersSorted", site); }
-    void groupsSorted(int site) override { note("groupsSorted", site); }
-    void userShown(int site, int index) override { note("userShown", site, index); }
-    void groupShown(int site, int index) override { note("groupShown", site, index); }
+    void accountsChanged(int site, Accounts accounts, AccountChange change) override {
+        note(accounts == Accounts::users ? "users" : "groups", site, static_cast<int>(change));
+    }
     void sessionReset(int site) override { note("sessionReset", site); }
     void lastErrorChanged(int site) override { note("lastErrorChanged", site); }
     void dialogWanted(int site, Dialog dialog) override {

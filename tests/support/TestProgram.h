@@ -5,6 +5,7 @@
 #include "support/TemporaryDirectory.h"
 #include "support/TestPorts.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,9 @@ class TestProgram {
     // The text of a log without the fixed time in front of each line.
     std::string console(int site) const;
     std::string commandResults(int site) const;
+
+    // Whether the window was told so, as RecordingViews writes it.
+    bool told(const std::string& call) const { return std::ranges::count(views.calls, call) > 0; }
 
     TemporaryDirectory directory;
     RecordingViews views;

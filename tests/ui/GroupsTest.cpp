@@ -64,14 +64,14 @@ TEST_F(Groups, NameTheirMembersAsTheUserTableDoes) {
     EXPECT_EQ(member(2), u"Yes"_s);
     driver_->setText("txtGroupVFS", u"/typed"_s);
     AdminActions& admin = driver_->window->program().admin();
-    admin.changeUser(1, 3, {{"SITE renuser bob robert"}});
-    admin.reloadUsers(1);
+    admin.users().change(1, 3, {{"SITE renuser bob robert"}});
+    admin.users().reload(1);
     EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && member(1) == u"robert"_s; }));
     EXPECT_EQ(driver_->text("txtGroupVFS"), u"/typed"_s);
 
     ASSERT_TRUE(driver_->logIn(2));
     EXPECT_EQ(driver_->text("txtGroupname"), QString());
-    admin.reloadGroups(1);
+    admin.groups().reload(1);
     ASSERT_TRUE(driver_->waitForIdle(1));
     driver_->window->program().selectSite(1);
     EXPECT_EQ(driver_->text("txtGroupname"), u"friends"_s) << "though its table is a new one";

@@ -70,8 +70,8 @@ TEST(SampleSettings, DemoServerAnswersWhatTheMenusSend) {
     ASSERT_TRUE(eventually([&] { return isIdle() && session.sBrowserPWD == "/pub"; }));
     const std::string fileName(session.listing.entries[session.listingOrder.back()].name);
     program.browser().selectRow(1, static_cast<int>(session.listingOrder.size()) - 1);
-    program.admin().openUser(1, 5);
-    program.admin().openGroup(1, 3);
+    program.admin().users().open(1, 5);
+    program.admin().groups().open(1, 3);
     ASSERT_TRUE(eventually(isIdle));
     program.tmrRefreshWho_Timer(1, false);
     ASSERT_TRUE(eventually(isIdle));

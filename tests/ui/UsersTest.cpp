@@ -192,12 +192,35 @@ TEST_F(Users, EditorFollowsTheCurrentRowAndTheSite) {
     driver_->click("cmdUserSaveChanges");
     driver_->click("cmdUserEditGroups");
     EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr);
-    driver_->window->program().admin().reloadUsers(1);
+    driver_->window->program().admin().users().reload(1);
     ASSERT_TRUE(driver_->waitForIdle(1));
     EXPECT_EQ(driver_->text("txtUserUID"), QString());
     driver_->find<QAbstractItemView>("lvwSites")
         .setCurrentIndex(driver_->find<QAbstractItemView>("lvwSites").model()->index(0, 0));
     EXPECT_EQ(driver_->text("txtUserName"), u"carol"_s);
+}
+
+TEST_F(Users, WhatIsTypedStaysWithItsAccount) {
+    ASSERT_TRUE(open(u"bob"_s));
+    driver_->setText("txtUserTagLine", u"half a sent"_s);
+    const auto ground = [&](int row) { return list().model()->index(row, 0).data(Qt::BackgroundRole); };
+    EXPECT_TRUE(ground(rowOf(u"bob"_s)).isValid());
+    EXPECT_FALSE(ground(rowOf(u"alice"_s)).isValid());
+    driver_->setText("txtUserIP", u"a@b"_s);
+    driver_->click("cmdUserAddDelIp_0");
+    ASSERT_TRUE(driver_->waitForIdle());
+    EXPECT_EQ(driver_->find<QListWidget>("lstUserIP").count(), 2);
+    ASSERT_TRUE(open(u"alice"_s));
+    EXPECT_NE(driver_->text("txtUserTagLine"), u"half a sent"_s);
+    QTest::keyClick(&list(), Qt::Key_F5);
+    ASSERT_TRUE(driver_->waitForIdle());
+    ASSERT_TRUE(open(u"bob"_s));
+    EXPECT_EQ(driver_->text("txtUserTagLine"), u"half a sent"_s);
+    driver_->click("cmdReloadUserfile");
+    driver_->answer(QMessageBox::Yes);
+    ASSERT_TRUE(driver_->waitForIdle());
+    EXPECT_NE(driver_->text("txtUserTagLine"), u"half a sent"_s);
+    EXPECT_FALSE(ground(rowOf(u"bob"_s)).isValid());
 }
 
 TEST_F(Users, AddedAccountIsOnTheServer) {

@@ -80,7 +80,10 @@ QString WindowDriver::text(const char* box) {
 }
 
 void WindowDriver::setText(const char* box, const QString& text) {
-    find<QLineEdit>(box).setText(text);
+    auto& edit = find<QLineEdit>(box);
+    edit.selectAll();
+    edit.del(); // as keys do: what is set by the program is not typed
+    edit.insert(text);
 }
 
 void WindowDriver::clickRow(const char* list, int column, const QString& text) {

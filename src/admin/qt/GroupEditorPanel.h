@@ -1,38 +1,28 @@
 #pragma once
 
-#include "admin/GroupEditor.h"
-#include "widgets/FormBoxes.h"
+#include "admin/qt/EditorBoxes.h"
 
 #include <QWidget>
-
-#include <string>
-#include <vector>
 
 class QFormLayout;
 class QLabel;
 class QLayout;
 class QLineEdit;
+class QPushButton;
 
 namespace corvel {
 
 class ReportView;
 
-// The group editor: shows a GroupForm and gives it back as a person left it.
+// The editor of the groups tab. It shows an AccountEditor and says what a person does.
 class GroupEditorPanel : public QWidget {
     Q_OBJECT
 
   public:
-    explicit GroupEditorPanel(QWidget* parent = nullptr);
+    explicit GroupEditorPanel(EditorBoxes::Typed typed, QWidget* parent = nullptr);
 
-    // Shows form, whose texts are in the encoding; clear shows no group.
-    void setForm(GroupForm form, TextEncoding encoding);
-    void clear() { setForm({}, TextEncoding::utf8); }
-
-    // Shows these members and leaves the boxes as a person left them.
-    void setMembers(std::vector<GroupMemberRow> members);
-
-    GroupForm form();
-    const std::string& txtGroupGID() const { return form_.txtGroupGID; }
+    // Shows the record, whose texts are in the encoding.
+    void show(AccountEditor<GroupForm> editor, TextEncoding encoding);
 
   signals:
     void reloadRequested();
@@ -42,14 +32,17 @@ class GroupEditorPanel : public QWidget {
     QFormLayout* createBoxes();
     QLayout* createMembers();
     QLayout* createButtons();
-    QString memberText(const GroupMemberRow& member, int column) const;
+    void showMembers();
 
-    GroupForm form_; // as the boxes were loaded or last collected
-    TextEncoding encoding_ = TextEncoding::utf8;
-    FormBoxes boxes_;
+    EditorBoxes boxes_;
     QLineEdit* gid_ = nullptr;
     ReportView* lvwGroupMembers_ = nullptr;
     QLabel* lblGroupMembers_ = nullptr;
+    QPushButton* cmdGroupSaveChanges_ = nullptr;
+    QPushButton* cmdReloadGroupfile_ = nullptr;
+
+    GroupForm form_; // as it was shown; its list is what the list shows
+    TextEncoding encoding_ = TextEncoding::utf8;
 };
 
 } // namespace corvel

@@ -2,37 +2,25 @@
 
 #include "widgets/BytesEdit.h"
 #include "widgets/DialogParts.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 
-#include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QWheelEvent>
 
-#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace corvel {
 
 namespace {
 
-constexpr int scrollMaximum = 1000; // the bar's whole range is the hidden part, whatever it is
 constexpr int columnsOfGrid = 4;
 constexpr int buttonPadding = 12; // pixels beside the caption of a narrow button
-
-// A button that only calls act.
-template <typename Act>
-QPushButton* newButton(const char* name, const QString& caption, Act act) {
-    auto* const button = new QPushButton(caption);
-    button->setObjectName(QLatin1String(name));
-    button->setAutoDefault(false);
-    QObject::connect(button, &QPushButton::clicked, act);
-    return button;
-}
 
 // A list whose rows have a text for each of the columns.
 template <typename Row>
@@ -57,17 +45,18 @@ QVBoxLayout* column(const QString& heading, QWidget& list, const char* name) {
 
 } // namespace
 
-UserEditorPanel::UserEditorPanel(QWidget* parent) : QWidget(parent) {
+UserEditorPanel::UserEditorPanel(EditorBoxes::Typed typed, QWidget* parent)
+    : QScrollArea(parent), boxes_(UserForm::boxCount, std::move(typed)) {
     setObjectName(QStringLiteral("picUserContainer"));
-    picUserCtls_ = new QWidget(this);
-    picUserCtls_->setObjectName(QStringLiteral("picUserCtls"));
-    ScrollU_ = new QScrollBar(Qt::Vertical, this);
-    ScrollU_->setObjectName(QStringLiteral("ScrollU"));
-    ScrollU_->setMaximum(scrollMaximum);
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    verticalScrollBar()->setObjectName(QStringLiteral("ScrollU"));
+    auto* const picUserCtls = new QWidget;
+    picUserCtls->setObjectName(QStringLiteral("picUserCtls"));
 
     auto* const texts = new QGridLayout;
     addTexts(*texts);
-    addLimits(*texts);
     addLogins(*texts);
     texts->setColumnStretch(1, 1);
     texts->setColumnStretch(3, 1);
@@ -77,33 +66,43 @@ UserEditorPanel::UserEditorPanel(QWidget* parent) : QWidget(parent) {
     auto* const lists = new QHBoxLayout;
     lists->addLayout(left, 1);
     lists->addLayout(createSections(), 1);
-    auto* const layout = new QVBoxLayout(picUserCtls_);
+    auto* const layout = new QVBoxLayout(picUserCtls);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(texts);
     layout->addLayout(lists, 1);
     layout->addLayout(createButtons());
-
-    connect(ScrollU_, &QScrollBar::valueChanged, this, &UserEditorPanel::ScrollU_Change);
-    connect(qApp, &QApplication::focusChanged, this,
-            [this](QWidget* /*old*/, QWidget* focused) { showFocused(focused); });
-    clear();
-    layoutControls();
+    setWidget(picUserCtls);
+    show({}, TextEncoding::utf8);
 }
 
-void UserEditorPanel::setForm(UserForm form, TextEncoding encoding) {
-    form_ = std::move(form);
+void UserEditorPanel::show(AccountEditor<UserForm> editor, TextEncoding encoding) {
+    const bool isKnown = boxes_.show(editor, encoding);
+    for (QPushButton* const button : forDetails_) {
+        button->setEnabled(editor.details == Details::known);
+    }
+    for (QPushButton* const button : forRecords_) {
+        button->setEnabled(editor.id.has_value());
+    }
+    if (isKnown && editor.details != Details::known) {
+        return; // the same account is asked for again
+    }
+    form_ = std::move(editor.form);
     encoding_ = encoding;
-    for (const TextBox& text : texts_) {
-        text.box->setBytes(form_.*text.member, encoding);
-    }
-    for (std::size_t i = 0; i < txtUserLogins_.size(); ++i) {
-        txtUserLogins_[i]->setBytes(form_.txtUserLogins[i], encoding);
-    }
+    txtUserUID_->setBytes(form_.txtUserUID, encoding);
+    txtUserGroup_->setBytes(form_.txtUserGroup, encoding);
     lstUserIP_->clear();
     for (const std::string& mask : form_.lstUserIP) {
         lstUserIP_->addItem(displayTextOf(mask, encoding));
     }
-    setGroups(std::move(form_.lvwUserGroups));
+    lvwUserGroups_->setSource(
+        sourceOf(form_.lvwUserGroups,
+                 {{.header = tr("gid"), .alignment = Qt::AlignRight},
+                  {.header = tr("groupname")},
+                  {.header = tr("gadmin")}},
+                 std::array{&UserGroupRow::sGID, &UserGroupRow::sGroupName, &UserGroupRow::sGadmin},
+                 encoding),
+        ReportView::CurrentRow::keep);
+    lvwUserGroups_->fitColumns(0, 2);
     lvwUserSections_->setSource(sourceOf(
         form_.lvwUserSections,
         {{.header = tr("section"), .alignment = Qt::AlignRight},
@@ -113,65 +112,53 @@ void UserEditorPanel::setForm(UserForm form, TextEncoding encoding) {
     lvwUserSections_->fitColumns(0, 2);
 }
 
-void UserEditorPanel::setGroups(std::vector<UserGroupRow> groups) {
-    form_.lvwUserGroups = std::move(groups);
-    lvwUserGroups_->setSource(
-        sourceOf(form_.lvwUserGroups,
-                 {{.header = tr("gid"), .alignment = Qt::AlignRight},
-                  {.header = tr("groupname")},
-                  {.header = tr("gadmin")}},
-                 std::array{&UserGroupRow::sGID, &UserGroupRow::sGroupName, &UserGroupRow::sGadmin},
-                 encoding_),
-        ReportView::CurrentRow::keep);
-    lvwUserGroups_->fitColumns(0, 2);
+std::string UserEditorPanel::txtUserIP() const {
+    return toCore(txtUserIP_->text());
 }
 
-UserForm UserEditorPanel::form() const {
-    UserForm form = form_;
-    for (const TextBox& text : texts_) {
-        form.*text.member = text.box->bytes();
-    }
-    for (std::size_t i = 0; i < txtUserLogins_.size(); ++i) {
-        form.txtUserLogins[i] = txtUserLogins_[i]->bytes();
-    }
-    form.txtUserIP = bytesOf(txtUserIP_->text(), encoding_);
-    return form;
+BytesEdit* UserEditorPanel::place(QGridLayout& layout, BytesEdit& box, int row, int gridColumn, int span,
+                                  const char* name, const QString& caption) {
+    layout.addWidget(labelFor(box, name, caption), row, gridColumn);
+    layout.addWidget(&box, row, gridColumn + 1, 1, span);
+    return &box;
 }
 
-std::string UserEditorPanel::txtUserUID() const {
-    return txtUserUID_->bytes();
-}
-
-BytesEdit* UserEditorPanel::addBox(QGridLayout& layout, int row, int gridColumn, int span, const char* name,
-                                   const QString& caption, std::string UserForm::*member) {
-    auto* const box = new BytesEdit;
-    layout.addWidget(labelFor(*box, name, caption), row, gridColumn);
-    layout.addWidget(box, row, gridColumn + 1, 1, span);
-    texts_.push_back({member, box});
+BytesEdit* UserEditorPanel::addShownOnly(QGridLayout& layout, int row, int gridColumn, const char* name,
+                                         const QString& caption) {
+    BytesEdit* const box = place(layout, *new BytesEdit, row, gridColumn, 1, name, caption);
+    setShownOnly(*box);
+    box->setFocusPolicy(Qt::ClickFocus);
     return box;
 }
 
 void UserEditorPanel::addTexts(QGridLayout& layout) {
+    struct Place {
+        const char* name;
+        const char* caption;
+        int row;
+        int column;
+        int span;
+    };
     constexpr int whole = columnsOfGrid - 1;
-    txtUserUID_ = addBox(layout, 0, 0, 1, "txtUserUID", tr("uid:"), &UserForm::txtUserUID);
-    addBox(layout, 0, 2, 1, "txtUserName", tr("name:"), &UserForm::txtUserName);
-    BytesEdit* const group = addBox(layout, 1, 0, 1, "txtUserGroup", tr("group:"), &UserForm::txtUserGroup);
-    addBox(layout, 1, 2, 1, "txtUserFlags", tr("flags:"), &UserForm::txtUserFlags);
-    addBox(layout, 2, 0, whole, "txtUserTagLine", tr("tagline:"), &UserForm::txtUserTagLine);
-    addBox(layout, 3, 0, whole, "txtUserHomePath", tr("home:"), &UserForm::txtUserHomePath);
-    addBox(layout, 4, 0, whole, "txtUserVFS", tr("VFS file:"), &UserForm::txtUserVFS);
-    for (BytesEdit* const box : {txtUserUID_, group}) {
-        setShownOnly(*box);
-        box->setFocusPolicy(Qt::ClickFocus);
-    }
-}
-
-void UserEditorPanel::addLimits(QGridLayout& layout) {
-    constexpr int row = 5;
-    addBox(layout, row, 0, 1, "txtUserBwUp", tr("up (kB/s):"), &UserForm::txtUserBwUp);
-    addBox(layout, row, 2, 1, "txtUserBwDn", tr("down (kB/s):"), &UserForm::txtUserBwDn);
-    for (std::size_t i = texts_.size() - 2; i < texts_.size(); ++i) {
-        texts_[i].box->setAlignment(Qt::AlignRight);
+    // By the numbers of the boxes.
+    static constexpr std::array<Place, UserForm::firstLoginsBox> places = {{
+        {"txtUserName", QT_TR_NOOP("name:"), 0, 2, 1},
+        {"txtUserFlags", QT_TR_NOOP("flags:"), 1, 2, 1},
+        {"txtUserTagLine", QT_TR_NOOP("tagline:"), 2, 0, whole},
+        {"txtUserHomePath", QT_TR_NOOP("home:"), 3, 0, whole},
+        {"txtUserVFS", QT_TR_NOOP("VFS file:"), 4, 0, whole},
+        {"txtUserBwUp", QT_TR_NOOP("up (kB/s):"), 5, 0, 1},
+        {"txtUserBwDn", QT_TR_NOOP("down (kB/s):"), 5, 2, 1},
+    }};
+    txtUserUID_ = addShownOnly(layout, 0, 0, "txtUserUID", tr("uid:"));
+    txtUserGroup_ = addShownOnly(layout, 1, 0, "txtUserGroup", tr("group:"));
+    for (std::size_t number = 0; number < places.size(); ++number) {
+        const Place& at = places[number];
+        BytesEdit* const box =
+            place(layout, *boxes_.box(number), at.row, at.column, at.span, at.name, tr(at.caption));
+        if (at.row == 5) {
+            box->setAlignment(Qt::AlignRight);
+        }
     }
 }
 
@@ -181,7 +168,7 @@ void UserEditorPanel::addLogins(QGridLayout& layout) {
                                                      QT_TR_NOOP("HTTP")};
     auto* const line = new QHBoxLayout;
     for (std::size_t i = 0; i < services.size(); ++i) {
-        auto* const box = new BytesEdit;
+        BytesEdit* const box = boxes_.box(UserForm::firstLoginsBox + i);
         QLabel* const label = labelFor(*box, "", tr(services[i]));
         box->setObjectName(elementName("txtUserLogins", static_cast<int>(i)));
         box->setAccessibleName(tr("Logins by %1").arg(tr(services[i])));
@@ -189,7 +176,6 @@ void UserEditorPanel::addLogins(QGridLayout& layout) {
         line->addWidget(label);
         line->addWidget(box);
         line->addSpacing(8);
-        txtUserLogins_[i] = box;
     }
     line->addStretch(1);
     layout.addWidget(new QLabel(tr("logins:")), row, 0);
@@ -212,9 +198,10 @@ QLayout* UserEditorPanel::createAddresses() {
 
     auto* const line = new QHBoxLayout;
     line->addWidget(txtUserIP_, 1);
-    QPushButton* const add = newButton("cmdUserAddDelIp_0", tr("add"), [this] { emit addMaskRequested(); });
+    QPushButton* const add =
+        newButton("cmdUserAddDelIp_0", tr("add"), &UserEditorPanel::addMaskRequested, false);
     QPushButton* const remove =
-        newButton("cmdUserAddDelIp_1", tr("delete"), [this] { emit deleteMaskRequested(); });
+        newButton("cmdUserAddDelIp_1", tr("delete"), &UserEditorPanel::deleteMaskRequested, false);
     for (QPushButton* const button : {add, remove}) {
         // A mask needs the room more.
         button->setFixedWidth(fontMetrics().horizontalAdvance(remove->text()) + 2 * buttonPadding);
@@ -230,7 +217,7 @@ QLayout* UserEditorPanel::createGroups() {
     connect(lvwUserGroups_, &ReportView::rowDoubleClicked, this, [this] { emit groupsRequested(); });
     auto* const layout = column(tr("groups"), *lvwUserGroups_, "lvwUserGroups");
     layout->addWidget(
-        newButton("cmdUserEditGroups", tr("change groups..."), [this] { emit groupsRequested(); }), 0,
+        newButton("cmdUserEditGroups", tr("change groups..."), &UserEditorPanel::groupsRequested, false), 0,
         Qt::AlignLeft);
     return layout;
 }
@@ -247,13 +234,25 @@ QLayout* UserEditorPanel::createSections() {
 }
 
 QLayout* UserEditorPanel::createButtons() {
+    boxes_.problem()->setObjectName(QStringLiteral("lblUserDetails"));
     auto* const layout = new QHBoxLayout;
-    layout->addWidget(newButton("cmdUserSaveChanges", tr("save changes"), [this] { emit saveRequested(); }));
-    layout->addWidget(newButton("cmdReloadUserfile", tr("reload"), [this] { emit reloadRequested(); }));
     layout->addWidget(
-        newButton("cmdUserResetPWD", tr("reset password..."), [this] { emit passwordRequested(); }));
-    layout->addStretch(1);
+        newButton("cmdUserSaveChanges", tr("save changes"), &UserEditorPanel::saveRequested, true));
+    layout->addWidget(newButton("cmdReloadUserfile", tr("reload"), &UserEditorPanel::reloadRequested, false));
+    layout->addWidget(
+        newButton("cmdUserResetPWD", tr("reset password..."), &UserEditorPanel::passwordRequested, false));
+    layout->addWidget(boxes_.problem(), 1);
     return layout;
+}
+
+QPushButton* UserEditorPanel::newButton(const char* name, const QString& caption,
+                                        void (UserEditorPanel::*signal)(), bool needsDetails) {
+    auto* const button = new QPushButton(caption);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, signal);
+    (needsDetails ? forDetails_ : forRecords_).push_back(button);
+    return button;
 }
 
 // A row can become the current one without being picked: by the focus that comes to the list.
@@ -263,59 +262,10 @@ void UserEditorPanel::addressPicked(int row) {
     }
 }
 
-bool UserEditorPanel::event(QEvent* event) {
-    const bool isHandled = QWidget::event(event);
-    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::StyleChange) {
-        layoutControls();
-    }
-    return isHandled;
-}
-
-void UserEditorPanel::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    layoutControls();
-}
-
-void UserEditorPanel::wheelEvent(QWheelEvent* event) {
-    if (ScrollU_->isVisible()) {
-        QCoreApplication::sendEvent(ScrollU_, event);
-    }
-}
-
-void UserEditorPanel::layoutControls() {
-    const QSize least = picUserCtls_->minimumSizeHint();
-    const int barWidth = ScrollU_->sizeHint().width();
-    const int gap = picUserCtls_->layout()->spacing();
-    setMinimumWidth(least.width() + gap + barWidth);
-    const int hidden = least.height() - height();
-    ScrollU_->setVisible(hidden > 0);
-    ScrollU_->setGeometry(width() - barWidth, 0, barWidth, height());
-    if (hidden > 0) {
-        ScrollU_->setPageStep(std::max(1, scrollMaximum * height() / hidden));
-        ScrollU_->setSingleStep(std::max(1, scrollMaximum * fontMetrics().lineSpacing() / hidden));
-    }
-    picUserCtls_->resize(width() - (hidden > 0 ? barWidth + gap : 0), std::max(least.height(), height()));
-    ScrollU_Change();
-}
-
-void UserEditorPanel::ScrollU_Change() {
-    const int hidden = picUserCtls_->height() - height();
-    picUserCtls_->move(0, hidden > 0 ? -hidden * ScrollU_->value() / ScrollU_->maximum() : 0);
-}
-
-// A control that got the focus by a key comes into sight.
-void UserEditorPanel::showFocused(QWidget* focused) {
-    const int hidden = picUserCtls_->height() - height();
-    if (focused == nullptr || hidden <= 0 || !picUserCtls_->isAncestorOf(focused)) {
-        return;
-    }
-    const int top = focused->mapTo(picUserCtls_, QPoint(0, 0)).y();
-    const int bottom = top + focused->height();
-    const int shown = -picUserCtls_->y();
-    const int wanted = top < shown ? top : bottom > shown + height() ? bottom - height() : shown;
-    if (wanted != shown) {
-        ScrollU_->setValue((wanted * scrollMaximum + hidden - 1) / hidden);
-    }
+// Only heights scroll: the area is never narrower than what is in it.
+QSize UserEditorPanel::minimumSizeHint() const {
+    return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(),
+            QScrollArea::minimumSizeHint().height()};
 }
 
 } // namespace corvel

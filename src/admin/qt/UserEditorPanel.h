@@ -1,42 +1,37 @@
 #pragma once
 
-#include "admin/UserForm.h"
-#include "common/TextEncoding.h"
+#include "admin/qt/EditorBoxes.h"
 
-#include <QWidget>
+#include <QScrollArea>
 
-#include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
 class QGridLayout;
 class QLayout;
 class QListWidget;
-class QScrollBar;
+class QPushButton;
 
 namespace corvel {
 
-class BytesEdit;
 class ReportView;
 
-// The user editor, picUserContainer: the controls in picUserCtls, which ScrollU moves where it is higher than
-// the room for it. It shows a form and collects it; what its buttons are pressed for, it only announces.
-class UserEditorPanel : public QWidget {
+// The editor of the users tab: boxes, lists and buttons, which scroll where there is too little room. It
+// shows an AccountEditor and says what a person does.
+class UserEditorPanel : public QScrollArea {
     Q_OBJECT
 
   public:
-    explicit UserEditorPanel(QWidget* parent = nullptr);
+    explicit UserEditorPanel(EditorBoxes::Typed typed, QWidget* parent = nullptr);
 
-    // Shows form, whose texts are in the encoding. The box for a mask belongs to the person and stays.
-    void setForm(UserForm form, TextEncoding encoding);
-    // Shows the groups of the same account anew.
-    void setGroups(std::vector<UserGroupRow> groups);
-    // Shows no account.
-    void clear() { setForm({}, TextEncoding::utf8); }
+    // Shows the record, whose texts are in the encoding. The box for a mask belongs to the person and stays.
+    void show(AccountEditor<UserForm> editor, TextEncoding encoding);
 
-    // What the boxes and lists show.
-    UserForm form() const;
-    std::string txtUserUID() const;
+    // The mask that is typed, UTF-8.
+    std::string txtUserIP() const;
+
+    QSize minimumSizeHint() const override;
 
   signals:
     void saveRequested();
@@ -47,40 +42,30 @@ class UserEditorPanel : public QWidget {
     void groupsRequested();
     void sectionsRequested();
 
-  protected:
-    void resizeEvent(QResizeEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
-    bool event(QEvent* event) override;
-
   private:
-    struct TextBox {
-        std::string UserForm::*member;
-        BytesEdit* box;
-    };
-
-    BytesEdit* addBox(QGridLayout& layout, int row, int column, int span, const char* name,
-                      const QString& caption, std::string UserForm::*member);
+    BytesEdit* place(QGridLayout& layout, BytesEdit& box, int row, int column, int span, const char* name,
+                     const QString& caption);
+    BytesEdit* addShownOnly(QGridLayout& layout, int row, int column, const char* name,
+                            const QString& caption);
     void addTexts(QGridLayout& layout);
-    void addLimits(QGridLayout& layout);
     void addLogins(QGridLayout& layout);
     QLayout* createAddresses();
     QLayout* createGroups();
     QLayout* createSections();
     QLayout* createButtons();
+    QPushButton* newButton(const char* name, const QString& caption, void (UserEditorPanel::*signal)(),
+                           bool needsDetails);
     void addressPicked(int row);
-    void layoutControls();
-    void ScrollU_Change();
-    void showFocused(QWidget* focused);
 
-    QWidget* picUserCtls_;
-    QScrollBar* ScrollU_;
-    std::vector<TextBox> texts_;
-    std::array<BytesEdit*, 3> txtUserLogins_{};
+    EditorBoxes boxes_;
     BytesEdit* txtUserUID_ = nullptr;
+    BytesEdit* txtUserGroup_ = nullptr;
     BytesEdit* txtUserIP_ = nullptr;
     QListWidget* lstUserIP_ = nullptr;
     ReportView* lvwUserGroups_ = nullptr;
     ReportView* lvwUserSections_ = nullptr;
+    std::vector<QPushButton*> forDetails_; // the buttons that work on details, and those that need a record
+    std::vector<QPushButton*> forRecords_;
 
     UserForm form_; // as it was shown; its lists are what the lists show
     TextEncoding encoding_ = TextEncoding::utf8;

@@ -203,6 +203,7 @@ void BrowserPanel::openDialog(int site, Dialog dialog) {
         openNuke(program_, site, row, *this);
         break;
     case Dialog::copyUser:
+    case Dialog::userGroups:
         break;
     }
 }

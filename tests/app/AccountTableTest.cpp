@@ -1,0 +1,371 @@
+#include "app/AccountTable.h"
+
+#include "admin/Batch.h"
+#include "support/ScriptedPeer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvel::test {
+namespace {
+
+const std::string userTable = "200-usertable\r\n"
+                              "200- | 7 | bob | staff | 3\r\n"
+                              "200- | 3 | alice | staff | 3M\r\n"
+                              "200- | 99999 | huge | staff | 3\r\n"
+                              "200- | 12 | g\xC3\xBCnter | guests | \r\n"
+                              "200- | 99998 | huger | staff | 3\r\n"
+                              "200 end\r\n";
+const std::string groupTable = "200- | 1 | staff | 2\r\n200- | 2 | guests | 1\r\n200 end\r\n";
+const std::string bobFile = "200-username | bob\r\n"
+                            "200-groupname | staff\r\n"
+                            "200-flags | 3\r\n"
+                            "200-tagline | hello\r\n"
+                            "200-limits | 100 | 200 | 1 | 2 | 3\r\n"
+                            "200-groups | 1\r\n"
+                            "200 end\r\n";
+const std::string aliceFile =
+    "200-username | alice\r\n200-groupname | staff\r\n200-flags | 3M\r\n200 end\r\n";
+const std::string staffFile = "200-groupname | staff\r\n200-description | people\r\n200 end\r\n";
+
+const std::string getUsers = "SITE CorvelExt usertable";
+const std::string getGroups = "SITE CorvelExt grouptable";
+const std::string getBob = "SITE CorvelExt userfile 7";
+const std::string getAlice = "SITE CorvelExt userfile 3";
+const std::string getStaff = "SITE CorvelExt groupfile 1";
+const std::string ok = "200 ok\r\n";
+
+// Rows as they are shown.
+constexpr int bobRow = 0;
+constexpr int aliceRow = 1;
+constexpr int guenterRow = 2;
+
+// The boxes of the user editor.
+constexpr std::size_t nameBox = 0;
+constexpr std::size_t flagsBox = UserForm::flagsBox;
+constexpr std::size_t taglineBox = 2;
+
+// Logged in, with the two tables read.
+struct Administering : LoggedIn {
+    explicit Administering(Cutting cutting = {}) {
+        users().reload(1);
+        groups().reload(1);
+        answer({expect(getUsers), send(userTable), expect(getGroups), send(groupTable)}, "tables", cutting);
+        views.calls.clear();
+    }
+
+    AccountTable<UserKind>& users() { return main.admin().users(); }
+    AccountTable<GroupKind>& groups() { return main.admin().groups(); }
+    void open(int row, const std::string& command, const std::string& file) {
+        users().open(1, row);
+        answer({expect(command), send(file)}, "open");
+    }
+    void openBob() { open(bobRow, getBob, bobFile); }
+    AccountEditor<UserForm> editor() { return users().editor(1); }
+    // What is typed in a box of the open user and not saved.
+    std::string typed(std::size_t box) {
+        const Draft* const draft = editor().draft;
+        return draft == nullptr || !draft->boxes.contains(box) ? "(nothing)" : draft->boxes.at(box);
+    }
+    bool consoleHas(const std::string& text) const { return console(1).find(text) != std::string::npos; }
+};
+
+TEST(AccountTable, TablesComeOutTheSameHoweverTheirRepliesAreCut) {
+    for (const Cutting& cutting :
+         everyCutting({expect(getUsers), send(userTable), expect(getGroups), send(groupTable)})) {
+        const Administering program(cutting);
+        const SiteSession& session = program.session(1);
+        ASSERT_EQ(session.Users.size(), 3U) << cutting.cutAt;
+        EXPECT_EQ(session.Users[2].sName, "g\xC3\xBCnter");
+        EXPECT_EQ(session.userView.rows, (std::vector<std::size_t>{0, 1, 2}));
+        EXPECT_EQ(session.Groups.size(), 2U);
+        EXPECT_TRUE(program.consoleHas("Reply to \"SITE CorvelExt usertable\": reply line 4: \"99999\""));
+        EXPECT_FALSE(program.consoleHas("99998")) << "one line names the first alone";
+    }
+}
+
+TEST(AccountTable, RefusedTableIsEmptyAndSaysWhy) {
+    Administering program;
+    program.openBob();
+    program.users().reload(1);
+    program.answer({expect(getUsers), send("500-What\r\n500 Unknown command.\r\n")}, "refused");
+    EXPECT_TRUE(program.session(1).userView.rows.empty());
+    EXPECT_EQ(program.session(1).userView.problem, "500 Unknown command.");
+    EXPECT_FALSE(program.editor().id);
+}
+
+TEST(AccountTable, DetailsAreFetchedOnceAndAgainForANewTable) {
+    Administering program;
+    program.openBob();
+    EXPECT_EQ(program.editor().form.txtUserTagLine, "hello");
+    program.users().open(1, bobRow);
+    program.groups().open(1, 0);
+    program.answer({expect(getStaff), send(staffFile)}, "bob is known");
+    EXPECT_EQ(program.groups().editor(1).form.txtGroupdescr, "people");
+    program.users().reloadDetails(1);
+    program.users().reload(1);
+    program.answer({expect(getBob), send(bobFile), expect(getUsers), send(userTable), expect(getBob)}, "F5");
+    EXPECT_EQ(program.editor().details, Details::asked);
+    EXPECT_EQ(program.editor().form.txtUserName, "bob") << "the name alone, until they come";
+    EXPECT_EQ(program.editor().form.txtUserTagLine, "");
+    program.answer({send(bobFile)}, "details");
+    EXPECT_EQ(program.editor().details, Details::known);
+    program.main.admin().forgetDetails(1);
+    program.answer({expect(getBob), send(bobFile), expect(getStaff), send(staffFile)}, "forgotten");
+}
+
+// A key that is held down over the list while the server is slow.
+TEST(AccountTable, NewestWishForDetailsCounts) {
+    Administering program;
+    for (int i = 0; i < 15; ++i) {
+        for (const int row : {bobRow, aliceRow, guenterRow}) {
+            program.users().open(1, row);
+        }
+    }
+    program.users().open(1, aliceRow);
+    program.answer({expect(getBob), send(bobFile), expect(getAlice), send(aliceFile)}, "first and last");
+    EXPECT_EQ(program.editor().id, 3);
+    EXPECT_EQ(program.editor().details, Details::known);
+}
+
+TEST(AccountTable, BadDetailsAreSaidAndHealedByAReload) {
+    struct Row {
+        const char* name;
+        std::string reply;
+        std::string console; // what it says behind the reply's command
+        Details details;
+    };
+    const std::vector<Row> rows = {
+        {"refused", "550 no such user\r\n", "", Details::refused},
+        {"another kind of answer", "331 what?\r\n", "", Details::refused},
+        {"a number out of range", "200-tagline | new\r\n200-groups | 1 | 40000\r\n200 end\r\n",
+         "reply line 2: ", Details::refused},
+        {"a key without its value", "200-flags\r\n200 end\r\n", "reply line 1: ", Details::refused},
+        {"nothing known in it", "200 fine\r\n", "", Details::known},
+    };
+    for (const Row& row : rows) {
+        Administering program;
+        program.open(bobRow, getBob, row.reply);
+        EXPECT_EQ(program.editor().details, row.details) << row.name;
+        EXPECT_EQ(program.editor().problem.empty(), row.details == Details::known) << row.name;
+        EXPECT_EQ(program.editor().form.txtUserName, "bob") << row.name;
+        EXPECT_EQ(program.consoleHas("Reply to \"" + getBob + "\": " + row.console), !row.console.empty())
+            << row.name;
+        if (row.details == Details::refused) {
+            program.users().save(1);
+            EXPECT_NE(program.commandResults(1).find("Not saved: "), std::string::npos) << row.name;
+        }
+        program.users().reload(1);
+        program.answer({expect(getUsers), send(userTable), expect(getBob), send(bobFile)}, row.name);
+        EXPECT_EQ(program.editor().form.txtUserTagLine, "hello") << row.name;
+    }
+}
+
+TEST(AccountTable, DetailsGoToTheirAccountWhereverItsRowIsNow) {
+    struct Row {
+        const char* name;
+        std::string table;
+        int index; // of alice in the new table; -1: gone
+    };
+    const std::vector<Row> rows = {
+        {"an empty table", "200 end\r\n", -1},
+        {"another account in its place",
+         "200- | 9 | carol | staff | 3\r\n200- | 8 | dave | staff | 3\r\n200 end\r\n", -1},
+        {"an account in front", "200- | 3 | alice | staff | 3\r\n" + userTable, 0},
+    };
+    for (const Row& row : rows) {
+        Administering program;
+        program.users().reload(1);
+        program.users().open(1, aliceRow); // its place is taken from the table as it is now
+        program.answer({expect(getUsers), send(row.table), expect(getAlice), send(aliceFile)}, row.name);
+        const UserTable& users = program.session(1).Users;
+        for (std::size_t i = 0; i < users.size(); ++i) {
+            EXPECT_EQ(users[i].got_info, static_cast<int>(i) == row.index) << row.name << ' ' << i;
+        }
+        EXPECT_EQ(program.consoleHas("Reply to \"" + getAlice + "\": the user is not in the table"),
+                  row.index < 0)
+            << row.name;
+    }
+}
+
+// What is typed into the editor of bob, what a button does about it, and what is asked for that.
+TEST(AccountTable, EditorsSendWhatTheyShould) {
+    struct Row {
+        const char* name;
+        std::vector<std::pair<std::size_t, std::string>> typed;
+        void (*act)(Administering& program);
+        std::string answer;
+        Texts sent; // before bob's file is read again; nothing: that is not either
+        std::string asked;
+    };
+    const auto save = [](Administering& program) { program.users().save(1); };
+    const auto reset = [](Administering& program) { program.main.admin().resetPassword(1); };
+    const std::string master = "You are giving this user the Master flag (M). Are u sure u want to continue?";
+    const std::vector<Row> rows = {
+        {"a tagline", {{taglineBox, "hello "}}, save, "", {"SITE change bob tagline hello "}, ""},
+        {"flags of a master, thought better of",
+         {{flagsBox, "3M"}, {taglineBox, "boss"}},
+         save,
+         "no",
+         {"SITE change bob tagline boss"},
+         master},
+        {"flags of a master", {{flagsBox, "3M"}}, save, "yes", {"SITE CorvelExt setflags 7 3M"}, master},
+        {"add a mask",
+         {},
+         [](Administering& program) { program.main.admin().addMask(1, "a@b"); },
+         "",
+         {"SITE addip bob a@b"},
+         ""},
+        {"delete a mask",
+         {},
+         [](Administering& program) { program.main.admin().deleteMask(1, "a@b"); },
+         "",
+         {"SITE delip bob a@b"},
+         ""},
+        {"a password for the name in the box",
+         {{nameBox, "typed"}},
+         reset,
+         "new pass",
+         {"SITE change typed passwd new pass"},
+         "Enter new password for typed@staff"},
+        {"a password for nobody", {{nameBox, ""}}, reset, "new pass", {}, ""},
+        {"an empty password", {}, reset, "", {}, "Enter new password for bob@staff"},
+        {"delete",
+         {},
+         [](Administering& program) { program.users().remove(1, aliceRow); },
+         "no",
+         {},
+         "Are u sure u want to delete this user:\r\nalice@staff"},
+    };
+    for (const Row& row : rows) {
+        Administering program;
+        program.openBob();
+        program.prompts.answers = {row.answer};
+        for (const auto& [box, text] : row.typed) {
+            program.users().typed(1, box, text);
+        }
+        row.act(program);
+        Script script;
+        for (const std::string& line : row.sent) {
+            script = script + Script{expect(line), send(ok)};
+        }
+        program.answer(row.sent.empty() ? script : script + Script{expect(getBob), send(bobFile)}, row.name);
+        EXPECT_EQ(program.prompts.asked, row.asked.empty() ? Texts{} : Texts{row.asked}) << row.name;
+    }
+}
+
+TEST(AccountTable, DeletingAGroupAsksAndSends) {
+    Administering program;
+    program.prompts.answers = {"yes"};
+    program.groups().remove(1, 1);
+    program.groups().remove(1, 9);
+    program.answer({expect("SITE GRPDEL guests"), send(ok)}, "delete");
+    EXPECT_EQ(program.prompts.asked,
+              Texts{"Are u sure u want to delete this group:\r\nguests\r\n\r\n"
+                    "Note: make sure the group has no members, otherwise it can not be deleted"});
+}
+
+TEST(AccountTable, WhatIsTypedStaysUntilItIsSaved) {
+    Administering program;
+    program.openBob();
+    program.users().typed(1, taglineBox, "half a sent");
+    program.main.admin().addMask(1, "a@b");
+    program.answer({expect("SITE addip bob a@b"), send(ok), expect(getBob), send(bobFile)}, "a mask");
+    EXPECT_EQ(program.typed(taglineBox), "half a sent") << "the reply is for the same account";
+    program.open(aliceRow, getAlice, aliceFile);
+    EXPECT_EQ(program.typed(taglineBox), "(nothing)");
+    EXPECT_TRUE(program.users().hasDraft(1, 0));
+    program.users().reload(1);
+    program.answer({expect(getUsers), send(userTable), expect(getAlice), send(aliceFile)}, "F5");
+    program.openBob();
+    EXPECT_EQ(program.typed(taglineBox), "half a sent");
+
+    program.users().typed(1, taglineBox, "half a sentence");
+    program.users().save(1);
+    program.users().typed(1, flagsBox, "3V"); // typed on while the save is under way
+    program.answer(
+        {expect("SITE change bob tagline half a sentence"), send(ok), expect(getBob), send(bobFile)}, "save");
+    EXPECT_EQ(program.typed(taglineBox), "(nothing)");
+    EXPECT_EQ(program.typed(flagsBox), "3V");
+    program.users().save(1);
+    program.answer(
+        {expect("SITE CorvelExt setflags 7 3V"), send("550 no\r\n"), expect(getBob), send(bobFile)},
+        "refused");
+    EXPECT_EQ(program.typed(flagsBox), "3V") << "the server has not taken it";
+    program.users().typed(1, flagsBox, std::nullopt);
+    EXPECT_FALSE(program.users().hasDraft(1, 0));
+}
+
+TEST(AccountTable, ReloadThrowsADraftAwayAfterAQuestion) {
+    Administering program;
+    program.openBob();
+    program.users().typed(1, taglineBox, "typed");
+    program.prompts.answers = {"no", "yes"};
+    program.users().reloadDetails(1);
+    program.answer({}, "thought better of");
+    EXPECT_EQ(program.typed(taglineBox), "typed");
+    program.users().reloadDetails(1);
+    program.answer({expect(getBob), send(bobFile)}, "thrown away");
+    EXPECT_EQ(program.typed(taglineBox), "(nothing)");
+}
+
+TEST(AccountTable, DraftsOutliveTheConnectionAndTheVanishedAreNamed) {
+    Administering program;
+    program.openBob();
+    program.users().typed(1, taglineBox, "typed");
+    program.answer({hangUp()}, "gone");
+    program.logIn();
+    program.users().reload(1);
+    program.answer({expect(getUsers), send(userTable)}, "back");
+    program.openBob();
+    EXPECT_EQ(program.typed(taglineBox), "typed");
+    program.users().reload(1);
+    program.answer({expect(getUsers), send("200- | 7 | carol | staff | 3\r\n200 end\r\n"), expect(getBob),
+                    send("200-username | carol\r\n200 end\r\n")},
+                   "another account has the number");
+    EXPECT_EQ(program.typed(taglineBox), "(nothing)");
+    EXPECT_NE(program.commandResults(1).find("What was typed for user bob is lost"), std::string::npos);
+}
+
+TEST(AccountTable, ARenamedAccountMovesToItsPlace) {
+    Administering program;
+    program.openBob();
+    program.users().sortBy(1, 1);
+    EXPECT_EQ(program.users().currentRow(1), 1);
+    program.users().typed(1, nameBox, "aaron");
+    program.users().save(1);
+    program.answer({expect("SITE renuser bob aaron"), send(ok), expect(getBob),
+                    send("200-username | aaron\r\n200-groupname | staff\r\n200-flags | 3\r\n200 end\r\n")},
+                   "renamed");
+    EXPECT_EQ(program.users().currentRow(1), 0);
+    EXPECT_FALSE(program.users().hasDraft(1, 0));
+}
+
+// Toggles act on what is so now, not on what was read an hour ago.
+TEST(AccountTable, TheDialogOfGroupsOpensOnFreshDetailsAlone) {
+    Administering program;
+    program.openBob();
+    program.main.admin().editGroups(1);
+    EXPECT_FALSE(program.told("dialogWanted 1 4"));
+    program.answer({expect(getBob), send("550 gone\r\n")}, "refused");
+    EXPECT_FALSE(program.told("dialogWanted 1 4"));
+    program.main.admin().editGroups(1);
+    program.answer({expect(getBob), send(bobFile)}, "read");
+    EXPECT_TRUE(program.told("dialogWanted 1 4"));
+}
+
+TEST(AccountTable, ABatchMakesDetailsStale) {
+    Administering program;
+    program.openBob();
+    const std::vector<std::string_view> names = {"bob"};
+    program.main.admin().startBatch(
+        1, batchSequence({.chkBatchTagLine = true, .txtBatchTagline = "hi"}, names).value());
+    program.answer({expect("NOOP"), send(ok), expect("site change bob tagline hi"), send(ok), expect(getBob),
+                    send(bobFile)},
+                   "batch");
+}
+
+} // namespace
+} // namespace corvel::test
