@@ -4,16 +4,12 @@
 #include "browser/Navigation.h"
 #include "common/TextEncoding.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <utility>
 
 namespace corvel {
 
 void BrowserActions::root(int site) {
-    if (sendOrTell(site, rootCommands())) {
-        at(sites_, site).session.sCwd = "/";
-    }
+    navigate(site, "/");
 }
 
 void BrowserActions::refresh(int site) {
@@ -29,10 +25,10 @@ void BrowserActions::open(int site, int row) {
     if (entry == nullptr) {
         return;
     }
-    SiteSession& session = at(sites_, site).session;
-    const std::optional<std::string> target = navigationTarget(session.sCwd, entry->name, entry->access);
-    if (target && sendOrTell(site, changeDirectoryCommands(*target))) {
-        session.sCwd = *target;
+    const std::string& sCwd = at(sites_, site).session.sCwd;
+    const std::optional<std::string> target = navigationTarget(sCwd, entry->name, entry->access);
+    if (target && isUsable(site)) {
+        navigate(site, *target);
     }
 }
 
@@ -41,11 +37,12 @@ void BrowserActions::remove(int site, int row) {
     if (entry == nullptr) {
         return;
     }
-    const std::optional<Deletion> wanted = deletion(*entry, at(sites_, site).session.encoding);
-    if (wanted) {
+    const SiteSession& session = at(sites_, site).session;
+    const std::optional<Deletion> wanted = deletion(*entry, session.encoding);
+    if (wanted && isUsable(site)) {
         prompts_.AskYesNo(wanted->question, DefaultAnswer::no,
-                          [this, site, command = wanted->command](bool yes) {
-                              if (yes) {
+                          [this, site, sCwd = session.sCwd, command = wanted->command](bool yes) {
+                              if (yes && isIn(site, sCwd)) {
                                   sendOrTell(site, {command});
                               }
                           });
@@ -53,48 +50,86 @@ void BrowserActions::remove(int site, int row) {
 }
 
 void BrowserActions::makeDirectory(int site) {
-    prompts_.AskText("", std::string(newDirectoryPrompt), [this, site](std::optional<std::string> answer) {
-        if (answer) {
-            const TextEncoding encoding = at(sites_, site).session.encoding;
-            sendOrTell(site, makeDirectoryCommands(fromUtf8(*answer, encoding).value_or(*answer)));
-        }
-    });
+    if (!isUsable(site)) {
+        return;
+    }
+    const std::string sCwd = at(sites_, site).session.sCwd;
+    prompts_.AskText("", std::string(newDirectoryPrompt),
+                     [this, site, sCwd](std::optional<std::string> answer) {
+                         if (answer && isIn(site, sCwd)) {
+                             const TextEncoding encoding = at(sites_, site).session.encoding;
+                             const std::string name = fromUtf8(*answer, encoding).value_or(*answer);
+                             sendOrTell(site, makeDirectoryCommands(name));
+                         }
+                     });
 }
 
 void BrowserActions::rename(int site, int row, const std::string& newName) {
     const BrowserEntry* const entry = entryAt(site, row);
-    if (entry != nullptr) {
+    if (entry != nullptr && entry->name != newName && isUsable(site)) {
         sendOrTell(site, renameCommands(entry->name, newName));
     }
 }
 
 void BrowserActions::sortBy(int site, int column) {
     SiteSession& session = at(sites_, site).session;
-    const BrowserEntry* const selected = selectedEntry(site);
-    session.browserSort = columnClick(session.browserSort, static_cast<BrowserColumn>(column));
-    session.listingOrder = displayOrder(session.listing, session.browserSort, session.encoding);
-    if (selected != nullptr) {
-        const auto index = static_cast<std::uint32_t>(selected - session.listing.entries.data());
-        const auto place = std::ranges::find(session.listingOrder, index);
-        session.browserRow = static_cast<int>(place - session.listingOrder.begin());
+    session.browser.sort = columnClick(session.browser.sort, static_cast<BrowserColumn>(column));
+    if (session.browser.isArranged) {
+        corvel::arrange(session.browser, session.encoding);
     }
     views_.listingChanged(site);
 }
 
+void BrowserActions::arrange(int site) {
+    SiteSession& session = at(sites_, site).session;
+    if (!session.browser.isArranged) {
+        corvel::arrange(session.browser, session.encoding);
+    }
+}
+
 void BrowserActions::selectRow(int site, int row) {
-    at(sites_, site).session.browserRow = row;
+    at(sites_, site).session.browser.row = row;
 }
 
 const BrowserEntry* BrowserActions::selectedEntry(int site) const {
-    return entryAt(site, at(sites_, site).session.browserRow);
+    return entryAt(site, at(sites_, site).session.browser.row);
 }
 
 const BrowserEntry* BrowserActions::entryAt(int site, int row) const {
-    const SiteSession& session = at(sites_, site).session;
-    const auto index = static_cast<std::size_t>(row);
-    return row >= 0 && index < session.listingOrder.size()
-               ? &session.listing.entries[session.listingOrder[index]]
-               : nullptr;
+    return corvel::entryAt(at(sites_, site).session.browser, row);
+}
+
+bool BrowserActions::isUsable(int site) const {
+    return isIn(site, at(sites_, site).session.sCwd);
+}
+
+std::optional<std::string> BrowserActions::sendIn(int site, std::string_view directory,
+                                                  std::vector<Command> commands) {
+    const std::string_view reason = whyNotIn(site, directory);
+    return reason.empty() ? outbox_.start(site, {std::move(commands)}) : std::string(reason);
+}
+
+// Why nothing is to be done with a name in directory; empty where it can be.
+std::string_view BrowserActions::whyNotIn(int site, std::string_view directory) const {
+    const Site& target = at(sites_, site);
+    if (target.wSock->state() != SocketState::connected) {
+        return "Nothing was done: the site is not connected";
+    }
+    const std::string_view reason = whyNotUsable(target.session.browser);
+    if (reason.empty() && target.session.sCwd != directory) {
+        return "Nothing was done: the browser has gone to another directory since";
+    }
+    return reason;
+}
+
+// The same; the status bar says why not.
+bool BrowserActions::isIn(int site, std::string_view directory) const {
+    const std::string_view reason = whyNotIn(site, directory);
+    if (!reason.empty()) {
+        at(sites_, site).session.lastErrorLine = reason;
+        views_.lastErrorChanged(site);
+    }
+    return reason.empty();
 }
 
 std::optional<std::string> BrowserActions::send(int site, std::vector<Command> commands) {
@@ -103,6 +138,22 @@ std::optional<std::string> BrowserActions::send(int site, std::vector<Command> c
 
 bool BrowserActions::sendOrTell(int site, std::vector<Command> commands) {
     return outbox_.startOrTell(site, LogKind::browserReply, {std::move(commands)});
+}
+
+// The rows are of the directory that is left from here until the dialogue about the new one is over.
+void BrowserActions::navigate(int site, const std::string& directory) {
+    SiteSession& session = at(sites_, site).session;
+    const auto over = [this, site, &session](const Receipt& /*receipt*/) {
+        --session.browser.navigations;
+        views_.listingChanged(site);
+    };
+    ++session.browser.navigations;
+    if (outbox_.startOrTell(site, LogKind::browserReply, {changeDirectoryCommands(directory)}, over)) {
+        session.sCwd = directory;
+    } else {
+        --session.browser.navigations;
+    }
+    views_.listingChanged(site);
 }
 
 } // namespace corvel

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace corvel {
@@ -32,8 +33,16 @@ class BrowserActions {
     void rename(int site, int row, const std::string& newName);
     void sortBy(int site, int column); // header click, column from 0; the selected entry stays selected
 
-    // Sends what a dialog made, in its order: nothing, or why it cannot be sent, as a message.
+    // Whether something can be done with the rows; if not, the status bar says why.
+    bool isUsable(int site) const;
+
+    // Sends what a dialog made, in its order: nothing, or why it cannot be sent, as a message. sendIn: what
+    // names an entry of directory, which was the current one when the dialog opened and has to be still.
     std::optional<std::string> send(int site, std::vector<Command> commands);
+    std::optional<std::string> sendIn(int site, std::string_view directory, std::vector<Command> commands);
+
+    // Orders the rows where they are not arranged.
+    void arrange(int site);
 
     // The row that a person has selected, -1 for none. The list says so whenever it becomes another one.
     void selectRow(int site, int row);
@@ -44,6 +53,9 @@ class BrowserActions {
 
   private:
     bool sendOrTell(int site, std::vector<Command> commands);
+    void navigate(int site, const std::string& directory);
+    std::string_view whyNotIn(int site, std::string_view directory) const;
+    bool isIn(int site, std::string_view directory) const;
 
     Sites& sites_;
     Outbox& outbox_;

@@ -94,8 +94,10 @@ struct MenuActions::Executor {
 
     template <Dialog dialog>
     void open() const {
-        const bool isSelected = dialog == Dialog::copyUser ? services.admin.users().current(site) != nullptr
-                                                           : services.browser.selectedEntry(site) != nullptr;
+        const bool isSelected =
+            dialog == Dialog::copyUser
+                ? services.admin.users().current(site) != nullptr
+                : services.browser.selectedEntry(site) != nullptr && services.browser.isUsable(site);
         if (isSelected) {
             services.views.dialogWanted(site, dialog);
         }
@@ -104,8 +106,12 @@ struct MenuActions::Executor {
     // The reply to the query fills the dialog, so the query goes first.
     void chattr() const {
         const BrowserEntry* const entry = services.browser.selectedEntry(site);
-        if (entry != nullptr && typeKey(*entry) == 1) {
-            if (services.outbox.startOrTell(site, LogKind::browserReply, {{chattrQuery(entry->name)}})) {
+        if (entry != nullptr && typeKey(*entry) == 1 && services.browser.isUsable(site)) {
+            if (entry->name.find('"') != std::string_view::npos) {
+                services.prompts.Message("A directory with a double quote in its name cannot be hidden: the "
+                                         "command has its name between double quotes.");
+            } else if (services.outbox.startOrTell(site, LogKind::browserReply,
+                                                   {{chattrQuery(entry->name)}})) {
                 services.views.dialogWanted(site, Dialog::chattr);
             }
         }

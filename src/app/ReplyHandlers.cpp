@@ -30,15 +30,16 @@ void browserChain(const ReplyServices& services, const Reply& reply) {
     case BrowserReply::directory:
         session.sCwd = directoryOf(reply.lines.front());
         session.sBrowserPWD = session.sCwd;
+        session.browser.directory = session.sCwd;
         services.views.pathChanged(reply.site);
         return;
     case BrowserReply::directoryUnknown:
         return;
     case BrowserReply::listing:
-        session.listing = ParseDirectoryListing(listingLines(reply.command.sCommand, reply.lines, reply.code),
-                                                {.mergeBlanks = services.settings.listing_merge_blanks});
-        session.listingOrder = displayOrder(session.listing, session.browserSort, session.encoding);
-        session.browserRow = -1;
+        showListing(session.browser,
+                    ParseDirectoryListing(listingLines(reply.command.sCommand, reply.lines, reply.code),
+                                          {.mergeBlanks = services.settings.listing_merge_blanks}),
+                    session.sCwd, session.encoding);
         services.views.listingChanged(reply.site);
         services.channel.SendCommand(reply.site, printDirectoryCommand());
         return;

@@ -24,10 +24,6 @@ std::vector<Command> changeDirectoryCommands(std::string_view directory) {
     return {quietCommand("CWD ", directory, handler::browser)};
 }
 
-std::vector<Command> rootCommands() {
-    return changeDirectoryCommands("/");
-}
-
 std::vector<Command> refreshCommands() {
     return {listCommand()};
 }

@@ -23,9 +23,8 @@ Command fileCommand(std::string_view verb, std::string_view argument);
 // Goes to directory; its reply starts the chain that lists it.
 std::vector<Command> changeDirectoryCommands(std::string_view directory);
 
-// The buttons. "root" goes to "/", which is the current directory from then on. The one captioned "mkdir"
-// lists again and keeps the connection alive; directories are made with the Insert key.
-std::vector<Command> rootCommands();
+// The buttons. The one captioned "mkdir" lists again and keeps the connection alive; directories are made
+// with the Insert key.
 std::vector<Command> refreshCommands();
 std::vector<Command> mkdirButtonCommands();
 

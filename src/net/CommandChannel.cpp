@@ -84,6 +84,10 @@ void CommandChannel::SendNext(int site) {
     session.bAwaitingReply = true;
     session.current = std::exchange(*slot, {});
     target.wSock->Send(session.current.sCommand + std::string(lineEnd));
+    if (session.current.iHandler != handler::browser && changesDirectory(session.current.sCommand)) {
+        session.browser.since = RemoteList::Since::movedAway;
+        services_.views.listingChanged(site);
+    }
     session.current.sCommand = withoutPassword(session.current.sCommand);
     echo(site);
 }

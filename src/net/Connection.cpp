@@ -44,7 +44,9 @@ void Connection::ResetSession(int site) {
     }
     session.activity = {};
     session.activityRows = {};
+    session.browser.since = RemoteList::Since::connectionEnded;
     views_.sessionReset(site);
+    views_.listingChanged(site);
 }
 
 void Connection::connected(int site) {

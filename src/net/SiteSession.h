@@ -3,8 +3,7 @@
 #include "admin/ListRows.h"
 #include "admin/mdlUsersGroups.h"
 #include "browser/Chattr.h"
-#include "browser/Listing.h"
-#include "browser/Order.h"
+#include "browser/RemoteList.h"
 #include "common/Command.h"
 #include "common/ports/Socket.h"
 #include "common/TextEncoding.h"
@@ -58,12 +57,8 @@ struct SiteSession {
     AccountView userView;
     AccountView groupView;
 
-    // The browser: what it shows, in which order, and the text of its path box.
-    BrowserListing listing;
-    std::vector<std::uint32_t> listingOrder;
-    BrowserSort browserSort;
-    int browserRow = -1; // the display row that is selected
-    std::string sBrowserPWD;
+    RemoteList browser;
+    std::string sBrowserPWD;   // the text of the browser's path box
     ChattrAnswer chattrAnswer; // the last one
 
     TextEncoding encoding = TextEncoding::utf8; // of this connection

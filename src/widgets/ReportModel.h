@@ -36,6 +36,8 @@ struct ReportSource {
     std::function<std::string_view(int row, int column)> sentText = {};
     std::function<QIcon(int row)> icon = {};
     std::function<RowColours(int row)> colours = {};
+    // Whether the rows are shown as ones that nothing can be done with now.
+    std::function<bool()> isDimmed = {};
     // Whether the box before the row's first column is ticked. Where it is empty, there are no boxes.
     std::function<bool(int row)> checked = {};
     // What the editor of the row's first column starts with. Where it is empty, nothing can be edited.

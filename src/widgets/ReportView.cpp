@@ -30,6 +30,14 @@ class ReportDelegate : public QStyledItemDelegate {
         return {QStyledItemDelegate::sizeHint(option, index).width(), height};
     }
 
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const ReportSource& source = static_cast<const ReportModel*>(index.model())->source();
+        if (source.isDimmed && source.isDimmed()) {
+            option->state.setFlag(QStyle::State_Enabled, false);
+        }
+    }
+
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                           const QModelIndex& /*index*/) const override {
         auto* editor = new OneLineEdit(parent);
@@ -65,6 +73,11 @@ ReportView::ReportView(QWidget* parent) : QTreeView(parent), model_(new ReportMo
     header()->setStretchLastSection(false);
     header()->setHighlightSections(false);
     connect(header(), &QHeaderView::sectionClicked, this, &ReportView::headerClicked);
+    connect(header(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (!isResizing_) {
+            chosenWidths_.insert(column);
+        }
+    });
     connect(model_, &ReportModel::labelEdited, this, &ReportView::labelEdited);
     connect(model_, &ReportModel::checkToggled, this, &ReportView::checkToggled);
 }
@@ -72,11 +85,13 @@ ReportView::ReportView(QWidget* parent) : QTreeView(parent), model_(new ReportMo
 void ReportView::setSource(ReportSource source, CurrentRow currentRow) {
     const int before = this->currentRow();
     const int kept = std::min(before, source.rows - 1);
+    isResizing_ = true;
     model_->setSource(std::move(source));
     const std::vector<ReportColumn>& columns = model_->source().columns;
     for (int column = 0; column < static_cast<int>(columns.size()); ++column) {
         header()->setSectionHidden(column, columns[static_cast<std::size_t>(column)].hidden);
     }
+    isResizing_ = false;
     if (currentRow == CurrentRow::keep && kept >= 0) {
         setCurrentRow(kept);
     } else if (before >= 0) {
@@ -175,10 +190,8 @@ void ReportView::setPlaceholder(const QString& text) {
 void ReportView::setSortArrow(int column, Qt::SortOrder order) {
     header()->setSortIndicatorShown(column >= 0);
     header()->setSortIndicator(column, order);
-    if (column >= 0) {
-        // The arrow must not cut the header.
-        header()->resizeSection(column,
-                                std::max(header()->sectionSize(column), header()->sectionSizeHint(column)));
+    if (column >= 0 && !isWidthChosen(column)) {
+        resizeColumn(column, std::max(header()->sectionSize(column), header()->sectionSizeHint(column)));
     }
 }
 
@@ -195,9 +208,15 @@ void ReportView::fitColumns(int first, int last) {
         for (int row = std::max(firstInSight, 0); row <= lastInSight; ++row) {
             add(row);
         }
-        header()->resizeSection(column,
-                                std::max(widestCell(column, texts), header()->sectionSizeHint(column)));
+        resizeColumn(column, std::max(widestCell(column, texts), header()->sectionSizeHint(column)));
     }
+}
+
+void ReportView::resizeColumn(int column, int pixels) {
+    isResizing_ = true;
+    header()->resizeSection(column, pixels);
+    isResizing_ = false;
+    chosenWidths_.remove(column);
 }
 
 // What the column needs to show each of texts whole.
@@ -239,7 +258,7 @@ int ReportView::columnUnits(int column) const {
 }
 
 void ReportView::setColumnUnits(int column, int units) {
-    header()->resizeSection(column, pixelsFromUnits(units));
+    resizeColumn(column, pixelsFromUnits(units));
 }
 
 int ReportView::widthUnits() const {

@@ -2,6 +2,7 @@
 
 #include "widgets/ReportModel.h"
 
+#include <QSet>
 #include <QTreeView>
 
 #include <functional>
@@ -54,13 +55,16 @@ class ReportView : public QTreeView {
     // The text in the middle of an empty list; plain text.
     void setPlaceholder(const QString& text);
 
-    // Which header carries the arrow; no header with -1. The rows are the owner's to order.
+    // Which header carries the arrow, and has the room for it unless a person has chosen its width; no header
+    // with -1. The rows are the owner's to order.
     void setSortArrow(int column, Qt::SortOrder order);
 
     // Makes columns as wide as the larger of header and widest cell, which in a long list is looked for among
     // the longest texts and the rows in sight. Hidden columns are left alone.
     void fitColumns(int first, int last);
 
+    // Whether a person has given the column its width, since it was last fitted or set.
+    bool isWidthChosen(int column) const { return chosenWidths_.contains(column); }
     // Widths in units of 1/1440 inch; 0 for a hidden column.
     int columnUnits(int column) const;
     void setColumnUnits(int column, int units);
@@ -103,10 +107,13 @@ class ReportView : public QTreeView {
     void requestMenuAtRow();
     int widestCell(int column, const QStringList& texts) const;
     int cellWidth(int column, const QString& text) const;
+    void resizeColumn(int column, int pixels);
     QStyleOptionViewItem cellOption(int column) const;
     bool isOnCheckBox(const QModelIndex& index, const QPoint& position) const;
 
     ReportModel* model_; // owned as a child
+    QSet<int> chosenWidths_;
+    bool isResizing_ = false; // the widths are changed by the program, not by a person
     QString placeholder_;
 };
 

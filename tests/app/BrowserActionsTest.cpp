@@ -1,11 +1,13 @@
 #include "app/BrowserActions.h"
 
 #include "browser/Chattr.h"
+#include "browser/FileOperations.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -53,10 +55,10 @@ TEST(BrowserActions, ListsADirectoryHoweverItsReplyIsCut) {
     for (const Cutting& cutting : everyCutting(listingScript(listing))) {
         Browsing program(cutting);
         const SiteSession& session = program.session(1);
-        ASSERT_EQ(session.listingOrder.size(), 5U) << cutting.cutAt;
+        ASSERT_EQ(session.browser.order.size(), 5U) << cutting.cutAt;
         EXPECT_EQ(program.browser().entryAt(1, fileRow)->name, "a.txt");
-        EXPECT_EQ(session.listing.fileCount, 2U);
-        EXPECT_EQ(session.listing.directoryCount, 2U);
+        EXPECT_EQ(session.browser.listing.fileCount, 2U);
+        EXPECT_EQ(session.browser.listing.directoryCount, 2U);
         EXPECT_EQ(session.sCwd, "/pub");
         EXPECT_EQ(session.sBrowserPWD, "/pub");
     }
@@ -154,9 +156,67 @@ TEST(BrowserActions, NavigationThatTheServerRefusesComesBack) {
     program.answer({expect("CWD /pub/b dir"), send("550 b dir: Permission denied\r\n"), expect("PWD"),
                     send("257 \"/pub\" is the current directory\r\n")},
                    "refused");
-    EXPECT_TRUE(program.session(1).listingOrder.empty());
-    EXPECT_EQ(program.session(1).listing.directoryCount, 0U);
+    EXPECT_TRUE(program.session(1).browser.order.empty());
+    EXPECT_EQ(program.session(1).browser.listing.directoryCount, 0U);
     EXPECT_EQ(program.session(1).sCwd, "/pub");
+}
+
+// Does to the rows what a person can do, and expects that nothing is asked, opened or sent, and why.
+void expectUnusable(Browsing& program, const std::string& why, const std::string& name) {
+    const std::size_t asked = program.prompts.asked.size();
+    BrowserActions& browser = program.browser();
+    browser.selectRow(1, directoryRow);
+    for (const auto& act : std::vector<std::function<void()>>{
+             [&] { browser.open(1, directoryRow); },
+             [&] { browser.remove(1, fileRow); },
+             [&] { browser.makeDirectory(1); },
+             [&] { browser.rename(1, fileRow, "b.txt"); },
+             [&] { program.main.menus().ExecuteMenuCommand(1, "chmod"); },
+             [&] { program.main.menus().ExecuteMenuCommand(1, "chattr"); },
+             [&] { program.main.menus().ExecuteMenuCommand(1, "nuke"); },
+         }) {
+        program.views.calls.clear();
+        act();
+        EXPECT_EQ(program.views.calls, Texts{"lastErrorChanged 1"}) << name;
+        EXPECT_NE(program.session(1).lastErrorLine.find(why), std::string::npos) << name;
+    }
+    EXPECT_NE(browser.sendIn(1, "/pub", {fileCommand("RMD ", "b dir")}), std::nullopt) << name;
+    EXPECT_EQ(program.prompts.asked.size(), asked) << name;
+}
+
+TEST(BrowserActions, RowsAreOfOneDirectory) {
+    const Script root = {expect("CWD /"), send("250 CWD command successful\r\n")};
+    const Script rootListed = {expect("STAT -a"), send("211-x\r\n211 end\r\n"), expect("PWD"),
+                               send("257 \"/\" is current directory\r\n")};
+    {
+        Browsing program;
+        program.browser().root(1);
+        expectUnusable(program, "on its way", "a navigation is queued");
+        program.browser().refresh(1);
+        program.answer(root + rootListed + listingScript(listing), "listed");
+        EXPECT_TRUE(program.browser().isUsable(1));
+    }
+    {
+        Browsing program;
+        program.browser().send(1, {{.sCommand = "cwd /x", .iHandler = handler::menuFtp}});
+        expectUnusable(program, "another directory", "the menu went elsewhere");
+        program.answer({expect("cwd /x"), send("250 ok\r\n")}, "elsewhere");
+        expectUnusable(program, "another directory", "the menu went elsewhere, answered");
+        program.refresh();
+        EXPECT_TRUE(program.browser().isUsable(1));
+    }
+    {
+        Browsing program;
+        program.prompts.answers = {"yes"};
+        program.prompts.beforeAnswer = [&] { program.browser().root(1); };
+        program.browser().remove(1, fileRow);
+        program.answer(root + Script{expect("STAT -a")}, "nothing is deleted in another directory");
+        program.answer({hangUp()}, "the connection ends");
+        expectUnusable(program, "not connected", "the connection has ended");
+        program.main.connectSite(1);
+        program.answer({send("220 ready\r\n"), expect("USER bob")}, "connected again");
+        expectUnusable(program, "connection ended", "no new list yet");
+    }
 }
 
 TEST(BrowserActions, ChainEndsWhereTheServerDoesNotPlayAlong) {
@@ -178,9 +238,8 @@ TEST(BrowserActions, SortingOutlivesListings) {
     program.browser().selectRow(1, badNameRow);
     program.browser().sortBy(1, 0);
     EXPECT_EQ(program.browser().entryAt(1, 1)->name, "bad\nname");
-    EXPECT_EQ(program.browser().selectedEntry(1)->name, "bad\nname");
     program.refresh();
-    EXPECT_EQ(program.browser().selectedEntry(1), nullptr);
+    EXPECT_EQ(program.browser().selectedEntry(1)->name, "bad\nname");
     EXPECT_EQ(program.browser().entryAt(1, 1)->name, "bad\nname");
     EXPECT_EQ(program.browser().entryAt(1, 0)->name, "..");
 }

@@ -105,6 +105,17 @@ TEST(MenuActions, ChattrAsksForDirectoriesAndThenOpensItsDialog) {
     EXPECT_EQ(program.views.calls, (Texts{"dialogWanted 1 1"}));
 }
 
+TEST(MenuActions, ChattrCannotQuoteAName) {
+    Choosing program;
+    program.main.browser().refresh(1);
+    program.answer(listingScript("drwxr-xr-x 2 root root 4096 Jan 5 12:00 a\"b\r\n211 end\r\n"), "a quote");
+    program.main.browser().selectRow(1, 0);
+    program.views.calls.clear();
+    EXPECT_EQ(program.run("chattr"), Texts());
+    EXPECT_EQ(program.views.calls, Texts());
+    EXPECT_EQ(program.prompts.asked.size(), 1U);
+}
+
 struct ActionCase {
     const char* name;
     const char* line;

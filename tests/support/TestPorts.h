@@ -77,6 +77,9 @@ class RecordingPrompts : public Prompts {
     void AskYesNo(const std::string& question, DefaultAnswer /*defaultAnswer*/,
                   std::function<void(bool)> answer) override {
         asked.push_back(question);
+        if (beforeAnswer) {
+            beforeAnswer();
+        }
         answer(!answers.empty() && next() == "yes");
     }
 
@@ -93,6 +96,7 @@ class RecordingPrompts : public Prompts {
 
     Texts asked;
     std::deque<std::string> answers;
+    std::function<void()> beforeAnswer; // what happens while a yes-or-no question is open
 
   private:
     std::string next() {

@@ -1,10 +1,12 @@
 #include "ui/DemoWindow.h"
 
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -56,9 +58,11 @@ TEST_F(DemoSites, BrowserWalksSortsAndCounts) {
 
     const SiteSession& session = driver_->session(1);
     EXPECT_TRUE(eventually([&] {
-        return driver_->find<QLabel>("lblBrowserFileCnt").text().toULongLong() == session.listing.fileCount;
+        return driver_->find<QLabel>("lblBrowserFileCnt").text().toULongLong() ==
+               session.browser.listing.fileCount;
     }));
-    EXPECT_EQ(driver_->find<QLabel>("lblBrowserDirCnt").text().toULongLong(), session.listing.directoryCount);
+    EXPECT_EQ(driver_->find<QLabel>("lblBrowserDirCnt").text().toULongLong(),
+              session.browser.listing.directoryCount);
 
     const QString last = model.index(model.rowCount() - 1, 0).data().toString();
     driver_->select(last);
@@ -103,8 +107,36 @@ TEST_F(HugeDirectory, IsListedWhileTheOtherSiteGoesOn) {
     driver_->doubleClick(u"big"_s);
     driver_->window->program().sendConsoleCommand(2, "SYST");
     EXPECT_TRUE(eventually([&] { return text("txtLogFTP_2").contains(u"215 "_s); }));
-    EXPECT_TRUE(eventually([&] { return driver_->session(1).listing.fileCount == 200000; }));
-    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && driver_->path() == u"/big"_s; }));
+    EXPECT_TRUE(eventually([&] { return driver_->session(1).browser.listing.fileCount == 200000; }));
+    ReportView& list = driver_->browser();
+    const auto isShown = [&] {
+        return driver_->isIdle(1) && driver_->path() == u"/big"_s && list.model()->rowCount() > 200000;
+    };
+    ASSERT_TRUE(eventually(isShown));
+
+    // A person's widths outlive a click on a header and a resize, the place and the selection a refresh.
+    list.header()->resizeSection(0, 111);
+    list.header()->resizeSection(1, 222);
+    emit list.headerClicked(1);
+    driver_->window->resize(driver_->window->size() + QSize(50, 0));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(list.columnWidth(0), 111);
+    EXPECT_EQ(list.columnWidth(1), 222);
+    list.setCurrentRow(1005);
+    list.verticalScrollBar()->setValue(1000);
+    const QString selected = list.currentIndex().data().toString();
+    const std::uint64_t shown = driver_->session(1).browser.listings;
+    driver_->press(Qt::Key_F5);
+    ASSERT_TRUE(eventually([&] { return driver_->session(1).browser.listings > shown && isShown(); }));
+    EXPECT_EQ(list.currentIndex().data().toString(), selected);
+    EXPECT_EQ(list.verticalScrollBar()->value(), 1000);
+
+    // Rows of a directory that is being left look as if they were disabled, and open no editor.
+    const QImage usable = list.viewport()->grab().toImage();
+    driver_->window->program().browser().root(1);
+    EXPECT_NE(list.viewport()->grab().toImage(), usable);
+    driver_->press(Qt::Key_F2);
+    EXPECT_EQ(list.viewport()->findChild<QLineEdit*>(), nullptr);
 }
 
 } // namespace

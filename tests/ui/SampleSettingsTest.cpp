@@ -68,8 +68,8 @@ TEST(SampleSettings, DemoServerAnswersWhatTheMenusSend) {
     };
     program.browser().open(1, rowOf("pub"));
     ASSERT_TRUE(eventually([&] { return isIdle() && session.sBrowserPWD == "/pub"; }));
-    const std::string fileName(session.listing.entries[session.listingOrder.back()].name);
-    program.browser().selectRow(1, static_cast<int>(session.listingOrder.size()) - 1);
+    const std::string fileName(session.browser.listing.entries[session.browser.order.back()].name);
+    program.browser().selectRow(1, static_cast<int>(session.browser.order.size()) - 1);
     program.admin().users().open(1, 5);
     program.admin().groups().open(1, 3);
     ASSERT_TRUE(eventually(isIdle));

@@ -62,9 +62,9 @@ void openNuke(mdlMain& program, int site, int row, BrowserPanel& panel) {
     const bool hasSyntax = !program.settings().site_nuke_syntax.empty();
     openDialog(*new frmBrowserNUKE(
         {{.txtPath = session.sCwd, .txtName = std::string(entry->name)}, hasSyntax, session.encoding},
-        [&program, &session, site](const NukeForm& form) {
+        [&program, &session, site, sCwd = session.sCwd](const NukeForm& form) {
             const NukeSyntax syntax = nukeSyntax(program.settings(), session.encoding);
-            return program.browser().send(site, {nukeCommand(form, syntax)});
+            return program.browser().sendIn(site, sCwd, {nukeCommand(form, syntax)});
         },
         &panel));
 }
@@ -80,8 +80,8 @@ void openChattr(mdlMain& program, int site, int row, BrowserPanel& panel) {
                              .lstGroups = namesOf(session.Groups)};
     auto* const dialog = new frmBrowserCHATTR(
         {form, session.encoding},
-        [&program, site](const ChattrForm& confirmed) {
-            return program.browser().send(site, chattrCommands(confirmed));
+        [&program, site, sCwd = session.sCwd](const ChattrForm& confirmed) {
+            return program.browser().sendIn(site, sCwd, chattrCommands(confirmed));
         },
         &panel);
     // The answer to another question may still be on its way, from a dialog that was closed before it came.

@@ -14,7 +14,9 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <array>
@@ -59,25 +61,27 @@ const char* iconName(const BrowserEntry& entry) {
 }
 
 // The list's content. The functions look at the session whenever they are asked, so the source stays good
-// until the number of rows changes.
+// until the rows change.
 ReportSource listSource(const SiteSession& session) {
-    const auto indexOf = [&session](int row) { return session.listingOrder[static_cast<std::size_t>(row)]; };
-    const auto entryAt = [&session, indexOf](int row) -> const BrowserEntry& {
-        return session.listing.entries[indexOf(row)];
+    const RemoteList& rows = session.browser;
+    const auto entryAt = [&rows](int row) -> const BrowserEntry& {
+        return rows.listing.entries[rows.order[static_cast<std::size_t>(row)]];
     };
     const std::string separator = toCore(QLocale().groupSeparator());
     ReportSource source;
-    source.rows = static_cast<int>(session.listingOrder.size());
+    source.rows = static_cast<int>(rows.order.size());
     source.columns = reportColumns();
-    source.text = [&session, indexOf, separator](int row, int column) {
+    source.text = [&session, separator](int row, int column) {
         const auto cell = static_cast<BrowserColumn>(column);
         const TextEncoding encoding = cell == BrowserColumn::size ? TextEncoding::utf8 : session.encoding;
-        return cellTextOf(cellText(session.listing, indexOf(row), cell, separator), encoding);
+        const std::uint32_t index = session.browser.order[static_cast<std::size_t>(row)];
+        return cellTextOf(cellText(session.browser.listing, index, cell, separator), encoding);
     };
     source.sentText = [entryAt](int row, int column) {
         return listedText(entryAt(row), static_cast<BrowserColumn>(column));
     };
     source.icon = [entryAt](int row) { return icon(iconName(entryAt(row))); };
+    source.isDimmed = [&rows] { return !whyNotUsable(rows).empty(); };
     source.editText = [&session, entryAt](int row) { return textOf(entryAt(row).name, session.encoding); };
     return source;
 }
@@ -134,7 +138,8 @@ BrowserPanel::Page BrowserPanel::createPage(int site) {
     layout->addWidget(splitter, 1);
     added.replies->scheduleUpdate();
     showPath(*added.path, program_.site(site).session);
-    showListing(*added.list, site);
+    program_.browser().arrange(site);
+    showListing(added, site);
     return added;
 }
 
@@ -150,25 +155,54 @@ void BrowserPanel::logChanged(int site) {
 }
 
 void BrowserPanel::listingChanged(int site) {
-    if (const Page* const page = pages_->find(site)) {
-        showListing(*page->list, site);
+    Page* const page = pages_->find(site);
+    if (page == nullptr) {
+        return;
+    }
+    const RemoteList& rows = program_.site(site).session.browser;
+    if (rows.isArranged) {
+        page->shownListing == rows.listings ? showOrder(*page, rows) : showListing(*page, site);
+    } else if (page->shownListing != rows.listings) {
+        page->firstRow = page->list->verticalScrollBar()->value();
+        page->list->setSource({.columns = reportColumns()});
+        page->shownListing = rows.listings;
+        // Ordering it, and then showing it, takes a turn of the event loop each.
+        QTimer::singleShot(0, this, [this, site] {
+            program_.browser().arrange(site);
+            QTimer::singleShot(0, this, [this, site] { showListing(*pages_->find(site), site); });
+        });
     }
 }
 
-void BrowserPanel::showListing(ReportView& list, int site) {
+// What a listing brings; a person's place in the same directory stays.
+void BrowserPanel::showListing(Page& page, int site) {
     const SiteSession& session = program_.site(site).session;
-    const int selected = session.browserRow; // the list, emptied, says that none is
-    list.setSource(listSource(session), ReportView::CurrentRow::clear);
-    if (selected >= 0) {
-        list.setCurrentRow(selected);
+    const RemoteList& rows = session.browser;
+    if (!rows.isArranged) {
+        return; // another listing has come meanwhile
     }
-    list.setSortArrow(static_cast<int>(session.browserSort.column),
-                      session.browserSort.order == SortOrder::ascending ? Qt::AscendingOrder
-                                                                        : Qt::DescendingOrder);
-    if (session.listing.isRecognised) {
+    ReportView& list = *page.list;
+    const int firstRow = list.source().rows > 0 ? list.verticalScrollBar()->value() : page.firstRow;
+    const int selected = rows.row; // the list, emptied, says that none is
+    list.setSource(listSource(session), ReportView::CurrentRow::clear);
+    if (rows.listing.isRecognised) {
         list.fitColumns(sizeColumn, accessColumn);
         fitName(list);
     }
+    page.shownListing = rows.listings;
+    program_.browser().selectRow(site, selected);
+    showOrder(page, rows);
+    list.verticalScrollBar()->setValue(rows.isOfSameDirectory ? firstRow : 0);
+}
+
+void BrowserPanel::showOrder(const Page& page, const RemoteList& rows) {
+    if (rows.row >= 0 && rows.row != page.list->currentRow()) {
+        page.list->setCurrentRow(rows.row);
+    }
+    page.list->setSortArrow(static_cast<int>(rows.sort.column), rows.sort.order == SortOrder::ascending
+                                                                    ? Qt::AscendingOrder
+                                                                    : Qt::DescendingOrder);
+    page.list->viewport()->update();
 }
 
 void BrowserPanel::pathChanged(int site) {
@@ -179,7 +213,7 @@ void BrowserPanel::pathChanged(int site) {
 
 void BrowserPanel::showCounts() {
     const int site = program_.currentSite();
-    const BrowserListing* const listing = site > 0 ? &program_.site(site).session.listing : nullptr;
+    const BrowserListing* const listing = site > 0 ? &program_.site(site).session.browser.listing : nullptr;
     const auto show = [](QLabel& label, std::size_t count) {
         const QString text = QString::number(count);
         if (label.text() != text) {
@@ -246,8 +280,9 @@ QWidget* BrowserPanel::createButtons() {
 
 // A list that changes its width gives what is free to the names.
 bool BrowserPanel::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize) {
-        fitName(static_cast<ReportView&>(*watched));
+    auto& list = static_cast<ReportView&>(*watched);
+    if (event->type() == QEvent::Resize && !list.isWidthChosen(nameColumn)) {
+        fitName(list);
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -265,7 +300,7 @@ ReportView* BrowserPanel::createList(int site) {
     connect(list, &ReportView::currentRowChanged, this,
             [&browser, site](int row) { browser.selectRow(site, row); });
     connect(list, &ReportView::contextMenuRequested, this, [this, list](int /*row*/, const QPoint& position) {
-        if (list->source().rows > 0) {
+        if (list->source().rows > 0 && program_.browser().isUsable(program_.currentSite())) {
             emit menuRequested(position);
         }
     });
@@ -281,7 +316,9 @@ void BrowserPanel::keyPressed(int site, int key, int row) {
     BrowserActions& browser = program_.browser();
     switch (key) {
     case Qt::Key_F2:
-        pages_->at(site).list->editLabel(row);
+        if (row >= 0 && browser.isUsable(site)) {
+            pages_->at(site).list->editLabel(row);
+        }
         break;
     case Qt::Key_F5:
         browser.refresh(site);

@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include <cstdint>
+
 class QLabel;
 class QLineEdit;
 
@@ -48,12 +50,15 @@ class BrowserPanel : public QWidget {
         ReportView* list = nullptr;
         QLineEdit* path = nullptr;
         LogBox* replies = nullptr;
+        std::uint64_t shownListing = 0; // by its number
+        int firstRow = 0;               // in sight, before the list was emptied for a listing to be ordered
     };
 
     QWidget* createButtons();
     Page createPage(int site);
     ReportView* createList(int site);
-    void showListing(ReportView& list, int site);
+    void showListing(Page& page, int site);
+    static void showOrder(const Page& page, const RemoteList& rows);
     void keyPressed(int site, int key, int row);
 
     mdlMain& program_;

@@ -27,7 +27,9 @@ class Views {
     virtual void siteRenamed(int site) = 0;
     virtual void currentSiteChanged() = 0;
     virtual void logChanged(int site, LogKind log) = 0;
-    virtual void listingChanged(int site) = 0;  // the browser's rows, their order or the counts
+    // The browser's rows, their order, the counts, or whether anything can be done with them. Where the rows
+    // are not arranged, the window has them arranged when it finds the time.
+    virtual void listingChanged(int site) = 0;
     virtual void pathChanged(int site) = 0;     // the browser's path box
     virtual void activityChanged(int site) = 0; // who is online, and the counters of it
     virtual void chattrAnswered(int site) = 0;  // to whom a directory is shown

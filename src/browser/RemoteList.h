@@ -1,0 +1,49 @@
+#pragma once
+
+#include "browser/Listing.h"
+#include "browser/Order.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+// What a site's browser shows, and of which directory it is. All texts are in the server's bytes.
+struct RemoteList {
+    // What has happened since the rows were listed. Until they are listed again they may be of another
+    // directory than the one in which the server takes a name.
+    enum class Since { listed, neverListed, movedAway, connectionEnded };
+
+    BrowserListing listing;
+    std::vector<std::uint32_t> order; // the entry in each display row
+    BrowserSort sort;
+    int row = -1;           // the display row that is selected, -1 for none
+    bool isArranged = true; // order is that of listing; a long listing is ordered in a turn of its own
+    bool isOfSameDirectory = false; // as the listing before; the person's place in the list is kept then
+    std::uint64_t listings = 0;     // how many there were
+    std::string directory;          // of the rows
+    Since since = Since::neverListed;
+    int navigations = 0;           // that a person asked for and that are not over
+    std::string selectedName = {}; // of the row to be selected, while the listing is not arranged
+};
+
+// Why nothing is to be done with the rows, for a person to read; empty where they can be acted on.
+std::string_view whyNotUsable(const RemoteList& list);
+
+// Shows the listing of directory, from now on usable. The row that was selected stays selected by its name
+// where directory is still the same. A listing of many entries is not arranged yet.
+void showListing(RemoteList& list, BrowserListing listing, std::string_view directory, TextEncoding encoding);
+
+// Orders the rows as list.sort says; the selected entry stays selected.
+void arrange(RemoteList& list, TextEncoding encoding);
+
+// The entry in a display row, or nothing when there is no such row.
+const BrowserEntry* entryAt(const RemoteList& list, int row);
+
+// Whether a command, by its verb, leads to another directory.
+bool changesDirectory(std::string_view command);
+
+} // namespace corvel
