@@ -31,6 +31,10 @@ std::error_code moveFile(const std::filesystem::path& from, const std::filesyste
 // Waits until the names in a directory are on the disk.
 std::error_code syncDirectory(const std::filesystem::path& directory);
 
+// bytes of a text in the character set that the system gives to programs which know no other, as UTF-8. On
+// Linux, where files of that kind come from Windows: Windows-1252.
+std::string utf8FromSystem(std::string_view bytes);
+
 // What error means, for a person: in the system's words and, where those are in UTF-8 or UTF-16, in UTF-8.
 std::string errorText(const std::error_code& error);
 

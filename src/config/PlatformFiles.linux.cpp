@@ -1,5 +1,7 @@
 #include "config/PlatformFiles.h"
 
+#include "common/TextEncoding.h"
+
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -97,6 +99,10 @@ std::error_code syncDirectory(const std::filesystem::path& directory) {
     const std::error_code error = ::fsync(file) == 0 || errno == EINVAL ? std::error_code() : lastError();
     ::close(file);
     return error;
+}
+
+std::string utf8FromSystem(std::string_view bytes) {
+    return toUtf8(bytes, TextEncoding::windows1252);
 }
 
 std::string errorText(const std::error_code& error) {

@@ -103,6 +103,15 @@ std::error_code syncDirectory(const std::filesystem::path& /*directory*/) {
     return {};
 }
 
+std::string utf8FromSystem(std::string_view bytes) {
+    const int length = static_cast<int>(bytes.size());
+    std::wstring wide(bytes.size(), L'\0'); // no byte becomes more than one unit
+    wide.resize(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, wide.data(), length)));
+    const std::u8string text = std::filesystem::path(wide).u8string();
+    return {text.begin(), text.end()};
+}
+
 // The standard library asks for the text in the code page, which need not have the letters of its language.
 std::string errorText(const std::error_code& error) {
     if (error.category() != std::system_category()) {

@@ -6,6 +6,7 @@
 #include "common/TextEncoding.h"
 #include "config/EntryLine.h"
 #include "config/Files.h"
+#include "config/PlatformFiles.h"
 
 #include <algorithm>
 #include <cmath>
@@ -104,17 +105,16 @@ std::string normalizedColor(std::string_view value) {
 
 SettingsReading parseSettings(const std::vector<std::string>& lines) {
     const bool isUtf8 = std::ranges::all_of(lines, isValidUtf8);
-    const TextEncoding encoding = isUtf8 ? TextEncoding::utf8 : TextEncoding::windows1252;
+    const auto textOf = [isUtf8](const std::string& bytes) { return isUtf8 ? bytes : utf8FromSystem(bytes); };
     SettingsReading reading;
     for (const std::string& line : lines) {
-        // A byte order mark is one before the bytes are taken for Windows-1252.
+        // A byte order mark is one before the bytes are taken for anything else.
         const auto entry = parseEntryLine(line, Comments::semicolonAndHash);
         if (!entry) {
             continue;
         }
         try {
-            apply({.key = toUtf8(entry->key, encoding), .value = toUtf8(entry->value, encoding)},
-                  reading.settings);
+            apply({.key = textOf(entry->key), .value = textOf(entry->value)}, reading.settings);
         } catch (const ConversionError& error) {
             reading.problems.push_back(
                 std::string("settings.ini: ").append(entry->key).append(": ").append(error.what()));

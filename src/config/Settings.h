@@ -90,7 +90,8 @@ struct SettingsReading {
 // else "0".
 std::string normalizedColor(std::string_view value);
 
-// lines: of a settings.ini, UTF-8 or, where they are not valid UTF-8 as a whole, Windows-1252. Lines and keys
+// lines: of a settings.ini, UTF-8 or, where they are not valid UTF-8 as a whole, in the character
+// set of the system (utf8FromSystem). Lines and keys
 // that it does not know are passed over.
 SettingsReading parseSettings(const std::vector<std::string>& lines);
 

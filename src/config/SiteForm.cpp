@@ -17,6 +17,15 @@ std::string oneLine(std::string text) {
     return text;
 }
 
+// The file cannot hold blanks around a value.
+std::string trimmed(const std::string& text) {
+    return std::string(trim(oneLine(text)));
+}
+
+bool hasOuterBlanks(const std::string& text) {
+    return trimmed(text) != oneLine(text);
+}
+
 bool isPort(const std::string& text) {
     const double port = leadingNumber(oneLine(text));
     return port >= lowestPort && port <= highestPort;
@@ -40,12 +49,14 @@ std::optional<std::string> siteFormProblem(const SiteForm& form) {
         bool isGood;
         const char* message;
     };
-    const std::array<Check, 5> checks = {{
-        {!trim(oneLine(form.txtSitename)).empty(), "Please enter a sitename"},
-        {!oneLine(form.txtHostname).empty(), "Please enter a hostname"},
+    const std::array<Check, 7> checks = {{
+        {!trimmed(form.txtSitename).empty(), "Please enter a sitename"},
+        {!trimmed(form.txtHostname).empty(), "Please enter a hostname"},
         {isPort(form.txtPort), "Please enter a valid port (1 - 65535)"},
         {!oneLine(form.txtUsername).empty(), "Please enter a username"},
         {!oneLine(form.txtPassword).empty(), "Please enter a password"},
+        {!hasOuterBlanks(form.txtUsername), "Please enter a username without blanks around it"},
+        {!hasOuterBlanks(form.txtPassword), "Please enter a password without blanks around it"},
     }};
     for (const Check& check : checks) {
         if (!check.isGood) {
@@ -56,13 +67,13 @@ std::optional<std::string> siteFormProblem(const SiteForm& form) {
 }
 
 SiteConfig editedSite(const SiteForm& form) {
-    return {.name = oneLine(form.txtSitename),
+    return {.name = trimmed(form.txtSitename),
             .reserved = {},
-            .host = oneLine(form.txtHostname),
+            .host = trimmed(form.txtHostname),
             .port = toInt32(oneLine(form.txtPort)),
             .user = oneLine(form.txtUsername),
             .pass = oneLine(form.txtPassword),
-            .ident = oneLine(form.txtIdent),
+            .ident = trimmed(form.txtIdent),
             .connectonstartup = form.chkConnectOnStartup,
             .usesslproxy = form.chkUseSSLProxy};
 }

@@ -28,7 +28,8 @@ SiteForm siteForm(const SiteConfig& site);
 // The first thing that is wrong with the form, as the person is told; nothing for a valid form.
 std::optional<std::string> siteFormProblem(const SiteForm& form);
 
-// The record that a valid form gives when a site is edited.
+// The record that a valid form gives when a site is edited, as the file will hold it: name, host and ident
+// without blanks around them.
 SiteConfig editedSite(const SiteForm& form);
 
 // The record that a valid form gives when a site is added: its password stays empty until it is edited.

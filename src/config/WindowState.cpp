@@ -170,8 +170,7 @@ class Reader {
 // A minimised window lies far off the screen on some platforms.
 bool hasUsableGeometry(const WindowState& state) {
     constexpr std::int32_t offScreen = -100;
-    return state.window_state != static_cast<std::int32_t>(WindowMode::minimised) &&
-           state.window_left > offScreen && state.window_top > offScreen;
+    return state.window_left > offScreen && state.window_top > offScreen;
 }
 
 void saveColumn(std::size_t number, const ActivityColumn& column, StateStore& store) {

@@ -80,7 +80,7 @@ struct WindowStateReading {
 WindowStateReading loadWindowState(const StateStore& store, const WindowState& defaults);
 
 // Writes the state, every column included. The geometry, which is that of the window in its normal state, is
-// not written while the window is minimised or lies far off the screen: what is stored then stays.
+// not written where the window lies far off the screen: what is stored then stays.
 void saveWindowState(StateStore& store, const WindowState& state);
 
 // The numbers of the columns as they follow each other on screen: by position, and by number where a damaged

@@ -2,6 +2,7 @@
 
 #include "net/qt/LoadTest.h"
 #include "net/qt/wSock.h"
+#include "ui/NoticeBar.h"
 #include "ui/SettingsPanel.h"
 #include "widgets/ElementName.h"
 #include "widgets/Icons.h"
@@ -14,6 +15,7 @@
 #include <QScreen>
 #include <QTabWidget>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
@@ -78,13 +80,17 @@ frmMain::~frmMain() = default;
 
 void frmMain::start() {
     rememberGeometry();
-    writeProblems(program_.LoadWindowState());
-    writeProblems(program_.LoadSettingsFile());
+    std::vector<std::string> problems = program_.LoadWindowState();
+    const auto add = [&problems](const std::vector<std::string>& more) {
+        problems.insert(problems.end(), more.begin(), more.end());
+    };
+    add(program_.LoadSettingsFile());
     showImages();
     applyWindowState();
     createTray();
-    writeProblems(program_.LoadSites());
+    add(program_.LoadSites());
     program_.selectSite(std::min(1, program_.siteCount()));
+    showProblems(problems);
     tmrSocketStatus_Timer();
 }
 
@@ -112,12 +118,22 @@ std::unique_ptr<Socket> frmMain::makeSocket(int site) {
     return socket;
 }
 
-void frmMain::createPanels() {
-    auto* const area = new QWidget;
-    setCentralWidget(area);
-    area->installEventFilter(this);
+void frmMain::createArea() {
+    notice_ = new NoticeBar;
+    area_ = new QWidget;
+    area_->installEventFilter(this);
+    auto* const center = new QWidget;
+    auto* const layout = new QVBoxLayout(center);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(notice_);
+    layout->addWidget(area_, 1);
+    setCentralWidget(center);
+}
 
-    lvwSites_ = new SitesList(sitesModel_, area);
+void frmMain::createPanels() {
+    createArea();
+    lvwSites_ = new SitesList(sitesModel_, area_);
     lvwSites_->setObjectName(QStringLiteral("lvwSites"));
     connect(lvwSites_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { program_.selectSite(current.row() + 1); });
@@ -129,7 +145,7 @@ void frmMain::createPanels() {
         }
     });
 
-    imgSplit_ = new QWidget(area);
+    imgSplit_ = new QWidget(area_);
     imgSplit_->setObjectName(QStringLiteral("imgSplit"));
     imgSplit_->setCursor(Qt::SplitHCursor);
     imgSplit_->installEventFilter(this);
@@ -152,7 +168,7 @@ void frmMain::createPanels() {
     opensMenu(users_, MenuKind::userList);
     opensMenu(groups_, MenuKind::groupList);
     opensMenu(activity_, MenuKind::activity);
-    tabMain_ = new QTabWidget(area);
+    tabMain_ = new QTabWidget(area_);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
     // In the order of the tabs.
     const std::array<QWidget*, tabs.size()> panels = {
@@ -290,9 +306,20 @@ void frmMain::closeEvent(QCloseEvent* event) {
     }
 }
 
-void frmMain::writeProblems(const std::vector<std::string>& problems) {
+// On the error stream all of them; in the window as many as can be read there.
+void frmMain::showProblems(const std::vector<std::string>& problems) {
+    constexpr qsizetype mostLines = 6;
+    QStringList lines;
     for (const std::string& problem : problems) {
         std::cerr << problem << '\n';
+        lines.append(displayTextOf(problem, TextEncoding::utf8));
+    }
+    if (const qsizetype more = lines.size() - mostLines; more > 0) {
+        lines = lines.first(mostLines);
+        lines.append(tr("... and %1 more").arg(more));
+    }
+    if (!lines.isEmpty()) {
+        notice_->show(lines.join(QLatin1Char('\n')));
     }
 }
 

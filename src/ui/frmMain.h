@@ -10,10 +10,10 @@
 #include "menus/qt/DesktopShell.h"
 #include "net/qt/ActivityPanel.h"
 #include "net/qt/ConsolePanel.h"
-#include "net/qt/mdlTrayIcon.h"
 #include "net/qt/QtClock.h"
 #include "net/qt/SitesList.h"
 #include "net/qt/StatsPanel.h"
+#include "ui/desktop/mdlTrayIcon.h"
 #include "widgets/ImageLists.h"
 #include "widgets/WindowPrompts.h"
 
@@ -35,6 +35,7 @@ namespace corvel {
 
 class ElidedLabel;
 class LoadTest;
+class NoticeBar;
 class SettingsPanel;
 
 // The main window: the sites list, the bar beside it, the tabs, the menus and the status bar. It shows
@@ -78,6 +79,7 @@ class frmMain : public QMainWindow, public Views {
     void createSitesMenu();
     void createViewMenu();
     void showImages();
+    void createArea();
     void createPanels();
     void createSettingsPanel();
     void createStatusBar();
@@ -100,7 +102,7 @@ class frmMain : public QMainWindow, public Views {
     void showActivity();
     void showBatchProgress();
     void createTray();
-    static void writeProblems(const std::vector<std::string>& problems);
+    void showProblems(const std::vector<std::string>& problems);
 
     WindowPrompts prompts_;
     QtClock clock_;
@@ -112,6 +114,8 @@ class frmMain : public QMainWindow, public Views {
     ImageLists images_;
     SitesModel sitesModel_;
     SitesList* lvwSites_ = nullptr;
+    NoticeBar* notice_ = nullptr;
+    QWidget* area_ = nullptr; // what layoutWindow lays out
     QWidget* imgSplit_ = nullptr;
     QTabWidget* tabMain_ = nullptr;
     QMenu* mnuListSites_ = nullptr;

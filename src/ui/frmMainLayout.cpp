@@ -43,7 +43,7 @@ void frmMain::showSitesList(bool visible) {
 }
 
 void frmMain::layoutWindow() {
-    const QRect area = centralWidget()->rect();
+    const QRect area = area_->rect();
     const bool withList = showSitesList_->isChecked();
     const SplitterLayout shown = splitterWithin(splitter_, barWidth, unitsFromPixels(area.width()));
     lvwSites_->setVisible(withList);
@@ -55,7 +55,7 @@ void frmMain::layoutWindow() {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == centralWidget() && event->type() == QEvent::Resize) {
+    if (watched == area_ && event->type() == QEvent::Resize) {
         layoutWindow();
     }
     return (watched == imgSplit_ && dragSplitter(*event)) || QMainWindow::eventFilter(watched, event);
@@ -63,7 +63,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
 
 bool frmMain::dragSplitter(const QEvent& event) {
     const auto x = [&event] { return static_cast<const QMouseEvent&>(event).position().x() * unitsPerPixel; };
-    const int windowWidth = unitsFromPixels(centralWidget()->width());
+    const int windowWidth = unitsFromPixels(area_->width());
     switch (event.type()) {
     case QEvent::MouseButtonPress:
         splitter_ = splitterPressed(splitterWithin(splitter_, barWidth, windowWidth), x());

@@ -1,9 +1,8 @@
 #include "config/qt/frmSettings.h"
 #include "net/qt/LoadTest.h"
+#include "ui/desktop/Stacking.h"
 #include "ui/frmMain.h"
 #include "ui/SettingsPanel.h"
-#include "ui/TopmostDialogs.h"
-#include "widgets/AlwaysOnTop.h"
 
 #include <QCheckBox>
 

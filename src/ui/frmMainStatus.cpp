@@ -1,6 +1,5 @@
-#include "net/qt/BringToFront.h"
-#include "net/qt/MinimizeToTray.h"
 #include "net/SocketStateText.h"
+#include "ui/desktop/Stacking.h"
 #include "ui/frmMain.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/TextConversion.h"

@@ -1,5 +1,7 @@
 #include "config/Settings.h"
 
+#include "support/TemporaryDirectory.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -117,6 +119,16 @@ TEST(Settings, ReadsAnAnsiFileAsAWhole) {
         parseSettings({"\xEF\xBB\xBFtextbox_fontname = \xFC", "ssl_tunnel_host = h\xC3\xBC"}).settings;
     EXPECT_EQ(read.textbox_fontname, "ü");
     EXPECT_EQ(read.ssl_tunnel_host, "hÃ¼");
+}
+
+TEST(Settings, TellsWhyAFileCannotBeRead) {
+    const test::TemporaryDirectory directory;
+    const std::string path = directory.fileNamed("settings.ini");
+    EXPECT_TRUE(readSettings(path).problems.empty()) << "there is none";
+    directory.write("settings.ini", std::string("\xFF\xFEs\0h\0o\0w", 8));
+    ASSERT_EQ(readSettings(path).problems.size(), 1U);
+    EXPECT_NE(readSettings(path).problems[0].find("UTF-16"), std::string::npos);
+    EXPECT_EQ(readSettings(directory.path()).problems.size(), 1U) << "a directory";
 }
 
 } // namespace

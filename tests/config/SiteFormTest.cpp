@@ -34,6 +34,12 @@ TEST(SiteForm, NamesTheFirstProblem) {
         {"a name that the file would lose", [](SiteForm& f) { f.txtSitename = "  "; },
          "Please enter a sitename"},
         {"a name of line breaks", [](SiteForm& f) { f.txtSitename = "\r\n"; }, "Please enter a sitename"},
+        {"a host that the file would lose", [](SiteForm& f) { f.txtHostname = " "; },
+         "Please enter a hostname"},
+        {"a user that the file would cut", [](SiteForm& f) { f.txtUsername = " u"; },
+         "Please enter a username without blanks around it"},
+        {"a password that the file would cut", [](SiteForm& f) { f.txtPassword = " sec "; },
+         "Please enter a password without blanks around it"},
         {"no password", [](SiteForm& f) { f.txtPassword = ""; }, "Please enter a password"},
     };
     for (const Row& row : rows) {
@@ -51,6 +57,8 @@ TEST(SiteForm, BecomesARecord) {
     EXPECT_EQ(addedSite(form).pass, ""); // stored by editing the site afterwards
     EXPECT_TRUE(addedSite(form).connectonstartup);
     EXPECT_EQ(siteForm(editedSite(valid)), valid);
+    form.txtSitename = form.txtHostname = form.txtIdent = " x y ";
+    EXPECT_EQ(editedSite(form).name + editedSite(form).host + editedSite(form).ident, "x yx yx y");
     form.txtPort = "21\n21x";
     form.txtPassword = "a\r\nb\n";
     EXPECT_EQ(editedSite(form).port, 2121);

@@ -74,7 +74,7 @@ TEST(WindowState, KeepsTheGeometryOfTheLastTimeOnScreen) {
         {"a little over the edge", normal, -99, -99, "-99"},
         {"too far left", normal, -100, 0, "1"},
         {"maximised, with its normal geometry", WindowMode::maximised, 150, 150, "150"},
-        {"minimised", WindowMode::minimised, 150, 150, "1"},
+        {"minimised, with its normal geometry", WindowMode::minimised, 150, 150, "150"},
     };
     for (const Row& row : rows) {
         MemoryStore store;

@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -122,6 +123,24 @@ TEST(FrmMain, StartsFromTheDefaultsWithAWrongStore) {
     EXPECT_TRUE(driver.find<SitesList>("lvwSites").isReportView());
     EXPECT_EQ(driver.window->width(), 710);
     EXPECT_TRUE(driver.window->screen()->availableGeometry().contains(driver.window->geometry()));
+}
+
+TEST(FrmMain, TellsWhatWasWrongWhenItStarted) {
+    std::string settings;
+    for (int line = 0; line < 10; ++line) {
+        settings += "ssl_tunnel_port = none\n";
+    }
+    WindowDriver driver("<html>", settings);
+    auto& notice = driver.find<QLabel>("lblNotice");
+    EXPECT_TRUE(notice.isVisible());
+    EXPECT_TRUE(notice.text().startsWith(u"settings.ini: ssl_tunnel_port: "_s))
+        << notice.text().toStdString();
+    EXPECT_EQ(notice.text().count(u'\n'), 6);
+    EXPECT_TRUE(notice.text().endsWith(u"... and 5 more"_s));
+    EXPECT_GE(driver.find<QTabWidget>("tabMain").height(), 100);
+    QTest::mouseClick(&driver.find<QToolButton>("cmdNoticeClose"), Qt::LeftButton);
+    EXPECT_FALSE(notice.isVisible());
+    EXPECT_FALSE(WindowDriver(oneSite).find<QLabel>("lblNotice").isVisible());
 }
 
 TEST(FrmMain, SplitterFollowsTheMouseToTheMiddle) {

@@ -92,12 +92,16 @@ TEST(Status, TheWindowIsNeverLostWhereThereIsNoTray) {
 
 TEST(Status, ClosingAHiddenWindowEndsTheProgramAndKeepsItsState) {
     WindowDriver driver("", withTray);
+    driver.window->setGeometry(40, 30, 710, 620);
+    driver.window->showMaximized();
     driver.window->showMinimized();
     driver.window->hide();
     QTimer::singleShot(0, driver.window.get(), &QWidget::close);
     QTimer::singleShot(20000, driver.window.get(), [] { QCoreApplication::exit(1); });
     EXPECT_EQ(QCoreApplication::exec(), 0);
     EXPECT_EQ(driver.store.value("window_state"), "1");
+    EXPECT_EQ(driver.store.value("window_left"), "600");
+    EXPECT_EQ(driver.store.value("window_width"), "10650");
 }
 
 } // namespace

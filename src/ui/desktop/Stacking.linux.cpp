@@ -1,4 +1,4 @@
-#include "widgets/AlwaysOnTop.h"
+#include "ui/desktop/Stacking.h"
 
 #include <QWidget>
 #include <QWindow>
@@ -14,6 +14,13 @@ void setAlwaysOnTop(QWidget& window, bool onTop) {
     if (QWindow* const native = window.windowHandle()) {
         native->setFlag(Qt::WindowStaysOnTopHint, onTop);
     }
+}
+
+void bringToFront(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
 }
 
 } // namespace corvel

@@ -1,6 +1,11 @@
-#include "net/qt/MinimizeToTray.h"
+#include "ui/desktop/mdlTrayIcon.h"
+
+#include "ui/desktop/Stacking.h"
 
 #include <QApplication>
+#include <QIcon>
+#include <QMenu>
+#include <QSystemTrayIcon>
 #include <QTimer>
 #include <QWidget>
 #include <QWindowStateChangeEvent>
@@ -14,6 +19,57 @@ namespace {
 constexpr int watchInterval = 1000; // milliseconds between two looks while the window is hidden
 
 } // namespace
+
+mdlTrayIcon::mdlTrayIcon(QObject* parent) : QObject(parent) {}
+
+mdlTrayIcon::~mdlTrayIcon() = default;
+
+void mdlTrayIcon::TrayAdd(const QIcon& image, const QString& tip) {
+    picTrayIcon_ = std::make_unique<QSystemTrayIcon>(image, this);
+    picTrayIcon_->setObjectName(QStringLiteral("picTrayIcon"));
+    picTrayIcon_->setToolTip(tip);
+    picTrayIcon_->setContextMenu(menu_);
+    connect(picTrayIcon_.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger) {
+                    emit clicked();
+                }
+            });
+    picTrayIcon_->show();
+}
+
+void mdlTrayIcon::TrayModify(const QIcon& image, const QString& tip) {
+    if (!picTrayIcon_) {
+        return;
+    }
+    if (picTrayIcon_->icon().cacheKey() != image.cacheKey()) {
+        picTrayIcon_->setIcon(image);
+    }
+    if (picTrayIcon_->toolTip() != tip) {
+        picTrayIcon_->setToolTip(tip);
+    }
+}
+
+void mdlTrayIcon::TrayDelete() {
+    picTrayIcon_.reset();
+}
+
+void mdlTrayIcon::setMenu(QMenu* menu) {
+    menu_ = menu;
+    if (picTrayIcon_) {
+        picTrayIcon_->setContextMenu(menu);
+    }
+}
+
+bool mdlTrayIcon::isShown() const {
+    return picTrayIcon_ && picTrayIcon_->isVisible() && QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void mdlTrayIcon::sayOnce(const QString& title, const QString& text) {
+    if (picTrayIcon_) {
+        picTrayIcon_->showMessage(title, text, picTrayIcon_->icon());
+    }
+}
 
 MinimizeToTray::MinimizeToTray(QWidget& window, std::function<bool()> canReturn)
     : QObject(&window), window_(window), canReturn_(std::move(canReturn)), watch_(new QTimer(this)) {

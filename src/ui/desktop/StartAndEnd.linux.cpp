@@ -1,10 +1,11 @@
-#include "ui/EndSignals.h"
+#include "ui/desktop/StartAndEnd.h"
 
 #include <QSocketNotifier>
 #include <QWidget>
 
 #include <array>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -40,6 +41,10 @@ void handleEndSignals(void (*handler)(int)) {
 }
 
 } // namespace
+
+void tellAtStart(const QString& text, StartMessageKind kind) {
+    std::fputs(qPrintable(text), kind == StartMessageKind::error ? stderr : stdout);
+}
 
 EndSignals::EndSignals(QWidget& window) {
     if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) {

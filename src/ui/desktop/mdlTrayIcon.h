@@ -2,11 +2,14 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 
 class QIcon;
 class QMenu;
 class QSystemTrayIcon;
+class QTimer;
+class QWidget;
 
 namespace corvel {
 
@@ -40,6 +43,31 @@ class mdlTrayIcon : public QObject {
   private:
     std::unique_ptr<QSystemTrayIcon> picTrayIcon_;
     QMenu* menu_ = nullptr;
+};
+
+// Hides a window that a person minimises, for as long as something is there to bring it back by: where there
+// is nothing, minimising minimises; and when that goes away, a hidden window shows itself again.
+class MinimizeToTray : public QObject {
+    Q_OBJECT
+
+  public:
+    // window: also the parent of this object. canReturn: whether, at this moment, a person could bring the
+    // window back; it must stay callable while the window lives.
+    MinimizeToTray(QWidget& window, std::function<bool()> canReturn);
+
+  signals:
+    void hidden();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void hide();
+    void look();
+
+    QWidget& window_;
+    std::function<bool()> canReturn_;
+    QTimer* watch_;
 };
 
 } // namespace corvel

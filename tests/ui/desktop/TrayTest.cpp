@@ -1,6 +1,5 @@
-#include "net/qt/BringToFront.h"
-#include "net/qt/mdlTrayIcon.h"
-#include "net/qt/MinimizeToTray.h"
+#include "ui/desktop/mdlTrayIcon.h"
+#include "ui/desktop/Stacking.h"
 #include "ui/WindowDriver.h"
 #include "widgets/Icons.h"
 

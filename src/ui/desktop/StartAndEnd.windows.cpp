@@ -1,4 +1,4 @@
-#include "ui/StartMessage.h"
+#include "ui/desktop/StartAndEnd.h"
 
 #include <QByteArray>
 #include <QString>
@@ -46,5 +46,9 @@ void tellAtStart(const QString& text, StartMessageKind kind) {
         MessageBoxW(nullptr, wide.c_str(), L"Corvel", isError ? MB_ICONERROR : MB_ICONINFORMATION);
     }
 }
+
+EndSignals::EndSignals(QWidget& /*window*/) {}
+
+EndSignals::~EndSignals() = default;
 
 } // namespace corvel

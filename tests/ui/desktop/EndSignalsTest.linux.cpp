@@ -1,5 +1,4 @@
-#include "ui/EndSignals.h"
-
+#include "ui/desktop/StartAndEnd.h"
 #include "ui/WindowDriver.h"
 
 #include <gtest/gtest.h>

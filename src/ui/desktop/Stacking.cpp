@@ -1,6 +1,4 @@
-#include "ui/TopmostDialogs.h"
-
-#include "widgets/AlwaysOnTop.h"
+#include "ui/desktop/Stacking.h"
 
 #include <QAbstractButton>
 #include <QApplication>

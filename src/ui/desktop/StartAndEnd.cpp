@@ -1,0 +1,41 @@
+#include "ui/desktop/StartAndEnd.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+
+namespace corvel {
+
+StartOptions readStartOptions(const QStringList& arguments, const QString& defaultDirectory) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Administers FTP servers over their control connections."));
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Print this help."));
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Print the version."));
+    const QCommandLineOption demo(
+        QStringLiteral("demo"),
+        QStringLiteral("Run on a server of its own, in memory, with settings of its own."));
+    const QCommandLineOption directory(
+        QStringLiteral("config-dir"),
+        QStringLiteral("Read sites.ini and settings.ini in <dir>, not beside the program."),
+        QStringLiteral("dir"), defaultDirectory);
+    parser.addOptions({help, version, demo, directory});
+    StartOptions options;
+    const bool isParsed = parser.parse(arguments);
+    options.demo = parser.isSet(demo);
+    options.directory = QDir::toNativeSeparators(parser.value(directory));
+    if (!isParsed || options.directory.isEmpty()) {
+        const QString problem =
+            isParsed ? QStringLiteral("--config-dir needs a directory.") : parser.errorText();
+        options.message = problem + QStringLiteral("\n\n") + parser.helpText();
+        options.isWrong = true;
+    } else if (parser.isSet(help)) {
+        options.message = parser.helpText();
+    } else if (parser.isSet(version)) {
+        options.message = QStringLiteral("Corvel " CORVEL_VERSION "\n");
+    }
+    return options;
+}
+
+} // namespace corvel
