@@ -14,13 +14,6 @@ constexpr int fileActionDone = 250;
 constexpr int pathCreated = 257;
 constexpr int firstError = 400;
 
-std::string_view lastLine(std::span<const std::string_view> lines) {
-    while (!lines.empty() && lines.back().empty()) {
-        lines = lines.first(lines.size() - 1);
-    }
-    return lines.empty() ? std::string_view() : lines.back();
-}
-
 bool isCwd(std::string_view command) {
     return toUpper(command.substr(0, 4)) == "CWD ";
 }

@@ -1,5 +1,8 @@
 #include "common/Pattern.h"
 
+#include "common/Numbers.h"
+#include "common/TextEncoding.h"
+
 #include <cstddef>
 
 namespace corvel {
@@ -11,18 +14,15 @@ namespace {
 std::size_t matchedBytes(char symbol, std::string_view text) {
     switch (symbol) {
     case '?': {
-        const auto isContinuation = [](char byte) {
-            return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-        };
         std::size_t size = 1;
         while (static_cast<unsigned char>(text[0]) >= 0xC0 && size < text.size() &&
-               isContinuation(text[size])) {
+               continuesCharacter(text[size])) {
             ++size;
         }
         return size;
     }
     case '#':
-        return text[0] >= '0' && text[0] <= '9' ? 1 : 0;
+        return isDigit(text[0]) ? 1 : 0;
     default:
         return symbol == text[0] ? 1 : 0;
     }

@@ -1,5 +1,7 @@
 #include "common/Text.h"
 
+#include "common/TextEncoding.h"
+
 #include <algorithm>
 
 namespace corvel {
@@ -120,7 +122,7 @@ std::string foldCase(std::string_view text) {
             result[i] = lowerAscii(result[i]);
         } else if (lead >= 0xC2 && lead < 0xE0 && i + 1 < result.size()) {
             const unsigned trail = static_cast<unsigned char>(result[i + 1]);
-            if ((trail & 0xC0U) != 0x80) {
+            if (!continuesCharacter(result[i + 1])) {
                 continue; // not UTF-8; the byte stays, and so must the one behind it
             }
             const unsigned folded = foldTwoByte((lead & 0x1FU) << 6U | (trail & 0x3FU));
@@ -129,6 +131,11 @@ std::string foldCase(std::string_view text) {
         }
     }
     return result;
+}
+
+std::string_view lastLine(std::span<const std::string_view> lines) {
+    const auto last = std::find_if(lines.rbegin(), lines.rend(), [](auto line) { return !line.empty(); });
+    return last == lines.rend() ? std::string_view() : *last;
 }
 
 bool isOneLine(std::string_view text) {

@@ -47,6 +47,9 @@ std::string toUpper(std::string_view text);
 // Cyrillic letters are folded, every other byte stays. Made for ordering lists, not for display.
 std::string foldCase(std::string_view text);
 
+// The last line that is not empty; nothing when none is.
+std::string_view lastLine(std::span<const std::string_view> lines);
+
 // Whether text can go out as one line of a control connection: no CR, LF or NUL in it (RFC 959, section 5.3).
 bool isOneLine(std::string_view text);
 

@@ -66,7 +66,7 @@ Decoded decodeOne(std::string_view bytes) {
     }
     std::uint32_t codePoint = lead & (0xFFU >> (length + 1));
     for (std::size_t i = 1; i < length; ++i) {
-        if ((byteAt(i) & 0xC0U) != 0x80) {
+        if (!continuesCharacter(bytes[i])) {
             return {};
         }
         codePoint = codePoint << 6U | (byteAt(i) & 0x3FU);
@@ -150,7 +150,7 @@ bool isValidUtf8(std::string_view bytes) {
 }
 
 std::string toUtf8(std::string_view bytes, TextEncoding encoding) {
-    if (encoding == TextEncoding::utf8) {
+    if (encoding == TextEncoding::utf8 && isValidUtf8(bytes)) {
         return std::string(bytes);
     }
     std::string text;
@@ -186,10 +186,33 @@ std::optional<std::string> fromUtf8(std::string_view text, TextEncoding encoding
     return bytes;
 }
 
+void SeenTexts::read(std::string_view bytes) {
+    while (!bytes.empty() && !isUtf8Seen_) { // after which nothing changes any more
+        if (word_.empty()) {
+            bytes.remove_prefix(asciiPrefix(bytes));
+        }
+        const std::size_t size = std::min(bytes.find_first_of(" \r\n"), bytes.size());
+        word_ += bytes.substr(0, size);
+        bytes.remove_prefix(size);
+        if (!bytes.empty() && !word_.empty()) {
+            (isValidUtf8(word_) ? isUtf8Seen_ : isOtherSeen_) = true;
+            word_.clear();
+        }
+    }
+}
+
 std::string visibleText(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     while (!text.empty()) {
+        const auto isPlain = [](char byte) { return byte >= ' ' && byte <= '~'; };
+        const auto end = std::ranges::find_if_not(text, isPlain);
+        const auto plain = static_cast<std::size_t>(end - text.begin());
+        result += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty()) {
+            break;
+        }
         const Decoded decoded = decodeOne(text);
         const std::size_t length = std::max<std::size_t>(decoded.length, 1);
         appendVisible(result, decoded.codePoint, text.substr(0, length));

@@ -6,8 +6,7 @@
 
 namespace corvel {
 
-// How the bytes of a server or of a file are read as text. A connection starts as utf8 and changes to
-// windows1252 for good with its first reply that is not valid UTF-8.
+// How bytes of a server or of a file are read as text, and typed text becomes bytes.
 enum class TextEncoding { utf8, windows1252 };
 
 // Whether byte is one of a UTF-8 character but not its first.
@@ -18,13 +17,30 @@ constexpr bool continuesCharacter(char byte) {
 // Whether bytes are well-formed UTF-8 (RFC 3629: shortest forms only, no surrogates, up to U+10FFFF).
 bool isValidUtf8(std::string_view bytes);
 
-// bytes as UTF-8. utf8: unchanged, the bytes must be valid. windows1252: every byte becomes a character;
+// bytes as UTF-8. utf8: unchanged where they are valid, else as windows1252: every byte becomes a character;
 // the five bytes that the code page leaves undefined become the C1 control of the same value, so that
 // fromUtf8 gives back exactly these bytes.
-std::string toUtf8(std::string_view bytes, TextEncoding encoding);
+std::string toUtf8(std::string_view bytes, TextEncoding encoding = TextEncoding::utf8);
 
 // The inverse: text (valid UTF-8) in the given encoding, or nothing when a character has no place in it.
 std::optional<std::string> fromUtf8(std::string_view text, TextEncoding encoding);
+
+// What a connection has shown so far, word by word, of how its server writes text beyond ASCII.
+class SeenTexts {
+  public:
+    // The next bytes, wherever they were cut.
+    void read(std::string_view bytes);
+
+    // For what is typed: windows1252 where words were seen that are not valid UTF-8, and none that is.
+    TextEncoding encoding() const {
+        return isOtherSeen_ && !isUtf8Seen_ ? TextEncoding::windows1252 : TextEncoding::utf8;
+    }
+
+  private:
+    bool isUtf8Seen_ = false;
+    bool isOtherSeen_ = false;
+    std::string word_; // beyond ASCII, whose end has not come yet
+};
 
 // text (valid UTF-8) for a person to see: control characters, direction marks and other characters that
 // would be obeyed rather than shown become visible symbols. Blanks and letters stay as they are.

@@ -58,9 +58,7 @@ void readFontSize(Settings& settings, std::string_view value) {
 
 void readReplacement(Settings& settings, std::string_view value) {
     const auto* const next =
-        std::find_if(value.begin() + (value.empty() ? 0 : 1), value.end(), [](char byte) {
-            return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; // a byte that begins a character
-        });
+        std::find_if_not(value.begin() + (value.empty() ? 0 : 1), value.end(), continuesCharacter);
     settings.site_nuke_replace_spaces.assign(value.begin(), next);
 }
 

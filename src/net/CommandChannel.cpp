@@ -3,8 +3,6 @@
 #include "common/Errors.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
-#include "common/TextEncoding.h"
-#include "net/Login.h"
 
 #include <algorithm>
 #include <optional>
@@ -31,9 +29,18 @@ std::string withoutPassword(const std::string& command) {
     return toUpper(command.substr(0, 5)) == "PASS " ? "PASS *****" : command;
 }
 
-std::string_view lastLine(std::span<const std::string_view> lines) {
-    const auto last = std::find_if(lines.rbegin(), lines.rend(), [](auto line) { return !line.empty(); });
-    return last == lines.rend() ? std::string_view() : *last;
+// text cut at every CR LF, of which there are lineCount.
+std::vector<std::string_view> linesOf(std::string_view text, std::size_t lineCount) {
+    std::vector<std::string_view> lines;
+    lines.reserve(lineCount + 1);
+    while (true) {
+        const std::size_t end = text.find(lineEnd);
+        lines.push_back(text.substr(0, end));
+        if (end == std::string_view::npos) {
+            return lines;
+        }
+        text.remove_prefix(end + lineEnd.size());
+    }
 }
 
 } // namespace
@@ -83,7 +90,7 @@ void CommandChannel::SendNext(int site) {
     session.iQueueHead = static_cast<std::size_t>(slot - session.CommandQueue.data());
     session.bAwaitingReply = true;
     session.current = std::exchange(*slot, {});
-    target.wSock->Send(session.current.sCommand + std::string(lineEnd));
+    target.wSock->Send(telnetEscaped(session.current.sCommand) + std::string(lineEnd));
     if (session.current.iHandler != handler::browser && changesDirectory(session.current.sCommand)) {
         session.browser.since = RemoteList::Since::movedAway;
         services_.views.listingChanged(site);
@@ -103,8 +110,11 @@ bool CommandChannel::SendNextBatchLine(int site, std::int32_t handler) {
     return false;
 }
 
-void CommandChannel::ReplyRouter(int site, std::string_view data) {
+void CommandChannel::ReplyRouter(int site, std::string_view bytes) {
     SiteSession& session = at(sites_, site).session;
+    const std::string data = session.telnet.read(bytes);
+    session.seenTexts.read(data);
+    session.encoding = session.seenTexts.encoding();
     if (!session.current.bQuiet) {
         showWholeLines(site, data);
     }
@@ -113,6 +123,10 @@ void CommandChannel::ReplyRouter(int site, std::string_view data) {
         return;
     case ReplyProgress::replyTooLong:
         services_.log.LogConsole(site, "Reply of more than 32 MiB without an end, closing the connection");
+        connection_.ResetSession(site);
+        return;
+    case ReplyProgress::tooManyLines:
+        services_.log.LogConsole(site, "Reply of more than 1000000 lines, closing the connection");
         connection_.ResetSession(site);
         return;
     case ReplyProgress::lineTooLong:
@@ -165,19 +179,14 @@ void CommandChannel::showWholeLines(int site, std::string_view data) {
     std::string rest = text.substr(searchFrom + end + lineEnd.size());
     text.resize(text.size() - rest.size());
     const std::string whole = std::exchange(text, std::move(rest));
-    if (!isValidUtf8(whole)) {
-        session.encoding = TextEncoding::windows1252;
-    }
     services_.log.LogConsole(site, whole);
 }
 
 void CommandChannel::routeReply(int site, std::string_view lastChunk) {
     SiteSession& session = at(sites_, site).session;
+    const std::size_t lineCount = session.sReplyBuffer.lineCount();
     const std::string text = session.sReplyBuffer.take();
-    if (!isValidUtf8(text)) {
-        session.encoding = TextEncoding::windows1252;
-    }
-    const std::vector<std::string_view> lines = split(text, lineEnd);
+    const std::vector<std::string_view> lines = linesOf(text, lineCount);
     const std::string_view last = lastLine(lines);
     const int code = static_cast<int>(leadingNumber(last.substr(0, 3)));
     session.bAwaitingReply = false;

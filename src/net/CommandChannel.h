@@ -74,7 +74,7 @@ class CommandChannel {
     bool SendNextBatchLine(int site, std::int32_t handler);
 
     // Takes bytes from the site's socket: shows them, and deals with the reply that they complete.
-    void ReplyRouter(int site, std::string_view data);
+    void ReplyRouter(int site, std::string_view bytes);
 
   private:
     const ReplyHandler* handlerOf(std::int32_t code) const;

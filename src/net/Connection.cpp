@@ -1,9 +1,72 @@
 #include "net/Connection.h"
 
+#include "common/TextEncoding.h"
+
 #include <string>
 #include <utility>
 
 namespace corvel {
+
+namespace {
+
+// Through the proxy the user name tells the server that is meant.
+std::string loginName(const SiteConfig& config) {
+    return config.usesslproxy ? config.user + "@" + config.host + ":" + std::to_string(config.port)
+                              : config.user;
+}
+
+Command shown(std::string command) {
+    return {.sCommand = std::move(command), .bQuiet = false, .iHandler = handler::console, .iTag = 0};
+}
+
+Command quiet(std::string command, std::int32_t code) {
+    return {.sCommand = std::move(command), .bQuiet = true, .iHandler = code, .iTag = 0};
+}
+
+} // namespace
+
+LoginStep loginStep(int code, const SiteConfig& config) {
+    switch (code) {
+    case 220:
+        return {.commands = {shown("USER " + loginName(config))}};
+    case 331:
+        return {.commands = {shown("PASS " + config.pass)}};
+    case 230:
+        return {.loggedIn = true,
+                .commands = {quiet("SITE CorvelExt usertable", handler::userTable),
+                             quiet("SITE CorvelExt grouptable", handler::groupTable),
+                             quiet("CWD /", handler::browser)}};
+    default:
+        return {};
+    }
+}
+
+std::string SocketStateText(const Socket& socket) {
+    switch (socket.state()) {
+    case SocketState::closed:
+        return "Socket closed";
+    case SocketState::open:
+        return "Open";
+    case SocketState::listening:
+        return "Listening on port " + std::to_string(socket.localPort()) + " ...";
+    case SocketState::connectionPending:
+        return "Pending...";
+    case SocketState::resolvingHost:
+        return "Resolving host...";
+    case SocketState::hostResolved:
+        return "Host resolved";
+    case SocketState::connecting:
+        return "Connecting... ( " + visibleText(toUtf8(socket.remoteHost())) + ":" +
+               std::to_string(socket.remotePort()) + " )";
+    case SocketState::connected:
+        return "Connected (" + socket.remoteAddress() + ":" + std::to_string(socket.remotePort()) + ")";
+    case SocketState::closing:
+        return "Closing socket...";
+    case SocketState::error:
+        return "ERROR";
+    }
+    return {};
+}
 
 void Connection::Connect(int site) {
     Site& target = at(sites_, site);
@@ -14,11 +77,17 @@ void Connection::Connect(int site) {
     const std::string& host = viaProxy ? settings_.ssl_tunnel_host : target.config.host;
     const std::int32_t port = viaProxy ? settings_.ssl_tunnel_port : target.config.port;
     if (port < 1 || port > 65535) {
-        log_.LogConsole(site, "Can't connect: " + std::to_string(port) + " is no port (1 - 65535)");
+        log_.LogConsole(site,
+                        "Can't connect: " + std::to_string(port) + " is no port (1 - 65535)" +
+                            (viaProxy ? ", see ssl_tunnel_host and ssl_tunnel_port in settings.ini" : ""));
         return;
     }
-    target.session.encoding = TextEncoding::utf8;
-    target.session.lastErrorLine.clear();
+    SiteSession& session = target.session;
+    log_.LogConsole(site, std::exchange(session.sConsolePartial, {}));
+    session.telnet = {};
+    session.seenTexts = {};
+    session.encoding = TextEncoding::utf8;
+    session.lastErrorLine.clear();
     views_.lastErrorChanged(site);
     target.wSock->Connect(host, port);
 }

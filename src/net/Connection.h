@@ -1,12 +1,31 @@
 #pragma once
 
+#include "common/Command.h"
+#include "common/ports/Socket.h"
 #include "config/Settings.h"
+#include "config/SiteConfig.h"
 #include "net/ConsoleLog.h"
 #include "net/SiteSession.h"
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvel {
+
+// What a person reads about the state of a socket, such as "Connected (10.0.0.5:21)". The host of state 6 is
+// the one that was configured, the one of state 7 its address. UTF-8.
+std::string SocketStateText(const Socket& socket);
+
+// What the login dialogue (RFC 959, section 5.4) does about one reply.
+struct LoginStep {
+    bool loggedIn = false; // the server accepted the login with this reply
+    std::vector<Command> commands;
+};
+
+// code: of a reply that arrived before the login; config: the site. A reply that is no part of the dialogue
+// gives an empty step: the person decides what comes next.
+LoginStep loginStep(int code, const SiteConfig& config);
 
 // Opens and ends the control connections. Everything that ends one runs through ResetSession.
 class Connection {
@@ -16,7 +35,8 @@ class Connection {
         : sites_(sites), log_(log), views_(views), settings_(settings) {}
 
     // Starts to connect the site, directly or through the proxy; a connection that is not closed is ended
-    // first. A port outside 1 to 65535 gets one console line and no connection.
+    // first. A port outside 1 to 65535 gets one console line and no connection. What the console held back of
+    // the last one is shown first.
     void Connect(int site);
 
     // Ends the connection and brings the session back to its start, but for the command last sent, the

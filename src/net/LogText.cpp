@@ -1,24 +1,72 @@
 #include "net/LogText.h"
 
+#include "common/Text.h"
 #include "common/TextEncoding.h"
+
+#include <algorithm>
 
 namespace corvel {
 
-void LogText::append(std::string_view text) {
-    text_ += text;
-    characters_ += characterCount(text);
+namespace {
+
+// Whether line reads as it stands. Counting, unlike a search, takes many bytes at a time.
+bool isPlain(std::string_view line) {
+    return std::ranges::count_if(line, [](char byte) { return byte < ' ' || byte > '~'; }) == 0;
+}
+
+} // namespace
+
+void LogText::append(std::string_view message, std::string_view time) {
+    message = lastLines(message);
+    const std::size_t before = text_.size();
+    while (!message.empty()) {
+        const std::size_t end = std::min(message.find(lineEnd), message.size());
+        if (end > 0) {
+            appendLine(message.substr(0, end), time);
+        }
+        message.remove_prefix(std::min(end + lineEnd.size(), message.size()));
+    }
+    characters_ += characterCount(std::string_view(text_).substr(before));
+    cut();
+}
+
+// The last lines of message: as many as fill the log.
+std::string_view LogText::lastLines(std::string_view message) const {
+    std::size_t start = message.size();
+    std::size_t end = start;
+    for (std::size_t characters = 0; start > 0 && characters < limit_; end = start - lineEnd.size()) {
+        const std::size_t before =
+            end < lineEnd.size() ? std::string_view::npos : message.rfind(lineEnd, end - lineEnd.size());
+        start = before == std::string_view::npos ? 0 : before + lineEnd.size();
+        characters += characterCount(message.substr(start, end - start));
+    }
+    return message.substr(start);
+}
+
+void LogText::appendLine(std::string_view line, std::string_view time) {
+    const bool isParted = style_ == Style::linesPart;
+    if (isParted && !text_.empty()) {
+        text_ += lineEnd;
+    }
+    text_.append(isParted ? "[" : "").append(time).append(isParted ? "] " : " ");
+    if (isPlain(line)) {
+        text_ += line;
+    } else {
+        text_ += visibleText(toUtf8(line));
+    }
+    text_ += isParted ? "" : lineEnd;
+}
+
+void LogText::cut() {
     if (characters_ <= limit_) {
         return;
     }
-    std::size_t excess = characters_ - limit_;
     std::size_t start = 0;
-    while (start < text_.size()) {
-        const bool startsCharacter = (static_cast<unsigned char>(text_[start]) & 0xC0U) != 0x80;
-        if (startsCharacter && excess == 0) {
-            break;
-        }
-        excess -= startsCharacter ? 1 : 0;
+    for (std::size_t excess = characters_ - limit_; excess > 0; --excess) {
         ++start;
+        while (start < text_.size() && continuesCharacter(text_[start])) {
+            ++start;
+        }
     }
     text_.erase(0, start);
     characters_ = limit_;

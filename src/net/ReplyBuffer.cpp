@@ -1,5 +1,7 @@
 #include "net/ReplyBuffer.h"
 
+#include "common/Numbers.h"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -7,10 +9,6 @@
 namespace corvel {
 
 namespace {
-
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 // Whether the line is the last one of a reply: three digits and a blank.
 bool isFinalLine(const char* line, std::size_t size) {
@@ -26,6 +24,9 @@ ReplyProgress ReplyBuffer::append(std::string_view bytes) {
     if (!scanLines(bytes, before)) {
         return ReplyProgress::lineTooLong;
     }
+    if (lines_ > mostLines) {
+        return ReplyProgress::tooManyLines;
+    }
     if (finalLineSeen_ && lineStart_ == text_.size()) {
         return ReplyProgress::complete;
     }
@@ -34,6 +35,7 @@ ReplyProgress ReplyBuffer::append(std::string_view bytes) {
 
 std::string ReplyBuffer::take() {
     lineStart_ = 0;
+    lines_ = 0;
     finalLineSeen_ = false;
     return std::exchange(text_, {});
 }
@@ -72,6 +74,7 @@ bool ReplyBuffer::scanLines(std::string_view bytes, std::size_t before) {
         const char* const line = lineStart_ >= before ? begin + (lineStart_ - before) : &text_[lineStart_];
         finalLineSeen_ = finalLineSeen_ || isFinalLine(line, size);
         lineStart_ = position + 1;
+        ++lines_;
     }
     return text_.size() - lineStart_ <= longestLine + 1; // one more for a CR whose LF is still to come
 }

@@ -2,6 +2,7 @@
 
 #include "admin/ListRows.h"
 #include "admin/mdlUsersGroups.h"
+#include "admin/Sequence.h"
 #include "browser/Chattr.h"
 #include "browser/RemoteList.h"
 #include "common/Command.h"
@@ -9,9 +10,9 @@
 #include "common/TextEncoding.h"
 #include "config/SiteConfig.h"
 #include "net/ActivityRows.h"
-#include "net/BatchLines.h"
 #include "net/LogText.h"
 #include "net/ReplyBuffer.h"
+#include "net/Telnet.h"
 
 #include <array>
 #include <cstdint>
@@ -36,6 +37,8 @@ struct SiteSession {
     bool bLoggedIn = false;      // the server accepted the login
     bool bAwaitingReply = false; // a command is outstanding: at most one per site
     bool isGreeted = false;      // the connection has brought a reply
+    TelnetReader telnet;
+    SeenTexts seenTexts;
     ReplyBuffer sReplyBuffer;
     std::string sConsolePartial; // an incomplete last line held back from the console
 
@@ -61,20 +64,20 @@ struct SiteSession {
     std::string sBrowserPWD;   // the text of the browser's path box
     ChattrAnswer chattrAnswer; // the last one
 
-    TextEncoding encoding = TextEncoding::utf8; // of this connection
+    TextEncoding encoding = TextEncoding::utf8; // of what is typed on this connection
     std::string lastErrorLine;                  // last line of the last reply that refused something
 
     // The three logs, UTF-8.
-    LogText consoleLog{25000};
-    LogText commandResultsLog{25000};
-    LogText browserReplyLog{8000};
+    LogText consoleLog{25000, LogText::Style::linesEnd};
+    LogText commandResultsLog{25000, LogText::Style::linesEnd};
+    LogText browserReplyLog{8000, LogText::Style::linesPart};
 };
 
 // Everything about one site: what is configured, what is going on, and its connection.
 struct Site {
     SiteConfig config;
     SiteSession session;
-    std::unique_ptr<Socket> wSock; // none for the placeholder, site 0
+    std::unique_ptr<Socket> wSock = std::make_unique<NoSocket>(); // which site 0 keeps
 };
 
 // The sites by index; element 0 is a placeholder, and a site never moves in memory.

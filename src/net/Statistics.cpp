@@ -37,7 +37,7 @@ Status statusOf(const Sites& sites, int currentSite) {
     if (currentSite > 0) {
         const Site& site = at(sites, currentSite);
         const std::string& name = site.config.name;
-        status.sitename = toUtf8(name, isValidUtf8(name) ? TextEncoding::utf8 : TextEncoding::windows1252);
+        status.sitename = toUtf8(name);
         status.isOnline = site.session.bLoggedIn;
         status.activity = site.session.activity;
     }

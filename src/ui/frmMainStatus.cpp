@@ -1,4 +1,4 @@
-#include "net/SocketStateText.h"
+#include "net/Connection.h"
 #include "ui/desktop/Stacking.h"
 #include "ui/frmMain.h"
 #include "widgets/ElidedLabel.h"

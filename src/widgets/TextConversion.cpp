@@ -12,15 +12,10 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-std::string utf8Of(std::string_view bytes, TextEncoding encoding) {
-    const bool isUtf8 = encoding == TextEncoding::utf8 && isValidUtf8(bytes);
-    return toUtf8(bytes, isUtf8 ? TextEncoding::utf8 : TextEncoding::windows1252);
-}
-
 } // namespace
 
 QString textOf(std::string_view bytes, TextEncoding encoding) {
-    return fromCore(utf8Of(bytes, encoding));
+    return fromCore(toUtf8(bytes, encoding));
 }
 
 std::string bytesOf(const QString& text, TextEncoding encoding) {
@@ -30,7 +25,7 @@ std::string bytesOf(const QString& text, TextEncoding encoding) {
 }
 
 QString displayTextOf(std::string_view bytes, TextEncoding encoding) {
-    return fromCore(visibleText(utf8Of(bytes, encoding)));
+    return fromCore(visibleText(toUtf8(bytes, encoding)));
 }
 
 QString cellTextOf(std::string_view bytes, TextEncoding encoding) {

@@ -56,6 +56,32 @@ TEST(TextEncoding, EveryByteOfWindows1252GoesThereAndBack) {
     EXPECT_EQ(toUtf8("\x80\x9F\xA0\xFF", TextEncoding::windows1252), "\u20AC\u0178\u00A0\u00FF");
 }
 
+TEST(SeenTexts, JudgeEveryWordHoweverItIsCut) {
+    constexpr TextEncoding utf8 = TextEncoding::utf8;
+    constexpr TextEncoding latin = TextEncoding::windows1252;
+    const std::vector<std::pair<std::string, TextEncoding>> rows = {
+        {"abc def\r\n", utf8},
+        {"gr\xFC\xDF e\r\n", latin},
+        {"gr\u00FC\u00DF e\r\n", utf8},
+        {"gr\xFC\xDF\r\nzw\u00F6lf\r\n", utf8},
+        {"zw\u00F6lf gr\xFC\xDF\r\n", utf8},
+        {"not yet gr\xC3", utf8},
+    };
+    for (const auto& [bytes, encoding] : rows) {
+        for (std::size_t cut = 0; cut <= bytes.size(); ++cut) {
+            SeenTexts seen;
+            seen.read(bytes.substr(0, cut));
+            seen.read(bytes.substr(cut));
+            EXPECT_EQ(seen.encoding(), encoding) << bytes << " cut at " << cut;
+        }
+    }
+}
+
+TEST(TextEncoding, ReadsWhatIsNoUtf8AsWindows1252) {
+    EXPECT_EQ(toUtf8("gr\xFC\xDF"), "gr\u00FC\u00DF");
+    EXPECT_EQ(toUtf8("gr\u00FC\u00DF"), "gr\u00FC\u00DF");
+}
+
 TEST(TextEncoding, SaysWhatWindows1252Lacks) {
     for (const char* text : {"\u0416", "a\u0100", "\U0001F600", "\u0080", "\u009F", "\xC3"}) {
         EXPECT_EQ(fromUtf8(text, TextEncoding::windows1252), std::nullopt) << text;

@@ -154,15 +154,44 @@ TEST(CommandChannel, ShowsWholeLinesOnlyAndNothingOfQuietCommands) {
     EXPECT_EQ(program.console(1).substr(before).find("noop"), std::string::npos);
 }
 
-TEST(CommandChannel, ReadsAnOldServersNamesFromItsFirstReplyThatIsNoUtf8) {
+TEST(CommandChannel, ReadsTextByTextAndWritesAsTheServerDoes) {
     LoggedIn program;
     program.main.sendConsoleCommand(1, "stat");
-    program.main.wSock_DataArrival(1, "211 gr\xFC\xDF\r\n");
-    program.main.sendConsoleCommand(1, "gr\xFC\xDF");
-    EXPECT_NE(program.console(1).find("211 grüß\r\n> grüß\r\n"), std::string::npos);
+    program.main.wSock_DataArrival(1, "211-zw\xF6lf\r\n211 gr\xFC\xDF\r\n");
     EXPECT_EQ(program.session(1).encoding, TextEncoding::windows1252);
-    program.main.connectSite(1);
+    program.main.sendConsoleCommand(1, "gr\xFC\xDF");
+    program.main.wSock_DataArrival(1, "211-zw\xF6lf\r\n211 grüß\r\n");
     EXPECT_EQ(program.session(1).encoding, TextEncoding::utf8);
+    EXPECT_NE(program.console(1).find("211-zwölf\r\n211 grüß\r\n> grüß\r\n211-zwölf\r\n211 grüß\r\n"),
+              std::string::npos);
+}
+
+// A connection that ended inside a character says nothing about the next one.
+TEST(CommandChannel, StartsEveryConnectionAfresh) {
+    LoggedIn program;
+    for (int i = 0; i < 3; ++i) {
+        program.main.sendConsoleCommand(1, "stat");
+        program.main.wSock_DataArrival(1, "211-gr\xC3");
+        program.main.wSock_DataArrival(1, std::string(70000, 'x') + "\xFF");
+        EXPECT_EQ(program.socket(1).state(), SocketState::closed);
+        program.socket(1).takeSentLines();
+        program.main.connectSite(1);
+        EXPECT_EQ(program.session(1).sConsolePartial, "") << "it is shown, and does not pile up";
+        program.answer(loginScript(), "login");
+        EXPECT_EQ(program.session(1).encoding, TextEncoding::utf8);
+        EXPECT_NE(program.console(1).find("\r\n220 ready\r\n"), std::string::npos);
+    }
+}
+
+TEST(CommandChannel, TakesTheTelnetLayerOffAndPutsItOn) {
+    LoggedIn program;
+    program.main.browser().send(1, {{"DELE \xFF\xFE", true, handler::browserFile}});
+    program.answer({expect("DELE \xFF\xFF\xFE"), send("\xFF\xFC\x01"
+                                                      "550 \xFF\xFF\xFE: no\r\n")},
+                   "refused");
+    EXPECT_EQ(program.session(1).lastErrorLine, "550 \xFF\xFE: no");
+    program.main.sendConsoleCommand(1, "next");
+    program.answer({expect("next")}, "the channel goes on");
 }
 
 TEST(CommandChannel, EndsTheConnectionAtTheLimits) {

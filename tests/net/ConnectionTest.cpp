@@ -1,6 +1,5 @@
 #include "net/Connection.h"
 
-#include "net/SocketStateText.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>
@@ -59,11 +58,14 @@ TEST(Connection, ChoosesWhereToConnect) {
         {"no proxy is configured", "name=a\nhost=h\nport=21\nusesslproxy=1\n", "", "", ""},
     };
     for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
         TestProgram program(row.site, row.settings);
         program.main.connectSite(1);
         EXPECT_EQ(program.socket(1).connectedTo, row.connectedTo) << row.name;
         if (row.connectedTo.empty()) {
-            EXPECT_NE(program.console(1).find("is no port (1 - 65535)"), std::string::npos) << row.name;
+            EXPECT_NE(program.console(1).find("is no port (1 - 65535)"), std::string::npos);
+            EXPECT_EQ(program.console(1).find("ssl_tunnel_port") != std::string::npos,
+                      row.site.find("usesslproxy") != std::string::npos);
         } else {
             play(program, 1, {send("220 hi\r\n"), expect(row.userCommand)}, {}, row.name);
         }
@@ -89,7 +91,7 @@ TEST(SocketStateText, TellsEveryState) {
         {3, "Pending..."},
         {4, "Resolving host..."},
         {5, "Host resolved"},
-        {6, "Connecting... ( ftp.example:21 )"},
+        {6, "Connecting... ( f\u00FC.example:21 )"},
         {7, "Connected (10.0.0.5:21)"},
         {8, "Closing socket..."},
         {9, "ERROR"},
@@ -97,7 +99,7 @@ TEST(SocketStateText, TellsEveryState) {
     };
     for (const auto& [state, text] : rows) {
         FakeSocket socket;
-        socket.Connect("ftp.example", 21);
+        socket.Connect("f\xFC.example", 21);
         socket.current = static_cast<SocketState>(state);
         EXPECT_EQ(SocketStateText(socket), text);
     }

@@ -8,28 +8,45 @@
 namespace corvel {
 namespace {
 
-TEST(LogText, KeepsTheLastCharacters) {
+using Style = LogText::Style;
+
+TEST(LogText, WritesItsLinesAndKeepsTheLastCharacters) {
     struct Row {
         const char* name;
-        std::vector<std::string> appended;
-        std::string kept;
+        Style style;
+        std::vector<std::string> messages;
+        std::string kept; // of 12 characters
     };
     const std::vector<Row> rows = {
-        {"below the limit", {"abc"}, "abc"},
-        {"at the limit", {"abc", "de"}, "abcde"},
-        {"past the limit", {"abc", "defg"}, "cdefg"},
-        {"one long text", {"abcdefghij"}, "fghij"},
-        {"characters, not bytes", {"äöüß€"}, "äöüß€"},
-        {"never half a character", {"€€€", "abc"}, "€€abc"},
-        {"cut inside a line end", {"1\r\n23", "4"}, "\r\n234"},
+        {"a line", Style::linesEnd, {"ab"}, "t ab\r\n"},
+        {"lines, and empty ones", Style::linesEnd, {"a\r\n\r\nb\r\n"}, "t a\r\nt b\r\n"},
+        {"nothing", Style::linesPart, {"", "\r\n"}, ""},
+        {"parted lines", Style::linesPart, {"a", "b"}, "[t] a\r\n[t] b"},
+        {"past the limit", Style::linesEnd, {"a", "b", "c"}, "\r\nt b\r\nt c\r\n"},
+        {"one long line", Style::linesEnd, {"abcdefghijklmnop"}, "ghijklmnop\r\n"},
+        {"characters, not bytes", Style::linesEnd, {"äöüß€€€€"}, "t äöüß€€€€\r\n"},
+        {"never half a character", Style::linesEnd, {"€€€€€€€€€€€"}, "€€€€€€€€€€\r\n"},
+        {"every line for itself", Style::linesEnd, {"\xC3\xA9\r\n\xE9"}, "t é\r\nt é\r\n"},
+        {"what steers is shown", Style::linesEnd, {"a\x1B[2J"}, "t a␛[2J\r\n"},
+        {"the end of a long message",
+         Style::linesEnd,
+         {std::string(999, 'x') + "\r\nab\r\nc"},
+         "\nt ab\r\nt c\r\n"},
     };
     for (const Row& row : rows) {
-        LogText log(5);
-        for (const std::string& text : row.appended) {
-            log.append(text);
+        LogText log(12, row.style);
+        for (const std::string& message : row.messages) {
+            log.append(message, "t");
         }
         EXPECT_EQ(log.text(), row.kept) << row.name;
     }
+    std::string blank = "ab";
+    for (int i = 0; i < 100; ++i) {
+        blank += "\r\n";
+    }
+    LogText log(12, Style::linesEnd);
+    log.append(blank, "t");
+    EXPECT_EQ(log.text(), "t ab\r\n") << "empty lines push nothing out";
 }
 
 } // namespace

@@ -94,5 +94,20 @@ TEST(ReplyBuffer, LimitsAReplyAndItsMemory) {
     EXPECT_EQ(buffer.append("220 x\r\n"), ReplyProgress::complete);
 }
 
+TEST(ReplyBuffer, LimitsTheLinesOfAReply) {
+    ReplyBuffer buffer;
+    std::string chunk;
+    for (int i = 0; i < 1000; ++i) {
+        chunk += "a\r\n";
+    }
+    for (std::size_t lines = 0; lines < ReplyBuffer::mostLines; lines += 1000) {
+        ASSERT_EQ(buffer.append(chunk), ReplyProgress::incomplete);
+    }
+    EXPECT_EQ(buffer.lineCount(), ReplyBuffer::mostLines);
+    EXPECT_EQ(buffer.append("211 end\r\n"), ReplyProgress::tooManyLines);
+    buffer.clear();
+    EXPECT_EQ(buffer.append("220 x\r\n"), ReplyProgress::complete);
+}
+
 } // namespace
 } // namespace corvel

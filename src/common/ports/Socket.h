@@ -43,6 +43,19 @@ class Socket {
     virtual std::int32_t remotePort() const = 0;
 };
 
+// The socket of no site: it is closed, and whatever is asked of it does nothing.
+class NoSocket : public Socket {
+  public:
+    SocketState state() const override { return SocketState::closed; }
+    void Connect(const std::string& /*host*/, std::int32_t /*port*/) override {}
+    void Close() override {}
+    void Send(std::string_view /*bytes*/) override {}
+    std::int32_t localPort() const override { return 0; }
+    std::string remoteHost() const override { return {}; }
+    std::string remoteAddress() const override { return {}; }
+    std::int32_t remotePort() const override { return 0; }
+};
+
 // Makes the socket of a site. The caller owns it.
 using SocketFactory = std::function<std::unique_ptr<Socket>(int site)>;
 

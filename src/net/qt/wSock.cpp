@@ -3,6 +3,7 @@
 #include "widgets/TextConversion.h"
 
 #include <QHostAddress>
+#include <QNetworkProxy>
 
 namespace corvel {
 
@@ -15,6 +16,8 @@ constexpr qint64 bytesPerEvent = qint64{256} * 1024;
 
 wSock::wSock(QObject* parent) : QObject(parent) {
     socket_.setReadBufferSize(bytesPerEvent);
+    // The desktop's proxy is one for the web; asking for it can hold up the window, too.
+    socket_.setProxy(QNetworkProxy::NoProxy);
     connect(&socket_, &QTcpSocket::connected, this, &wSock::connected);
     connect(&socket_, &QTcpSocket::readyRead, this, &wSock::takeData);
     connect(&socket_, &QTcpSocket::stateChanged, this, &wSock::stateChanged);

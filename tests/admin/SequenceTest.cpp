@@ -1,4 +1,4 @@
-#include "net/BatchLines.h"
+#include "admin/Sequence.h"
 
 #include <gtest/gtest.h>
 
