@@ -326,9 +326,19 @@ void ReportView::keyPressEvent(QKeyEvent* event) {
 void ReportView::mousePressEvent(QMouseEvent* event) {
     QTreeView::mousePressEvent(event);
     const QModelIndex index = indexAt(event->position().toPoint());
+    pressedRow_ = index.row();
     if (index.isValid()) {
         emit rowPicked(index.row());
     }
+}
+
+// A mouse that slips while its button is down takes the highlight along.
+void ReportView::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeView::mouseReleaseEvent(event);
+    if (pressedRow_ >= 0 && currentRow() >= 0 && currentRow() != pressedRow_) {
+        emit rowPicked(currentRow());
+    }
+    pressedRow_ = -1;
 }
 
 void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -78,7 +78,8 @@ class ReportView : public QTreeView {
     void headerClicked(int column);
     // The current row became another one, in whatever way; -1 for none.
     void currentRowChanged(int row);
-    // A person went to a row: by a key, or by a mouse click even where it was the current row already.
+    // A person went to a row: by a key, by a mouse click even where it was the current row already, or by
+    // dragging the mouse to it.
     void rowPicked(int row);
     void rowDoubleClicked(int row); // but not for its box
     // A key went down over the list, without Ctrl, Alt or Meta; row is the current one, -1 for none.
@@ -98,6 +99,7 @@ class ReportView : public QTreeView {
                  const QModelIndex& index) const override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -115,6 +117,7 @@ class ReportView : public QTreeView {
     QSet<int> chosenWidths_;
     bool isResizing_ = false; // the widths are changed by the program, not by a person
     QString placeholder_;
+    int pressedRow_ = -1; // under the mouse as its button went down
 };
 
 } // namespace corvel

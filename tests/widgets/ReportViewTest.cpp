@@ -87,6 +87,15 @@ TEST_F(ReportViewTest, ClicksAndKeysAreReportedOnceEach) {
     EXPECT_EQ(takeEvents(), (Events{"header 1"}));
 }
 
+TEST_F(ReportViewTest, APressThatSlipsToTheNextRowPicksTheHighlightedOne) {
+    view_.setSource(source(3));
+    QTest::mousePress(view_.viewport(), Qt::LeftButton, {}, middleOf(0));
+    QTest::mouseMove(view_.viewport(), middleOf(1));
+    QTest::mouseRelease(view_.viewport(), Qt::LeftButton, {}, middleOf(1));
+    EXPECT_EQ(view_.currentRow(), 1);
+    EXPECT_EQ(takeEvents().back(), "picked 1");
+}
+
 TEST_F(ReportViewTest, ContextMenuNamesTheRowUnderTheMouseOrTheCurrentRow) {
     view_.setSource(source(5));
     const auto openMenu = [this](QContextMenuEvent::Reason reason, QPoint position) {

@@ -72,6 +72,9 @@ UserEditorPanel::UserEditorPanel(EditorBoxes::Typed typed, QWidget* parent)
     layout->addLayout(lists, 1);
     layout->addLayout(createButtons());
     setWidget(picUserCtls);
+    // The ground of the tab shows through, as it does under every other page.
+    viewport()->setAutoFillBackground(false);
+    picUserCtls->setAutoFillBackground(false);
     show({}, TextEncoding::utf8);
 }
 
