@@ -48,11 +48,27 @@ constexpr std::array<Tab, 8> tabs = {{
     {"cmdresult", QT_TRANSLATE_NOOP("frmMain", "results"), "tab-results"},
 }};
 
+// The empty place of a panel that is made later.
+QWidget* newTabFor() {
+    auto* const tab = new QWidget;
+    (new QVBoxLayout(tab))->setContentsMargins(0, 0, 0, 0);
+    return tab;
+}
+
+template <typename Panel>
+void opensMenu(Panel& panel, CustomMenus& menus, MenuKind kind) {
+    QObject::connect(&panel, &Panel::menuRequested, &menus, [&menus, kind](const QPoint& position) {
+        menus.ShowCustomMenu(static_cast<int>(kind), position);
+    });
+}
+
 } // namespace
 
 frmMain::frmMain(StateStore& store, const std::string& directory)
-    : prompts_(this), shell_(*this, QCoreApplication::applicationDirPath()), lock_(directory),
-      program_({.views = *this,
+    : views_([this](const ViewChange& change) { showChange(change); },
+             [this](int site, Dialog dialog) { openDialog(site, dialog); }),
+      prompts_(this), shell_(*this, QCoreApplication::applicationDirPath()), lock_(directory),
+      program_({.views = views_,
                 .prompts = prompts_,
                 .store = store,
                 .clock = clock_,
@@ -91,6 +107,7 @@ void frmMain::start() {
     add(program_.LoadSites());
     program_.selectSite(std::min(1, program_.siteCount()));
     showProblems(problems);
+    views_.tell();
     tmrSocketStatus_Timer();
 }
 
@@ -154,36 +171,34 @@ void frmMain::createPanels() {
     activity_ = new ActivityPanel(program_, images_);
     browser_ = new BrowserPanel(program_);
     stats_ = new StatsPanel;
-    users_ = new UsersPanel(program_);
-    groups_ = new GroupsPanel(program_);
     createSettingsPanel();
     results_ = newResultsPanel(program_);
-    const auto opensMenu = [this](auto* panel, MenuKind kind) {
-        connect(panel, &std::remove_pointer_t<decltype(panel)>::menuRequested, &customMenus_,
-                [this, kind](const QPoint& position) {
-                    customMenus_.ShowCustomMenu(static_cast<int>(kind), position);
-                });
-    };
-    opensMenu(browser_, MenuKind::browser);
-    opensMenu(users_, MenuKind::userList);
-    opensMenu(groups_, MenuKind::groupList);
-    opensMenu(activity_, MenuKind::activity);
+    opensMenu(*browser_, customMenus_, MenuKind::browser);
+    opensMenu(*activity_, customMenus_, MenuKind::activity);
+    usersTab_ = newTabFor();
+    groupsTab_ = newTabFor();
     tabMain_ = new QTabWidget(area_);
     tabMain_->setObjectName(QStringLiteral("tabMain"));
     // In the order of the tabs.
-    const std::array<QWidget*, tabs.size()> panels = {
-        console_,  activity_, browser_, stats_, newScrollPage(*users_), newScrollPage(*groups_),
-        settings_, results_};
+    const std::array<QWidget*, tabs.size()> panels = {console_,  activity_,  browser_,  stats_,
+                                                      usersTab_, groupsTab_, settings_, results_};
     for (std::size_t i = 0; i < tabs.size(); ++i) {
         panels[i]->setObjectName(QLatin1String(tabs[i].key));
         tabMain_->addTab(panels[i], tr(tabs[i].caption));
     }
-    connect(tabMain_, &QTabWidget::currentChanged, this, &frmMain::tmrSocketStatus_Timer);
+    connect(tabMain_, &QTabWidget::currentChanged, this, [this] {
+        if (tabMain_->currentWidget() == usersTab_) {
+            users();
+        } else if (tabMain_->currentWidget() == groupsTab_) {
+            groups();
+        }
+        tmrSocketStatus_Timer();
+    });
 
     createStatusBar();
 }
 
-void frmMain::siteAdded(int site) {
+void frmMain::showAddedSite(int site) {
     const std::string& name = program_.site(site).config.name;
     sitesModel_.addSite(displayTextOf(name, encodingOf(name)));
     changedSockets_.insert(site);
@@ -202,17 +217,54 @@ QTimer& frmMain::addTimer(const char* name, int site, int interval, std::functio
     return *timer;
 }
 
-void frmMain::siteRenamed(int site) {
-    const std::string& name = program_.site(site).config.name;
-    sitesModel_.setName(site - 1, displayTextOf(name, encodingOf(name)));
-    showStatus();
+void frmMain::showChange(const ViewChange& change) {
+    const int site = change.site;
+    switch (change.part) {
+    case ViewPart::added:
+        showAddedSite(site);
+        break;
+    case ViewPart::renamed: {
+        const std::string& name = program_.site(site).config.name;
+        sitesModel_.setName(site - 1, displayTextOf(name, encodingOf(name)));
+        showStatus();
+        break;
+    }
+    case ViewPart::current:
+        showCurrentSite();
+        break;
+    case ViewPart::log:
+        showLog(site, change.log);
+        break;
+    case ViewPart::listing:
+        browser_->listingChanged(site);
+        break;
+    case ViewPart::path:
+        browser_->pathChanged(site);
+        break;
+    case ViewPart::activity:
+        activity_->activityChanged(site);
+        showActivity();
+        break;
+    case ViewPart::chattr:
+        emit browser_->chattrAnswered(site);
+        break;
+    case ViewPart::accounts:
+        for (AccountsPanel* const panel : accountsPanels()) {
+            panel->accountsChanged(site, change.accounts, change.account);
+        }
+        break;
+    case ViewPart::session:
+        showChange({.part = ViewPart::activity, .site = site});
+        showChange({.part = ViewPart::accounts, .site = site, .accounts = Accounts::users});
+        showChange({.part = ViewPart::accounts, .site = site, .accounts = Accounts::groups});
+        break;
+    case ViewPart::lastError:
+        showStatus();
+        break;
+    }
 }
 
-void frmMain::currentSiteChanged() {
-    showCurrentSite();
-}
-
-void frmMain::logChanged(int site, LogKind log) {
+void frmMain::showLog(int site, LogKind log) {
     switch (log) {
     case LogKind::console:
         console_->logChanged(site);
@@ -226,41 +278,31 @@ void frmMain::logChanged(int site, LogKind log) {
     }
 }
 
-void frmMain::listingChanged(int site) {
-    browser_->listingChanged(site);
-}
-
-void frmMain::pathChanged(int site) {
-    browser_->pathChanged(site);
-}
-
-void frmMain::activityChanged(int site) {
-    activity_->activityChanged(site);
-    if (site == program_.currentSite()) {
-        showActivity();
+UsersPanel& frmMain::users() {
+    if (users_ == nullptr) {
+        users_ = new UsersPanel(program_);
+        opensMenu(*users_, customMenus_, MenuKind::userList);
+        QWidget* const page = newScrollPage(*users_);
+        usersTab_->layout()->addWidget(page);
+        page->show(); // at once, not with the next turn of the loop
+        users_->showSite(program_.currentSite());
     }
+    return *users_;
 }
 
-void frmMain::chattrAnswered(int site) {
-    emit browser_->chattrAnswered(site);
+GroupsPanel& frmMain::groups() {
+    if (groups_ == nullptr) {
+        groups_ = new GroupsPanel(program_);
+        opensMenu(*groups_, customMenus_, MenuKind::groupList);
+        QWidget* const page = newScrollPage(*groups_);
+        groupsTab_->layout()->addWidget(page);
+        page->show(); // at once, not with the next turn of the loop
+        groups_->showSite(program_.currentSite());
+    }
+    return *groups_;
 }
 
-void frmMain::accountsChanged(int site, Accounts accounts, AccountChange change) {
-    users_->accountsChanged(site, accounts, change);
-    groups_->accountsChanged(site, accounts, change);
-}
-
-void frmMain::sessionReset(int site) {
-    activityChanged(site);
-    accountsChanged(site, Accounts::users, AccountChange::table);
-    accountsChanged(site, Accounts::groups, AccountChange::table);
-}
-
-void frmMain::lastErrorChanged(int /*site*/) {
-    showStatus();
-}
-
-void frmMain::dialogWanted(int site, Dialog dialog) {
+void frmMain::openDialog(int site, Dialog dialog) {
     switch (dialog) {
     case Dialog::chmod:
     case Dialog::chattr:
@@ -268,12 +310,18 @@ void frmMain::dialogWanted(int site, Dialog dialog) {
         browser_->openDialog(site, dialog);
         break;
     case Dialog::copyUser:
-        users_->copyUser(site);
+        users().copyUser(site);
         break;
     case Dialog::userGroups:
-        users_->editGroups(site);
+        users().editGroups(site);
         break;
     }
+}
+
+std::vector<AccountsPanel*> frmMain::accountsPanels() const {
+    std::vector<AccountsPanel*> panels = {users_, groups_};
+    std::erase(panels, nullptr);
+    return panels;
 }
 
 void frmMain::showCurrentSite() {
@@ -282,8 +330,9 @@ void frmMain::showCurrentSite() {
     console_->showSite(site);
     activity_->showSite(site);
     browser_->showSite(site);
-    users_->showSite(site);
-    groups_->showSite(site);
+    for (AccountsPanel* const panel : accountsPanels()) {
+        panel->showSite(site);
+    }
     results_->showSite(site);
     showStatus();
 }

@@ -14,6 +14,7 @@
 #include "net/qt/SitesList.h"
 #include "net/qt/StatsPanel.h"
 #include "ui/desktop/mdlTrayIcon.h"
+#include "ui/ViewUpdates.h"
 #include "widgets/ImageLists.h"
 #include "widgets/WindowPrompts.h"
 
@@ -40,7 +41,7 @@ class SettingsPanel;
 
 // The main window: the sites list, the bar beside it, the tabs, the menus and the status bar. It shows
 // mdlMain and hands it everything that happens.
-class frmMain : public QMainWindow, public Views {
+class frmMain : public QMainWindow {
     Q_OBJECT
 
   public:
@@ -54,20 +55,6 @@ class frmMain : public QMainWindow, public Views {
 
     mdlMain& program() { return program_; }
     CustomMenus& customMenus() { return customMenus_; }
-
-    // Views
-    void siteAdded(int site) override;
-    void siteRenamed(int site) override;
-    void currentSiteChanged() override;
-    void logChanged(int site, LogKind log) override;
-    void listingChanged(int site) override;
-    void pathChanged(int site) override;
-    void activityChanged(int site) override;
-    void chattrAnswered(int site) override;
-    void accountsChanged(int site, Accounts accounts, AccountChange change) override;
-    void sessionReset(int site) override;
-    void lastErrorChanged(int site) override;
-    void dialogWanted(int site, Dialog dialog) override;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -90,7 +77,14 @@ class frmMain : public QMainWindow, public Views {
     void toggleSitesView();
     void showSitesList(bool visible);
     void openSettings();
+    void showChange(const ViewChange& change);
+    void openDialog(int site, Dialog dialog);
+    void showAddedSite(int site);
     void showCurrentSite();
+    void showLog(int site, LogKind log);
+    std::vector<AccountsPanel*> accountsPanels() const; // those that are made
+    UsersPanel& users();
+    GroupsPanel& groups();
     void layoutWindow();
     void rememberGeometry();
     void placeWindow();
@@ -104,6 +98,7 @@ class frmMain : public QMainWindow, public Views {
     void createTray();
     void showProblems(const std::vector<std::string>& problems);
 
+    ViewUpdates views_;
     WindowPrompts prompts_;
     QtClock clock_;
     DesktopShell shell_;
@@ -124,6 +119,9 @@ class frmMain : public QMainWindow, public Views {
     LogPages* results_ = nullptr;
     ActivityPanel* activity_ = nullptr;
     BrowserPanel* browser_ = nullptr;
+    // The two large panels are made when their tabs are first in front.
+    QWidget* usersTab_ = nullptr;
+    QWidget* groupsTab_ = nullptr;
     UsersPanel* users_ = nullptr;
     GroupsPanel* groups_ = nullptr;
     StatsPanel* stats_ = nullptr;

@@ -44,8 +44,9 @@ void frmMain::tmrSocketStatus_Timer() {
         const Socket& socket = *program_.site(site).wSock;
         sitesModel_.setState(site - 1, fromCore(SocketStateText(socket)),
                              socket.state() == SocketState::connected);
-        users_->connectionChanged(site);
-        groups_->connectionChanged(site);
+        for (AccountsPanel* const panel : accountsPanels()) {
+            panel->connectionChanged(site);
+        }
         if (site == program_.currentSite()) {
             showStatus();
         }

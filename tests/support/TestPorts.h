@@ -7,6 +7,7 @@
 #include "common/ports/Socket.h"
 #include "common/ports/Views.h"
 
+#include <array>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -36,19 +37,19 @@ class FakeLock : public FolderLock {
 // Remembers, in order, what the window was told, as "what site".
 class RecordingViews : public Views {
   public:
-    void siteAdded(int site) override { note("siteAdded", site); }
-    void siteRenamed(int site) override { note("siteRenamed", site); }
-    void currentSiteChanged() override { note("currentSiteChanged", 0); }
-    void logChanged(int /*site*/, LogKind /*log*/) override {}
-    void listingChanged(int site) override { note("listingChanged", site); }
-    void pathChanged(int site) override { note("pathChanged", site); }
-    void activityChanged(int site) override { note("activityChanged", site); }
-    void chattrAnswered(int site) override { note("chattrAnswered", site); }
-    void accountsChanged(int site, Accounts accounts, AccountChange change) override {
-        note(accounts == Accounts::users ? "users" : "groups", site, static_cast<int>(change));
+    void changed(const ViewChange& change) override {
+        static constexpr std::array names = {
+            "siteAdded",       "siteRenamed",     "currentSiteChanged", "", "listingChanged",
+            "pathChanged",     "activityChanged", "chattrAnswered",     "", "sessionReset",
+            "lastErrorChanged"};
+        const char* const name = names[static_cast<std::size_t>(change.part)];
+        if (change.part == ViewPart::accounts) {
+            note(change.accounts == Accounts::users ? "users" : "groups", change.site,
+                 static_cast<int>(change.account));
+        } else if (*name != '\0') { // the logs speak for themselves
+            note(name, change.site);
+        }
     }
-    void sessionReset(int site) override { note("sessionReset", site); }
-    void lastErrorChanged(int site) override { note("lastErrorChanged", site); }
     void dialogWanted(int site, Dialog dialog) override {
         note("dialogWanted", site, static_cast<int>(dialog));
     }

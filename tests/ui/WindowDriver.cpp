@@ -63,6 +63,7 @@ void WindowDriver::lookAtEverything() {
     const int currentSite = program.currentSite();
     for (int site = std::min(1, program.siteCount()); site <= program.siteCount(); ++site) {
         program.selectSite(site);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
         for (int tab = 0; tab < tabs.count(); ++tab) {
             tabs.setCurrentIndex(tab);
         }

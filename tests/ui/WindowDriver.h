@@ -29,9 +29,11 @@ class WindowDriver {
     void restart();
     void close();
 
-    // The control of that name. One that nobody has looked at yet is looked for on every tab of every site.
+    // The control of that name, when everything that has changed is shown. One that nobody has looked at yet
+    // is looked for on every tab of every site.
     template <typename Widget>
     Widget& find(const char* name) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
         auto* widget = window->findChild<Widget*>(QLatin1String(name));
         if (widget == nullptr) {
             lookAtEverything();
