@@ -13,6 +13,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvel {
@@ -73,10 +74,12 @@ class Outbox {
     // the handler of a reply may have more to ask.
     template <typename Event>
     void during(int site, Event event) {
-        isInEvent_ = true;
+        const bool isNested = std::exchange(isInEvent_, true);
         event();
-        isInEvent_ = false;
-        proceed(site);
+        isInEvent_ = isNested;
+        if (!isNested) {
+            proceed(site);
+        }
     }
 
   private:

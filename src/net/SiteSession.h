@@ -30,8 +30,12 @@ struct Answer {
     std::string lastLine; // of the reply
 };
 
-// The runtime record of one site. All texts are in the server's bytes unless a comment says otherwise.
-struct SiteSession {
+// The runtime record of one site is its parts. All texts are in the server's bytes unless a comment says
+// otherwise.
+
+// The control connection. Connection opens and ends it, CommandChannel does everything else; the outbox takes
+// the answers away.
+struct ChannelState {
     static constexpr std::size_t queueSlots = 26;
 
     bool bLoggedIn = false;      // the server accepted the login
@@ -39,39 +43,53 @@ struct SiteSession {
     bool isGreeted = false;      // the connection has brought a reply
     TelnetReader telnet;
     SeenTexts seenTexts;
+    TextEncoding encoding = TextEncoding::utf8; // of what is typed, as seenTexts has it
     ReplyBuffer sReplyBuffer;
-    std::string sConsolePartial; // an incomplete last line held back from the console
 
     // Commands waiting to be sent; a slot whose command is empty is free.
     std::array<Command, queueSlots> CommandQueue;
     std::size_t iQueueHead = 0; // where the sender looks first
 
-    // The command last sent (a password is masked). It survives the end of a connection.
+    // These three outlive the connection. The command last sent has its password masked.
     Command current{.bQuiet = false, .iHandler = 0};
+    BatchLines sBatchLines;
+    std::string sConsolePartial; // an incomplete last line held back from the console
 
     std::vector<Answer> answers; // since they were last taken away
-    BatchLines sBatchLines;
-    std::string sCwd = "/"; // the browser's current remote directory
+    std::string lastErrorLine;   // last line of the last reply that refused something
+};
+
+// Who is online. The replies to who write it; the list says which row is selected.
+struct ActivityState {
     ActivityCounters activity;
     ActivityRows activityRows;
-    int activityRow = -1; // the row that is selected
+    int activityRow = -1;
+};
+
+// The tables of accounts and groups, and what the lists and editors show of them: AccountTable's.
+struct AccountsState {
     UserTable Users = emptyUserTable();
     GroupTable Groups = emptyGroupTable();
     AccountView userView;
     AccountView groupView;
+};
 
+// The remote browser: BrowserActions', and that of the replies that list and name a directory.
+struct BrowserState {
+    std::string sCwd = "/"; // the current remote directory
     RemoteList browser;
     std::string sBrowserPWD;   // the text of the browser's path box
     ChattrAnswer chattrAnswer; // the last one
+};
 
-    TextEncoding encoding = TextEncoding::utf8; // of what is typed on this connection
-    std::string lastErrorLine;                  // last line of the last reply that refused something
-
-    // The three logs, UTF-8.
+// The three logs, UTF-8: ConsoleLog's.
+struct Logs {
     LogText consoleLog{25000, LogText::Style::linesEnd};
     LogText commandResultsLog{25000, LogText::Style::linesEnd};
     LogText browserReplyLog{8000, LogText::Style::linesPart};
 };
+
+struct SiteSession : ChannelState, ActivityState, AccountsState, BrowserState, Logs {};
 
 // Everything about one site: what is configured, what is going on, and its connection.
 struct Site {

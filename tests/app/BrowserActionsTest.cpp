@@ -262,18 +262,15 @@ TEST(BrowserActions, AnswerAboutADirectoryIsKeptWithItsQuestion) {
         {"550-no\r\n550 really not\r\n", "550-no"},
     };
     for (const auto& [reply, shown] : table) {
-        const Script script = {expect("site chattr +h \"b dir\""), send(reply)};
-        for (const Cutting& cutting : everyCutting(script)) {
-            Browsing program;
-            const std::string console = program.console(1);
-            program.views.calls.clear();
-            program.browser().send(1, {chattrQuery("b dir")});
-            program.answer(script, reply, cutting);
-            EXPECT_EQ(program.session(1).chattrAnswer.sQuery, "site chattr +h \"b dir\"");
-            EXPECT_EQ(program.session(1).chattrAnswer.txtCurrent, shown);
-            EXPECT_EQ(std::ranges::count(program.views.calls, "chattrAnswered 1"), 1);
-            EXPECT_EQ(program.console(1), console);
-        }
+        Browsing program;
+        const std::string console = program.console(1);
+        program.views.calls.clear();
+        program.browser().send(1, {chattrQuery("b dir")});
+        program.answer({expect("site chattr +h \"b dir\""), send(reply)}, reply);
+        EXPECT_EQ(program.session(1).chattrAnswer.sQuery, "site chattr +h \"b dir\"");
+        EXPECT_EQ(program.session(1).chattrAnswer.txtCurrent, shown);
+        EXPECT_EQ(std::ranges::count(program.views.calls, "chattrAnswered 1"), 1);
+        EXPECT_EQ(program.console(1), console);
     }
 }
 
