@@ -18,6 +18,7 @@ class NoticeBar : public QFrame {
     void show(const QString& text);
 
   private:
+    QLabel* sign_;
     QLabel* text_;
 };
 

@@ -122,14 +122,5 @@ TEST(WindowState, ReportsAndDefaultsWhatCannotBeUsed) {
     }
 }
 
-TEST(WindowState, OrdersTheColumnsEvenWithOnePositionTwice) {
-    WindowState state;
-    state.columns[2].position = 17;
-    state.columns[16].position = 2;
-    using Order = decltype(activityColumnOrder(state));
-    EXPECT_EQ(activityColumnOrder(state),
-              (Order{0, 1, 16, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 2, 17}));
-}
-
 } // namespace
 } // namespace corvel
