@@ -39,7 +39,7 @@ TEST(FileReplacement, KeepsTextsBesideUnderNamesOfTheirOwn) {
     EXPECT_FALSE(FileExists(mine.path));
 
     // What stood there has gone meanwhile.
-    std::filesystem::remove(filePath(path));
+    DeleteFileForce(path);
     const KeptText again = keepBeside(path, "again", "2");
     EXPECT_EQ(putInPlace(again.path, path, "2").outcome, SaveResult::Outcome::saved);
     EXPECT_EQ(directory.read("f"), "again");
