@@ -18,31 +18,6 @@ std::string shown(const std::string& name, TextEncoding encoding) {
     return visibleText(toUtf8(name, encoding));
 }
 
-// What the two kinds ask and send.
-std::string deleteQuestion(const clsUser& user, TextEncoding encoding) {
-    return deleteUserQuestion(shown(user.sName, encoding), shown(user.sStdGroup, encoding));
-}
-std::string deleteQuestion(const clsGroup& group, TextEncoding encoding) {
-    return deleteGroupQuestion(shown(group.sName, encoding));
-}
-Command deleteCommand(const clsUser& user) {
-    return deleteUserCommand(user.sName);
-}
-Command deleteCommand(const clsGroup& group) {
-    return deleteGroupCommand(group.sName);
-}
-std::optional<std::string> saveQuestion(const clsUser& user, const UserForm& form) {
-    return masterQuestion(user.sFlags, form.txtUserFlags);
-}
-std::optional<std::string> saveQuestion(const clsGroup& /*group*/, const GroupForm& /*form*/) {
-    return std::nullopt;
-}
-std::vector<Command> saveCommands(const clsUser& user, const UserForm& form, bool sendFlags) {
-    return saveUserCommands(user, form, sendFlags);
-}
-std::vector<Command> saveCommands(const clsGroup& group, const GroupForm& form, bool /*sendFlags*/) {
-    return saveGroupCommands(group, form);
-}
 std::string nameInEmptyForm(UserForm& form, const clsUser& user) {
     form.txtUserUID = std::to_string(user.iUID);
     return form.txtUserName = user.sName;
@@ -59,6 +34,14 @@ auto* findRecord(Session& session, std::optional<std::int16_t> id) {
     const auto found =
         id && !isPlaceholder(table.front()) ? std::ranges::find(table, *id, Kind::id) : table.end();
     return found == table.end() ? nullptr : &*found;
+}
+
+// The record in a row of the list, or null.
+template <typename Kind>
+const typename Kind::Record* atRow(const SiteSession& session, int row) {
+    const std::vector<std::size_t>& rows = (session.*Kind::view).rows;
+    const auto place = static_cast<std::size_t>(row);
+    return row < 0 || place >= rows.size() ? nullptr : &(session.*Kind::table)[rows[place]];
 }
 
 // Everything of a record that its row shows.
@@ -92,6 +75,14 @@ void dropDraftsOfTheVanished(const ReplyServices& services, const Reply& reply) 
 
 } // namespace
 
+std::string UserKind::deleteQuestion(const clsUser& user, TextEncoding encoding) {
+    return deleteUserQuestion(shown(user.sName, encoding), shown(user.sStdGroup, encoding));
+}
+
+std::string GroupKind::deleteQuestion(const clsGroup& group, TextEncoding encoding) {
+    return deleteGroupQuestion(shown(group.sName, encoding));
+}
+
 template <typename Kind>
 void AccountTable<Kind>::reload(int site) {
     services_.outbox.startOrTell(site, LogKind::commandResults, {.commands = {Kind::tableCommand()}});
@@ -108,28 +99,24 @@ void AccountTable<Kind>::sortBy(int site, int column) {
 template <typename Kind>
 void AccountTable<Kind>::open(int site, int row) {
     AccountView& view = session(site).*Kind::view;
-    if (row < 0 || static_cast<std::size_t>(row) >= view.rows.size()) {
+    const Record* const record = atRow<Kind>(session(site), row);
+    if (record == nullptr || (view.currentId == record->*Kind::id && view.details == Details::asked)) {
         return;
     }
-    const Record& record = (session(site).*Kind::table)[view.rows[static_cast<std::size_t>(row)]];
-    if (view.currentId == record.*Kind::id && view.details == Details::asked) {
-        return;
-    }
-    view.currentId = record.*Kind::id;
-    view.details = record.got_info ? Details::known : Details::wanted;
+    view.currentId = record->*Kind::id;
+    view.details = record->got_info ? Details::known : Details::wanted;
     changed(site, AccountChange::editor);
     proceed(site);
 }
 
 template <typename Kind>
 void AccountTable<Kind>::remove(int site, int row) {
-    const AccountView& view = session(site).*Kind::view;
-    if (row < 0 || static_cast<std::size_t>(row) >= view.rows.size()) {
+    const Record* const record = atRow<Kind>(session(site), row);
+    if (record == nullptr) {
         return;
     }
-    const Record& record = (session(site).*Kind::table)[view.rows[static_cast<std::size_t>(row)]];
-    services_.prompts.AskYesNo(deleteQuestion(record, session(site).encoding), DefaultAnswer::no,
-                               [this, site, command = deleteCommand(record)](bool yes) {
+    services_.prompts.AskYesNo(Kind::deleteQuestion(*record, session(site).encoding), DefaultAnswer::no,
+                               [this, site, command = Kind::deleteCommand(record->sName)](bool yes) {
                                    if (yes) {
                                        services_.outbox.startOrTell(site, LogKind::commandResults,
                                                                     {.commands = {command}});
@@ -227,7 +214,7 @@ void AccountTable<Kind>::save(int site) {
         return;
     }
     const std::int16_t id = record->*Kind::id;
-    const std::optional<std::string> question = saveQuestion(*record, typedForm(site));
+    const std::optional<std::string> question = Kind::saveQuestion(*record, typedForm(site));
     if (!question) {
         saveNow(site, id, true);
         return;
@@ -245,16 +232,13 @@ void AccountTable<Kind>::saveNow(int site, std::int16_t id, bool sendFlags) {
         say(site, "Not saved: another " + std::string(Kind::noun) + " is open by now");
         return;
     }
-    Draft saved;
-    if (const auto found = (session(site).*Kind::view).drafts.find(id);
-        found != (session(site).*Kind::view).drafts.end()) {
-        saved = found->second;
-    }
+    const Draft* const draft = editor(site).draft;
+    Draft saved = draft == nullptr ? Draft() : *draft;
     if (!sendFlags) { // only users have flags
         saved.boxes.erase(UserForm::flagsBox);
     }
     const std::optional<std::string> problem =
-        change(site, id, saveCommands(*record, typedForm(site), sendFlags),
+        change(site, id, Kind::saveCommands(*record, typedForm(site), sendFlags),
                [this, site, id, saved](const Receipt& receipt) {
                    if (receipt.end == Receipt::End::done) {
                        dropSaved(site, id, saved);

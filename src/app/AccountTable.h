@@ -32,6 +32,12 @@ struct UserKind {
     static constexpr auto parseDetails = &clsUser::ParseUserFile;
     static constexpr auto tableCommand = &userTableCommand;
     static constexpr auto detailsCommand = &userFileCommand;
+    static constexpr auto deleteCommand = &deleteUserCommand;
+    static constexpr auto saveCommands = &saveUserCommands;
+    static std::string deleteQuestion(const clsUser& user, TextEncoding encoding);
+    static std::optional<std::string> saveQuestion(const clsUser& user, const UserForm& form) {
+        return masterQuestion(user.sFlags, form.txtUserFlags);
+    }
     static Form form(const SiteSession& session, const clsUser& user) {
         return InfoToForm(user, session.Groups);
     }
@@ -49,6 +55,15 @@ struct GroupKind {
     static constexpr auto parseDetails = &clsGroup::ParseGroupFile;
     static constexpr auto tableCommand = &groupTableCommand;
     static constexpr auto detailsCommand = &groupFileCommand;
+    static constexpr auto deleteCommand = &deleteGroupCommand;
+    static std::string deleteQuestion(const clsGroup& group, TextEncoding encoding);
+    static std::optional<std::string> saveQuestion(const clsGroup& /*group*/, const GroupForm& /*form*/) {
+        return std::nullopt;
+    }
+    static std::vector<Command> saveCommands(const clsGroup& group, const GroupForm& form,
+                                             bool /*sendFlags*/) {
+        return saveGroupCommands(group, form);
+    }
     static Form form(const SiteSession& session, const clsGroup& group) {
         return InfoToForm(group, session.Users);
     }
