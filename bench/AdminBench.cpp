@@ -1,4 +1,4 @@
-#include "admin/Batch.h"
+#include "admin/AdminForms.h"
 #include "admin/GroupEditor.h"
 #include "admin/ListRows.h"
 #include "admin/mdlUsersGroups.h"

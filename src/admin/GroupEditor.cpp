@@ -1,24 +1,24 @@
 #include "admin/GroupEditor.h"
 
-#include "admin/IdLookup.h"
 #include "admin/TableCommands.h"
 #include "common/Numbers.h"
 
 #include <array>
 #include <cstdint>
+#include <unordered_set>
 
 namespace corvel {
 
 namespace {
 
 std::vector<GroupMemberRow> memberRows(const clsGroup& group, const UserTable& users) {
-    const IdLookup<clsUser> lookup(users, &clsUser::iUID);
-    const IdSet gadmins(group.gadmins());
+    const auto names = namesById(users, &clsUser::iUID);
+    const std::unordered_set<std::int16_t> gadmins(group.gadmins.begin(), group.gadmins.end());
     std::vector<GroupMemberRow> rows;
-    rows.reserve(group.members().size());
-    for (const std::int16_t uid : group.members()) {
-        const clsUser* user = lookup.find(uid);
-        rows.push_back({std::to_string(uid), user == nullptr ? std::string(unknownUID) : user->sName,
+    rows.reserve(group.members.size());
+    for (const std::int16_t uid : group.members) {
+        const auto name = names.find(uid);
+        rows.push_back({std::to_string(uid), std::string(name == names.end() ? unknownUID : name->second),
                         gadmins.contains(uid) ? "Yes" : "No"});
     }
     return rows;

@@ -26,8 +26,10 @@ constexpr std::array<FlagIcon, 5> flagIcons{{
 }};
 
 template <typename Record>
-std::size_t countRows(const std::vector<Record>& table) {
-    return table.size() == 1 && isPlaceholder(table.front()) ? 0 : table.size();
+std::vector<std::size_t> asSent(const std::vector<Record>& table) {
+    std::vector<std::size_t> rows(table.size() == 1 && isPlaceholder(table.front()) ? 0 : table.size());
+    std::iota(rows.begin(), rows.end(), std::size_t{0});
+    return rows;
 }
 
 // The rows ordered by keyOf, which is called once for each record.
@@ -36,30 +38,14 @@ std::vector<std::size_t> orderedBy(const std::vector<Record>& table, bool isDesc
     std::vector<decltype(keyOf(table.front()))> keys;
     keys.reserve(table.size());
     std::ranges::transform(table, std::back_inserter(keys), keyOf);
-    std::vector<std::size_t> rows(countRows(table));
-    std::iota(rows.begin(), rows.end(), std::size_t{0});
+    std::vector<std::size_t> rows = asSent(table);
     std::ranges::stable_sort(rows, [&](std::size_t left, std::size_t right) {
         return isDescending ? keys[right] < keys[left] : keys[left] < keys[right];
     });
     return rows;
 }
 
-template <typename Record>
-std::vector<std::size_t> asSent(const std::vector<Record>& table) {
-    std::vector<std::size_t> rows(countRows(table));
-    std::iota(rows.begin(), rows.end(), std::size_t{0});
-    return rows;
-}
-
 } // namespace
-
-std::size_t rowCount(const UserTable& users) {
-    return countRows(users);
-}
-
-std::size_t rowCount(const GroupTable& groups) {
-    return countRows(groups);
-}
 
 std::string rowText(const clsUser& user, UserColumn column) {
     switch (column) {

@@ -21,9 +21,6 @@ enum class GroupColumn { gid, groupName, users };
 inline constexpr std::array<std::string_view, 4> userColumnTitles = {"uid", "username", "group", "flags"};
 inline constexpr std::array<std::string_view, 3> groupColumnTitles = {"gid", "groupname", "users"};
 
-std::size_t rowCount(const UserTable& users);
-std::size_t rowCount(const GroupTable& groups);
-
 // The text of a record's row in a column.
 std::string rowText(const clsUser& user, UserColumn column);
 std::string rowText(const clsGroup& group, GroupColumn column);

@@ -1,10 +1,10 @@
 #include "admin/UserEditor.h"
 
-#include "admin/IdLookup.h"
 #include "admin/TableCommands.h"
 #include "common/Numbers.h"
 
 #include <cstdint>
+#include <unordered_set>
 
 namespace corvel {
 
@@ -16,51 +16,41 @@ std::int64_t wholeMegabytes(std::int64_t credits) {
     return credits / perMegabyte - (credits % perMegabyte < 0 ? 1 : 0);
 }
 
-std::vector<UserGroupRow> groupRows(const clsUser& user, const GroupTable& groups) {
-    const IdLookup<clsGroup> lookup(groups, &clsGroup::iGID);
-    const IdSet administered(user.admingroups());
+std::vector<UserGroupRow> groupRows(const UserDetails& user, const GroupTable& groups) {
+    const auto names = namesById(groups, &clsGroup::iGID);
+    const std::unordered_set<std::int16_t> administered(user.admingroups.begin(), user.admingroups.end());
     std::vector<UserGroupRow> rows;
-    rows.reserve(user.groups().size());
-    for (const std::int16_t gid : user.groups()) {
-        const clsGroup* group = lookup.find(gid);
-        rows.push_back({std::to_string(gid), group == nullptr ? std::string(unknownGID) : group->sName,
+    rows.reserve(user.groups.size());
+    for (const std::int16_t gid : user.groups) {
+        const auto name = names.find(gid);
+        rows.push_back({std::to_string(gid), std::string(name == names.end() ? unknownGID : name->second),
                         administered.contains(gid) ? "Yes" : "No"});
-    }
-    return rows;
-}
-
-std::vector<UserSectionRow> sectionRows(const clsUser& user) {
-    std::vector<UserSectionRow> rows;
-    rows.reserve(clsUser::sectionCount);
-    for (std::size_t section = 0; section < clsUser::sectionCount; ++section) {
-        rows.push_back({std::to_string(section), std::to_string(user.ratios()[section]),
-                        std::to_string(wholeMegabytes(user.credits()[section]))});
     }
     return rows;
 }
 
 struct TextProperty {
     std::string UserForm::*box;
-    std::string clsUser::*field;
+    std::string UserDetails::*field;
     const char* property;
 };
 
 constexpr std::array<TextProperty, 3> textProperties{{
-    {&UserForm::txtUserTagLine, &clsUser::sTagline, "tagline"},
-    {&UserForm::txtUserVFS, &clsUser::sVFSFile, "vfsfile"},
-    {&UserForm::txtUserHomePath, &clsUser::sHomePath, "homedir"},
+    {&UserForm::txtUserTagLine, &UserDetails::sTagline, "tagline"},
+    {&UserForm::txtUserVFS, &UserDetails::sVFSFile, "vfsfile"},
+    {&UserForm::txtUserHomePath, &UserDetails::sHomePath, "homedir"},
 }};
 
 struct LoginProperty {
-    std::int16_t clsUser::*field;
+    std::int16_t UserDetails::*field;
     const char* service;
 };
 
 // In the order of the boxes.
 constexpr std::array<LoginProperty, 3> loginProperties{{
-    {&clsUser::iLoginsFTP, "ftp"},
-    {&clsUser::iLoginsTelnet, "telnet"},
-    {&clsUser::iLoginsHTTP, "http"},
+    {&UserDetails::iLoginsFTP, "ftp"},
+    {&UserDetails::iLoginsTelnet, "telnet"},
+    {&UserDetails::iLoginsHTTP, "http"},
 }};
 
 bool differs(std::string_view typed, double number) {
@@ -70,7 +60,7 @@ bool differs(std::string_view typed, double number) {
 void appendLogins(std::vector<Command>& commands, const clsUser& user, const UserForm& form) {
     for (std::size_t i = 0; i < loginProperties.size(); ++i) {
         const std::string& typed = form.txtUserLogins[i];
-        if (differs(typed, user.*loginProperties[i].field)) {
+        if (differs(typed, user.details().*loginProperties[i].field)) {
             commands.push_back(userChange("SITE change " + user.sName + " logins " + wholeNumberText(typed) +
                                           " " + loginProperties[i].service));
         }
@@ -87,21 +77,32 @@ std::string& UserForm::box(std::size_t number) {
     return number < members.size() ? this->*members[number] : txtUserLogins.at(number - firstLoginsBox);
 }
 
+std::vector<UserSectionRow> sectionRows(const clsUser& user) {
+    const UserDetails& details = user.details();
+    std::vector<UserSectionRow> rows;
+    for (std::size_t section = 0; section < UserDetails::sectionCount; ++section) {
+        rows.push_back({std::to_string(section), std::to_string(details.ratios[section]),
+                        std::to_string(wholeMegabytes(details.credits[section]))});
+    }
+    return rows;
+}
+
 UserForm InfoToForm(const clsUser& user, const GroupTable& groups) {
+    const UserDetails& details = user.details();
     UserForm form;
     form.txtUserUID = std::to_string(user.iUID);
     form.txtUserName = user.sName;
     form.txtUserGroup = user.sStdGroup;
     form.txtUserFlags = user.sFlags;
-    form.txtUserTagLine = user.sTagline;
-    form.txtUserHomePath = user.sHomePath;
-    form.txtUserVFS = user.sVFSFile;
-    form.txtUserBwDn = std::to_string(user.iBWLimitDn);
-    form.txtUserBwUp = std::to_string(user.iBWLimitUp);
-    form.txtUserLogins = {std::to_string(user.iLoginsFTP), std::to_string(user.iLoginsTelnet),
-                          std::to_string(user.iLoginsHTTP)};
-    form.lstUserIP = user.ips();
-    form.lvwUserGroups = groupRows(user, groups);
+    form.txtUserTagLine = details.sTagline;
+    form.txtUserHomePath = details.sHomePath;
+    form.txtUserVFS = details.sVFSFile;
+    form.txtUserBwDn = std::to_string(details.iBWLimitDn);
+    form.txtUserBwUp = std::to_string(details.iBWLimitUp);
+    form.txtUserLogins = {std::to_string(details.iLoginsFTP), std::to_string(details.iLoginsTelnet),
+                          std::to_string(details.iLoginsHTTP)};
+    form.lstUserIP = details.ips;
+    form.lvwUserGroups = groupRows(details, groups);
     form.lvwUserSections = sectionRows(user);
     return form;
 }
@@ -127,20 +128,21 @@ std::optional<std::string> masterQuestion(std::string_view oldFlags, std::string
 // the order in which its administrators expect it, and the userfile read behind it shows what became of it.
 std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form, bool sendFlags) {
     std::vector<Command> commands;
+    const UserDetails& details = user.details();
     const std::string change = "SITE change " + user.sName + " ";
     if (sendFlags && form.txtUserFlags != user.sFlags) {
         commands.push_back(
             userChange("SITE CorvelExt setflags " + std::to_string(user.iUID) + " " + form.txtUserFlags));
     }
     for (const TextProperty& row : textProperties) {
-        if (form.*row.box != user.*row.field) {
+        if (form.*row.box != details.*row.field) {
             commands.push_back(userChange(change + row.property + " " + form.*row.box));
         }
     }
     if (form.txtUserName != user.sName) {
         commands.push_back(userChange("SITE renuser " + user.sName + " " + form.txtUserName));
     }
-    if (differs(form.txtUserBwUp, user.iBWLimitUp) || differs(form.txtUserBwDn, user.iBWLimitDn)) {
+    if (differs(form.txtUserBwUp, details.iBWLimitUp) || differs(form.txtUserBwDn, details.iBWLimitDn)) {
         commands.push_back(userChange(change + "speedlimit " + form.txtUserBwDn + " " + form.txtUserBwUp));
     }
     appendLogins(commands, user, form);

@@ -58,6 +58,8 @@ struct UserForm {
     std::string& box(std::size_t number);
 };
 
+std::vector<UserSectionRow> sectionRows(const clsUser& user);
+
 // The editor as it shows user; groups is the group table of the same site.
 UserForm InfoToForm(const clsUser& user, const GroupTable& groups);
 

@@ -19,28 +19,19 @@ class clsGroup {
     std::string sVFSFile;
     std::int16_t iGroupSlots = 0;
     std::int16_t iLeechSlots = 0;
+    // User ids, one -1 where a groupfile names none; empty before the first groupfile.
+    std::vector<std::int16_t> members;
+    std::vector<std::int16_t> gadmins;
     bool got_info = false;      // a groupfile reply was read to its end
     int my_index = 0;           // the site, from 1
     std::string sGIDText;       // the gid as the table reply spells it; the list shows it
     std::string sUserCountText; // and the user count
 
-    // Reads the lines of a groupfile reply, "200-key | value" each, into this record; lines with unknown keys
-    // are passed over. Throws ConversionError, IndexOutOfRange or InvalidArgument with the reply line's
-    // number: what was read before stays, and got_info is false.
+    // Reads the lines of a groupfile reply, as clsUser::ParseUserFile does those of a userfile.
     void ParseGroupFile(std::span<const std::string_view> lines);
 
-    // Whether uid is among gadmins().
+    // Whether uid is among the gadmins.
     bool IsGadmin(std::int16_t uid) const;
-
-    // User ids, one -1 where a groupfile names none; empty before the first groupfile.
-    const std::vector<std::int16_t>& members() const { return members_; }
-    const std::vector<std::int16_t>& gadmins() const { return gadmins_; }
-
-  private:
-    friend struct GroupFileReader;
-
-    std::vector<std::int16_t> members_;
-    std::vector<std::int16_t> gadmins_;
 };
 
 } // namespace corvel

@@ -13,15 +13,15 @@ namespace {
 constexpr std::size_t userFieldCount = 5;
 constexpr std::size_t groupFieldCount = 4;
 
-template <typename Record, std::int16_t Record::*id>
-std::vector<Record> emptyTable() {
+template <typename Record>
+std::vector<Record> emptyTable(std::int16_t Record::*id) {
     std::vector<Record> table(1);
     table.front().*id = -1;
     return table;
 }
 
-template <typename Record, std::int16_t Record::*id>
-int findIndex(const std::vector<Record>& table, std::int16_t wanted) {
+template <typename Record>
+int findIndex(const std::vector<Record>& table, std::int16_t Record::*id, std::int16_t wanted) {
     const auto found = std::ranges::find(table, wanted, id);
     return found == table.end() ? -1 : static_cast<int>(found - table.begin());
 }
@@ -34,8 +34,8 @@ const Record* findByName(const std::vector<Record>& table, std::string_view name
 }
 
 // Appends the record of fields; gives the field that is no 16-bit number where there is one.
-const std::string_view* appendUser(UserTable& users, int site,
-                                   const std::array<std::string_view, userFieldCount>& fields) {
+const std::string_view* append(UserTable& users, int site,
+                               const std::array<std::string_view, userFieldCount>& fields) {
     const std::optional<std::int16_t> uid = tryInt16(fields[1]);
     if (!uid) {
         return &fields[1];
@@ -50,8 +50,8 @@ const std::string_view* appendUser(UserTable& users, int site,
     return nullptr;
 }
 
-const std::string_view* appendGroup(GroupTable& groups, int site,
-                                    const std::array<std::string_view, groupFieldCount>& fields) {
+const std::string_view* append(GroupTable& groups, int site,
+                               const std::array<std::string_view, groupFieldCount>& fields) {
     const std::optional<std::int16_t> gid = tryInt16(fields[1]);
     const std::optional<std::int16_t> userCount = tryInt16(fields[3]);
     if (!gid || !userCount) {
@@ -67,11 +67,12 @@ const std::string_view* appendGroup(GroupTable& groups, int site,
     return nullptr;
 }
 
-template <std::size_t fieldCount, typename Table, typename Append>
-TableReply<Table> readTable(std::span<const std::string_view> lines, Append append) {
+template <std::size_t fieldCount, typename Record>
+TableReply<std::vector<Record>> readTable(int site, std::span<const std::string_view> lines,
+                                          std::int16_t Record::*id) {
     // Room for every line that is long enough to hold its separators, so that no record is ever moved.
     constexpr std::size_t shortest = (fieldCount - 1) * fieldSeparator.size();
-    TableReply<Table> reply;
+    TableReply<std::vector<Record>> reply;
     reply.table.reserve(static_cast<std::size_t>(
         std::ranges::count_if(lines, [](std::string_view line) { return line.size() >= shortest; })));
     std::array<std::string_view, fieldCount> fields;
@@ -79,9 +80,12 @@ TableReply<Table> readTable(std::span<const std::string_view> lines, Append appe
         if (!cutFields(lines[i], fields)) {
             continue;
         }
-        if (const std::string_view* bad = append(reply.table, fields)) {
+        if (const std::string_view* bad = append(reply.table, site, fields)) {
             reply.bad.note(i + 1, *bad, "16-bit number");
         }
+    }
+    if (reply.table.empty()) {
+        reply.table = emptyTable(id);
     }
     return reply;
 }
@@ -89,11 +93,11 @@ TableReply<Table> readTable(std::span<const std::string_view> lines, Append appe
 } // namespace
 
 UserTable emptyUserTable() {
-    return emptyTable<clsUser, &clsUser::iUID>();
+    return emptyTable(&clsUser::iUID);
 }
 
 GroupTable emptyGroupTable() {
-    return emptyTable<clsGroup, &clsGroup::iGID>();
+    return emptyTable(&clsGroup::iGID);
 }
 
 bool isPlaceholder(const clsUser& user) {
@@ -105,39 +109,24 @@ bool isPlaceholder(const clsGroup& group) {
 }
 
 TableReply<UserTable> ParseUserTable(int site, std::span<const std::string_view> lines) {
-    auto reply = readTable<userFieldCount, UserTable>(
-        lines, [site](UserTable& users, const auto& fields) { return appendUser(users, site, fields); });
-    if (reply.table.empty()) {
-        reply.table = emptyUserTable();
-    }
-    return reply;
+    return readTable<userFieldCount>(site, lines, &clsUser::iUID);
 }
 
 TableReply<GroupTable> ParseGroupTable(int site, std::span<const std::string_view> lines) {
-    auto reply = readTable<groupFieldCount, GroupTable>(
-        lines, [site](GroupTable& groups, const auto& fields) { return appendGroup(groups, site, fields); });
-    if (reply.table.empty()) {
-        reply.table = emptyGroupTable();
-    }
-    return reply;
+    return readTable<groupFieldCount>(site, lines, &clsGroup::iGID);
 }
 
 int FindUserIndexByUID(const UserTable& users, std::int16_t uid) {
-    return findIndex<clsUser, &clsUser::iUID>(users, uid);
+    return findIndex(users, &clsUser::iUID, uid);
 }
 
 int FindGroupIndexByGID(const GroupTable& groups, std::int16_t gid) {
-    return findIndex<clsGroup, &clsGroup::iGID>(groups, gid);
+    return findIndex(groups, &clsGroup::iGID, gid);
 }
 
 int findUserIndexByText(const UserTable& users, std::string_view uidText) {
     const std::optional<std::int16_t> uid = tryInt16(uidText);
     return uidText.empty() || !uid ? -1 : FindUserIndexByUID(users, *uid);
-}
-
-int findGroupIndexByText(const GroupTable& groups, std::string_view gidText) {
-    const std::optional<std::int16_t> gid = tryInt16(gidText);
-    return gidText.empty() || !gid ? -1 : FindGroupIndexByGID(groups, *gid);
 }
 
 const clsUser* findUserByName(const UserTable& users, std::string_view name) {

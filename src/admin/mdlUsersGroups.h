@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace corvel {
@@ -42,10 +43,8 @@ TableReply<GroupTable> ParseGroupTable(int site, std::span<const std::string_vie
 int FindUserIndexByUID(const UserTable& users, std::int16_t uid);
 int FindGroupIndexByGID(const GroupTable& groups, std::int16_t gid);
 
-// The index of the record whose id a box or a list row shows, -1 for an empty text and for a number outside
-// 16 bits.
+// The index of the record whose id a box shows, -1 for an empty text and for a number outside 16 bits.
 int findUserIndexByText(const UserTable& users, std::string_view uidText);
-int findGroupIndexByText(const GroupTable& groups, std::string_view gidText);
 
 // The first record of exactly that name, or null; the placeholder has none.
 const clsUser* findUserByName(const UserTable& users, std::string_view name);
@@ -59,5 +58,17 @@ inline constexpr std::string_view unknownGID = "(bad_gid)";
 // table.
 std::string_view UserNameOfUID(const UserTable& users, std::int16_t uid);
 std::string_view GroupNameOfGID(const GroupTable& groups, std::int16_t gid);
+
+// The names of a table by the ids of their first records, for whoever looks up many. They live as long as the
+// table.
+template <typename Record>
+std::unordered_map<std::int16_t, std::string_view> namesById(const std::vector<Record>& table,
+                                                             std::int16_t Record::*id) {
+    std::unordered_map<std::int16_t, std::string_view> names;
+    for (const Record& record : table) {
+        names.try_emplace(record.*id, record.sName);
+    }
+    return names;
+}
 
 } // namespace corvel

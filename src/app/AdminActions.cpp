@@ -83,13 +83,12 @@ std::optional<std::string> AdminActions::changeUserGroups(int site, std::int16_t
 }
 
 std::optional<std::string> AdminActions::changeSections(int site, std::int16_t uid,
-                                                        std::span<const UserSectionRow> rows,
                                                         const SectionsForm& form) {
     const clsUser* const user = users_.find(site, uid);
     if (user == nullptr) {
         return sayGone(site);
     }
-    std::vector<Command> changes = saveSectionsCommands(*user, rows, form);
+    std::vector<Command> changes = saveSectionsCommands(*user, form);
     return changes.empty() ? std::nullopt : users_.change(site, uid, std::move(changes));
 }
 

@@ -1,14 +1,11 @@
 #pragma once
 
-#include "admin/ChangeUserGroups.h"
-#include "admin/CopyUser.h"
-#include "admin/Sections.h"
-#include "admin/Sequence.h"
+#include "admin/AccountChanges.h"
+#include "admin/AdminForms.h"
 #include "app/AccountTable.h"
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,8 +35,7 @@ class AdminActions {
     // What a dialog was confirmed with: nothing where the dialog may close, else why it could not be sent. A
     // person is told when the account has gone from the table meanwhile.
     std::optional<std::string> changeUserGroups(int site, std::int16_t uid, const ChangeUserGroupsForm& form);
-    std::optional<std::string> changeSections(int site, std::int16_t uid,
-                                              std::span<const UserSectionRow> rows, const SectionsForm& form);
+    std::optional<std::string> changeSections(int site, std::int16_t uid, const SectionsForm& form);
     std::optional<std::string> copyUser(int site, const CopyUserForm& form);
     std::optional<std::string> startSequence(int site, const CommandSequence& sequence);
     // The same for a batch, which no dialog started: a person is told why it cannot be sent. Behind its end

@@ -1,6 +1,6 @@
 #include "app/Outbox.h"
 
-#include "admin/Batch.h"
+#include "admin/AdminForms.h"
 #include "common/Text.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "admin/clsUser.h"
 #include "admin/mdlUsersGroups.h"
 #include "common/Command.h"
 
@@ -27,14 +26,12 @@ inline Texts written(const std::vector<Command>& commands) {
 
 // The account of the tests.
 inline clsUser bob() {
-    clsUser user;
-    user.iUID = 7;
-    user.sUIDText = "7";
-    user.ParseUserFile(Lines{
-        "200-username | bob", "200-groupname | staff", "200-flags | 3", "200-tagline | hello",
-        "200-homepath | /home", "200-vfs | /vfs", "200-ips | *@10.*", "200-limits | 100 | 200 | 1 | 2 | 3",
-        "200-groups | 1 | 3 | 9", "200-admingroups | 3", "200-ratios | 5 | 0 | 0 | 3 | 0 | 0 | 0 | 0 | 0 | 0",
-        "200-credits | 1536 | -1 | 1023.9999 | 2048 | 0 | 0 | 0 | 0 | 0 | -1024"});
+    clsUser user = ParseUserTable(1, Lines{"p | 7 | bob | staff | 3"}).table[0];
+    user.ParseUserFile(Lines{"200-tagline | hello", "200-homepath | /home", "200-vfs | /vfs",
+                             "200-ips | *@10.*", "200-limits | 100 | 200 | 1 | 2 | 3",
+                             "200-groups | 1 | 3 | 9", "200-admingroups | 3",
+                             "200-ratios | 5 | 0 | 0 | 3 | 0 | 0 | 0 | 0 | 0 | 0",
+                             "200-credits | 1536 | -1 | 1023.9999 | 2048 | 0 | 0 | 0 | 0 | 0 | -1024"});
     return user;
 }
 

@@ -1,55 +1,45 @@
 #include "admin/AdminSupport.h"
-#include "admin/clsGroup.h"
-#include "admin/clsUser.h"
+#include "admin/ListRows.h"
+#include "admin/TableCommands.h"
 #include "common/Errors.h"
 
 #include <gtest/gtest.h>
-
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <vector>
 
 namespace corvel {
 namespace {
 
 using Ids = std::vector<std::int16_t>;
+using Rows = std::vector<std::size_t>;
 
-const Lines fullUserFile = {
-    "200-userfile",
-    "200-username | bob",
-    "200-groupname | staff",
-    "200-flags | 3M",
-    "200-tagline | a | b",
-    "200-homepath | /site/home",
-    "200-ips | bob@10.* |  | *@host",
-    "200-vfs | /etc/one",
-    "200-vfsfile | /etc/two",
-    "200-limits | 10 | 20 | 1 | 2 | 3",
-    "200-groups | 4 | 5",
-    "200-admingroups | 5",
-    "200-ratios | 0 | 1 | 2 | 3 | 4 | 5 | 6 | 7 | 8 | 9",
-    "200-credits | 1536 | -1 | 0.5 | 0 | 0 | 0 | 0 | 0 | 0 | 7",
-    "200 Command successful.",
-    "",
-};
-
-TEST(UserFile, FillsEveryField) {
+TEST(UserFile, FillsEveryFieldAndStartsAfreshOnAReload) {
     clsUser user;
-    user.ParseUserFile(fullUserFile);
+    user.ParseUserFile(Lines{
+        "200-userfile", "200-username | bob", "200-groupname | staff", "200-flags | 3M",
+        "200-tagline | a | b", "200-homepath | /site/home", "200-ips | bob@10.* |  | *@host",
+        "200-vfs | /etc/one", "200-vfsfile | /etc/two", "200-limits | 10 | 20 | 1 | 2 | 3",
+        "200-groups | 4 | 5", "200-admingroups | 5", "200-ratios | 0 | 1 | 2 | 3 | 4 | 5 | 6 | 7 | 8 | 9",
+        "200-credits | 1536 | -1 | 0.5 | 0 | 0 | 0 | 0 | 0 | 0 | 7", "200 Command successful.", ""});
     EXPECT_TRUE(user.got_info);
-    EXPECT_EQ((Texts{user.sName, user.sStdGroup, user.sFlags, user.sTagline, user.sHomePath, user.sVFSFile}),
+    const UserDetails details = user.details();
+    EXPECT_EQ((Texts{user.sName, user.sStdGroup, user.sFlags, details.sTagline, details.sHomePath,
+                     details.sVFSFile}),
               (Texts{"bob", "staff", "3M", "a | b", "/site/home", "/etc/two"}));
-    EXPECT_EQ((std::vector<int>{user.iBWLimitDn, user.iBWLimitUp, user.iLoginsTelnet, user.iLoginsFTP,
-                                user.iLoginsHTTP}),
+    EXPECT_EQ((std::vector<int>{details.iBWLimitDn, details.iBWLimitUp, details.iLoginsTelnet,
+                                details.iLoginsFTP, details.iLoginsHTTP}),
               (std::vector<int>{10, 20, 1, 2, 3}));
-    EXPECT_EQ(user.ips(), (Texts{"bob@10.*", "", "*@host"}));
-    EXPECT_EQ(user.groups(), (Ids{4, 5}));
-    EXPECT_EQ(user.admingroups(), Ids{5});
+    EXPECT_EQ(details.ips, (Texts{"bob@10.*", "", "*@host"}));
+    EXPECT_EQ(details.groups, (Ids{4, 5}));
     EXPECT_TRUE(user.IsMemberOf(4) && user.IsAdminOf(5) && !user.IsAdminOf(4) && !user.IsMemberOf(-1));
-    EXPECT_EQ(user.ratios()[9], 9);
-    EXPECT_EQ(user.credits()[1], -10000);
-    EXPECT_EQ(user.credits()[2], 5000);
+    EXPECT_EQ(details.ratios[9], 9);
+    EXPECT_EQ((std::vector<std::int64_t>{details.credits[1], details.credits[2]}),
+              (std::vector<std::int64_t>{-10000, 5000}));
+
+    const clsUser before = user;
+    user.ParseUserFile(Lines{"200-flags | 3"});
+    EXPECT_TRUE(user.IsMemberOf(-1));
+    EXPECT_EQ(user.details().credits[2], 0);
+    EXPECT_EQ(user.details().sTagline, "a | b") << "texts that the reply does not name stay";
+    EXPECT_EQ(before.details().groups, (Ids{4, 5})) << "a copy keeps its own lists";
 }
 
 TEST(UserFile, OddLinesLeaveWhatTheyMust) {
@@ -77,66 +67,43 @@ TEST(UserFile, OddLinesLeaveWhatTheyMust) {
         {.name = "an empty value", .lines = {"200-vfs | x", "200-vfs | "}},
     };
     for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
         clsUser user;
         user.ParseUserFile(row.lines);
-        EXPECT_EQ(user.groups(), row.groups) << row.name;
-        EXPECT_EQ(user.ips(), row.ips) << row.name;
-        EXPECT_EQ(user.sVFSFile, row.vfs) << row.name;
-        EXPECT_EQ(user.iBWLimitDn, row.limitDn) << row.name;
-        EXPECT_EQ(user.ratios()[0], 0) << row.name;
-        EXPECT_TRUE(user.got_info) << row.name;
+        EXPECT_EQ(user.details().groups, row.groups);
+        EXPECT_EQ(user.details().ips, row.ips);
+        EXPECT_EQ(user.details().sVFSFile, row.vfs);
+        EXPECT_EQ(user.details().iBWLimitDn, row.limitDn);
+        EXPECT_EQ(user.details().ratios[0], 0);
     }
 }
 
-TEST(UserFile, StartsAfreshOnAReload) {
-    clsUser user;
-    user.ParseUserFile(fullUserFile);
-    const clsUser before = user;
-    user.ParseUserFile(Lines{"200-flags | 3"});
-    EXPECT_EQ(user.groups(), Ids{-1});
-    EXPECT_TRUE(user.IsMemberOf(-1));
-    EXPECT_EQ(user.credits()[0], 0);
-    EXPECT_EQ(user.sTagline, "a | b") << "texts that the reply does not name stay";
-    EXPECT_EQ(before.groups(), (Ids{4, 5})) << "a copy keeps its own lists";
-}
-
-// What a parser said about lines that it cannot read: the kind, the line and the text.
-template <typename Error, typename Parse>
-void expectError(const char* name, Parse parse, std::size_t lineNumber, const std::string& text) {
+// What is thrown, where, for a line that cannot be read; what came before it stays.
+template <typename Error>
+void expectError(clsUser& user, std::string_view line, const char* text) {
+    user.got_info = true;
     try {
-        parse();
-        ADD_FAILURE() << name << ": nothing was thrown";
+        user.ParseUserFile(Lines{"200-flags | 1", "", line, "200-flags | 2"});
+        ADD_FAILURE() << line << ": nothing was thrown";
     } catch (const Error& error) {
-        EXPECT_EQ(error.lineNumber(), lineNumber) << name;
-        EXPECT_NE(describe(error).find("line " + std::to_string(lineNumber)), std::string::npos) << name;
-        EXPECT_NE(std::string(error.what()).find(text), std::string::npos) << name << ": " << error.what();
+        EXPECT_EQ(error.lineNumber(), 3U) << line;
+        EXPECT_NE(describe(error).find(text), std::string::npos) << describe(error);
     }
+    EXPECT_EQ(user.sFlags, "1") << line;
+    EXPECT_FALSE(user.got_info) << "half a record is asked for again";
 }
 
 TEST(UserFile, NamesTheTextAndTheLineThatItCannotRead) {
-    const auto parsing = [](clsUser& user, Lines lines) {
-        lines.insert(lines.begin(), {"200-flags | 1", ""});
-        return [&user, lines] { user.ParseUserFile(lines); };
-    };
     clsUser user;
-    expectError<IndexOutOfRange>("no value", parsing(user, {"200-username"}), 3, "200-username");
-    expectError<InvalidArgument>("short key", parsing(user, {"20 | x"}), 3, "20 | x");
-    expectError<InvalidArgument>("short line", parsing(user, {"200-vfs | a", "ok"}), 4, "ok");
-    EXPECT_EQ(user.sVFSFile, "a");
-    expectError<ConversionError>("gid too big", parsing(user, {"200-groups | 1 | 40000 | 2"}), 3, "40000");
-    EXPECT_EQ(user.groups(), Ids{1}) << "the ids before the bad one stay";
-    expectError<ConversionError>("limit too big", parsing(user, {"200-limits | 8 | 9999999999 | 1 | 1 | 1"}),
-                                 3, "9999999999");
-    EXPECT_EQ(user.iBWLimitDn, 8);
-    expectError<ConversionError>(
-        "credits", parsing(user, {"200-credits | 1 | x | 0 | 0 | 0 | 0 | 0 | 0 | 0 | 0"}), 3, "\"x\"");
-    EXPECT_EQ(user.credits()[0], 10000);
-    EXPECT_EQ(user.sFlags, "1") << "the lines before stay";
-    EXPECT_FALSE(user.got_info);
-
-    user.ParseUserFile(fullUserFile);
-    EXPECT_THROW(user.ParseUserFile(Lines{"200-flags"}), IndexOutOfRange);
-    EXPECT_FALSE(user.got_info) << "half a record is asked for again";
+    expectError<IndexOutOfRange>(user, "200-username", "reply line 3: \"200-username\"");
+    expectError<InvalidArgument>(user, "20 | x", "\"20 | x\"");
+    expectError<InvalidArgument>(user, "ok", "\"ok\"");
+    expectError<ConversionError>(user, "200-groups | 1 | 40000 | 2", "40000");
+    EXPECT_EQ(user.details().groups, Ids{1}) << "the ids before the bad one stay";
+    expectError<ConversionError>(user, "200-limits | 8 | 9999999999 | 1 | 1 | 1", "9999999999");
+    EXPECT_EQ(user.details().iBWLimitDn, 8);
+    expectError<ConversionError>(user, "200-credits | 1 | x | 0 | 0 | 0 | 0 | 0 | 0 | 0 | 0", "\"x\"");
+    EXPECT_EQ(user.details().credits[0], 10000);
 }
 
 TEST(GroupFile, FillsEveryField) {
@@ -146,28 +113,159 @@ TEST(GroupFile, FillsEveryField) {
                                "200-members | 7 | 8 | 9", "200-gadmins | 8", "200-Members | 1", "200 ok",
                                ""});
     EXPECT_TRUE(group.got_info);
-    EXPECT_EQ(group.sName, "staff");
-    EXPECT_EQ(group.sDescription, "the | staff");
-    EXPECT_EQ(group.iGroupSlots, 12);
-    EXPECT_EQ(group.iLeechSlots, -1);
-    EXPECT_EQ(group.sVFSFile, "b");
-    EXPECT_EQ(group.members(), (Ids{7, 8, 9}));
+    EXPECT_EQ((Texts{group.sName, group.sDescription, group.sVFSFile}), (Texts{"staff", "the | staff", "b"}));
+    EXPECT_EQ((Ids{group.iGroupSlots, group.iLeechSlots}), (Ids{12, -1}));
+    EXPECT_EQ(group.members, (Ids{7, 8, 9}));
     EXPECT_TRUE(group.IsGadmin(8) && !group.IsGadmin(7) && !group.IsGadmin(-1));
 
-    group.ParseGroupFile(Lines{"200-gadmins | "});
-    EXPECT_EQ(group.members(), Ids{-1});
+    EXPECT_THROW(group.ParseGroupFile(Lines{"200-gadmins | ", "200-groupslots | 32768"}), ConversionError);
+    EXPECT_FALSE(group.got_info);
+    EXPECT_EQ(group.members, Ids{-1});
     EXPECT_TRUE(group.IsGadmin(-1));
 }
 
-TEST(GroupFile, NamesTheTextAndTheLineThatItCannotRead) {
-    const auto parsing = [](clsGroup& group, const Lines& lines) {
-        return [&group, lines] { group.ParseGroupFile(lines); };
+const Lines userLines = {
+    "200-usertable",
+    "200- | 007 | bob | staff | 3M",
+    "200- | 8 | alice | staff | ",
+    "200- | 7 | second bob | x | 3",
+    "200 ok",
+    "",
+};
+
+TEST(UserTable, KeepsTheLinesThatHaveFiveFields) {
+    const auto [users, bad] = ParseUserTable(2, userLines);
+    ASSERT_EQ(users.size(), 3U);
+    EXPECT_EQ(users[0].iUID, 7);
+    EXPECT_EQ((Texts{rowText(users[0], UserColumn::uid), rowText(users[0], UserColumn::userName),
+                     rowText(users[0], UserColumn::group), rowText(users[0], UserColumn::flags)}),
+              (Texts{" 007", "bob", "staff", "3M"}));
+    EXPECT_EQ(users[0].my_index, 2);
+    EXPECT_FALSE(users[0].got_info);
+    EXPECT_EQ(users[1].sFlags, "");
+    EXPECT_FALSE(badLinesMessage(bad));
+
+    for (const char* const line : {"200- | 7 | bo | b | staff | 3", "200- | 7 | bob | staff",
+                                   "200- | 7 | | bob | staff", "500 unknown command", ""}) {
+        const auto [none, noneBad] = ParseUserTable(1, Lines{line});
+        ASSERT_EQ(none.size(), 1U) << line;
+        EXPECT_TRUE(none[0].iUID == -1 && isPlaceholder(none[0])) << line;
+        EXPECT_EQ(noneBad.count, 0U) << line;
+    }
+}
+
+TEST(UserTable, LeavesOutLinesWhoseUidIsNoSixteenBitNumber) {
+    const auto [users, bad] = ParseUserTable(1, Lines{"200-x", "p | 70000 | a | g | 3", "p | abc | b | g | 3",
+                                                      "p | -40000 | c | g | 3", "p | -1 | d | g | 3"});
+    ASSERT_EQ(users.size(), 2U);
+    EXPECT_EQ(users[0].iUID, 0) << "a text without a number is 0";
+    EXPECT_EQ(users[0].sUIDText, "abc");
+    EXPECT_EQ(users[1].iUID, -1);
+    EXPECT_FALSE(isPlaceholder(users[1])) << "an account of the server, whatever its id";
+    EXPECT_EQ(badLinesMessage(bad),
+              "reply line 2: \"70000\" is no 16-bit number, the line is left out, and so is 1 more");
+    EXPECT_EQ(badLinesMessage({3, 5, "x", "16-bit number"}),
+              "reply line 5: \"x\" is no 16-bit number, the line is left out, and so are 2 more");
+    EXPECT_EQ(badLinesMessage({1, 5, "x", "16-bit number"}),
+              "reply line 5: \"x\" is no 16-bit number, the line is left out");
+}
+
+TEST(GroupTable, KeepsTheLinesThatHaveFourFields) {
+    const auto [groups, bad] = ParseGroupTable(3, Lines{"200- | 1 | staff | 12", "200- | 2 | big | 40000",
+                                                        "200- | 99999 | far | 40000",
+                                                        "200- | 7 | bob | staff | 3M", "200- | 3 | x | "});
+    ASSERT_EQ(groups.size(), 2U);
+    EXPECT_EQ((Texts{rowText(groups[0], GroupColumn::gid), rowText(groups[0], GroupColumn::groupName),
+                     rowText(groups[0], GroupColumn::users)}),
+              (Texts{"   1", "staff", "  12"}));
+    EXPECT_EQ(groups[0].my_index, 3);
+    EXPECT_EQ((Ids{groups[0].iGID, groups[0].iUserCount, groups[1].iUserCount}), (Ids{1, 12, 0}));
+    EXPECT_EQ(bad, (BadLines{2, 2, "40000", "16-bit number"}));
+    EXPECT_TRUE(isPlaceholder(ParseGroupTable(3, Lines{"500 unknown"}).table.at(0)));
+}
+
+TEST(Finders, TakeTheFirstMatch) {
+    const UserTable users = ParseUserTable(1, userLines).table;
+    EXPECT_EQ(FindUserIndexByUID(users, 7), 0);
+    EXPECT_EQ(FindUserIndexByUID(users, 9), -1);
+    EXPECT_EQ(UserNameOfUID(users, 7), "bob");
+    EXPECT_EQ(namesById(users, &clsUser::iUID).at(7), "bob");
+    EXPECT_EQ(UserNameOfUID(users, 9), "(bad_uid)");
+    EXPECT_EQ(findUserByName(users, "alice"), &users[1]);
+    EXPECT_EQ(findUserByName(users, "Alice"), nullptr);
+    EXPECT_EQ(findUserByName(emptyUserTable(), ""), nullptr);
+    EXPECT_EQ(FindGroupIndexByGID(threeGroups(), 3), 2);
+    EXPECT_EQ(GroupNameOfGID(threeGroups(), 4), "(bad_gid)");
+    const std::vector<std::pair<const char*, int>> shown = {
+        {"7", 0}, {"   8", 1}, {"8x", 1}, {"", -1}, {"9", -1}, {"65543", -1}, {"99999999999999999999", -1},
     };
-    clsGroup group;
-    expectError<IndexOutOfRange>("no value", parsing(group, {"", "200-members"}), 2, "200-members");
-    expectError<InvalidArgument>("short key", parsing(group, {"200"}), 1, "200");
-    expectError<ConversionError>("slots", parsing(group, {"200-groupslots | 32768"}), 1, "32768");
-    EXPECT_FALSE(group.got_info);
+    for (const auto& [text, index] : shown) {
+        EXPECT_EQ(findUserIndexByText(users, text), index) << '"' << text << '"';
+    }
+}
+
+TEST(ListRows, NumbersLineUpAndTheFirstFlagThatCountsGivesTheIcon) {
+    const std::vector<std::pair<const char*, const char*>> numbers = {
+        {"7", "   7"},          {"1234", "1234"}, {"12345", " 12345"},
+        {"123456", "  123456"}, {"", "    "},     {"-1", "  -1"},
+    };
+    for (const auto& [number, padded] : numbers) {
+        EXPECT_EQ(paddedNumber(number), padded) << number;
+    }
+    const std::vector<std::pair<const char*, const char*>> icons = {
+        {"3M", "M"}, {"M1", "M"}, {"NM", "M"}, {"V1", "V"}, {"NV", "V"}, {"1N", ""}, {"GN", ""},
+        {"G1", "G"}, {"1G", "G"}, {"1", "A"},  {"31", "A"}, {"3", ""},   {"", ""},   {"mvg", ""},
+    };
+    for (const auto& [flags, key] : icons) {
+        EXPECT_EQ(userIconKey(flags), key) << flags;
+    }
+}
+
+TEST(ListRows, AreOrderedByAColumn) {
+    EXPECT_EQ(afterHeaderClick({1, false}, 1), (ListOrder{1, true}));
+    EXPECT_EQ(afterHeaderClick({1, true}, 1), (ListOrder{1, false}));
+    EXPECT_EQ(afterHeaderClick({1, true}, 0), (ListOrder{0, false}));
+    const UserTable users = ParseUserTable(1, Lines{"p | 10 | bob | Staff | 3", "p | 9 | Alice | staff | 1",
+                                                    "p | 100 | alice | \xC3\x84ther | ",
+                                                    "p | -2 | Zo\xC3\x8B | \xC3\xA4ther | 3"})
+                                .table;
+    struct Row {
+        const char* name;
+        ListOrder order;
+        Rows rows;
+    };
+    const std::vector<Row> rows = {
+        {"uid as a number", {0, false}, {3, 1, 0, 2}},
+        {"uid backwards", {0, true}, {2, 0, 1, 3}},
+        {"name without case, ties as sent", {1, false}, {1, 2, 0, 3}},
+        {"backwards, ties as sent", {1, true}, {3, 0, 1, 2}},
+        {"letters beyond ASCII", {2, false}, {0, 1, 2, 3}},
+        {"no such column", {9, false}, {0, 1, 2, 3}},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(orderedRows(users, row.order, TextEncoding::utf8), row.rows) << row.name;
+    }
+    EXPECT_EQ(orderedRows(emptyUserTable(), {1, false}, TextEncoding::utf8), Rows{});
+    EXPECT_EQ(orderedRows(threeGroups(), {0, true}, TextEncoding::utf8), (Rows{2, 1, 0}));
+    EXPECT_EQ(orderedRows(threeGroups(), {2, false}, TextEncoding::utf8), (Rows{1, 0, 2})) << "2 before 12";
+    const GroupTable latin =
+        ParseGroupTable(1, Lines{"p | 1 | \xE4 | 0", "p | 2 | \xC4 | 0", "p | 3 | z | 0"}).table;
+    EXPECT_EQ(orderedRows(latin, {1, false}, TextEncoding::windows1252), (Rows{2, 0, 1}))
+        << "one letter, two cases";
+}
+
+TEST(TableCommands, AreWhatTheServerKnows) {
+    const UserTable users = ParseUserTable(1, Lines{"p | 5 | a | g | 3", "p | -7 | bob | g | 3"}).table;
+    EXPECT_EQ(
+        written({userTableCommand(), groupTableCommand(), deleteUserCommand("bob"),
+                 deleteGroupCommand("staff"), userFileCommand(users, -7), userFileCommand(users, 7),
+                 groupFileCommand(threeGroups(), 3)}),
+        (Texts{"102 quiet SITE CorvelExt usertable", "103 quiet SITE CorvelExt grouptable",
+               "107 SITE DELUSER bob", "106 SITE GRPDEL staff", "104 quiet tag 1 SITE CorvelExt userfile -7",
+               "104 quiet tag -1 SITE CorvelExt userfile 7", "105 quiet tag 2 SITE CorvelExt groupfile 3"}));
+    UserTable behind(32769, users[0]);
+    behind.back().iUID = 6;
+    EXPECT_EQ(userFileCommand(behind, 6), (Command{"SITE CorvelExt userfile 6", true, 104, -1, 6}));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "app/AccountTable.h"
 
-#include "admin/Batch.h"
+#include "admin/AdminForms.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "app/Outbox.h"
 
-#include "admin/Batch.h"
+#include "admin/AdminForms.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>
@@ -143,7 +143,7 @@ TEST(Outbox, ChecksWholeJobsBeforeAnyOfThemGoesOut) {
     const std::string before = program.console(1);
     EXPECT_EQ(program.main.admin().startSequence(1, adding("eve")), closed);
     EXPECT_EQ(program.main.admin().changeUserGroups(1, 7, {}), closed);
-    EXPECT_EQ(program.main.admin().changeSections(1, 7, {}, {}), closed);
+    EXPECT_EQ(program.main.admin().changeSections(1, 7, {}), closed);
     EXPECT_EQ(program.main.admin().copyUser(1, {"bob", "7", "rob"}), closed);
     EXPECT_EQ(program.main.browser().send(1, {{"SITE chmod 644 a"}}), closed);
     EXPECT_EQ(program.console(1), before);
@@ -154,7 +154,7 @@ TEST(Outbox, ChecksWholeJobsBeforeAnyOfThemGoesOut) {
 TEST(Outbox, SaysWhichAccountADialogCameTooLateFor) {
     Working program;
     EXPECT_FALSE(program.main.admin().changeUserGroups(1, 8, {}));
-    EXPECT_FALSE(program.main.admin().changeSections(1, 8, {}, {}));
+    EXPECT_FALSE(program.main.admin().changeSections(1, 8, {}));
     EXPECT_FALSE(program.main.admin().copyUser(1, {"eve", "8", "rob"}));
     EXPECT_EQ(program.prompts.asked, Texts(3, "The user is not in the table any more. Nothing was sent."));
     program.answer({}, "nothing went out");

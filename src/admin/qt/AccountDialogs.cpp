@@ -1,77 +1,188 @@
 #include "admin/qt/AccountDialogs.h"
 
-#include "admin/qt/frmAddGroup.h"
 #include "admin/qt/frmAddUser.h"
-#include "admin/qt/frmChangeUserGroups.h"
-#include "admin/qt/frmCopyUser.h"
-#include "admin/qt/frmUserSections.h"
+#include "widgets/BytesEdit.h"
+#include "widgets/SelectableList.h"
+#include "widgets/TextConversion.h"
 
-#include <optional>
-#include <string>
+#include <QFormLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTimer>
 
 namespace corvel {
 
 namespace {
 
-void open(QDialog* dialog) {
+// A box for the name of a copied account: the keys for characters that no such name has do nothing.
+class CopyNameEdit : public OneLineEdit {
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (toCore(event->text()).find_first_of("[] ") == std::string::npos) {
+            OneLineEdit::keyPressEvent(event);
+        }
+    }
+};
+
+// Opens a dialog for the site. send: gives why the form cannot be sent, or nothing when it was.
+template <typename Dialog, typename Form, typename Send>
+void open(mdlMain& program, int site, QWidget* parent, Form form, Send send) {
+    const SiteSession& session = program.site(site).session;
+    const auto accept = [&program, &session, site, send](const Form& filled) -> std::optional<std::string> {
+        return send(program.admin(), session, site, filled);
+    };
+    auto* const dialog = new Dialog({std::move(form), session.encoding}, accept, parent);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
 }
 
 } // namespace
 
+frmAddGroup::frmAddGroup(Opening opening, Accept accept, QWidget* parent)
+    : FormDialog("frmAddGroup", tr("Add group"), std::move(opening), std::move(accept), parent) {
+    auto* const layout = new QFormLayout(this);
+    layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    const auto add = [&](std::string& member, const char* name, const QString& caption) {
+        BytesEdit* const box = boxes_.add(member);
+        layout->addRow(labelFor(*box, name, caption), box);
+        return box;
+    };
+    add(form_.txtGroupname, "txtGroupname", tr("Group &name:"))
+        ->setMinimumWidth(fontMetrics().averageCharWidth() * 32);
+    add(form_.txtGroupdescr, "txtGroupdescr", tr("&Description:"));
+    setDigitsWide(*add(form_.txtGroupGroupslots, "txtGroupGroupslots", tr("&Group slots:")), 6);
+    setDigitsWide(*add(form_.txtGroupLeechslots, "txtGroupLeechslots", tr("&Leech slots:")), 6);
+    add(form_.txtGroupVFS, "txtGroupVFS", tr("&VFS file:"));
+    layout->addRow(buttons());
+    boxes_.show(encoding_);
+}
+
+frmCopyUser::frmCopyUser(Opening opening, Accept accept, QWidget* parent)
+    : FormDialog("frmCopyUser", tr("Copy user"), std::move(opening), std::move(accept), parent),
+      txtNewUsername_(new CopyNameEdit), tmrSetfocus_(new QTimer(this)) {
+    auto* const layout = new QFormLayout(this);
+    layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    const auto addSource = [&](std::string& text, const char* name, const QString& caption) {
+        BytesEdit* const box = boxes_.add(text);
+        setShownOnly(*box);
+        layout->addRow(labelFor(*box, name, caption), box);
+    };
+    addSource(form_.txtSourceUsername, "txtSourceUsername", tr("&Source user:"));
+    addSource(form_.txtSourceUID, "txtSourceUID", tr("Source &uid:"));
+    txtNewUsername_->setMinimumWidth(fontMetrics().averageCharWidth() * 32);
+    layout->addRow(labelFor(*txtNewUsername_, "txtNewUsername", tr("&New user name:")), txtNewUsername_);
+    layout->addRow(buttons());
+    boxes_.show(encoding_);
+    tmrSetfocus_->setObjectName(QStringLiteral("tmrSetfocus"));
+    tmrSetfocus_->setSingleShot(true);
+    connect(tmrSetfocus_, &QTimer::timeout, txtNewUsername_, [this] { txtNewUsername_->setFocus(); });
+}
+
+void frmCopyUser::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!event->spontaneous()) {
+        tmrSetfocus_->start(0);
+    }
+}
+
+void frmCopyUser::collect() {
+    form_.txtNewUsername = withoutBlanks(bytesOf(txtNewUsername_->text(), encoding_));
+    txtNewUsername_->setText(textOf(form_.txtNewUsername, encoding_));
+}
+
+frmChangeUserGroups::frmChangeUserGroups(Opening opening, Accept accept, QWidget* parent)
+    : FormDialog("frmChangeUserGroups", {}, std::move(opening), std::move(accept), parent),
+      lstGroups_(new SelectableList), lstGAdmin_(new SelectableList) {
+    setWindowTitle(tr("Change groups - %1").arg(displayTextOf(form_.sUserName, encoding_)));
+    auto* const layout = new QGridLayout(this);
+    layout->addWidget(labelFor(*lstGroups_, "lstGroups", tr("&Member of:")), 0, 0);
+    layout->addWidget(labelFor(*lstGAdmin_, "lstGAdmin", tr("Group &admin of:")), 0, 1);
+    layout->addWidget(lstGroups_, 1, 0);
+    layout->addWidget(lstGAdmin_, 1, 1);
+    layout->addWidget(buttons(), 2, 0, 1, 2);
+    lstGroups_->setEntries(form_.lstGroups, encoding_);
+    lstGAdmin_->setEntries(form_.lstGAdmin, encoding_);
+    resize(fontMetrics().averageCharWidth() * 64, fontMetrics().height() * 20);
+}
+
+void frmChangeUserGroups::collect() {
+    form_.lstGroups = lstGroups_->entries();
+    form_.lstGAdmin = lstGAdmin_->entries();
+}
+
+frmUserSections::frmUserSections(Opening opening, Accept accept, QWidget* parent)
+    : FormDialog("frmUserSections", {}, std::move(opening), std::move(accept), parent) {
+    setWindowTitle(tr("Sections - %1").arg(displayTextOf(form_.sUserName, encoding_)));
+    auto* const layout = new QGridLayout(this);
+    layout->addWidget(new QLabel(tr("Section")), 0, 0);
+    layout->addWidget(new QLabel(tr("Ratio")), 0, 1, Qt::AlignRight);
+    layout->addWidget(new QLabel(tr("Credits (MB)")), 0, 2, Qt::AlignRight);
+    layout->setColumnStretch(2, 1);
+    const int sections = static_cast<int>(form_.lvwUserSections.size());
+    for (int i = 0; i < sections; ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        const QString section = fromCore(form_.lvwUserSections[place].sSection);
+        auto* const label = new QLabel(section);
+        label->setObjectName(elementName("lbl", i));
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        layout->addWidget(label, i + 1, 0);
+        const auto add = [&](std::string& member, const char* name, const QString& accessibleName,
+                             int column) {
+            BytesEdit* const box = boxes_.add(member);
+            box->setObjectName(elementName(name, i));
+            box->setAccessibleName(accessibleName.arg(section));
+            box->setAlignment(Qt::AlignRight);
+            box->setSelectAllOnFocus(true);
+            box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 12);
+            layout->addWidget(box, i + 1, column);
+            return box;
+        };
+        label->setBuddy(add(form_.txtRatio[place], "txtRatio", tr("Ratio of section %1"), 1));
+        add(form_.txtCredits[place], "txtCredits", tr("Credits of section %1 in MB"), 2);
+    }
+    layout->setRowStretch(sections + 1, 1);
+    layout->addWidget(buttons({"cmdSave", tr("Save")}), sections + 2, 0, 1, 3);
+    boxes_.show(encoding_);
+}
+
 void openAddUser(mdlMain& program, int site, QWidget* parent) {
-    const SiteSession& session = program.site(site).session;
-    open(new frmAddUser(
-        {addUserForm(session.Groups), session.encoding},
-        [&program, &session, site](const AddUserForm& form) {
-            const std::optional<std::string> problem = addUserProblem(form, session.Users);
-            return problem ? problem : program.admin().startSequence(site, addUserSequence(form));
-        },
-        parent));
+    open<frmAddUser>(program, site, parent, addUserForm(program.site(site).session.Groups),
+                     [](AdminActions& admin, const SiteSession& session, int of, const AddUserForm& form) {
+                         const std::optional<std::string> problem = addUserProblem(form, session.Users);
+                         return problem ? problem : admin.startSequence(of, addUserSequence(form));
+                     });
 }
 
 void openAddGroup(mdlMain& program, int site, QWidget* parent) {
-    const SiteSession& session = program.site(site).session;
-    open(new frmAddGroup(
-        session.encoding,
-        [&program, &session, site](const AddGroupForm& form) {
-            const std::optional<std::string> problem = addGroupProblem(form, session.Groups);
-            return problem ? problem : program.admin().startSequence(site, addGroupSequence(form));
-        },
-        parent));
+    open<frmAddGroup>(program, site, parent, AddGroupForm(),
+                      [](AdminActions& admin, const SiteSession& session, int of, const AddGroupForm& form) {
+                          const std::optional<std::string> problem = addGroupProblem(form, session.Groups);
+                          return problem ? problem : admin.startSequence(of, addGroupSequence(form));
+                      });
 }
 
 void openCopyUser(mdlMain& program, int site, const clsUser& user, QWidget* parent) {
-    const SiteSession& session = program.site(site).session;
-    open(new frmCopyUser(
-        {copyUserForm(user), session.encoding},
-        [&program, &session, site](const CopyUserForm& form) {
-            const std::optional<std::string> problem = copyUserProblem(form, session.Users);
-            return problem ? problem : program.admin().copyUser(site, form);
-        },
-        parent));
+    open<frmCopyUser>(program, site, parent, copyUserForm(user),
+                      [](AdminActions& admin, const SiteSession& session, int of, const CopyUserForm& form) {
+                          const std::optional<std::string> problem = copyUserProblem(form, session.Users);
+                          return problem ? problem : admin.copyUser(of, form);
+                      });
 }
 
 void openUserGroups(mdlMain& program, int site, const clsUser& user, QWidget* parent) {
-    const SiteSession& session = program.site(site).session;
-    open(new frmChangeUserGroups(
-        {user.sName, changeUserGroupsForm(user, session.Groups), session.encoding},
-        [&program, site, uid = user.iUID](const ChangeUserGroupsForm& form) {
-            return program.admin().changeUserGroups(site, uid, form);
-        },
-        parent));
+    open<frmChangeUserGroups>(program, site, parent,
+                              changeUserGroupsForm(user, program.site(site).session.Groups),
+                              [uid = user.iUID](AdminActions& admin, const SiteSession& /*session*/, int of,
+                                                const ChangeUserGroupsForm& form) {
+                                  return admin.changeUserGroups(of, uid, form);
+                              });
 }
 
 void openUserSections(mdlMain& program, int site, const clsUser& user, QWidget* parent) {
-    const SiteSession& session = program.site(site).session;
-    const std::vector<UserSectionRow> rows = InfoToForm(user, session.Groups).lvwUserSections;
-    open(new frmUserSections(
-        {user.sName, sectionsForm(rows), session.encoding},
-        [&program, site, uid = user.iUID, rows](const SectionsForm& form) {
-            return program.admin().changeSections(site, uid, rows, form);
-        },
-        parent));
+    open<frmUserSections>(
+        program, site, parent, sectionsForm(user),
+        [uid = user.iUID](AdminActions& admin, const SiteSession& /*session*/, int of,
+                          const SectionsForm& form) { return admin.changeSections(of, uid, form); });
 }
 
 } // namespace corvel

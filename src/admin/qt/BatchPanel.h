@@ -1,6 +1,6 @@
 #pragma once
 
-#include "admin/Batch.h"
+#include "admin/AdminForms.h"
 #include "widgets/FormBoxes.h"
 
 #include <QWidget>

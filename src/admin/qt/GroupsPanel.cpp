@@ -2,11 +2,16 @@
 
 #include "admin/ListRows.h"
 #include "admin/qt/AccountDialogs.h"
-#include "admin/qt/GroupEditorPanel.h"
+#include "widgets/BytesEdit.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 
+#include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include <array>
 #include <utility>
@@ -37,21 +42,12 @@ ReportSource listSource(const SiteSession& session) {
 
 } // namespace
 
-GroupsPanel::GroupsPanel(mdlMain& program, QWidget* parent) : AccountsPanel(program, parent) {
+GroupsPanel::GroupsPanel(mdlMain& program, QWidget* parent)
+    : AccountsPanel(program, parent),
+      boxes_(GroupForm::boxCount, [&program](std::size_t box, std::optional<std::string> text) {
+          program.admin().groups().typed(program.currentSite(), box, std::move(text));
+      }) {
     AccountTable<GroupKind>& groups = program.admin().groups();
-    editor_ = new GroupEditorPanel([&program, &groups](std::size_t box, std::optional<std::string> text) {
-        groups.typed(program.currentSite(), box, std::move(text));
-    });
-    const auto on = [this, &program, &groups](auto signal, void (AccountTable<GroupKind>::*act)(int)) {
-        connect(editor_, signal, this, [&program, &groups, act] {
-            if (program.currentSite() > 0) {
-                (groups.*act)(program.currentSite());
-            }
-        });
-    };
-    on(&GroupEditorPanel::saveRequested, &AccountTable<GroupKind>::save);
-    on(&GroupEditorPanel::reloadRequested, &AccountTable<GroupKind>::reloadDetails);
-
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(
         addButton("cmdGroupsReloadTable", tr("reload"), [&groups](int site) { groups.reload(site); }));
@@ -65,12 +61,107 @@ GroupsPanel::GroupsPanel(mdlMain& program, QWidget* parent) : AccountsPanel(prog
                      .waiting = tr("The server has not sent its groups yet."),
                      .source = [this](int site) { return listSource(session(site)); }},
                     groups),
-          buttons, editor_);
+          buttons, createEditor());
+    showEditor(0);
+}
+
+QWidget* GroupsPanel::createEditor() {
+    AccountTable<GroupKind>& groups = program().admin().groups();
+    cmdGroupSaveChanges_ =
+        addButton("cmdGroupSaveChanges", tr("save changes"), [&groups](int site) { groups.save(site); });
+    cmdReloadGroupfile_ =
+        addButton("cmdReloadGroupfile", tr("reload"), [&groups](int site) { groups.reloadDetails(site); });
+    boxes_.problem()->setObjectName(QStringLiteral("lblGroupDetails"));
+    auto* const editor = new QWidget;
+    editor->setObjectName(QStringLiteral("picGroupContainer"));
+    auto* const layout = new QVBoxLayout(editor);
+    layout->setContentsMargins(6, 0, 0, 0); // only the splitter's handle is beside it
+    layout->addLayout(createBoxes());
+    layout->addLayout(createMembers(), 1);
+    auto* const buttons = new QHBoxLayout;
+    buttons->addWidget(cmdGroupSaveChanges_);
+    buttons->addWidget(cmdReloadGroupfile_);
+    buttons->addWidget(boxes_.problem(), 1);
+    layout->addLayout(buttons);
+    return editor;
+}
+
+QFormLayout* GroupsPanel::createBoxes() {
+    struct Place {
+        const char* name;
+        const char* caption;
+        int digits; // 0: as wide as there is room
+    };
+    // By the numbers of the boxes.
+    static constexpr std::array<Place, GroupForm::boxCount> places = {{
+        {"txtGroupname", QT_TR_NOOP("name:"), 0},
+        {"txtGroupdescr", QT_TR_NOOP("description:"), 0},
+        {"txtGroupGroupslots", QT_TR_NOOP("group slots:"), 6},
+        {"txtGroupLeechslots", QT_TR_NOOP("leech slots:"), 6},
+        {"txtGroupVFS", QT_TR_NOOP("VFS file:"), 0},
+    }};
+    auto* const layout = new QFormLayout;
+    layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    gid_ = new QLineEdit;
+    setShownOnly(*gid_);
+    setDigitsWide(*gid_, 6);
+    layout->addRow(labelFor(*gid_, "txtGroupGID", tr("gid:")), gid_);
+    for (std::size_t number = 0; number < places.size(); ++number) {
+        BytesEdit* const box = boxes_.box(number);
+        layout->addRow(labelFor(*box, places[number].name, tr(places[number].caption)), box);
+        if (places[number].digits > 0) {
+            setDigitsWide(*box, places[number].digits);
+        }
+    }
+    return layout;
+}
+
+QLayout* GroupsPanel::createMembers() {
+    lvwGroupMembers_ = new ReportView;
+    lblGroupMembers_ = new QLabel;
+    lblGroupMembers_->setObjectName(QStringLiteral("lblGroupMembers"));
+    lblGroupMembers_->setAccessibleName(tr("Number of members"));
+    auto* const caption = new QHBoxLayout;
+    caption->addWidget(labelFor(*lvwGroupMembers_, "lvwGroupMembers", tr("members:")));
+    caption->addWidget(lblGroupMembers_);
+    caption->addStretch(1);
+    auto* const layout = new QVBoxLayout;
+    layout->addLayout(caption);
+    layout->addWidget(lvwGroupMembers_, 1);
+    return layout;
 }
 
 void GroupsPanel::showEditor(int site) {
-    editor_->show(site > 0 ? program().admin().groups().editor(site) : AccountEditor<GroupForm>(),
-                  site > 0 ? session(site).encoding : TextEncoding::utf8);
+    AccountEditor<GroupForm> editor =
+        site > 0 ? program().admin().groups().editor(site) : AccountEditor<GroupForm>();
+    const TextEncoding encoding = site > 0 ? session(site).encoding : TextEncoding::utf8;
+    const bool isKnown = boxes_.show(editor, encoding);
+    cmdGroupSaveChanges_->setEnabled(editor.details == Details::known);
+    cmdReloadGroupfile_->setEnabled(editor.id.has_value());
+    if (isKnown && editor.details != Details::known) {
+        return; // the same group is asked for again
+    }
+    form_ = std::move(editor.form);
+    encoding_ = encoding;
+    gid_->setText(fromCore(form_.txtGroupGID));
+    showMembers();
+}
+
+void GroupsPanel::showMembers() {
+    static constexpr std::array<std::string GroupMemberRow::*, 3> texts = {
+        &GroupMemberRow::sUID, &GroupMemberRow::sUserName, &GroupMemberRow::sGadmin};
+    lblGroupMembers_->setText(fromCore(form_.lblGroupMembers));
+    ReportSource source;
+    source.rows = static_cast<int>(form_.lvwGroupMembers.size());
+    source.columns = {{tr("uid"), Qt::AlignRight}, {tr("username")}, {tr("gadmin")}};
+    source.sentText = [this](int row, int column) -> std::string_view {
+        return form_.lvwGroupMembers[static_cast<std::size_t>(row)].*texts[static_cast<std::size_t>(column)];
+    };
+    source.text = [this, sent = source.sentText](int row, int column) {
+        return cellTextOf(sent(row, column), encoding_);
+    };
+    lvwGroupMembers_->setSource(std::move(source), ReportView::CurrentRow::keep);
+    lvwGroupMembers_->fitColumns(0, static_cast<int>(texts.size()) - 1);
 }
 
 } // namespace corvel

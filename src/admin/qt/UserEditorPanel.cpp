@@ -1,5 +1,6 @@
 #include "admin/qt/UserEditorPanel.h"
 
+#include "admin/qt/AccountDialogs.h"
 #include "widgets/BytesEdit.h"
 #include "widgets/DialogParts.h"
 #include "widgets/ElidedLabel.h"
@@ -45,8 +46,11 @@ QVBoxLayout* column(const QString& heading, QWidget& list, const char* name) {
 
 } // namespace
 
-UserEditorPanel::UserEditorPanel(EditorBoxes::Typed typed, QWidget* parent)
-    : QScrollArea(parent), boxes_(UserForm::boxCount, std::move(typed)) {
+UserEditorPanel::UserEditorPanel(mdlMain& program, QWidget* parent)
+    : QScrollArea(parent), program_(program),
+      boxes_(UserForm::boxCount, [&program](std::size_t box, std::optional<std::string> text) {
+          program.admin().users().typed(program.currentSite(), box, std::move(text));
+      }) {
     setObjectName(QStringLiteral("picUserContainer"));
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
@@ -75,10 +79,13 @@ UserEditorPanel::UserEditorPanel(EditorBoxes::Typed typed, QWidget* parent)
     // The ground of the tab shows through, as it does under every other page.
     viewport()->setAutoFillBackground(false);
     picUserCtls->setAutoFillBackground(false);
-    show({}, TextEncoding::utf8);
+    showSite(0);
 }
 
-void UserEditorPanel::show(AccountEditor<UserForm> editor, TextEncoding encoding) {
+void UserEditorPanel::showSite(int site) {
+    AccountEditor<UserForm> editor =
+        site > 0 ? program_.admin().users().editor(site) : AccountEditor<UserForm>();
+    const TextEncoding encoding = site > 0 ? program_.site(site).session.encoding : TextEncoding::utf8;
     const bool isKnown = boxes_.show(editor, encoding);
     for (QPushButton* const button : forDetails_) {
         button->setEnabled(editor.details == Details::known);
@@ -113,10 +120,6 @@ void UserEditorPanel::show(AccountEditor<UserForm> editor, TextEncoding encoding
          {.header = tr("credits (MB)"), .alignment = Qt::AlignRight}},
         std::array{&UserSectionRow::sSection, &UserSectionRow::sRatio, &UserSectionRow::sCredits}, encoding));
     lvwUserSections_->fitColumns(0, 2);
-}
-
-std::string UserEditorPanel::txtUserIP() const {
-    return toCore(txtUserIP_->text());
 }
 
 BytesEdit* UserEditorPanel::place(QGridLayout& layout, BytesEdit& box, int row, int gridColumn, int span,
@@ -201,10 +204,12 @@ QLayout* UserEditorPanel::createAddresses() {
 
     auto* const line = new QHBoxLayout;
     line->addWidget(txtUserIP_, 1);
-    QPushButton* const add =
-        newButton("cmdUserAddDelIp_0", tr("add"), &UserEditorPanel::addMaskRequested, false);
-    QPushButton* const remove =
-        newButton("cmdUserAddDelIp_1", tr("delete"), &UserEditorPanel::deleteMaskRequested, false);
+    QPushButton* const add = newButton("cmdUserAddDelIp_0", tr("add"), false, [this](int site) {
+        program_.admin().addMask(site, toCore(txtUserIP_->text()));
+    });
+    QPushButton* const remove = newButton("cmdUserAddDelIp_1", tr("delete"), false, [this](int site) {
+        program_.admin().deleteMask(site, toCore(txtUserIP_->text()));
+    });
     for (QPushButton* const button : {add, remove}) {
         // A mask needs the room more.
         button->setFixedWidth(fontMetrics().horizontalAdvance(remove->text()) + 2 * buttonPadding);
@@ -217,20 +222,20 @@ QLayout* UserEditorPanel::createAddresses() {
 
 QLayout* UserEditorPanel::createGroups() {
     lvwUserGroups_ = new ReportView;
-    connect(lvwUserGroups_, &ReportView::rowDoubleClicked, this, [this] { emit groupsRequested(); });
+    const auto edit = [this](int site) { program_.admin().editGroups(site); };
+    connect(lvwUserGroups_, &ReportView::rowDoubleClicked, this, [this, edit] { whenSite(edit); });
     auto* const layout = column(tr("groups"), *lvwUserGroups_, "lvwUserGroups");
-    layout->addWidget(
-        newButton("cmdUserEditGroups", tr("change groups..."), &UserEditorPanel::groupsRequested, false), 0,
-        Qt::AlignLeft);
+    layout->addWidget(newButton("cmdUserEditGroups", tr("change groups..."), false, edit), 0, Qt::AlignLeft);
     return layout;
 }
 
 QLayout* UserEditorPanel::createSections() {
     lvwUserSections_ = new ReportView;
-    connect(lvwUserSections_, &ReportView::rowDoubleClicked, this, [this] { emit sectionsRequested(); });
-    connect(lvwUserSections_, &ReportView::keyPressed, this, [this](Qt::Key key) {
+    const auto edit = [this] { whenSite([this](int site) { editSections(site); }); };
+    connect(lvwUserSections_, &ReportView::rowDoubleClicked, this, edit);
+    connect(lvwUserSections_, &ReportView::keyPressed, this, [edit](Qt::Key key) {
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            emit sectionsRequested();
+            edit();
         }
     });
     return column(tr("sections"), *lvwUserSections_, "lvwUserSections");
@@ -239,23 +244,37 @@ QLayout* UserEditorPanel::createSections() {
 QLayout* UserEditorPanel::createButtons() {
     boxes_.problem()->setObjectName(QStringLiteral("lblUserDetails"));
     auto* const layout = new QHBoxLayout;
-    layout->addWidget(
-        newButton("cmdUserSaveChanges", tr("save changes"), &UserEditorPanel::saveRequested, true));
-    layout->addWidget(newButton("cmdReloadUserfile", tr("reload"), &UserEditorPanel::reloadRequested, false));
-    layout->addWidget(
-        newButton("cmdUserResetPWD", tr("reset password..."), &UserEditorPanel::passwordRequested, false));
+    layout->addWidget(newButton("cmdUserSaveChanges", tr("save changes"), true,
+                                [this](int site) { program_.admin().users().save(site); }));
+    layout->addWidget(newButton("cmdReloadUserfile", tr("reload"), false,
+                                [this](int site) { program_.admin().users().reloadDetails(site); }));
+    layout->addWidget(newButton("cmdUserResetPWD", tr("reset password..."), false,
+                                [this](int site) { program_.admin().resetPassword(site); }));
     layout->addWidget(boxes_.problem(), 1);
     return layout;
 }
 
-QPushButton* UserEditorPanel::newButton(const char* name, const QString& caption,
-                                        void (UserEditorPanel::*signal)(), bool needsDetails) {
+QPushButton* UserEditorPanel::newButton(const char* name, const QString& caption, bool needsDetails,
+                                        std::function<void(int site)> act) {
     auto* const button = new QPushButton(caption);
     button->setObjectName(QLatin1String(name));
     button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, signal);
+    connect(button, &QPushButton::clicked, this, [this, act = std::move(act)] { whenSite(act); });
     (needsDetails ? forDetails_ : forRecords_).push_back(button);
     return button;
+}
+
+void UserEditorPanel::whenSite(const std::function<void(int site)>& act) const {
+    if (program_.currentSite() > 0) {
+        act(program_.currentSite());
+    }
+}
+
+void UserEditorPanel::editSections(int site) {
+    const clsUser* const user = program_.admin().users().current(site);
+    if (user != nullptr && user->got_info) {
+        openUserSections(program_, site, *user, this);
+    }
 }
 
 // A row can become the current one without being picked: by the focus that comes to the list.

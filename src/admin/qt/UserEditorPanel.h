@@ -1,6 +1,7 @@
 #pragma once
 
 #include "admin/qt/EditorBoxes.h"
+#include "app/mdlMain.h"
 
 #include <QScrollArea>
 
@@ -17,30 +18,20 @@ namespace corvel {
 
 class ReportView;
 
-// The editor of the users tab: boxes, lists and buttons, which scroll where there is too little room. It
-// shows an AccountEditor and says what a person does.
+// The editor of the users tab: boxes, lists and buttons, which scroll where there is too little room. Its
+// buttons act on the current user of the current site.
 class UserEditorPanel : public QScrollArea {
     Q_OBJECT
 
   public:
-    explicit UserEditorPanel(EditorBoxes::Typed typed, QWidget* parent = nullptr);
+    // program: borrowed, must outlive the panel.
+    explicit UserEditorPanel(mdlMain& program, QWidget* parent = nullptr);
 
-    // Shows the record, whose texts are in the encoding. The box for a mask belongs to the person and stays.
-    void show(AccountEditor<UserForm> editor, TextEncoding encoding);
-
-    // The mask that is typed, UTF-8.
-    std::string txtUserIP() const;
+    // Shows the current user of the site; 0: there is no site. The box for a mask belongs to the person and
+    // stays.
+    void showSite(int site);
 
     QSize minimumSizeHint() const override;
-
-  signals:
-    void saveRequested();
-    void reloadRequested();
-    void passwordRequested();
-    void addMaskRequested();
-    void deleteMaskRequested();
-    void groupsRequested();
-    void sectionsRequested();
 
   private:
     BytesEdit* place(QGridLayout& layout, BytesEdit& box, int row, int column, int span, const char* name,
@@ -53,10 +44,14 @@ class UserEditorPanel : public QScrollArea {
     QLayout* createGroups();
     QLayout* createSections();
     QLayout* createButtons();
-    QPushButton* newButton(const char* name, const QString& caption, void (UserEditorPanel::*signal)(),
-                           bool needsDetails);
+    // act: what it does with the site that is the current one then.
+    QPushButton* newButton(const char* name, const QString& caption, bool needsDetails,
+                           std::function<void(int site)> act);
+    void whenSite(const std::function<void(int site)>& act) const;
+    void editSections(int site);
     void addressPicked(int row);
 
+    mdlMain& program_;
     EditorBoxes boxes_;
     BytesEdit* txtUserUID_ = nullptr;
     BytesEdit* txtUserGroup_ = nullptr;

@@ -1,6 +1,5 @@
 #include "admin/qt/UsersPanel.h"
 
-#include "admin/Batch.h"
 #include "admin/ListRows.h"
 #include "admin/qt/AccountDialogs.h"
 #include "admin/qt/BatchPanel.h"
@@ -50,10 +49,7 @@ ReportSource listSource(const SiteSession& session) {
 } // namespace
 
 UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : AccountsPanel(program, parent) {
-    editor_ = new UserEditorPanel([this](std::size_t box, std::optional<std::string> text) {
-        this->program().admin().users().typed(this->program().currentSite(), box, std::move(text));
-    });
-    connectEditor();
+    editor_ = new UserEditorPanel(program);
     batch_ = new BatchPanel([this](const BatchForm& form) { cmdBatchPerform_Click(form); });
     sides_ = new QStackedWidget;
     sides_->addWidget(editor_);
@@ -88,31 +84,9 @@ QLayout* UsersPanel::createButtons() {
     return buttons;
 }
 
-void UsersPanel::connectEditor() {
-    const auto on = [this](auto signal, auto act) {
-        connect(editor_, signal, this, [this, act] {
-            if (program().currentSite() > 0) {
-                act(program().admin(), program().currentSite());
-            }
-        });
-    };
-    on(&UserEditorPanel::saveRequested, [](AdminActions& admin, int site) { admin.users().save(site); });
-    on(&UserEditorPanel::reloadRequested,
-       [](AdminActions& admin, int site) { admin.users().reloadDetails(site); });
-    on(&UserEditorPanel::passwordRequested, [](AdminActions& admin, int site) { admin.resetPassword(site); });
-    on(&UserEditorPanel::addMaskRequested,
-       [this](AdminActions& admin, int site) { admin.addMask(site, editor_->txtUserIP()); });
-    on(&UserEditorPanel::deleteMaskRequested,
-       [this](AdminActions& admin, int site) { admin.deleteMask(site, editor_->txtUserIP()); });
-    on(&UserEditorPanel::groupsRequested, [](AdminActions& admin, int site) { admin.editGroups(site); });
-    on(&UserEditorPanel::sectionsRequested,
-       [this](AdminActions& /*admin*/, int site) { editSections(site); });
-}
-
 void UsersPanel::showEditor(int site) {
-    const TextEncoding encoding = site > 0 ? session(site).encoding : TextEncoding::utf8;
-    batch_->setEncoding(encoding);
-    editor_->show(site > 0 ? program().admin().users().editor(site) : AccountEditor<UserForm>(), encoding);
+    batch_->setEncoding(site > 0 ? session(site).encoding : TextEncoding::utf8);
+    editor_->showSite(site);
 }
 
 void UsersPanel::copyUser(int site) {
@@ -124,13 +98,6 @@ void UsersPanel::copyUser(int site) {
 void UsersPanel::editGroups(int site) {
     if (const clsUser* const user = program().admin().users().current(site)) {
         openUserGroups(program(), site, *user, this);
-    }
-}
-
-void UsersPanel::editSections(int site) {
-    const clsUser* const user = program().admin().users().current(site);
-    if (user != nullptr && user->got_info) {
-        openUserSections(program(), site, *user, this);
     }
 }
 

@@ -26,11 +26,9 @@ class UsersPanel : public AccountsPanel {
 
   private:
     QLayout* createButtons();
-    void connectEditor();
     void showEditor(int site) override;
     void cmdUserBatch_Click();
     void cmdBatchPerform_Click(const BatchForm& form);
-    void editSections(int site);
 
     QPushButton* cmdUserBatch_ = nullptr;
     QStackedWidget* sides_ = nullptr; // the editor or the batch panel

@@ -1,12 +1,10 @@
 #include "admin/qt/frmAddUser.h"
 
 #include "widgets/BytesEdit.h"
-#include "widgets/DialogParts.h"
 #include "widgets/SelectableList.h"
 #include "widgets/TextConversion.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -38,10 +36,7 @@ QPushButton* maskButton(int index, const QString& caption) {
 } // namespace
 
 frmAddUser::frmAddUser(Opening opening, Accept accept, QWidget* parent)
-    : QDialog(parent), form_(std::move(opening.form)), encoding_(opening.encoding),
-      accept_(std::move(accept)) {
-    setObjectName(QStringLiteral("frmAddUser"));
-    setWindowTitle(tr("Add user"));
+    : FormDialog("frmAddUser", tr("Add user"), std::move(opening), std::move(accept), parent) {
     auto* const layout = new QVBoxLayout(this);
     auto* const columns = new QHBoxLayout;
     layout->addLayout(columns, 1);
@@ -51,7 +46,7 @@ frmAddUser::frmAddUser(Opening opening, Accept accept, QWidget* parent)
     columns->addLayout(createGroups(), 1);
     columns->addSpacing(gap);
     columns->addLayout(createMasks(), 1);
-    layout->addWidget(confirmButtons(*this, {}, [this] { okClicked(); }));
+    layout->addWidget(buttons());
     boxes_.show(encoding_);
 }
 
@@ -186,8 +181,7 @@ void frmAddUser::deleteMask() {
     lstUserIP_->setCurrentRow(-1);
 }
 
-void frmAddUser::okClicked() {
-    boxes_.collect();
+void frmAddUser::collect() {
     const int mainGroup = txtMainGroup_->currentIndex();
     form_.txtMainGroup =
         mainGroup < 0 ? std::string() : form_.lstAllGroup[static_cast<std::size_t>(mainGroup)].sText;
@@ -196,15 +190,14 @@ void frmAddUser::okClicked() {
     for (int i = 0; i < lstUserIP_->count(); ++i) {
         form_.lstUserIP.push_back(bytesOf(lstUserIP_->item(i)->text(), encoding_));
     }
-    if (const std::optional<std::string> question = addUserQuestion(form_)) {
-        askBefore(*this, *question, [this] { confirmed(); });
-    } else {
-        confirmed();
-    }
 }
 
 void frmAddUser::confirmed() {
-    closeOrSay(*this, accept_(form_), encoding_);
+    if (const std::optional<std::string> question = addUserQuestion(form_)) {
+        askBefore(*this, *question, [this] { send(); });
+    } else {
+        send();
+    }
 }
 
 } // namespace corvel

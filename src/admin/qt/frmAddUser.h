@@ -1,13 +1,8 @@
 #pragma once
 
-#include "admin/AddUser.h"
-#include "widgets/FormBoxes.h"
+#include "admin/AdminForms.h"
+#include "widgets/FormDialog.h"
 
-#include <QDialog>
-
-#include <functional>
-#include <optional>
-#include <string>
 #include <vector>
 
 class QComboBox;
@@ -21,20 +16,8 @@ class SelectableList;
 
 // Makes an account. A name that is already in the form's list of groups can become the main group; that
 // group then leaves the list of the others.
-class frmAddUser : public QDialog {
-    Q_OBJECT
-
+class frmAddUser : public FormDialog<AddUserForm> {
   public:
-    // What becomes of the form when the OK button is pressed: nothing, and the dialog closes, or a message,
-    // and it stays open. An empty message is not shown: the person was told already.
-    using Accept = std::function<std::optional<std::string>(const AddUserForm&)>;
-
-    // What the dialog is opened with; the texts are in the encoding.
-    struct Opening {
-        AddUserForm form;
-        TextEncoding encoding = TextEncoding::utf8;
-    };
-
     frmAddUser(Opening opening, Accept accept, QWidget* parent = nullptr);
 
   protected:
@@ -55,13 +38,9 @@ class frmAddUser : public QDialog {
     void mainGroupChanged(int index);
     void addMasks();
     void deleteMask();
-    void okClicked();
-    void confirmed();
+    void collect() override;
+    void confirmed() override;
 
-    AddUserForm form_;
-    TextEncoding encoding_;
-    Accept accept_;
-    FormBoxes boxes_;
     QComboBox* txtMainGroup_ = nullptr;
     SelectableList* lstAllGroup_ = nullptr;
     QLineEdit* txtUserIP_ = nullptr;

@@ -1,0 +1,179 @@
+#include "admin/AdminForms.h"
+
+#include "common/Numbers.h"
+#include "common/Text.h"
+
+#include <algorithm>
+
+namespace corvel {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> services = {"ftp", "telnet", "http"};
+
+// The commands that follow once the server has made the user; they are in lower case, as the first is not.
+std::string followUpLines(const AddUserForm& form) {
+    const std::string& name = form.txtUserName;
+    const std::string change = "site change " + name + " ";
+    std::vector<std::string> lines;
+    if (form.lstUserIP.size() > 1) {
+        std::vector<std::string_view> masks(form.lstUserIP.begin() + 1, form.lstUserIP.end());
+        std::erase(masks, "");
+        lines.push_back("site addip " + name + " " + join(masks, " "));
+    }
+    std::vector<std::string_view> groups;
+    for (const SelectableEntry& entry : form.lstAllGroup) {
+        if (entry.bSelected) {
+            groups.push_back(entry.sText);
+        }
+    }
+    if (!groups.empty()) {
+        lines.push_back("site chgrp " + name + " " + join(groups, " "));
+    }
+    lines.push_back(change + "credits " + creditsOfMegabytes(form.txtUserCredits) + " 0");
+    lines.push_back(change + "ratio " + form.txtRatio + " 0");
+    lines.push_back(change + "tagline " + form.txtUserTagLine);
+    for (std::size_t i = 0; i < services.size(); ++i) {
+        lines.push_back(
+            (change + "logins " + wholeNumberText(form.txtNumOfLogins[i]) + " ").append(services[i]));
+    }
+    lines.push_back(change + "flags " + form.txtUserFlags);
+    lines.push_back(change + "speedlimit " + form.txtUserBwDn + " " + form.txtUserBwUp);
+    return batchText(lines);
+}
+
+bool isGroupName(std::string_view name) {
+    return !name.empty() && std::ranges::none_of(name, [](char character) {
+        const auto byte = static_cast<unsigned char>(character);
+        return byte < 0x20 || byte == 0x7F ||
+               std::string_view(" :/\"").find(character) != std::string_view::npos;
+    });
+}
+
+// What the batch sends for each user, with %user in the place of the name. The texts of the boxes may hold
+// %user themselves, which only the free command replaces: so the two are kept apart.
+struct LinePattern {
+    std::string sEnd;     // what follows "site change NAME"
+    bool bIsFree = false; // sEnd is the whole line
+};
+
+std::vector<LinePattern> linePatterns(const BatchForm& form) {
+    std::vector<LinePattern> patterns;
+    const auto addWhen = [&](bool isTicked, std::string end) {
+        if (isTicked) {
+            patterns.push_back({std::move(end)});
+        }
+    };
+    addWhen(form.chkBatchFlags, " flags " + form.txtBatchFlags);
+    for (std::size_t i = 0; i < services.size(); ++i) {
+        const std::string& logins = form.txtBatchLogins[i];
+        addWhen(form.chkBatchLogins && !logins.empty(), (" logins " + logins + " ").append(services[i]));
+    }
+    addWhen(form.chkBatchHomePath, " homedir " + form.txtBatchHomePath);
+    addWhen(form.chkBatchVFS, " vfsfile " + form.txtBatchVFS);
+    addWhen(form.chkBatchTagLine, " tagline " + form.txtBatchTagline);
+    addWhen(form.chkBatchSpeed, " speedlimits " + form.txtBatchSpeedDn + " " + form.txtBatchSpeedUp);
+    if (form.chkBatchCommand) {
+        patterns.push_back({form.txtBatchCommand, true});
+    }
+    return patterns;
+}
+
+void appendLine(std::string& lines, const LinePattern& pattern, std::string_view userName) {
+    if (pattern.bIsFree) {
+        lines += replaceAll(pattern.sEnd, "%user", userName);
+    } else {
+        lines.append("site change ").append(userName).append(pattern.sEnd);
+    }
+    lines += lineEnd;
+}
+
+} // namespace
+
+AddUserForm addUserForm(const GroupTable& groups) {
+    AddUserForm form;
+    for (const clsGroup& group : groups) {
+        if (!isPlaceholder(group)) {
+            form.lstAllGroup.push_back({group.sName, false});
+        }
+    }
+    return form;
+}
+
+std::optional<std::string> addUserQuestion(const AddUserForm& form) {
+    if (form.txtUserFlags.find('M') == std::string::npos) {
+        return std::nullopt;
+    }
+    return "Warning: you are adding a new [M]aster user. Continue?";
+}
+
+std::optional<std::string> addUserProblem(const AddUserForm& form, const UserTable& users) {
+    if (form.txtUserName.empty() || form.txtUserName.find_first_of(" :") != std::string::npos) {
+        return std::string(invalidUserName);
+    }
+    if (const clsUser* user = findUserByName(users, form.txtUserName)) {
+        return "This user already exists: " + user->sName + "\r\nGroup: " + user->sStdGroup +
+               "\r\nFlags: " + user->sFlags;
+    }
+    if (form.txtPassword.empty() || form.txtPassword.find(' ') != std::string::npos) {
+        return "Please enter a valid password.";
+    }
+    if (form.txtMainGroup.empty()) {
+        return "Please select a main group.";
+    }
+    if (form.lstUserIP.empty()) {
+        return "Please enter at least one ip/ident.";
+    }
+    return std::nullopt;
+}
+
+CommandSequence addUserSequence(const AddUserForm& form) {
+    const std::string line = "SITE gadduser " + form.txtMainGroup + " " + form.txtUserName + " " +
+                             form.txtPassword + " " + form.lstUserIP.front();
+    return {"-------------[ BEGIN ]-[ ADDUSER ]-------------", LogKind::console, followUpLines(form),
+            Command{line, false, handler::addUser, -1}};
+}
+
+std::optional<std::string> addGroupProblem(const AddGroupForm& form, const GroupTable& groups) {
+    if (!isGroupName(form.txtGroupname)) {
+        return "Please enter a valid groupname.";
+    }
+    if (const clsGroup* group = findGroupByName(groups, form.txtGroupname)) {
+        return "This group already exists: \r\nName: " + group->sName +
+               "\r\nDescription: " + group->sDescription +
+               "\r\nUsercount: " + std::to_string(group->iUserCount);
+    }
+    return std::nullopt;
+}
+
+CommandSequence addGroupSequence(const AddGroupForm& form) {
+    const std::string change = "site change " + form.txtGroupname + " ";
+    const std::string lines = batchText({change + "groupslots " + wholeNumberText(form.txtGroupGroupslots) +
+                                             " " + wholeNumberText(form.txtGroupLeechslots),
+                                         change + "groupdescription " + form.txtGroupdescr,
+                                         change + "groupvfsfile " + form.txtGroupVFS});
+    return {"-------------[ BEGIN ]-[ ADDGROUP ]-------------", LogKind::console, lines,
+            Command{"SITE grpadd " + form.txtGroupname, false, handler::addGroup, -1}};
+}
+
+std::optional<CommandSequence> batchSequence(const BatchForm& form,
+                                             std::span<const std::string_view> userNames) {
+    const std::vector<LinePattern> patterns = linePatterns(form);
+    std::string lines;
+    for (const std::string_view userName : userNames) {
+        for (const LinePattern& pattern : patterns) {
+            appendLine(lines, pattern, userName);
+        }
+    }
+    if (lines.empty()) {
+        return std::nullopt;
+    }
+    return CommandSequence{"-------------[ BEGIN ]-[ BATCH COMMAND ]-------------", LogKind::commandResults,
+                           std::move(lines), Command{"NOOP", true, handler::batch, 0}};
+}
+
+std::string batchProgressText(std::size_t lineCount, std::size_t linesLeft) {
+    return std::to_string(lineCount - std::min(linesLeft, lineCount)) + " of " + std::to_string(lineCount);
+}
+
+} // namespace corvel
