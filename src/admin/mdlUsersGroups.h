@@ -2,7 +2,7 @@
 
 #include "admin/clsGroup.h"
 #include "admin/clsUser.h"
-#include "common/BadLines.h"
+#include "common/Errors.h"
 
 #include <cstdint>
 #include <span>

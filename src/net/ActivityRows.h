@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/BadLines.h"
+#include "common/Errors.h"
 #include "config/WindowState.h"
 
 #include <array>

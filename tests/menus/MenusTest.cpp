@@ -24,15 +24,14 @@ TEST(Menus, ExpandCaptionsAndCommands) {
         << "nothing selected";
 }
 
-struct VariablesCase {
-    const char* name;
-    MenuVariables variables;
-    const char* text;
-    const char* expanded;
-};
-
 TEST(Menus, HaveTheVariablesOfTheirRows) {
-    const std::vector<VariablesCase> cases = {
+    struct Row {
+        const char* name;
+        MenuVariables variables;
+        const char* text;
+        const char* expanded;
+    };
+    const std::vector<Row> cases = {
         {"browser", menuVariables(BrowserMenuRow{"/a", "lnk -> /b", "bob", "staff"}),
          "%(pwd),%(name),%(user),%(group)", "/a,lnk -> /b,bob,staff"},
         {"users", menuVariables(UserMenuRow{"bob", "7", "staff"}), "%(name),%(user),%(uid),%(group)",
@@ -41,19 +40,18 @@ TEST(Menus, HaveTheVariablesOfTheirRows) {
         {"connections", menuVariables(ConnectionMenuRow{"101", "bob", "staff", "id", "10.0.0.1", "/pub"}),
          "%(cid),%(user),%(group),%(ident),%(clientip),%(pwd)", "101,bob,staff,id,10.0.0.1,/pub"},
     };
-    for (const VariablesCase& row : cases) {
+    for (const Row& row : cases) {
         EXPECT_EQ(ExpandTemplate(row.text, row.variables), row.expanded) << row.name;
     }
 }
 
-struct CommandCase {
-    const char* name;
-    std::string line;
-    MenuCommand command;
-};
-
 TEST(Menus, CommandLinesAreRead) {
-    const std::vector<CommandCase> cases = {
+    struct Row {
+        const char* name;
+        const char* line;
+        MenuCommand command;
+    };
+    const std::vector<Row> cases = {
         {"null", "null", {MenuAction::null}},
         {"exec", "exec a b", {MenuAction::exec, false, "a b"}},
         {"exit, after a question", "%exit", {MenuAction::exit, true}},
@@ -75,38 +73,25 @@ TEST(Menus, CommandLinesAreRead) {
         {"two percent signs", "%%exit", {MenuAction::nothing, true}},
         {"tabs separate nothing", "exit\tnow", {}},
     };
-    for (const CommandCase& row : cases) {
+    for (const Row& row : cases) {
         EXPECT_EQ(parseMenuCommand(row.line), row.command) << row.name;
     }
 }
 
-struct TextCase {
-    const char* name;
-    const char* argument;
-    const char* expected;
-};
-
-TEST(Menus, ExecOpensOneWord) {
-    const std::vector<TextCase> cases = {
-        {"one word", "notes.txt", "notes.txt"},
-        {"further words", "notes.txt /x; rm", "notes.txt"},
-        {"blanks in front", "  notes.txt", "notes.txt"},
-        {"quoted", "\"C:\\My Files\\a.exe\" b", "C:\\My Files\\a.exe"},
-        {"a quote inside ends it", "\"/pub/x\" ; \"y\"", "/pub/x"},
-        {"a quote that is not closed", "\"My Files", "\"My"},
-        {"empty quotes", "\"\" b", ""},
-        {"nothing", "", ""},
+TEST(Menus, ArgumentsAreReadByTheirActions) {
+    const std::vector<std::pair<const char*, const char*>> targets = {
+        {"notes.txt /x; rm", "notes.txt"},
+        {"  notes.txt", "notes.txt"},
+        {"\"C:\\My Files\\a.exe\" b", "C:\\My Files\\a.exe"},
+        {"\"/pub/x\" ; \"y\"", "/pub/x"},
+        {"\"My Files", "\"My"}, // a quote that is not closed
+        {"\"\" b", ""},
+        {"", ""},
     };
-    for (const TextCase& row : cases) {
-        EXPECT_EQ(execTarget(row.argument), row.expected) << row.name;
+    for (const auto& [argument, target] : targets) {
+        EXPECT_EQ(execTarget(argument), target) << argument;
     }
-}
-
-TEST(Menus, KillLooksForAllOfItsArgumentInSmallLetters) {
     EXPECT_EQ(killPattern("  *\\My Program\\\xC3\x9C#?.EXE "), "*\\my program\\\xC3\xBC#?.exe");
-}
-
-TEST(Menus, QuestionsShowWhatWouldBreakTheirLines) {
     EXPECT_EQ(menuQuestion("site wipe a & b\r\n"),
               "Are u sure u want to perform this command?\r\n\r\nsite wipe a & b\xE2\x90\x8D\xE2\x90\x8A");
 }

@@ -95,8 +95,15 @@ TEST_F(AccountServers, ThatRefuseEverythingAreExplainedAndHarmNothing) {
     server_.answers.erase("SITE CorvelExt usertable");
     server_.answers.erase("SITE CorvelExt grouptable");
     server_.other = "500 Unknown command.\r\n";
-    ASSERT_TRUE(logIn());
-    EXPECT_EQ(list().accessibleDescription(), u"The server did not send its users:\n500 Unknown command."_s);
+    server_.held = "SITE CorvelExt usertable";
+    driver_->chooseSitesMenu(0);
+    ASSERT_TRUE(eventually(
+        [&] { return list().accessibleDescription() == u"The server has not sent its users yet."_s; }));
+    server_.release();
+    ASSERT_TRUE(eventually([&] {
+        return driver_->isIdle(1) && list().accessibleDescription() ==
+                                         u"The server did not send its users:\n500 Unknown command."_s;
+    }));
     EXPECT_EQ(driver_->find<ReportView>("lvwGroups_1").accessibleDescription(),
               u"The server did not send its groups:\n500 Unknown command."_s);
     const auto sent = server_.lines.size();
@@ -112,33 +119,19 @@ TEST_F(AccountServers, ThatRefuseEverythingAreExplainedAndHarmNothing) {
     EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr);
 }
 
-TEST_F(AccountServers, ThatAreStillSilentAreWaitedFor) {
-    server_.held = "SITE CorvelExt usertable";
-    driver_->chooseSitesMenu(0);
-    ASSERT_TRUE(eventually([&] { return server_.lines.contains(server_.held); }));
-    EXPECT_TRUE(eventually(
-        [&] { return list().accessibleDescription() == u"The server has not sent its users yet."_s; }));
-    server_.answers[server_.held] = "200 none\r\n";
-    server_.release();
-    EXPECT_TRUE(eventually([&] { return list().accessibleDescription() == u"There are no users."_s; }));
-}
-
-TEST_F(AccountServers, ShowHowFarTheBatchIs) {
+TEST_F(AccountServers, ShowHowFarTheBatchIsUntilTheyAreLost) {
     ASSERT_TRUE(logIn());
     EXPECT_EQ(progress(), QString());
     startBatch();
     EXPECT_TRUE(eventually([&] { return progress() == u"batch: 2 of 3"_s; }));
     server_.release();
     ASSERT_TRUE(eventually([&] { return progress().isEmpty() && driver_->isIdle(1); }));
-    EXPECT_EQ(server_.lines.last(3),
-              (QByteArrayList{"site change ann tagline hi", "site change ben tagline hi",
-                              "site change cid tagline hi"}));
+    EXPECT_EQ(server_.lines.back(), QByteArray("site change cid tagline hi"));
     EXPECT_NE(driver_->session(1).commandResultsLog.text().find("[ END ]"), std::string::npos);
-}
 
-TEST_F(AccountServers, ThatAreLostLeaveNoProgressAndWhatWasTyped) {
-    ASSERT_TRUE(logIn());
-    startBatch();
+    server_.held = "site change ben tagline hi";
+    driver_->click("cmdBatchPerform");
+    ASSERT_TRUE(eventually([&] { return server_.lines.back() == server_.held; }));
     driver_->click("cmdUserAdd");
     auto* const dialog = driver_->waitForBox<QDialog>();
     ASSERT_NE(dialog, nullptr);
@@ -173,8 +166,6 @@ TEST_F(AccountServers, ThatAnswerLateDoNotTakeTheEditorFromAnother) {
     driver_->window->program().selectSite(1);
     EXPECT_EQ(driver_->text("txtUserName"), u"ben"_s);
     EXPECT_EQ(driver_->text("txtUserTagLine"), u"late"_s);
-    driver_->window->program().selectSite(2);
-    EXPECT_EQ(driver_->text("txtUserName"), u"carol"_s);
 }
 
 } // namespace

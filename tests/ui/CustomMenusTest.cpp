@@ -153,51 +153,35 @@ TEST_F(CustomMenusTest, WhatWasMadeForARowGoesToTheSiteOfTheRow) {
     EXPECT_TRUE(driver_->session(2).commandResultsLog.text().find("> SITE tray\r\n") != std::string::npos);
 }
 
-TEST_F(CustomMenusTest, EveryEntryOfALongMenuCanBeReached) {
-    std::string lines;
+TEST_F(CustomMenusTest, EveryEntryOfALongMenuIsInReachAndAnEmptyOneStaysClosed) {
+    std::string lines = "menu_userlist = %(name) | null\n";
     for (int i = 0; i < 200; ++i) {
         lines += "menu_tray = " + std::string(100, 'x') + " | null\n";
     }
     startOn(browserTab, lines);
+    rightClick("lvwBrowser_1", 0, u"pub"_s);
+    for (const int kind : {-1, 0, 2, 4, 5, 6}) {
+        driver_->window->customMenus().ShowCustomMenu(kind, {20, 20});
+    }
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     driver_->window->customMenus().ShowCustomMenu(1, {20, 20});
     auto& menu = driver_->find<QMenu>("mnuShowTray");
     EXPECT_EQ(menu.actionGeometry(menu.actions().back()).left(),
               menu.actionGeometry(menu.actions().front()).left());
 }
 
-TEST_F(CustomMenusTest, WithoutLinesOrWithoutRowsNoneOpens) {
-    startOn(browserTab, "menu_userlist = %(name) | null\n");
-    rightClick("lvwBrowser_1", 0, u"pub"_s);
-    for (const int kind : {-1, 0, 1, 2, 4, 5, 6}) {
-        driver_->window->customMenus().ShowCustomMenu(kind, {20, 20});
-    }
-    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-}
-
-TEST_F(CustomMenusTest, ExitClosesAfterAYes) {
-    startOn(browserTab, "menu_tray = x | %exit\n");
-    const auto chooseExit = [this] {
-        driver_->window->customMenus().ShowCustomMenu(1, {20, 20});
-        choose("mnuTray_0");
-    };
-    chooseExit();
-    EXPECT_EQ(driver_->answer(QMessageBox::No), u"Are u sure u want to perform this command?\n\n"_s);
-    EXPECT_TRUE(driver_->waitForNoDialog());
-    EXPECT_TRUE(driver_->window->isVisible());
-    chooseExit();
-    driver_->answer(QMessageBox::Yes);
-    EXPECT_TRUE(eventually([&] { return !driver_->window->isVisible(); }));
-    EXPECT_TRUE(driver_->store.value("selected_tab")) << "the state is saved as at every close";
-}
-
 // As it does in the notification area, where the desktop opens the menu.
-TEST_F(CustomMenusTest, TheTrayEndsTheProgramWhileItsWindowIsHidden) {
+TEST_F(CustomMenusTest, TheTrayEndsTheProgramAfterAYesWhileItsWindowIsHidden) {
     startOn(browserTab, "show_trayicon = 1\nmenu_tray = Help | ftp SITE HELP\nmenu_tray = Quit | %exit\n");
     const QMenu* const menu = driver_->find<QSystemTrayIcon>("picTrayIcon").contextMenu();
     ASSERT_NE(menu, nullptr);
     ASSERT_EQ(menu->actions().size(), 2);
     menu->actions()[0]->trigger();
     EXPECT_TRUE(results().contains(u"> SITE HELP\r\n"_s));
+    menu->actions()[1]->trigger();
+    EXPECT_EQ(driver_->answer(QMessageBox::No), u"Are u sure u want to perform this command?\n\n"_s);
+    EXPECT_TRUE(driver_->waitForNoDialog());
+    EXPECT_TRUE(driver_->window->isVisible());
     driver_->window->hide();
     QTimer::singleShot(0, driver_->window.get(), [&] {
         menu->actions()[1]->trigger();
@@ -205,10 +189,10 @@ TEST_F(CustomMenusTest, TheTrayEndsTheProgramWhileItsWindowIsHidden) {
     });
     QTimer::singleShot(20000, driver_->window.get(), [] { QCoreApplication::exit(1); });
     EXPECT_EQ(QCoreApplication::exec(), 0);
-    EXPECT_TRUE(driver_->store.value("selected_tab"));
+    EXPECT_TRUE(driver_->store.value("selected_tab")) << "the state is saved as at every close";
 }
 
-TEST_F(CustomMenusTest, KillEndsTheFirstProcessThatMatches) {
+TEST_F(CustomMenusTest, ProgramsAreStartedInTheFolderOfThisOneAndEnded) {
     startOn(browserTab);
     QProcess victim;
     victim.start(copyOfProgram(u"The Victim"_s), {u"wait"_s});
@@ -218,10 +202,7 @@ TEST_F(CustomMenusTest, KillEndsTheFirstProcessThatMatches) {
     run("kill  " + native("the v?ctim*"));
     ASSERT_TRUE(victim.waitForFinished()) << "it waits for input, which never came";
     EXPECT_TRUE(driver_->window->isVisible());
-}
 
-TEST_F(CustomMenusTest, ExecStartsAProgramInTheFolderOfThisOne) {
-    startOn(browserTab);
     const QString program = copyOfProgram(u"my program"_s);
     run("exec \"" + native(program.toStdString()) + "\" further; words");
     QFile output(program + u".out"_s);

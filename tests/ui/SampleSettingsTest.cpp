@@ -14,13 +14,9 @@ using namespace Qt::StringLiterals;
 namespace corvel::test {
 namespace {
 
-std::vector<std::string> sampleLines(const DemoHome& home) {
-    return ReadAllLines(home.directory() + "/settings.ini");
-}
-
 TEST(SampleSettings, ShowEveryKey) {
     const DemoHome home;
-    std::vector<std::string> lines = sampleLines(home);
+    std::vector<std::string> lines = ReadAllLines(home.directory() + "/settings.ini");
     for (std::string& line : lines) {
         static const QRegularExpression commentedOut(u"^# (?=[a-z_]+ = )"_s);
         line = QString::fromStdString(line).remove(commentedOut).toStdString();
@@ -30,15 +26,14 @@ TEST(SampleSettings, ShowEveryKey) {
     const Settings& shown = reading.settings;
     const Settings defaults;
     EXPECT_EQ(shown.site_nuke_syntax, "site nuke %(name) %(mult) %(reason)");
-    EXPECT_NE(shown.textbox_fontname, defaults.textbox_fontname);
-    EXPECT_NE(shown.textbox_fontsize, defaults.textbox_fontsize);
-    EXPECT_NE(shown.ssl_tunnel_host, defaults.ssl_tunnel_host);
-    EXPECT_NE(shown.ssl_tunnel_port, defaults.ssl_tunnel_port);
     EXPECT_TRUE(shown.show_trayicon && shown.minimize_to_tray && shown.listing_merge_blanks);
+    EXPECT_NE(shown.textbox_fontsize, defaults.textbox_fontsize);
+    EXPECT_NE(shown.ssl_tunnel_port, defaults.ssl_tunnel_port);
     EXPECT_NE(shown.site_nuke_replace_spaces, defaults.site_nuke_replace_spaces);
-    for (const std::string& text : {shown.window_caption_online, shown.window_caption_offline,
-                                    shown.trayicon_text_online, shown.trayicon_text_offline}) {
-        EXPECT_NE(text, "");
+    for (const auto text : {&Settings::textbox_fontname, &Settings::ssl_tunnel_host,
+                            &Settings::window_caption_online, &Settings::window_caption_offline,
+                            &Settings::trayicon_text_online, &Settings::trayicon_text_offline}) {
+        EXPECT_NE(shown.*text, defaults.*text);
     }
     for (std::size_t i = 0; i < imageKeys.size(); ++i) {
         EXPECT_NE(shown.images[i], "") << imageKeys[i].key;

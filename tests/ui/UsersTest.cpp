@@ -1,4 +1,3 @@
-#include "admin/qt/UsersPanel.h"
 #include "ui/DemoWindow.h"
 
 #include <QCheckBox>
@@ -10,9 +9,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
-
-#include <array>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -36,98 +32,76 @@ class Users : public DemoWindow {
         clickRow(name);
         return isOpen(name);
     }
+    void clickAndWait(const char* button) {
+        driver_->click(button);
+        ASSERT_TRUE(driver_->waitForIdle());
+    }
+    void pick(const char* listName, const QString& text) {
+        driver_->find<QListWidget>(listName).findItems(text, Qt::MatchExactly).front()->setSelected(true);
+    }
     const DemoUser* onServer(const char* name) { return server_.world().accounts.findUser(name); }
 };
 
-TEST_F(Users, TableIsShownAndEmptiedWithTheConnection) {
-    ASSERT_EQ(list().model()->rowCount(), 60);
-    EXPECT_EQ(cell(1, 0), u"   2"_s);
-    EXPECT_EQ(cell(1, nameColumn), u"alice"_s);
-    EXPECT_EQ(cell(1, 3), u"31"_s);
-    EXPECT_FALSE(list().model()->index(1, 0).data(Qt::DecorationRole).value<QIcon>().isNull());
-    ASSERT_TRUE(open(u"alice"_s));
-    driver_->chooseSitesMenu(1);
-    EXPECT_EQ(list().model()->rowCount(), 0);
-    EXPECT_EQ(list().accessibleDescription(), u"Not connected."_s);
-    EXPECT_EQ(driver_->text("txtUserUID"), QString());
-}
-
 TEST_F(Users, EveryFieldReachesTheServer) {
     ASSERT_TRUE(open(u"bob"_s));
-    const std::array<std::pair<const char*, QString>, 9> fields = {{
-        {"txtUserFlags", u"3V"_s},
-        {"txtUserTagLine", u"größer  als "_s},
-        {"txtUserVFS", u"/etc/vfs/new.vfs"_s},
-        {"txtUserHomePath", u"/home/elsewhere"_s},
-        {"txtUserBwUp", u"120"_s},
-        {"txtUserBwDn", u"340"_s},
-        {"txtUserLogins_0", u"7"_s},
-        {"txtUserLogins_1", u"5"_s},
-        {"txtUserLogins_2", u"3"_s},
-    }};
-    for (const auto& [name, text] : fields) {
-        driver_->setText(name, text);
+    // The limits and logins first: behind a rename they would name the account as it was.
+    const std::vector<std::vector<std::pair<const char*, QString>>> saves = {
+        {{"txtUserBwUp", u"120"_s},
+         {"txtUserBwDn", u"340"_s},
+         {"txtUserLogins_0", u"7"_s},
+         {"txtUserLogins_1", u"5"_s},
+         {"txtUserLogins_2", u"3"_s}},
+        {{"txtUserName", u"robert"_s},
+         {"txtUserFlags", u"3V"_s},
+         {"txtUserTagLine", u"größer  als "_s},
+         {"txtUserVFS", u"/etc/vfs/new.vfs"_s},
+         {"txtUserHomePath", u"/home/elsewhere"_s}}};
+    for (const auto& boxes : saves) {
+        for (const auto& [name, text] : boxes) {
+            driver_->setText(name, text);
+        }
+        clickAndWait("cmdUserSaveChanges");
+        for (const auto& [name, text] : boxes) {
+            EXPECT_EQ(driver_->text(name), text) << name << " as the server has it";
+        }
     }
-    driver_->click("cmdUserSaveChanges");
-    ASSERT_TRUE(driver_->waitForIdle());
-    for (const auto& [name, text] : fields) {
-        EXPECT_EQ(driver_->text(name), text) << name << " as the server has it";
-    }
-    const DemoUser* bob = onServer("bob");
-    ASSERT_NE(bob, nullptr);
-    EXPECT_EQ(bob->flags, "3V");
-    EXPECT_EQ(bob->upLimit, 120);
-    EXPECT_EQ(bob->downLimit, 340);
-    EXPECT_EQ(bob->ftpLogins, 7);
-    EXPECT_EQ(bob->telnetLogins, 5);
-    EXPECT_EQ(bob->httpLogins, 3);
-
-    driver_->setText("txtUserName", u"robert"_s);
-    driver_->click("cmdUserSaveChanges");
-    ASSERT_TRUE(driver_->waitForIdle());
-    EXPECT_NE(onServer("robert"), nullptr);
+    const DemoUser* const robert = onServer("robert");
+    ASSERT_NE(robert, nullptr);
+    EXPECT_EQ((std::vector<int>{robert->upLimit, robert->downLimit, robert->ftpLogins, robert->telnetLogins,
+                                robert->httpLogins}),
+              (std::vector<int>{120, 340, 7, 5, 3}));
     EXPECT_GE(rowOf(u"robert"_s), 0) << "the row follows the record";
 }
 
-TEST_F(Users, AddressesAndThePasswordReachTheServer) {
+TEST_F(Users, AddressesPasswordGroupsAndSectionsReachTheServer) {
     ASSERT_TRUE(open(u"alice"_s));
-    EXPECT_EQ(driver_->text("txtUserIP"), u"*@*"_s);
     driver_->setText("txtUserIP", u"alice@10.9.*"_s);
-    driver_->click("cmdUserAddDelIp_0");
-    ASSERT_TRUE(driver_->waitForIdle());
+    clickAndWait("cmdUserAddDelIp_0");
     auto& addresses = driver_->find<QListWidget>("lstUserIP");
     ASSERT_EQ(addresses.count(), 2);
-    EXPECT_EQ(driver_->text("txtUserIP"), u"alice@10.9.*"_s);
     QTest::mouseClick(addresses.viewport(), Qt::LeftButton, {},
                       addresses.visualItemRect(addresses.item(0)).center());
-    EXPECT_EQ(driver_->text("txtUserIP"), addresses.item(0)->text());
-    driver_->click("cmdUserAddDelIp_1");
-    ASSERT_TRUE(driver_->waitForIdle());
+    clickAndWait("cmdUserAddDelIp_1");
     EXPECT_EQ(onServer("alice")->masks, std::vector<std::string>{"alice@10.9.*"});
     driver_->setText("txtUserIP", u"typed"_s);
     addresses.setFocus(Qt::TabFocusReason);
     EXPECT_EQ(driver_->text("txtUserIP"), u"typed"_s) << "the focus alone picks nothing";
+
     driver_->click("cmdUserResetPWD");
     auto* const password = driver_->waitForBox<QInputDialog>();
     ASSERT_NE(password, nullptr);
     EXPECT_EQ(password->textEchoMode(), QLineEdit::Password);
-    EXPECT_EQ(password->windowTitle(), u"Change user password"_s);
     driver_->answerText(u"n€wpass"_s);
     EXPECT_TRUE(eventually([&] { return onServer("alice")->password == "n€wpass"; }));
-}
 
-TEST_F(Users, GroupsAndSectionsAreChangedInTheirDialogs) {
-    ASSERT_TRUE(open(u"alice"_s));
-    const std::vector<int> before = onServer("alice")->groups;
+    const std::size_t groups = onServer("alice")->groups.size();
     driver_->click("cmdUserEditGroups");
     ASSERT_NE(driver_->waitForBox<QDialog>(), nullptr);
-    auto& groups = driver_->find<QListWidget>("lstGroups");
-    groups.findItems(u"library"_s, Qt::MatchExactly).front()->setSelected(true);
+    pick("lstGroups", u"library"_s);
     driver_->click("cmdOK");
-    ASSERT_TRUE(eventually([&] { return onServer("alice")->groups.size() == before.size() + 1; }));
+    ASSERT_TRUE(eventually([&] { return onServer("alice")->groups.size() == groups + 1; }));
     ASSERT_TRUE(driver_->waitForIdle());
-    auto& shown = driver_->find<ReportView>("lvwUserGroups");
-    EXPECT_EQ(shown.model()->rowCount(), static_cast<int>(before.size()) + 1);
+    EXPECT_EQ(driver_->find<ReportView>("lvwUserGroups").model()->rowCount(), static_cast<int>(groups) + 1);
 
     emit driver_->find<ReportView>("lvwUserSections").rowDoubleClicked(0);
     ASSERT_NE(driver_->waitForBox<QDialog>(), nullptr);
@@ -145,10 +119,8 @@ TEST_F(Users, DeletedAccountGoesAfterTheQuestionAndTheNextReload) {
     EXPECT_EQ(driver_->window->findChild<QMessageBox*>(), nullptr) << "no row is selected";
     QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, carol);
     QTest::keyClick(&list(), Qt::Key_Delete);
-    const QString group = cell(rowOf(u"carol"_s), nameColumn + 1);
     auto* const question = driver_->waitForBox<QMessageBox>();
     ASSERT_NE(question, nullptr);
-    EXPECT_EQ(question->text(), u"Are u sure u want to delete this user:\ncarol@"_s + group);
     QTest::keyClick(question, Qt::Key_Return);
     ASSERT_TRUE(driver_->waitForIdle());
     EXPECT_NE(onServer("carol"), nullptr) << "Enter means no";
@@ -158,42 +130,27 @@ TEST_F(Users, DeletedAccountGoesAfterTheQuestionAndTheNextReload) {
     EXPECT_GE(rowOf(u"carol"_s), 0) << "the list waits for a reload";
     driver_->click("cmdUserReloadTable");
     ASSERT_TRUE(eventually([&] { return rowOf(u"carol"_s) < 0; }));
-    EXPECT_EQ(list().model()->rowCount(), 59);
     EXPECT_EQ(driver_->text("txtUserUID"), QString());
 }
 
-TEST_F(Users, EditorFollowsTheCurrentRowAndTheSite) {
+TEST_F(Users, EditorFollowsTheCurrentRowUntilTheConnectionEnds) {
+    ASSERT_EQ(list().model()->rowCount(), 60);
+    EXPECT_EQ(cell(1, 0) + cell(1, nameColumn) + cell(1, 3), u"   2alice31"_s);
+    EXPECT_FALSE(list().model()->index(1, 0).data(Qt::DecorationRole).value<QIcon>().isNull());
     clickRow(u"alice"_s);
     clickRow(u"bob"_s);
     EXPECT_TRUE(isOpen(u"bob"_s));
     QTest::keyClick(&list(), Qt::Key_Down);
     EXPECT_TRUE(isOpen(u"carol"_s));
-
     emit list().headerClicked(nameColumn);
-    EXPECT_EQ(cell(0, nameColumn), u"adam"_s);
     EXPECT_GE(list().header()->sectionSize(nameColumn), list().header()->sectionSizeHint(nameColumn))
         << "the arrow cuts the header";
-    EXPECT_EQ(cell(list().currentRow(), nameColumn), u"carol"_s);
-    driver_->click("cmdUserReloadTable");
-    ASSERT_TRUE(driver_->waitForIdle());
+    clickAndWait("cmdUserReloadTable");
     EXPECT_EQ(cell(0, nameColumn), u"adam"_s);
     EXPECT_EQ(cell(list().currentRow(), nameColumn), u"carol"_s);
-    driver_->setText("txtUserTagLine", u"after the reload"_s);
-    driver_->click("cmdUserSaveChanges");
-    EXPECT_TRUE(eventually([&] { return onServer("carol")->tagline == "after the reload"; }));
-    ASSERT_TRUE(driver_->waitForIdle());
-
-    ASSERT_TRUE(driver_->logIn(2));
+    driver_->chooseSitesMenu(1);
+    EXPECT_EQ(list().model()->rowCount(), 0);
     EXPECT_EQ(driver_->text("txtUserUID"), QString());
-    driver_->click("cmdUserSaveChanges");
-    driver_->click("cmdUserEditGroups");
-    EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr);
-    driver_->window->program().admin().users().reload(1);
-    ASSERT_TRUE(driver_->waitForIdle(1));
-    EXPECT_EQ(driver_->text("txtUserUID"), QString());
-    driver_->find<QAbstractItemView>("lvwSites")
-        .setCurrentIndex(driver_->find<QAbstractItemView>("lvwSites").model()->index(0, 0));
-    EXPECT_EQ(driver_->text("txtUserName"), u"carol"_s);
 }
 
 TEST_F(Users, WhatIsTypedStaysWithItsAccount) {
@@ -202,10 +159,7 @@ TEST_F(Users, WhatIsTypedStaysWithItsAccount) {
     const auto ground = [&](int row) { return list().model()->index(row, 0).data(Qt::BackgroundRole); };
     EXPECT_TRUE(ground(rowOf(u"bob"_s)).isValid());
     EXPECT_FALSE(ground(rowOf(u"alice"_s)).isValid());
-    driver_->setText("txtUserIP", u"a@b"_s);
-    driver_->click("cmdUserAddDelIp_0");
-    ASSERT_TRUE(driver_->waitForIdle());
-    EXPECT_EQ(driver_->find<QListWidget>("lstUserIP").count(), 2);
+    clickAndWait("cmdUserAddDelIp_0");
     ASSERT_TRUE(open(u"alice"_s));
     EXPECT_NE(driver_->text("txtUserTagLine"), u"half a sent"_s);
     QTest::keyClick(&list(), Qt::Key_F5);
@@ -219,7 +173,9 @@ TEST_F(Users, WhatIsTypedStaysWithItsAccount) {
     EXPECT_FALSE(ground(rowOf(u"bob"_s)).isValid());
 }
 
-TEST_F(Users, AddedAccountIsOnTheServer) {
+TEST_F(Users, AddedAndCopiedAccountsAreOnTheServer) {
+    driver_->click("cmdUserCopy");
+    EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr) << "no account is open";
     QTest::keyClick(&list(), Qt::Key_Insert);
     auto* const dialog = driver_->waitForBox<QDialog>();
     ASSERT_NE(dialog, nullptr);
@@ -227,10 +183,7 @@ TEST_F(Users, AddedAccountIsOnTheServer) {
     driver_->setText("txtPassword", u"secret"_s);
     driver_->find<QComboBox>("txtMainGroup").setCurrentText(u"staff"_s);
     dialog->findChild<QPushButton*>(u"cmdUserAddDelIp_0"_s)->click();
-    driver_->find<QListWidget>("lstAllGroup")
-        .findItems(u"music"_s, Qt::MatchExactly)
-        .front()
-        ->setSelected(true);
+    pick("lstAllGroup", u"music"_s);
     driver_->click("cmdOK");
     ASSERT_TRUE(eventually([&] {
         return driver_->isIdle(1) && driver_->session(1).sBatchLines.left() == 0 &&
@@ -240,11 +193,7 @@ TEST_F(Users, AddedAccountIsOnTheServer) {
               (std::vector<std::string>{"staff", "music"}));
     EXPECT_EQ(onServer("newbie")->masks, std::vector<std::string>{"*@*"});
     EXPECT_TRUE(driver_->waitForNoDialog());
-}
 
-TEST_F(Users, CopiedAccountIsInTheReloadedTable) {
-    driver_->click("cmdUserCopy");
-    EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr) << "no account is open";
     ASSERT_TRUE(open(u"carol"_s));
     driver_->click("cmdUserCopy");
     ASSERT_NE(driver_->waitForBox<QDialog>(), nullptr);
@@ -254,7 +203,7 @@ TEST_F(Users, CopiedAccountIsInTheReloadedTable) {
     EXPECT_NE(onServer("carol2"), nullptr);
 }
 
-TEST_F(Users, BatchChangesTheSelectedAccounts) {
+TEST_F(Users, BatchChangesTheSelectedAccountsInWhicheverRowsTheyStand) {
     driver_->click("cmdUserBatch");
     EXPECT_EQ(driver_->find<QPushButton>("cmdUserBatch").text(), u"user..."_s);
     EXPECT_FALSE(driver_->find<QWidget>("picUserContainer").isVisible());
@@ -267,11 +216,9 @@ TEST_F(Users, BatchChangesTheSelectedAccounts) {
     driver_->find<QCheckBox>("chkBatchTagLine").setChecked(true);
     driver_->setText("txtBatchTagline", u"one for all"_s);
     driver_->click("cmdBatchPerform");
-    ASSERT_TRUE(
-        eventually([&] { return driver_->isIdle(1) && onServer("carol")->tagline == "one for all"; }));
-    EXPECT_EQ(onServer("alice")->tagline, "one for all");
-    EXPECT_EQ(onServer("bob")->tagline, "one for all");
-    EXPECT_NE(onServer("dave")->tagline, "one for all");
+    const auto isChanged = [&](const char* name) { return onServer(name)->tagline == "one for all"; };
+    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && isChanged("carol"); }));
+    EXPECT_TRUE(isChanged("alice") && isChanged("bob") && !isChanged("dave"));
     driver_->click("cmdUserBatch");
     EXPECT_TRUE(driver_->find<QWidget>("picUserContainer").isVisible());
 }
@@ -284,9 +231,6 @@ TEST_F(Users, ScrollBarSpansWhatIsHidden) {
     ASSERT_TRUE(eventually([&] { return bar.isVisible(); }));
     bar.setValue(bar.maximum());
     EXPECT_EQ(controls.y(), container.height() - controls.height());
-    bar.setValue(0);
-    EXPECT_EQ(controls.y(), 0);
-    driver_->find<QPushButton>("cmdUserSaveChanges").setFocus(Qt::TabFocusReason);
     driver_->window->resize(1000, 1400);
     EXPECT_TRUE(eventually([&] { return !bar.isVisible(); }));
     EXPECT_EQ(controls.y(), 0);
