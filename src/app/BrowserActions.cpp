@@ -17,7 +17,7 @@ void BrowserActions::refresh(int site) {
 }
 
 void BrowserActions::refreshAndNoop(int site) {
-    sendOrTell(site, mkdirButtonCommands());
+    outbox_.startOrTell(site, LogKind::browserReply, {.commands = mkdirButtonCommands(), .isAtOnce = true});
 }
 
 void BrowserActions::open(int site, int row) {

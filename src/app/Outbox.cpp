@@ -137,7 +137,9 @@ bool Outbox::advance(int site, Box& box) {
     if (box.running) {
         Started& running = *box.running;
         if (running.next < running.job.commands.size()) {
-            channel_.SendCommand(site, running.job.commands[running.next++]);
+            do {
+                channel_.SendCommand(site, running.job.commands[running.next++]);
+            } while (running.job.isAtOnce && running.next < running.job.commands.size());
         } else if (isBatch(running.job)) {
             box.batch = std::exchange(box.running, std::nullopt);
             box.isGuestsTurn = true;

@@ -26,6 +26,9 @@ struct Job {
     std::string wish = {};
     // Of a sequence, which runs its lines behind the one command.
     std::optional<CommandSequence> sequence = {};
+    // The commands are handed over together, no more than the ring holds, so that what a reply asks for in
+    // turn goes out behind them.
+    bool isAtOnce = false;
 };
 
 Job jobOf(const CommandSequence& sequence);

@@ -136,7 +136,7 @@ TEST(BrowserActions, RenameSendsBothNamesOrNone) {
 TEST(BrowserActions, ButtonsSendTheirCommands) {
     Browsing program;
     program.browser().refreshAndNoop(1);
-    program.expectSent({"STAT -a", "PWD", "NOOP"}, "the button called mkdir");
+    program.expectSent({"STAT -a", "NOOP", "PWD"}, "the button called mkdir");
     program.prompts.answers = {"", "new dir"};
     program.answer({send("200 ok\r\n")}, "idle");
     program.browser().makeDirectory(1);
