@@ -25,6 +25,9 @@ class ViewUpdates : public QObject, public Views {
     // Tells what has changed until now.
     void tell();
 
+    // Tells nothing from now on: the window is going, and its parts before this one.
+    void stop() { show_ = [](const ViewChange&) {}; }
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -92,7 +92,9 @@ frmMain::frmMain(StateStore& store, const std::string& directory)
     tmrSocketStatus_->start();
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+    views_.stop();
+}
 
 void frmMain::start() {
     rememberGeometry();

@@ -237,7 +237,8 @@ TEST(DemoCommands, ListTheWholeTreeInLinesThatCanBeRead) {
         }
     }
     EXPECT_EQ(types, (std::set<char>{'-', 'd', 'l', 'c', 'b', 'p', 's'}));
-    for (const std::string_view line : split(ask(world, client, "SITE CorvelExt who"), lineEnd)) {
+    const std::string who = ask(world, client, "SITE CorvelExt who");
+    for (const std::string_view line : split(who, lineEnd)) {
         EXPECT_TRUE(split(line, fieldSeparator).size() == 18 || !line.starts_with("200-cid")) << line;
     }
 }
