@@ -37,9 +37,8 @@ class FoldedTexts {
         const bool isAscii =
             std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
         if (isAscii) {
-            text_ += bytes;
-            const auto added = std::ranges::subrange(text_.end() - std::ssize(bytes), text_.end());
-            std::ranges::transform(added, added.begin(), lowerAscii);
+            const auto first = text_.insert(text_.end(), bytes.begin(), bytes.end());
+            std::transform(first, text_.end(), first, lowerAscii);
         } else {
             text_ += foldCase(toUtf8(bytes, encoding_));
         }

@@ -127,7 +127,7 @@ void frmMain::editSite(int site) {
     auto* const dialog = new frmSitesAddEdit(
         opening,
         [this, site, isNew](const SiteForm& form) {
-            const std::optional<std::string> problem =
+            std::optional<std::string> problem =
                 isNew ? program_.addSite(form) : program_.changeSite(site, form);
             if (isNew && !problem) {
                 program_.selectSite(program_.siteCount());
