@@ -50,7 +50,7 @@ class LongestTexts {
 } // namespace
 
 std::vector<std::vector<int>> rowsToMeasure(const ReportSource& source, int first, int last) {
-    const auto columns = static_cast<std::size_t>(last - first + 1);
+    const std::size_t columns = static_cast<std::size_t>(last) - static_cast<std::size_t>(first) + 1;
     if (source.rows <= shortList || !source.sentText) {
         std::vector<int> rows(static_cast<std::size_t>(std::min(source.rows, shortList)));
         std::iota(rows.begin(), rows.end(), 0);
