@@ -26,7 +26,9 @@ class ViewUpdates : public QObject, public Views {
     void tell();
 
     // Tells nothing from now on: the window is going, and its parts before this one.
-    void stop() { show_ = [](const ViewChange&) {}; }
+    void stop() {
+        show_ = [](const ViewChange&) {};
+    }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -1,3 +1,4 @@
+#include "admin/qt/UsersPanel.h"
 #include "ui/DemoWindow.h"
 
 #include <QCheckBox>
@@ -151,6 +152,13 @@ TEST_F(Users, EditorFollowsTheCurrentRowUntilTheConnectionEnds) {
     driver_->chooseSitesMenu(1);
     EXPECT_EQ(list().model()->rowCount(), 0);
     EXPECT_EQ(driver_->text("txtUserUID"), QString());
+}
+
+// A rename is told of when the connection, and with it the table, has gone already.
+TEST_F(Users, AChangeThatATableHasOvertakenHarmsNothing) {
+    driver_->window->program().disconnectSite(1);
+    driver_->window->findChild<UsersPanel*>()->accountsChanged(1, Accounts::users, AccountChange::record);
+    EXPECT_EQ(list().model()->rowCount(), 0);
 }
 
 TEST_F(Users, WhatIsTypedStaysWithItsAccount) {

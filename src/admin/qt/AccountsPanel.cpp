@@ -17,6 +17,7 @@ void AccountsPanel::build(AccountsOutline outline, QLayout* buttons, QWidget* si
     outline_ = std::move(outline);
     lists_ = new SitePages<List>([this](int site) { return createList(site); });
     auto* const area = new QWidget;
+    area->setMinimumWidth(fontMetrics().averageCharWidth() * 35); // the columns of usual names, sorted
     auto* const lists = new QVBoxLayout(area);
     lists->setContentsMargins(0, 0, 0, 0);
     lists->addWidget(lists_, 1);
@@ -73,9 +74,14 @@ void AccountsPanel::fill(int site, List& list) {
     list.widget->setCurrentRow(outline_.currentRow(site));
 }
 
-// The accounts that are selected stay so, in whichever rows they stand then.
+// The accounts that are selected stay so, in whichever rows they stand then. Where the table is another one
+// by now, of which the window is told next, there is nothing to keep.
 void AccountsPanel::reorder(int site, List& list) {
     const AccountView& view = session(site).*outline_.view;
+    if (view.rows.size() != list.rows.size()) {
+        fill(site, list);
+        return;
+    }
     std::vector<bool> isSelected(list.rows.size());
     for (const int row : list.widget->selectedRows()) {
         isSelected[list.rows[static_cast<std::size_t>(row)]] = true;

@@ -79,8 +79,6 @@ QLayout* UsersPanel::createButtons() {
     buttons->addWidget(cmdUserBatch_, 1, 0);
     buttons->addWidget(addButton("cmdUserCopy", tr("copy..."), [this](int site) { copyUser(site); }), 1, 1);
     buttons->setColumnStretch(2, 1);
-    // The columns of usual names, sorted.
-    buttons->setColumnMinimumWidth(2, fontMetrics().averageCharWidth() * 5);
     return buttons;
 }
 
