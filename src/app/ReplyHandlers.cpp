@@ -36,10 +36,11 @@ void browserChain(const ReplyServices& services, const Reply& reply) {
     case BrowserReply::directoryUnknown:
         return;
     case BrowserReply::listing:
+        dropRows(session.browser, session.sCwd); // before its successor needs as much memory
         showListing(session.browser,
                     ParseDirectoryListing(listingLines(reply.command.sCommand, reply.lines, reply.code),
                                           {.mergeBlanks = services.settings.listing_merge_blanks}),
-                    session.sCwd, session.encoding);
+                    session.encoding);
         services.views.listingChanged(reply.site);
         services.channel.SendCommand(reply.site, printDirectoryCommand());
         return;

@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <cstring>
+#include <numeric>
 #include <utility>
 
 namespace corvel {
@@ -229,6 +230,13 @@ std::string cellText(const BrowserListing& listing, std::size_t row, BrowserColu
     default:
         return std::string(listedText(entry, column));
     }
+}
+
+int FitBrowserColumns(int listWidth, std::span<const int> otherColumnWidths) {
+    constexpr int scrollBarRoom = 400;
+    constexpr int leastNameWidth = 2000;
+    const int others = std::accumulate(otherColumnWidths.begin(), otherColumnWidths.end(), 0);
+    return std::max(listWidth - others - scrollBarRoom, leastNameWidth);
 }
 
 } // namespace corvel

@@ -78,4 +78,9 @@ std::optional<std::uint64_t> sizeNumber(std::string_view size);
 std::string cellText(const BrowserListing& listing, std::size_t row, BrowserColumn column,
                      std::string_view groupSeparator);
 
+// The width of the name column, in units of 1/1440 inch as everything here: what the list's
+// width leaves beside the other visible columns, less room for a scroll bar, and never too little to read a
+// name.
+int FitBrowserColumns(int listWidth, std::span<const int> otherColumnWidths);
+
 } // namespace corvel

@@ -31,16 +31,19 @@ std::string_view whyNotUsable(const RemoteList& list) {
     }
 }
 
-void showListing(RemoteList& list, BrowserListing listing, std::string_view directory,
-                 TextEncoding encoding) {
+void dropRows(RemoteList& list, std::string_view directory) {
     const BrowserEntry* const selected = entryAt(list, list.row);
     list.isOfSameDirectory = whyNotUsable(list).empty() && list.directory == directory;
     list.selectedName = list.isOfSameDirectory && selected != nullptr ? selected->name : std::string_view();
-    list.listing = std::move(listing);
-    list.order.clear();
+    list.listing = {};
+    list.order = {};
     list.row = -1;
     list.isArranged = false;
     list.directory = directory;
+}
+
+void showListing(RemoteList& list, BrowserListing listing, TextEncoding encoding) {
+    list.listing = std::move(listing);
     list.since = RemoteList::Since::listed;
     ++list.listings;
     if (list.listing.entries.size() <= arrangedAtOnce) {

@@ -33,9 +33,13 @@ struct RemoteList {
 // Why nothing is to be done with the rows, for a person to read; empty where they can be acted on.
 std::string_view whyNotUsable(const RemoteList& list);
 
-// Shows the listing of directory, from now on usable. The row that was selected stays selected by its name
-// where directory is still the same. A listing of many entries is not arranged yet.
-void showListing(RemoteList& list, BrowserListing listing, std::string_view directory, TextEncoding encoding);
+// Makes room for a listing of directory: the rows go, but for the name of the selected one where directory is
+// still the same.
+void dropRows(RemoteList& list, std::string_view directory);
+
+// Shows a listing in place of the rows that were dropped, from now on usable. The row with the name that was
+// selected is selected. A listing of many entries is not arranged yet.
+void showListing(RemoteList& list, BrowserListing listing, TextEncoding encoding);
 
 // Orders the rows as list.sort says; the selected entry stays selected.
 void arrange(RemoteList& list, TextEncoding encoding);

@@ -77,6 +77,11 @@ bool cutFields(std::string_view text, std::span<std::string_view> fields) {
     return cutLeadingFields(text, fields) && fields.back().find(fieldSeparator) == std::string_view::npos;
 }
 
+std::string_view lastLine(std::span<const std::string_view> lines) {
+    const auto last = std::find_if(lines.rbegin(), lines.rend(), [](auto line) { return !line.empty(); });
+    return last == lines.rend() ? std::string_view() : *last;
+}
+
 std::string join(const std::vector<std::string_view>& pieces, std::string_view separator) {
     std::string result;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
@@ -121,21 +126,16 @@ std::string foldCase(std::string_view text) {
         if (lead < 0x80) {
             result[i] = lowerAscii(result[i]);
         } else if (lead >= 0xC2 && lead < 0xE0 && i + 1 < result.size()) {
-            const unsigned trail = static_cast<unsigned char>(result[i + 1]);
             if (!continuesCharacter(result[i + 1])) {
                 continue; // not UTF-8; the byte stays, and so must the one behind it
             }
+            const unsigned trail = static_cast<unsigned char>(result[i + 1]);
             const unsigned folded = foldTwoByte((lead & 0x1FU) << 6U | (trail & 0x3FU));
             result[i] = static_cast<char>(0xC0U | folded >> 6U);
             result[++i] = static_cast<char>(0x80U | (folded & 0x3FU));
         }
     }
     return result;
-}
-
-std::string_view lastLine(std::span<const std::string_view> lines) {
-    const auto last = std::find_if(lines.rbegin(), lines.rend(), [](auto line) { return !line.empty(); });
-    return last == lines.rend() ? std::string_view() : *last;
 }
 
 bool isOneLine(std::string_view text) {

@@ -23,6 +23,9 @@ bool cutFields(std::string_view text, std::span<std::string_view> fields);
 // As cutFields, but the last field keeps every further separator: false only where text has fewer fields.
 bool cutLeadingFields(std::string_view text, std::span<std::string_view> fields);
 
+// The last of lines that is not empty; empty where all are.
+std::string_view lastLine(std::span<const std::string_view> lines);
+
 // The pieces with the separator between them.
 std::string join(const std::vector<std::string_view>& pieces, std::string_view separator);
 
@@ -46,9 +49,6 @@ std::string toUpper(std::string_view text);
 // text, UTF-8, in the form in which two texts that differ only in case are equal: ASCII, Latin, Greek and
 // Cyrillic letters are folded, every other byte stays. Made for ordering lists, not for display.
 std::string foldCase(std::string_view text);
-
-// The last line that is not empty; nothing when none is.
-std::string_view lastLine(std::span<const std::string_view> lines);
 
 // Whether text can go out as one line of a control connection: no CR, LF or NUL in it (RFC 959, section 5.3).
 bool isOneLine(std::string_view text);

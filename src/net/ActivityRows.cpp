@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace corvel {
 
@@ -55,103 +56,57 @@ bool cutRecord(std::string_view line, Fields& fields) {
     return line.starts_with("200-cid") && cutLeadingFields(line, fields) && fields.front() == "200-cid";
 }
 
+void count(ActivityCounters& counters, std::string_view status, std::int32_t speed) {
+    if (const Action* const action = findAction(&Action::status, status)) {
+        addWithin32Bits(counters.*action->count, 1);
+        if (action->speedSum != nullptr) {
+            addWithin32Bits(counters.*action->speedSum, speed);
+        }
+    }
+}
+
+// What the row of a record reads. number: its place, from 1.
+std::array<std::string, activityColumnCount> textsOf(const Fields& fields, std::size_t number,
+                                                     std::int32_t speed, double amount) {
+    constexpr std::size_t cidWidth = 5;
+    constexpr double bytesPerMegabyte = 1024.0 * 1024.0;
+    std::array<std::string, activityColumnCount> texts;
+    for (std::size_t column = 0; column < activityColumnCount; ++column) {
+        const std::string_view field = fields[shownFields[column]];
+        std::string& text = texts[column];
+        switch (static_cast<ActivityCell>(column)) {
+        case ActivityCell::icon:
+            break;
+        case ActivityCell::position:
+            text = std::to_string(number);
+            break;
+        case ActivityCell::cid:
+            text.append(cidWidth - std::min(cidWidth, field.size()), ' ').append(field);
+            break;
+        case ActivityCell::action: {
+            const Action* const action = findAction(&Action::status, field);
+            text = action == nullptr ? field : action->text;
+            break;
+        }
+        case ActivityCell::speed:
+            text = std::to_string(speed) + " kBps";
+            break;
+        case ActivityCell::transferred:
+            text = numberText(amount / bytesPerMegabyte, 2) + " MB";
+            break;
+        default:
+            text = field;
+            break;
+        }
+    }
+    return texts;
+}
+
 } // namespace
-
-// Reads one reply.
-class WhoReader {
-  public:
-    WhoReader(ActivityRows& activity, ActivityCounters& counters) : activity_(activity), counters_(counters) {
-        ++activity_.replies;
-        counters_ = {};
-    }
-
-    // Takes a record's fields as the next row.
-    void takeRecord(const Fields& fields, std::int32_t speed, double amount) {
-        count(fields[statusField], speed);
-        writeTexts(fields, speed, amount);
-        if (next_ == activity_.rows.size()) {
-            activity_.rows.emplace_back();
-        }
-        ActivityRow& row = activity_.rows[next_++];
-        if (row.isStale_ || row.texts_ != texts_ || row.ends_ != ends_) {
-            row.texts_ = texts_;
-            row.ends_ = ends_;
-            row.isStale_ = false;
-            row.changedIn_ = activity_.replies;
-        }
-    }
-
-    void markRestStale() {
-        for (std::size_t i = next_; i < activity_.rows.size(); ++i) {
-            ActivityRow& row = activity_.rows[i];
-            if (!row.isStale_) {
-                row.isStale_ = true;
-                row.changedIn_ = activity_.replies;
-            }
-        }
-    }
-
-  private:
-    void count(std::string_view status, std::int32_t speed) {
-        if (const Action* const action = findAction(&Action::status, status)) {
-            addWithin32Bits(counters_.*action->count, 1);
-            if (action->speedSum != nullptr) {
-                addWithin32Bits(counters_.*action->speedSum, speed);
-            }
-        }
-    }
-
-    // What the row reads from now on.
-    void writeTexts(const Fields& fields, std::int32_t speed, double amount) {
-        constexpr std::size_t cidWidth = 5;
-        constexpr double bytesPerMegabyte = 1024.0 * 1024.0;
-        texts_ = std::to_string(next_ + 1);
-        for (std::size_t column = 0; column < activityColumnCount; ++column) {
-            const std::string_view field = fields[shownFields[column]];
-            switch (static_cast<ActivityCell>(column)) {
-            case ActivityCell::icon:
-                ends_[column] = 0;
-                continue;
-            case ActivityCell::position:
-                break;
-            case ActivityCell::cid:
-                texts_.append(cidWidth - std::min(cidWidth, field.size()), ' ').append(field);
-                break;
-            case ActivityCell::action: {
-                const Action* const action = findAction(&Action::status, field);
-                texts_ += action == nullptr ? field : action->text;
-                break;
-            }
-            case ActivityCell::speed:
-                texts_.append(std::to_string(speed)).append(" kBps");
-                break;
-            case ActivityCell::transferred:
-                texts_.append(numberText(amount / bytesPerMegabyte, 2)).append(" MB");
-                break;
-            default:
-                texts_ += field;
-                break;
-            }
-            ends_[column] = static_cast<std::uint32_t>(texts_.size());
-        }
-    }
-
-    ActivityRows& activity_;
-    ActivityCounters& counters_;
-    std::size_t next_ = 0; // row
-    std::string texts_;    // of the record in hand, as in its row
-    decltype(ActivityRow::ends_) ends_{};
-};
 
 std::string_view ActivityRow::text(ActivityCell cell) const {
     const auto column = static_cast<std::size_t>(cell);
-    if (column == 0) {
-        return {};
-    }
-    if (isStale_ && column <= lastStaleColumn) {
-        return "--";
-    }
-    return std::string_view(texts_).substr(ends_[column - 1], ends_[column] - ends_[column - 1]);
+    return isStale && column > 0 && column <= lastStaleColumn ? std::string_view("--") : texts[column];
 }
 
 ActivityIcon ActivityRow::icon() const {
@@ -162,7 +117,9 @@ ActivityIcon ActivityRow::icon() const {
 BadLines ParseWhoReply(std::span<const std::string_view> lines, ActivityRows& activity,
                        ActivityCounters& counters) {
     BadLines bad;
-    WhoReader reader(activity, counters);
+    ++activity.replies;
+    counters = {};
+    std::size_t next = 0; // row
     Fields fields;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (!cutRecord(lines[i], fields)) {
@@ -175,10 +132,19 @@ BadLines ParseWhoReply(std::span<const std::string_view> lines, ActivityRows& ac
         } else if (!std::isfinite(amount)) {
             bad.note(i + 1, fields[amountField], "amount");
         } else {
-            reader.takeRecord(fields, *speed, amount);
+            count(counters, fields[statusField], *speed);
+            activity.rows.resize(std::max(activity.rows.size(), next + 1));
+            ActivityRow& row = activity.rows[next++];
+            std::array<std::string, activityColumnCount> texts = textsOf(fields, next, *speed, amount);
+            if (row.isStale || row.texts != texts) {
+                row = {.texts = std::move(texts), .changedIn = activity.replies};
+            }
         }
     }
-    reader.markRestStale();
+    for (ActivityRow& row : std::span(activity.rows).subspan(next)) {
+        row.changedIn = row.isStale ? row.changedIn : activity.replies;
+        row.isStale = true;
+    }
     return bad;
 }
 

@@ -50,8 +50,7 @@ enum class ActivityCell : std::uint8_t {
 enum class ActivityIcon : std::uint8_t { none, idle, up, down };
 
 // A connection as the list shows it, in the server's bytes.
-class ActivityRow {
-  public:
+struct ActivityRow {
     // What the row reads in a column. A stale row reads "--" where it names the connection. The icon's column
     // has no text. The text lives until the row next changes.
     std::string_view text(ActivityCell cell) const;
@@ -59,16 +58,9 @@ class ActivityRow {
     // By the text of its action.
     ActivityIcon icon() const;
 
-    // The number of the reply that last made the row read differently.
-    std::uint64_t changedIn() const { return changedIn_; }
-
-  private:
-    friend class WhoReader;
-
-    std::string texts_; // the cells from position on, one behind the other
-    std::array<std::uint32_t, activityColumnCount> ends_{}; // by column, in texts_
-    std::uint64_t changedIn_ = 0;
-    bool isStale_ = false; // the last reply has no record for it
+    std::array<std::string, activityColumnCount> texts;
+    std::uint64_t changedIn = 0; // the number of the reply that last made the row read differently
+    bool isStale = false;        // the last reply has no record for it
 };
 
 // What the replies to who have brought since the connection began.

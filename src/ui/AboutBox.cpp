@@ -1,5 +1,6 @@
 #include "ui/AboutBox.h"
 
+#include "widgets/DialogParts.h"
 #include "widgets/Icons.h"
 
 #include <QCoreApplication>
@@ -18,8 +19,7 @@ void openAboutBox(QWidget& parent) {
                             QStringLiteral("\n\n") +
                             QMessageBox::tr("Runs with Qt %1.").arg(QLatin1String(qVersion())));
     box->setStandardButtons(QMessageBox::Ok);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
+    openDialog(*box);
 }
 
 } // namespace corvel

@@ -6,13 +6,13 @@
 #include "ui/SettingsPanel.h"
 #include "widgets/ElementName.h"
 #include "widgets/Icons.h"
-#include "widgets/ScrollPage.h"
 #include "widgets/TextConversion.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -60,6 +60,19 @@ void opensMenu(Panel& panel, CustomMenus& menus, MenuKind kind) {
     QObject::connect(&panel, &Panel::menuRequested, &menus, [&menus, kind](const QPoint& position) {
         menus.ShowCustomMenu(static_cast<int>(kind), position);
     });
+}
+
+// A page that fills its place with content, and scrolls it where the place is smaller than content can be.
+// Belongs to the caller, and content to it.
+QWidget* newScrollPage(QWidget& content) {
+    auto* const page = new QScrollArea;
+    page->setFrameShape(QFrame::NoFrame);
+    page->setWidgetResizable(true);
+    page->setWidget(&content);
+    // The ground of the tab shows through, as it does under every other page.
+    page->viewport()->setAutoFillBackground(false);
+    content.setAutoFillBackground(false);
+    return page;
 }
 
 } // namespace

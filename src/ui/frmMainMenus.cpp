@@ -2,6 +2,7 @@
 #include "ui/AboutBox.h"
 #include "ui/frmMain.h"
 #include "ui/SettingsPanel.h"
+#include "widgets/DialogParts.h"
 #include "widgets/ElementName.h"
 #include "widgets/TextConversion.h"
 
@@ -135,8 +136,7 @@ void frmMain::editSite(int site) {
             return problem;
         },
         this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->open();
+    corvel::openDialog(*dialog);
 }
 
 } // namespace corvel

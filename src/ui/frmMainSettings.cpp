@@ -3,6 +3,7 @@
 #include "ui/desktop/Stacking.h"
 #include "ui/frmMain.h"
 #include "ui/SettingsPanel.h"
+#include "widgets/DialogParts.h"
 
 #include <QCheckBox>
 
@@ -34,8 +35,7 @@ void frmMain::openSettings() {
             activity_->applyColours();
         },
         this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->open();
+    corvel::openDialog(*dialog);
 }
 
 } // namespace corvel

@@ -18,14 +18,13 @@ namespace corvel {
 
 namespace {
 
-QMessageBox* openBox(QWidget& parent, const QString& text, QMessageBox::StandardButtons buttons) {
-    auto* const box = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Corvel"), {}, buttons, &parent);
-    // Before the text: the automatic choice would read markup in it.
-    box->setTextFormat(Qt::PlainText);
-    box->setText(text);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
-    return box;
+// What stands in a message may be as long as a server likes: too long a text would push the buttons off the
+// screen.
+QString withoutMiddle(const QString& text) {
+    constexpr qsizetype longest = 1500;
+    constexpr qsizetype end = longest / 3;
+    return text.size() <= longest ? text
+                                  : text.left(longest - end) + QStringLiteral(" \u2026 ") + text.right(end);
 }
 
 } // namespace
@@ -74,24 +73,33 @@ QDialogButtonBox* confirmButtons(QDialog& dialog, const ConfirmButton& confirm,
     return buttons;
 }
 
-void showMessage(QWidget& parent, std::string_view text, TextEncoding encoding) {
-    QString lines;
-    for (const std::string_view line : split(text, lineEnd)) {
-        lines += (lines.isEmpty() ? QString() : QStringLiteral("\n")) + displayTextOf(line, encoding);
-    }
-    openBox(parent, lines, QMessageBox::Ok);
+void openDialog(QDialog& dialog) {
+    dialog.setAttribute(Qt::WA_DeleteOnClose);
+    dialog.open();
+}
+
+QMessageBox* newMessageBox(QWidget* parent, const QString& text, QMessageBox::StandardButtons buttons) {
+    auto* const box = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Corvel"), {}, buttons, parent);
+    // Before the text: the automatic choice would read markup in it.
+    box->setTextFormat(Qt::PlainText);
+    box->setText(withoutMiddle(text));
+    return box;
 }
 
 void closeOrSay(QDialog& dialog, const std::optional<std::string>& problem, TextEncoding encoding) {
     if (!problem) {
         dialog.accept();
     } else if (!problem->empty()) {
-        showMessage(dialog, *problem, encoding);
+        QStringList lines;
+        for (const std::string_view line : split(*problem, lineEnd)) {
+            lines.append(displayTextOf(line, encoding));
+        }
+        openDialog(*newMessageBox(&dialog, lines.join(QLatin1Char('\n')), QMessageBox::Ok));
     }
 }
 
 void askBefore(QWidget& parent, std::string_view question, std::function<void()> confirmed) {
-    QMessageBox* const box = openBox(parent, fromCore(question), QMessageBox::Yes | QMessageBox::No);
+    QMessageBox* const box = newMessageBox(&parent, fromCore(question), QMessageBox::Yes | QMessageBox::No);
     box->setDefaultButton(QMessageBox::No);
     box->setEscapeButton(QMessageBox::No);
     QObject::connect(box, &QDialog::finished, &parent, [confirmed = std::move(confirmed)](int result) {
@@ -99,6 +107,7 @@ void askBefore(QWidget& parent, std::string_view question, std::function<void()>
             confirmed();
         }
     });
+    openDialog(*box);
 }
 
 } // namespace corvel

@@ -3,6 +3,7 @@
 #include "common/TextEncoding.h"
 #include "widgets/ElementName.h"
 
+#include <QMessageBox>
 #include <QString>
 
 #include <functional>
@@ -42,11 +43,15 @@ struct ConfirmButton {
 QDialogButtonBox* confirmButtons(QDialog& dialog, const ConfirmButton& confirm,
                                  std::function<void()> confirmed);
 
-// A message box over parent; returns at once. text has the server's bytes in it, and CR LF between lines.
-void showMessage(QWidget& parent, std::string_view text, TextEncoding encoding);
+// Shows a dialog that deletes itself when it is closed; returns at once.
+void openDialog(QDialog& dialog);
 
-// Closes dialog with OK where there is no problem, else shows the problem and leaves it open. An empty one is
-// not shown: the person was told already.
+// A message box over parent that is not shown yet: plain text, cut in the middle where it is too long for a
+// screen.
+QMessageBox* newMessageBox(QWidget* parent, const QString& text, QMessageBox::StandardButtons buttons);
+
+// Closes dialog with OK where there is no problem, else shows the problem and leaves it open. It has the
+// server's bytes in it, and CR LF between lines. An empty one is not shown: the person was told already.
 void closeOrSay(QDialog& dialog, const std::optional<std::string>& problem, TextEncoding encoding);
 
 // A question whose default answer is no; a yes calls confirmed. Returns at once.

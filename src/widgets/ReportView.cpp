@@ -253,6 +253,23 @@ bool ReportView::isOnCheckBox(const QModelIndex& index, const QPoint& position) 
            style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, this).contains(position);
 }
 
+void ReportView::letColumnsMove(int fixed) {
+    QHeaderView& header = *this->header();
+    header.setSectionsMovable(true);
+    for (int column = 0; column < fixed; ++column) {
+        header.setSectionResizeMode(column, QHeaderView::Fixed);
+    }
+    // Before the drag begins: a fixed column does not even seem to come along.
+    QObject::connect(&header, &QHeaderView::sectionPressed, &header,
+                     [&header, fixed](int column) { header.setSectionsMovable(column >= fixed); });
+    QObject::connect(&header, &QHeaderView::sectionMoved, &header,
+                     [&header, fixed](int column, int /*from*/, int to) {
+                         if (column >= fixed && to < fixed) {
+                             header.moveSection(to, fixed);
+                         }
+                     });
+}
+
 int ReportView::columnUnits(int column) const {
     return unitsFromPixels(header()->sectionSize(column));
 }

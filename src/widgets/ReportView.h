@@ -63,6 +63,9 @@ class ReportView : public QTreeView {
     // the longest texts and the rows in sight. Hidden columns are left alone.
     void fitColumns(int first, int last);
 
+    // Lets a person drag the columns to other places, all but those with a number below fixed: these stay in
+    // front, in their order and of the width that they are given.
+    void letColumnsMove(int fixed);
     // Whether a person has given the column its width, since it was last fitted or set.
     bool isWidthChosen(int column) const { return chosenWidths_.contains(column); }
     // Widths in units of 1/1440 inch; 0 for a hidden column.

@@ -1,5 +1,6 @@
 #include "widgets/WindowPrompts.h"
 
+#include "widgets/DialogParts.h"
 #include "widgets/OneLineEdit.h"
 
 #include <QInputDialog>
@@ -14,20 +15,9 @@ namespace corvel {
 
 namespace {
 
-const QString defaultTitle = QStringLiteral("Corvel");
-
 // text for a box: line breaks as Qt wants them.
 QString boxText(const std::string& text) {
     return QString::fromStdString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-}
-
-// What stands in a question may be as long as a server likes: too long a text would push the buttons off the
-// screen.
-QString withoutMiddle(const QString& text) {
-    constexpr qsizetype longest = 1500;
-    constexpr qsizetype end = longest / 3;
-    return text.size() <= longest ? text
-                                  : text.left(longest - end) + QStringLiteral(" \u2026 ") + text.right(end);
 }
 
 QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std::string& prompt,
@@ -35,7 +25,7 @@ QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std:
     auto* box = new QInputDialog(parent);
     box->setInputMode(QInputDialog::TextInput);
     box->setTextEchoMode(echo);
-    box->setWindowTitle(title.empty() ? defaultTitle : boxText(title));
+    box->setWindowTitle(title.empty() ? QStringLiteral("Corvel") : boxText(title));
     // The box under the label is its buddy, so a lone "&" would mark a letter.
     box->setLabelText(boxText(prompt).replace(QLatin1Char('&'), QStringLiteral("&&")));
     for (QLabel* label : box->findChildren<QLabel*>()) {
@@ -47,14 +37,6 @@ QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std:
         // Room for a usual answer, and for the title.
         edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 40);
     }
-    return box;
-}
-
-QMessageBox* makeMessageBox(QWidget* parent, const std::string& text, QMessageBox::StandardButtons buttons) {
-    auto* box = new QMessageBox(QMessageBox::NoIcon, defaultTitle, {}, buttons, parent);
-    // Before the text: the automatic choice would read markup in it.
-    box->setTextFormat(Qt::PlainText);
-    box->setText(withoutMiddle(boxText(text)));
     return box;
 }
 
@@ -72,13 +54,13 @@ WindowPrompts::~WindowPrompts() {
 }
 
 void WindowPrompts::Message(const std::string& text) {
-    ask([text](QWidget* parent) { return makeMessageBox(parent, text, QMessageBox::Ok); });
+    ask([text](QWidget* parent) { return newMessageBox(parent, boxText(text), QMessageBox::Ok); });
 }
 
 void WindowPrompts::AskYesNo(const std::string& question, DefaultAnswer defaultAnswer,
                              std::function<void(bool)> answer) {
     ask([this, question, defaultAnswer, answer = std::move(answer)](QWidget* parent) {
-        QMessageBox* box = makeMessageBox(parent, question, QMessageBox::Yes | QMessageBox::No);
+        QMessageBox* box = newMessageBox(parent, boxText(question), QMessageBox::Yes | QMessageBox::No);
         box->setDefaultButton(defaultAnswer == DefaultAnswer::yes ? QMessageBox::Yes : QMessageBox::No);
         box->setEscapeButton(QMessageBox::No);
         QObject::connect(box, &QDialog::finished, &lifetime_,
@@ -136,10 +118,9 @@ void WindowPrompts::showNext() {
     const MakeBox makeBox = std::move(waiting_.front());
     waiting_.pop_front();
     shown_ = makeBox(parent_);
-    shown_->setAttribute(Qt::WA_DeleteOnClose);
     // Behind the answer, which may end this object and with it this connection.
     QObject::connect(shown_, &QDialog::finished, &lifetime_, [this] { showNext(); });
-    shown_->open();
+    openDialog(*shown_);
 }
 
 } // namespace corvel

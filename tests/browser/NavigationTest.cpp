@@ -1,7 +1,7 @@
 #include "browser/Navigation.h"
 
-#include "browser/ColumnFit.h"
 #include "browser/FileOperations.h"
+#include "browser/Listing.h"
 
 #include <gtest/gtest.h>
 

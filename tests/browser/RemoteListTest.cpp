@@ -59,10 +59,13 @@ TEST(RemoteList, KeepsTheSelectedEntryInTheSameDirectory) {
     };
     for (const Row& row : table) {
         RemoteList list;
-        showListing(list, files(3, "z"), "/pub", TextEncoding::utf8);
+        dropRows(list, "/pub");
+        showListing(list, files(3, "z"), TextEncoding::utf8);
         list.row = 3;
         list.since = row.since;
-        showListing(list, files(row.others, row.entry), row.directory, TextEncoding::utf8);
+        dropRows(list, row.directory);
+        EXPECT_EQ(entryAt(list, 0), nullptr);
+        showListing(list, files(row.others, row.entry), TextEncoding::utf8);
         EXPECT_EQ(list.isArranged, row.others < 30000) << row.name;
         EXPECT_EQ(entryAt(list, 0) != nullptr, list.isArranged) << row.name;
         arrange(list, TextEncoding::utf8);

@@ -144,7 +144,7 @@ TEST_F(Activity, SaysWhichRowsReadDifferently) {
     const auto changed = [this] {
         std::vector<std::size_t> rows;
         for (std::size_t row = 0; row < rows_.rows.size(); ++row) {
-            if (rows_.rows[row].changedIn() == rows_.replies) {
+            if (rows_.rows[row].changedIn == rows_.replies) {
                 rows.push_back(row);
             }
         }

@@ -1,4 +1,4 @@
-#include "widgets/BytesEdit.h"
+#include "widgets/FormBoxes.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,5 +1,3 @@
-#include "widgets/ColumnMoves.h"
-
 #include "widgets/ReportView.h"
 
 #include <QApplication>
@@ -26,7 +24,7 @@ class ColumnMoves : public testing::Test {
         source.columns.resize(columnCount);
         source.text = [](int, int) { return QString(); };
         list_.setSource(source);
-        letColumnsMove(header(), fixedColumns);
+        list_.letColumnsMove(fixedColumns);
         for (int column = 0; column < columnCount; ++column) {
             header().resizeSection(column, columnPixels);
         }

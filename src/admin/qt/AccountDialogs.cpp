@@ -1,8 +1,7 @@
 #include "admin/qt/AccountDialogs.h"
 
 #include "admin/qt/frmAddUser.h"
-#include "widgets/BytesEdit.h"
-#include "widgets/SelectableList.h"
+#include "widgets/FormBoxes.h"
 #include "widgets/TextConversion.h"
 
 #include <QFormLayout>

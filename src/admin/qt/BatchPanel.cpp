@@ -1,7 +1,7 @@
 #include "admin/qt/BatchPanel.h"
 
-#include "widgets/BytesEdit.h"
 #include "widgets/DialogParts.h"
+#include "widgets/FormBoxes.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

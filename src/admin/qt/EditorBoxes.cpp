@@ -1,7 +1,7 @@
 #include "admin/qt/EditorBoxes.h"
 
-#include "widgets/BytesEdit.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/FormBoxes.h"
 #include "widgets/TextConversion.h"
 
 #include <QCoreApplication>

@@ -2,8 +2,8 @@
 
 #include "admin/ListRows.h"
 #include "admin/qt/AccountDialogs.h"
-#include "widgets/BytesEdit.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/FormBoxes.h"
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 

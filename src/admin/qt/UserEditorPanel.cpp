@@ -1,9 +1,9 @@
 #include "admin/qt/UserEditorPanel.h"
 
 #include "admin/qt/AccountDialogs.h"
-#include "widgets/BytesEdit.h"
 #include "widgets/DialogParts.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/FormBoxes.h"
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 

@@ -1,7 +1,6 @@
 #include "admin/qt/frmAddUser.h"
 
-#include "widgets/BytesEdit.h"
-#include "widgets/SelectableList.h"
+#include "widgets/FormBoxes.h"
 #include "widgets/TextConversion.h"
 
 #include <QComboBox>

@@ -4,6 +4,7 @@
 #include "browser/qt/frmBrowserCHATTR.h"
 #include "browser/qt/frmBrowserCHMOD.h"
 #include "browser/qt/frmBrowserNUKE.h"
+#include "widgets/DialogParts.h"
 #include "widgets/TextConversion.h"
 
 #include <string>
@@ -14,11 +15,6 @@ namespace corvel {
 namespace {
 
 constexpr int directoryKey = 1;
-
-void openDialog(QDialog& dialog) {
-    dialog.setAttribute(Qt::WA_DeleteOnClose);
-    dialog.open();
-}
 
 // A list box with the names of a table, in its order.
 template <typename Record>

@@ -1,6 +1,5 @@
 #include "browser/qt/BrowserPanel.h"
 
-#include "browser/ColumnFit.h"
 #include "browser/qt/BrowserDialogs.h"
 #include "widgets/ElementName.h"
 #include "widgets/Icons.h"

@@ -1,8 +1,7 @@
 #include "browser/qt/frmBrowserCHATTR.h"
 
-#include "widgets/BytesEdit.h"
 #include "widgets/DialogParts.h"
-#include "widgets/SelectableList.h"
+#include "widgets/FormBoxes.h"
 #include "widgets/TextConversion.h"
 
 #include <QCheckBox>

@@ -1,7 +1,7 @@
 #include "browser/qt/frmBrowserCHMOD.h"
 
-#include "widgets/BytesEdit.h"
 #include "widgets/DialogParts.h"
+#include "widgets/FormBoxes.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>

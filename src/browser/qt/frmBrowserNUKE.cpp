@@ -1,7 +1,7 @@
 #include "browser/qt/frmBrowserNUKE.h"
 
-#include "widgets/BytesEdit.h"
 #include "widgets/DialogParts.h"
+#include "widgets/FormBoxes.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>

@@ -199,12 +199,11 @@ QHBoxLayout* frmSettings::createColorRow(std::size_t sample, const QString& name
 
 void frmSettings::cmdColorPickers_Click(int index) {
     auto* const dialog = new QColorDialog(colorFromStore(colorOf(form_, index)), this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QColorDialog::colorSelected, this, [this, index](const QColor& chosen) {
         colorOf(form_, index) = storeColor(chosen);
         showSample(static_cast<std::size_t>(index / 2));
     });
-    dialog->open();
+    openDialog(*dialog);
 }
 
 void frmSettings::showSample(std::size_t sample) {

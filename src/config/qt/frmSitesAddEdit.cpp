@@ -1,5 +1,6 @@
 #include "config/qt/frmSitesAddEdit.h"
 
+#include "widgets/DialogParts.h"
 #include "widgets/OneLineEdit.h"
 #include "widgets/TextConversion.h"
 
@@ -7,7 +8,6 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include <array>
@@ -90,16 +90,7 @@ SiteForm frmSitesAddEdit::collect() const {
 }
 
 void frmSitesAddEdit::okClicked() {
-    const std::optional<std::string> problem = accept_(collect());
-    if (!problem) {
-        accept();
-        return;
-    }
-    auto* const box = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Corvel"), fromCore(*problem),
-                                      QMessageBox::Ok, this);
-    box->setTextFormat(Qt::PlainText);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
+    closeOrSay(*this, accept_(collect()), TextEncoding::utf8);
 }
 
 } // namespace corvel

@@ -1,6 +1,5 @@
 #include "net/qt/ActivityPanel.h"
 
-#include "widgets/ColumnMoves.h"
 #include "widgets/ElementName.h"
 #include "widgets/ImageLists.h"
 #include "widgets/LayoutUnits.h"
@@ -144,11 +143,11 @@ void ActivityPanel::showRows(Page& page, int site) {
     list->setPlaceholder(emptyListText(session));
     list->growTo(static_cast<int>(rows.size()));
     const auto hasChanged = [&rows, shown = shownReply](int row) {
-        return rows[static_cast<std::size_t>(row)].changedIn() > shown;
+        return rows[static_cast<std::size_t>(row)].changedIn > shown;
     };
     list->refreshWhere(hasChanged);
     const bool isAnyChanged = std::ranges::any_of(
-        rows, [shown = shownReply](const ActivityRow& row) { return row.changedIn() > shown; });
+        rows, [shown = shownReply](const ActivityRow& row) { return row.changedIn > shown; });
     if (isAnyChanged) {
         fit(*list);
     }
@@ -197,7 +196,7 @@ ReportView* ActivityPanel::createList(int site) {
     list->setSource(listSource(program_.site(site).session, state(), images_));
     QHeaderView& header = *list->header();
     header.setMinimumSectionSize(pixelsFromUnits(state().columns.front().width));
-    letColumnsMove(header, firstMovable);
+    list->letColumnsMove(firstMovable);
     connect(&header, &QHeaderView::sectionMoved, this, [this, list] { keepOrder(*list); });
     connect(&header, &QHeaderView::sectionResized, this,
             [this, list](int column) { keepWidth(*list, column); });
