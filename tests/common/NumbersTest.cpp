@@ -57,15 +57,6 @@ TEST(Numbers, AreReadFromTheStartOfAText) {
     }
 }
 
-TEST(Numbers, HalvesAreRoundedToEven) {
-    const std::vector<std::pair<double, double>> rows = {
-        {0.5, 0}, {1.5, 2}, {2.5, 2}, {-0.5, 0}, {-1.5, -2}, {-2.5, -2}, {2.4999, 2}, {-2.6, -3}, {7, 7},
-    };
-    for (const auto& [number, rounded] : rows) {
-        EXPECT_EQ(roundHalfToEven(number), rounded) << number;
-    }
-}
-
 // Every good text gives its number, every bad one an error.
 template <typename Number, typename Read>
 void expectReads(Read read, const std::vector<std::pair<const char*, Number>>& good,

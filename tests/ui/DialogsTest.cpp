@@ -10,11 +10,14 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace corvel {
 namespace {
 
 using Problem = std::optional<std::string>;
+using Texts = std::vector<std::string>;
 
 // The dialogs, each with what is answered when it is confirmed.
 struct Row {

@@ -218,37 +218,6 @@ TEST_F(ReportViewTest, CurrentRowIsKeptOrCleared) {
     }
 }
 
-TEST_F(ReportViewTest, ColumnsKeepTheirWidthAndStayHiddenAcrossSources) {
-    view_.setSource(source(5));
-    view_.setColumnUnits(1, 3000);
-    view_.setSource(source(50));
-    EXPECT_EQ(view_.columnUnits(1), 3000);
-    EXPECT_TRUE(view_.isColumnHidden(2));
-    EXPECT_EQ(view_.columnUnits(2), 0);
-}
-
-TEST_F(ReportViewTest, RefreshShowsRowsThatChangedInPlace) {
-    QString cell = QStringLiteral("before");
-    ReportSource changing = source(500);
-    changing.text = [&cell](int, int) { return cell; };
-    view_.setSource(changing);
-    const QImage before = view_.viewport()->grab().toImage();
-    int painted = 0;
-    changing.text = [&](int, int) {
-        ++painted;
-        return cell;
-    };
-    view_.setSource(changing);
-    QApplication::processEvents();
-    painted = 0;
-    cell = QStringLiteral("after");
-    view_.refresh();
-    QApplication::processEvents();
-    EXPECT_GT(painted, 0);
-    EXPECT_LT(painted, 500);
-    EXPECT_NE(view_.viewport()->grab().toImage(), before);
-}
-
 TEST_F(ReportViewTest, OnlyChangedRowsInSightArePaintedAgain) {
     std::vector<int> paintedRows;
     ReportSource changing = source(500);
@@ -264,6 +233,10 @@ TEST_F(ReportViewTest, OnlyChangedRowsInSightArePaintedAgain) {
     view_.refreshWhere([](int row) { return row == 2 || row == 100; });
     QApplication::processEvents();
     EXPECT_EQ(std::set<int>(paintedRows.begin(), paintedRows.end()), std::set<int>{100});
+    view_.refresh();
+    QApplication::processEvents();
+    EXPECT_GT(paintedRows.size(), 10U);
+    EXPECT_LT(paintedRows.size(), 500U);
 
     view_.growTo(1000);
     QApplication::processEvents();

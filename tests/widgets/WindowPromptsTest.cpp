@@ -126,18 +126,15 @@ TEST_F(WindowPromptsTest, BoxesComeOneAfterAnotherInTheOrderOfAsking) {
     EXPECT_EQ(seen, (std::vector<std::string>{"first", "answered", "second", "asked by the answer"}));
 }
 
-TEST_F(WindowPromptsTest, AnAnswerMayEndThePrompts) {
+TEST_F(WindowPromptsTest, WhatIsOpenOrWaitsEndsWithThePromptsUnanswered) {
+    int answers = 0;
     prompts_->AskYesNo("go?", DefaultAnswer::no, [this](bool) { prompts_.reset(); });
-    prompts_->Message("never shown");
+    prompts_->AskYesNo("never shown", DefaultAnswer::yes, [&](bool) { ++answers; });
     box<QMessageBox>()->close();
     EXPECT_EQ(prompts_, nullptr);
     EXPECT_EQ(box<QMessageBox>(), nullptr);
-}
-
-TEST_F(WindowPromptsTest, QuestionsLeftOpenAreDroppedUnanswered) {
-    int answers = 0;
-    prompts_->AskYesNo("one", DefaultAnswer::yes, [&](bool) { ++answers; });
-    prompts_->AskYesNo("two", DefaultAnswer::yes, [&](bool) { ++answers; });
+    prompts_ = std::make_unique<WindowPrompts>(&window_);
+    prompts_->AskYesNo("left open", DefaultAnswer::yes, [&](bool) { ++answers; });
     prompts_.reset();
     EXPECT_EQ(box<QMessageBox>(), nullptr);
     EXPECT_EQ(answers, 0);
