@@ -342,20 +342,19 @@ void ReportView::keyPressEvent(QKeyEvent* event) {
 
 void ReportView::mousePressEvent(QMouseEvent* event) {
     QTreeView::mousePressEvent(event);
-    const QModelIndex index = indexAt(event->position().toPoint());
-    pressedRow_ = index.row();
-    if (index.isValid()) {
-        emit rowPicked(index.row());
+    pressedRow_ = indexAt(event->position().toPoint()).row();
+    if (pressedRow_ >= 0) {
+        emit rowPicked(pressedRow_);
     }
 }
 
 // A mouse that slips while its button is down takes the highlight along.
 void ReportView::mouseReleaseEvent(QMouseEvent* event) {
     QTreeView::mouseReleaseEvent(event);
-    if (pressedRow_ >= 0 && currentRow() >= 0 && currentRow() != pressedRow_) {
+    const int pressed = std::exchange(pressedRow_, -1);
+    if (pressed >= 0 && currentRow() >= 0 && currentRow() != pressed) {
         emit rowPicked(currentRow());
     }
-    pressedRow_ = -1;
 }
 
 void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -376,9 +375,8 @@ void ReportView::contextMenuEvent(QContextMenuEvent* event) {
     const QModelIndex index = indexAt(event->pos());
     const bool isSelected = selectionModel()->isSelected(index);
     if (index.isValid() && (index.row() != currentRow() || !isSelected)) {
-        selectionModel()->setCurrentIndex(index, isSelected ? QItemSelectionModel::NoUpdate
-                                                            : QItemSelectionModel::ClearAndSelect |
-                                                                  QItemSelectionModel::Rows);
+        constexpr auto alone = QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+        selectionModel()->setCurrentIndex(index, isSelected ? QItemSelectionModel::NoUpdate : alone);
         emit rowPicked(index.row());
     }
     emit contextMenuRequested(index.isValid() ? index.row() : -1, event->globalPos());
@@ -386,9 +384,7 @@ void ReportView::contextMenuEvent(QContextMenuEvent* event) {
 
 void ReportView::requestMenuAtRow() {
     const int row = currentRow();
-    if (row >= 0) {
-        scrollTo(currentIndex());
-    }
+    scrollTo(currentIndex());
     const QRect cell = row >= 0 ? visualRect(model_->index(row, 0)) : QRect();
     const QPoint position = row >= 0 ? QPoint(cell.left() + cell.height(), cell.center().y()) : QPoint(0, 0);
     emit contextMenuRequested(row, viewport()->mapToGlobal(position));
