@@ -1,6 +1,6 @@
 #include "../LineScan.h"
+#include "common/Ports.h"
 #include "common/Text.h"
-#include "config/MemoryStore.h"
 #include "net/ActivityRows.h"
 #include "ui/frmMain.h"
 #include "widgets/ReportView.h"

@@ -1,6 +1,5 @@
 #include "admin/ListRows.h"
 
-#include "common/Pattern.h"
 #include "common/Text.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/Command.h"
-#include "common/ports/Views.h"
+#include "common/Ports.h"
 
 #include <cstddef>
 #include <optional>

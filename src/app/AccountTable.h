@@ -4,10 +4,8 @@
 #include "admin/TableCommands.h"
 #include "admin/UserEditor.h"
 #include "app/Outbox.h"
-#include "common/ports/Prompts.h"
-#include "common/ports/Views.h"
+#include "common/Ports.h"
 #include "net/CommandChannel.h"
-#include "net/ConsoleLog.h"
 #include "net/SiteSession.h"
 
 #include <cstddef>

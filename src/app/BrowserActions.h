@@ -2,8 +2,7 @@
 
 #include "app/Outbox.h"
 #include "common/Command.h"
-#include "common/ports/Prompts.h"
-#include "common/ports/Views.h"
+#include "common/Ports.h"
 #include "net/SiteSession.h"
 
 #include <optional>

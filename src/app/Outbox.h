@@ -2,9 +2,8 @@
 
 #include "admin/Sequence.h"
 #include "common/Command.h"
-#include "common/ports/Views.h"
+#include "common/Ports.h"
 #include "net/CommandChannel.h"
-#include "net/ConsoleLog.h"
 #include "net/SiteSession.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "app/SitesKeeper.h"
 
 #include "config/PlatformFiles.h"
-#include "config/SitesFile.h"
+#include "config/Sites.h"
 
 #include <utility>
 

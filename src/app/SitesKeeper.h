@@ -1,11 +1,9 @@
 #pragma once
 
-#include "common/ports/Clock.h"
-#include "common/ports/FolderLock.h"
-#include "common/ports/Prompts.h"
+#include "common/Ports.h"
 #include "config/FileReplacement.h"
 #include "config/Files.h"
-#include "config/SiteConfig.h"
+#include "config/Sites.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "browser/Chattr.h"
 
 #include "browser/FileOperations.h"
-#include "common/Pattern.h"
+#include "common/Text.h"
 
 namespace corvel {
 

@@ -1,7 +1,6 @@
 #include "browser/Listing.h"
 
 #include "common/Numbers.h"
-#include "common/Pattern.h"
 #include "common/Text.h"
 
 #include <algorithm>

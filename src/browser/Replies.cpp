@@ -1,6 +1,5 @@
 #include "browser/Replies.h"
 
-#include "common/Pattern.h"
 #include "common/Text.h"
 
 #include <optional>

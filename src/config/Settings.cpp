@@ -4,7 +4,6 @@
 #include "common/Numbers.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
-#include "config/EntryLine.h"
 #include "config/Files.h"
 #include "config/PlatformFiles.h"
 

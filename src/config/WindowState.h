@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ports/StateStore.h"
+#include "common/Ports.h"
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,5 @@
 #include "menus/mdlProcesses.h"
 
-#include "common/Pattern.h"
 #include "common/Text.h"
 
 #include <algorithm>

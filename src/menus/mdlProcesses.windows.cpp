@@ -3,7 +3,6 @@
 
 #include "menus/mdlProcesses.h"
 
-#include "common/Pattern.h"
 #include "common/Text.h"
 
 #include <cstddef>

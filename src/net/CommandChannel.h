@@ -1,7 +1,6 @@
 #pragma once
 
 #include "net/Connection.h"
-#include "net/ConsoleLog.h"
 #include "net/SiteSession.h"
 
 #include <cstdint>

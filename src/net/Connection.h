@@ -1,10 +1,9 @@
 #pragma once
 
 #include "common/Command.h"
-#include "common/ports/Socket.h"
+#include "common/Ports.h"
 #include "config/Settings.h"
-#include "config/SiteConfig.h"
-#include "net/ConsoleLog.h"
+#include "config/Sites.h"
 #include "net/SiteSession.h"
 
 #include <string>
@@ -12,6 +11,36 @@
 #include <vector>
 
 namespace corvel {
+
+// Writes the three logs of every site. A message is bytes of the site's connection; it is split at CR LF, and
+// its empty lines are left out.
+class ConsoleLog {
+  public:
+    // All three are borrowed and must outlive the log.
+    ConsoleLog(Sites& sites, const Clock& clock, Views& views)
+        : sites_(sites), clock_(clock), views_(views) {}
+
+    void LogConsole(int site, std::string_view message) { Log(site, LogKind::console, message); }
+    void LogCommandResults(int site, std::string_view message) {
+        Log(site, LogKind::commandResults, message);
+    }
+    void LogBrowserReply(int site, std::string_view message) { Log(site, LogKind::browserReply, message); }
+    void Log(int site, LogKind log, std::string_view message);
+
+  private:
+    Sites& sites_;
+    const Clock& clock_;
+    Views& views_;
+};
+
+inline void ConsoleLog::Log(int site, LogKind log, std::string_view message) {
+    SiteSession& session = at(sites_, site).session;
+    LogText& text = log == LogKind::console          ? session.consoleLog
+                    : log == LogKind::commandResults ? session.commandResultsLog
+                                                     : session.browserReplyLog;
+    text.append(message, clock_.timeOfDay());
+    views_.logChanged(site, log);
+}
 
 // What a person reads about the state of a socket, such as "Connected (10.0.0.5:21)". The host of state 6 is
 // the one that was configured, the one of state 7 its address. UTF-8.

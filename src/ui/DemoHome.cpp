@@ -1,6 +1,6 @@
 #include "ui/DemoHome.h"
 
-#include "config/SitesFile.h"
+#include "config/Sites.h"
 
 #include <QFile>
 

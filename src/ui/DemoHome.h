@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/MemoryStore.h"
+#include "common/Ports.h"
 #include "demo/DemoServer.h"
 
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ports/Views.h"
+#include "common/Ports.h"
 
 #include <QObject>
 

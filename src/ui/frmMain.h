@@ -3,7 +3,7 @@
 #include "admin/qt/GroupsPanel.h"
 #include "admin/qt/UsersPanel.h"
 #include "app/mdlMain.h"
-#include "app/SplitterDrag.h"
+#include "app/WindowPlacement.h"
 #include "browser/qt/BrowserPanel.h"
 #include "config/qt/LockFile.h"
 #include "menus/qt/CustomMenus.h"

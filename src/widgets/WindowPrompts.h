@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ports/Prompts.h"
+#include "common/Ports.h"
 
 #include <QLineEdit>
 #include <QObject>

@@ -1,7 +1,7 @@
 #include "app/SitesKeeper.h"
 
 #include "config/PlatformFiles.h"
-#include "config/SitesFile.h"
+#include "config/Sites.h"
 #include "support/TestProgram.h"
 
 #include <gtest/gtest.h>

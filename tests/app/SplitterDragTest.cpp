@@ -1,4 +1,4 @@
-#include "app/SplitterDrag.h"
+#include "app/WindowPlacement.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "browser/Listing.h"
 
-#include "common/Pattern.h"
+#include "common/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,5 @@
 #include "common/Text.h"
 
-#include "common/Pattern.h"
-
 #include <gtest/gtest.h>
 
 #include <string>

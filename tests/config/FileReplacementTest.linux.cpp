@@ -1,7 +1,7 @@
 #include "config/FileReplacement.h"
 
 #include "config/Files.h"
-#include "config/SitesFile.h"
+#include "config/Sites.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>

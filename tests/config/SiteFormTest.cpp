@@ -1,4 +1,4 @@
-#include "config/SiteForm.h"
+#include "config/Sites.h"
 
 #include <gtest/gtest.h>
 

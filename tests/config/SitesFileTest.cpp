@@ -1,6 +1,5 @@
-#include "config/SitesFile.h"
-
 #include "config/Files.h"
+#include "config/Sites.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "config/WindowState.h"
 
-#include "config/MemoryStore.h"
+#include "common/Ports.h"
 
 #include <gtest/gtest.h>
 

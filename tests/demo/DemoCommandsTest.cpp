@@ -2,7 +2,6 @@
 
 #include "browser/Listing.h"
 #include "browser/Navigation.h"
-#include "common/Pattern.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
 

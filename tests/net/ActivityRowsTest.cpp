@@ -1,6 +1,5 @@
 #include "net/ActivityRows.h"
 
-#include "common/Pattern.h"
 #include "common/Text.h"
 
 #include <gtest/gtest.h>

@@ -1,11 +1,6 @@
 #pragma once
 
-#include "common/ports/Clock.h"
-#include "common/ports/FolderLock.h"
-#include "common/ports/Prompts.h"
-#include "common/ports/Shell.h"
-#include "common/ports/Socket.h"
-#include "common/ports/Views.h"
+#include "common/Ports.h"
 
 #include <array>
 #include <deque>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/mdlMain.h"
-#include "config/MemoryStore.h"
+#include "common/Ports.h"
 #include "support/TemporaryDirectory.h"
 #include "support/TestPorts.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/MemoryStore.h"
+#include "common/Ports.h"
 #include "support/TemporaryDirectory.h"
 #include "ui/frmMain.h"
 #include "widgets/ReportView.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ports/FolderLock.h"
+#include "common/Ports.h"
 
 #include <QLockFile>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/SiteForm.h"
+#include "config/Sites.h"
 
 #include <QDialog>
 

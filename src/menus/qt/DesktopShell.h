@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ports/Shell.h"
+#include "common/Ports.h"
 
 #include <QString>
 

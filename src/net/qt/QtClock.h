@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ports/Clock.h"
+#include "common/Ports.h"
 
 #include <QLocale>
 #include <QString>

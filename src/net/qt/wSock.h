@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ports/Socket.h"
+#include "common/Ports.h"
 
 #include <QObject>
 #include <QTcpSocket>

@@ -1,8 +1,9 @@
-#include "config/SitesFile.h"
+#include "config/Sites.h"
 
 #include "common/Errors.h"
 #include "common/Numbers.h"
-#include "config/EntryLine.h"
+#include "common/Text.h"
+#include "config/Files.h"
 
 #include <algorithm>
 #include <array>
@@ -84,7 +85,7 @@ void apply(const EntryLine& entry, std::vector<SiteConfig>& sites) {
 }
 
 // value without what would be read back as the end of its line.
-std::string oneLine(std::string value) {
+std::string writable(std::string value) {
     std::erase(value, '\n');
     value.erase(value.find_last_not_of('\r') + 1);
     return value;
@@ -96,6 +97,28 @@ bool isStrange(const FileContent& content) {
     return content.state == FileContent::State::unknown ||
            (content.bytes.find_first_not_of(blanks) != std::string::npos &&
             parseSites(linesOf(content.bytes)).empty());
+}
+
+constexpr double lowestPort = 1;
+constexpr double highestPort = 65535;
+
+std::string oneLine(std::string text) {
+    std::erase_if(text, [](char character) { return character == '\r' || character == '\n'; });
+    return text;
+}
+
+// The file cannot hold blanks around a value.
+std::string trimmed(const std::string& text) {
+    return std::string(trim(oneLine(text)));
+}
+
+bool hasOuterBlanks(const std::string& text) {
+    return trimmed(text) != oneLine(text);
+}
+
+bool isPort(const std::string& text) {
+    const double port = leadingNumber(oneLine(text));
+    return port >= lowestPort && port <= highestPort;
 }
 
 } // namespace
@@ -111,16 +134,16 @@ std::vector<SiteConfig> parseSites(const std::vector<std::string>& lines) {
     return sites;
 }
 
-std::string sitesText(const std::vector<SiteConfig>& sites, std::string_view lineEnd) {
+std::string sitesText(const std::vector<SiteConfig>& sites, std::string_view end) {
     std::string text;
     for (const SiteConfig& site : sites) {
         if (site.name.empty()) {
             continue;
         }
         for (const SiteKey& key : siteKeys) {
-            text.append(key.key).append(" = ").append(oneLine(key.write(site))).append(lineEnd);
+            text.append(key.key).append(" = ").append(writable(key.write(site))).append(end);
         }
-        text += lineEnd;
+        text += end;
     }
     return text;
 }
@@ -148,6 +171,57 @@ std::string sitesProblem(const FileContent& content) {
     }
     return content.bytes.find('\0') == std::string::npos ? "no site is in it"
                                                          : "it is not in UTF-8, but perhaps in UTF-16";
+}
+
+SiteForm siteForm(const SiteConfig& site) {
+    return {.txtSitename = site.name,
+            .txtHostname = site.host,
+            .txtPort = std::to_string(site.port),
+            .txtUsername = site.user,
+            .txtPassword = site.pass,
+            .txtIdent = site.ident,
+            .chkConnectOnStartup = site.connectonstartup,
+            .chkUseSSLProxy = site.usesslproxy};
+}
+
+std::optional<std::string> siteFormProblem(const SiteForm& form) {
+    struct Check {
+        bool isGood;
+        const char* message;
+    };
+    const std::array<Check, 7> checks = {{
+        {!trimmed(form.txtSitename).empty(), "Please enter a sitename"},
+        {!trimmed(form.txtHostname).empty(), "Please enter a hostname"},
+        {isPort(form.txtPort), "Please enter a valid port (1 - 65535)"},
+        {!oneLine(form.txtUsername).empty(), "Please enter a username"},
+        {!oneLine(form.txtPassword).empty(), "Please enter a password"},
+        {!hasOuterBlanks(form.txtUsername), "Please enter a username without blanks around it"},
+        {!hasOuterBlanks(form.txtPassword), "Please enter a password without blanks around it"},
+    }};
+    for (const Check& check : checks) {
+        if (!check.isGood) {
+            return check.message;
+        }
+    }
+    return std::nullopt;
+}
+
+SiteConfig editedSite(const SiteForm& form) {
+    return {.name = trimmed(form.txtSitename),
+            .reserved = {},
+            .host = trimmed(form.txtHostname),
+            .port = toInt32(oneLine(form.txtPort)),
+            .user = oneLine(form.txtUsername),
+            .pass = oneLine(form.txtPassword),
+            .ident = trimmed(form.txtIdent),
+            .connectonstartup = form.chkConnectOnStartup,
+            .usesslproxy = form.chkUseSSLProxy};
+}
+
+SiteConfig addedSite(const SiteForm& form) {
+    SiteConfig site = editedSite(form);
+    site.pass.clear();
+    return site;
 }
 
 } // namespace corvel
