@@ -1,10 +1,9 @@
 #include "demo/DemoAccounts.h"
 
-#include "demo/DemoContents.h"
-#include "demo/DemoProperties.h"
 #include "demo/DemoWords.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace corvel {
@@ -12,58 +11,162 @@ namespace corvel {
 namespace {
 
 constexpr std::size_t longestAccountName = 64;
+constexpr std::int64_t most16Bit = 32'767;
+constexpr std::int64_t most32Bit = std::numeric_limits<std::int32_t>::max();
+constexpr std::int64_t mostCredits = 922'337'203'685'477; // what fits 64 bits with four decimals
 
-template <typename Records, typename Key, typename Value>
-auto findBy(Records& records, Key key, const Value& value) -> decltype(records.data()) {
-    const auto found = std::find_if(records.begin(), records.end(),
-                                    [&](const auto& record) { return record.*key == value; });
+using Value = std::string_view;
+
+template <typename Records, typename Key, typename Wanted>
+auto findBy(Records& records, Key key, Wanted wanted) -> decltype(records.data()) {
+    const auto found = std::ranges::find(records, wanted, key);
     return found == records.end() ? nullptr : &*found;
 }
 
-template <typename Value>
-bool contains(const std::vector<Value>& values, const Value& value) {
-    return std::find(values.begin(), values.end(), value) != values.end();
-}
-
-// Whether text can name a user or a group: it has to stand as one word in commands and replies.
-bool isAccountName(std::string_view text) {
-    return !text.empty() && text.size() <= longestAccountName &&
-           std::none_of(text.begin(), text.end(), [](char letter) {
-               const auto byte = static_cast<unsigned char>(letter);
-               return byte <= ' ' || byte == 127 || letter == ':' || letter == '/' || letter == '"' ||
-                      letter == '|';
-           });
-}
-
-bool isMask(std::string_view text) {
-    const std::size_t at = text.find('@');
-    return at != std::string_view::npos && at > 0 && at + 1 < text.size();
-}
-
-Problem badName(std::string_view name) {
-    return concat({"'", name, "' is no valid name."});
-}
-
-Problem missingUser(std::string_view name) {
-    return concat({"User '", name, "' does not exist."});
-}
-
-Problem missingGroup(std::string_view name) {
-    return concat({"Group '", name, "' does not exist."});
-}
-
-// Why the masks cannot be added to what is there.
-Problem maskProblem(std::vector<std::string> there, const std::vector<std::string_view>& masks) {
-    for (const std::string_view mask : masks) {
-        if (!isMask(mask)) {
-            return concat({"'", mask, "' is no ident@host mask."});
-        }
-        if (contains(there, std::string(mask))) {
-            return concat({"Mask '", mask, "' is there already."});
-        }
-        there.emplace_back(mask);
+template <typename Record>
+Record& need(std::vector<Record>& records, std::string_view name) {
+    Record* const record = findBy(records, &Record::name, name);
+    if (record == nullptr) {
+        refuse({Record::kind, " '", name, "' does not exist."});
     }
-    return there.size() > DemoAccounts::mostMasks ? "A user can have ten masks." : "";
+    return *record;
+}
+
+// A name has to stand as one word in commands and replies, and to be free.
+template <typename Record>
+void checkNewName(const std::vector<Record>& records, std::string_view name) {
+    const bool isWord = std::ranges::none_of(name, [](char letter) {
+        const auto byte = static_cast<unsigned char>(letter);
+        return byte <= ' ' || byte == 127 || std::string_view(":/\"|").find(letter) != std::string_view::npos;
+    });
+    if (name.empty() || name.size() > longestAccountName || !isWord) {
+        refuse({"'", name, "' is no valid name."});
+    }
+    if (findBy(records, &Record::name, name) != nullptr) {
+        refuse({Record::kind, " '", name, "' exists already."});
+    }
+}
+
+template <typename Record>
+void add(std::vector<Record>& records, Record record, std::string_view name) {
+    checkNewName(records, name);
+    record.id = records.empty() ? 1 : records.back().id + 1;
+    if (record.id > DemoAccounts::highestId) {
+        refuse({"There are no more ", toLower(Record::kind), " ids."});
+    }
+    record.name = name;
+    records.push_back(std::move(record));
+}
+
+template <typename Record>
+void rename(std::vector<Record>& records, std::string_view name, std::string_view newName) {
+    Record& renamed = need(records, name);
+    checkNewName(records, newName);
+    renamed.name = newName;
+}
+
+// What sets a property; false where the value is of another shape.
+template <typename Record>
+using Setter = bool (*)(Record& record, Value value);
+
+template <auto field, typename Record>
+bool setText(Record& record, Value value) {
+    record.*field = value;
+    return true;
+}
+
+bool setFlags(DemoUser& user, Value value) {
+    return areFlags(value) && setText<&DemoUser::flags>(user, value);
+}
+
+bool setHome(DemoUser& user, Value value) {
+    return value.starts_with('/') && setText<&DemoUser::homePath>(user, value);
+}
+
+bool setPassword(DemoUser& user, Value value) {
+    const bool isWord = !value.empty() && value.find(' ') == Value::npos;
+    return isWord && setText<&DemoUser::password>(user, value);
+}
+
+bool setLogins(DemoUser& user, Value value) {
+    const std::vector<std::string_view> parts = words(value);
+    const auto number = parts.size() == 2 ? numberWithin(parts[0], 0, most16Bit) : std::nullopt;
+    const std::string service = number ? toLower(parts[1]) : "";
+    int* const logins = service == "ftp"      ? &user.ftpLogins
+                        : service == "telnet" ? &user.telnetLogins
+                        : service == "http"   ? &user.httpLogins
+                                              : nullptr;
+    if (logins != nullptr) {
+        *logins = static_cast<int>(*number);
+    }
+    return logins != nullptr;
+}
+
+// Two numbers from -1 on.
+template <auto first, auto second, std::int64_t most, typename Record>
+bool setPair(Record& record, Value value) {
+    const std::vector<std::string_view> parts = words(value);
+    if (parts.size() != 2 || !numberWithin(parts[0], -1, most) || !numberWithin(parts[1], -1, most)) {
+        return false;
+    }
+    record.*first = static_cast<int>(*numberWithin(parts[0], -1, most));
+    record.*second = static_cast<int>(*numberWithin(parts[1], -1, most));
+    return true;
+}
+
+// "number" or "number section".
+template <auto field, std::int64_t least, std::int64_t most>
+bool setSection(DemoUser& user, Value value) {
+    std::vector<std::string_view> parts = words(value);
+    parts.resize(std::max<std::size_t>(parts.size(), 1));
+    const auto number = numberWithin(parts[0], least, most);
+    const auto section = numberWithin(parts.size() > 1 ? parts[1] : "0", 0, DemoUser::sectionCount - 1);
+    if (parts.size() > 2 || !number || !section) {
+        return false;
+    }
+    auto& changed = (user.*field)[static_cast<std::size_t>(*section)];
+    changed = static_cast<std::remove_reference_t<decltype(changed)>>(*number);
+    return true;
+}
+
+template <typename Record>
+struct Property {
+    std::string_view name;
+    Setter<Record> set;
+};
+
+constexpr std::array<Property<DemoUser>, 10> userProperties = {{
+    {"flags", setFlags},
+    {"tagline", setText<&DemoUser::tagline>},
+    {"homedir", setHome},
+    {"vfsfile", setText<&DemoUser::vfsFile>},
+    {"passwd", setPassword},
+    {"logins", setLogins},
+    {"speedlimit", setPair<&DemoUser::downLimit, &DemoUser::upLimit, most32Bit>},
+    {"speedlimits", setPair<&DemoUser::downLimit, &DemoUser::upLimit, most32Bit>},
+    {"ratio", setSection<&DemoUser::ratios, 0, most16Bit>},
+    {"credits", setSection<&DemoUser::credits, -mostCredits, mostCredits>},
+}};
+
+constexpr std::array<Property<DemoGroup>, 3> groupProperties = {{
+    {"groupslots", setPair<&DemoGroup::groupSlots, &DemoGroup::leechSlots, most16Bit>},
+    {"groupdescription", setText<&DemoGroup::description>},
+    {"groupvfsfile", setText<&DemoGroup::vfsFile>},
+}};
+
+template <typename Record>
+void setProperty(const Property<Record>& property, Record& record, Value value) {
+    if (!property.set(record, value)) {
+        refuse({"Bad value for ", property.name, "."});
+    }
+}
+
+} // namespace
+
+bool areFlags(std::string_view text) {
+    return std::ranges::all_of(text, [](char letter) {
+        return (letter >= '0' && letter <= '9') || (lowerAscii(letter) >= 'a' && lowerAscii(letter) <= 'z');
+    });
 }
 
 void toggle(std::vector<int>& ids, int id) {
@@ -72,229 +175,69 @@ void toggle(std::vector<int>& ids, int id) {
     }
 }
 
-} // namespace
-
-DemoAccounts::DemoAccounts(int userCount) : users_(makeDemoUsers(userCount)), groups_(makeDemoGroups()) {}
-
 const DemoUser* DemoAccounts::findUser(std::string_view name) const {
-    return findBy(users_, &DemoUser::name, name);
+    return findBy(users, &DemoUser::name, name);
 }
 
-const DemoUser* DemoAccounts::findUser(int uid) const {
-    return findBy(users_, &DemoUser::uid, uid);
+const DemoUser* DemoAccounts::findUser(int id) const {
+    return findBy(users, &DemoUser::id, id);
 }
 
 const DemoGroup* DemoAccounts::findGroup(std::string_view name) const {
-    return findBy(groups_, &DemoGroup::name, name);
+    return findBy(groups, &DemoGroup::name, name);
 }
 
-const DemoGroup* DemoAccounts::findGroup(int gid) const {
-    return findBy(groups_, &DemoGroup::gid, gid);
+const DemoGroup* DemoAccounts::findGroup(int id) const {
+    return findBy(groups, &DemoGroup::id, id);
 }
 
-DemoUser* DemoAccounts::user(std::string_view name) {
-    return findBy(users_, &DemoUser::name, name);
+DemoUser& DemoAccounts::user(std::string_view name) {
+    return need(users, name);
 }
 
-DemoGroup* DemoAccounts::group(std::string_view name) {
-    return findBy(groups_, &DemoGroup::name, name);
+DemoGroup& DemoAccounts::group(std::string_view name) {
+    return need(groups, name);
 }
 
 std::vector<std::string> DemoAccounts::groupNames(const DemoUser& user) const {
     std::vector<std::string> names;
-    for (const int gid : user.groups) {
-        if (const DemoGroup* group = findGroup(gid)) {
-            names.push_back(group->name);
-        }
+    for (const int id : user.groups) {
+        names.push_back(findGroup(id)->name);
     }
     return names;
 }
 
-Problem DemoAccounts::insertUser(DemoUser user, std::string_view name) {
-    if (!isAccountName(name)) {
-        return badName(name);
-    }
-    if (findUser(name) != nullptr) {
-        return concat({"User '", name, "' exists already."});
-    }
-    const int uid = users_.empty() ? 1 : users_.back().uid + 1;
-    if (uid > highestId) {
-        return "There are no more user ids.";
-    }
-    user.uid = uid;
-    user.name = name;
-    users_.push_back(std::move(user));
-    return {};
+void DemoAccounts::addUser(DemoUser user, std::string_view name) {
+    add(users, std::move(user), name);
 }
 
-Problem DemoAccounts::addUser(std::string_view groupName, std::string_view name, std::string_view password,
-                              const std::vector<std::string_view>& masks) {
-    const DemoGroup* primary = findGroup(groupName);
-    if (primary == nullptr) {
-        return missingGroup(groupName);
-    }
-    if (Problem problem = maskProblem({}, masks); !problem.empty()) {
-        return problem;
-    }
-    DemoUser user;
-    user.password = password;
-    user.homePath = concat({"/home/", name});
-    user.masks.assign(masks.begin(), masks.end());
-    user.groups = {primary->gid};
-    user.ratios.front() = 3;
-    return insertUser(std::move(user), name);
+void DemoAccounts::addGroup(DemoGroup group, std::string_view name) {
+    add(groups, std::move(group), name);
 }
 
-Problem DemoAccounts::copyUser(int uid, std::string_view name) {
-    const DemoUser* source = findUser(uid);
-    return source == nullptr ? concat({"There is no user with the uid ", std::to_string(uid), "."})
-                             : insertUser(*source, name);
+void DemoAccounts::renameUser(std::string_view name, std::string_view newName) {
+    rename(users, name, newName);
 }
 
-Problem DemoAccounts::renameUser(std::string_view name, std::string_view newName) {
-    DemoUser* renamed = user(name);
-    if (renamed == nullptr) {
-        return missingUser(name);
-    }
-    if (!isAccountName(newName)) {
-        return badName(newName);
-    }
-    if (findUser(newName) != nullptr) {
-        return concat({"User '", newName, "' exists already."});
-    }
-    renamed->name = newName;
-    return {};
+void DemoAccounts::renameGroup(std::string_view name, std::string_view newName) {
+    rename(groups, name, newName);
 }
 
-Problem DemoAccounts::removeUser(std::string_view name) {
-    return std::erase_if(users_, [&](const DemoUser& user) { return user.name == name; }) > 0
-               ? Problem()
-               : missingUser(name);
-}
-
-Problem DemoAccounts::addGroup(std::string_view name, std::string_view description) {
-    if (!isAccountName(name)) {
-        return badName(name);
+void DemoAccounts::change(std::string_view name, std::string_view property, std::string_view value) {
+    const std::string wanted = toLower(property);
+    if (const auto* row = findBy(groupProperties, &Property<DemoGroup>::name, std::string_view(wanted))) {
+        setProperty(*row, group(name), value);
+        return;
     }
-    if (findGroup(name) != nullptr) {
-        return concat({"Group '", name, "' exists already."});
+    DemoUser& changed = user(name);
+    if (wanted == "admingroup") {
+        toggle(changed.adminGroups, group(value).id);
+    } else if (const auto* row =
+                   findBy(userProperties, &Property<DemoUser>::name, std::string_view(wanted))) {
+        setProperty(*row, changed, value);
+    } else {
+        refuse({"Unknown property '", property, "'."});
     }
-    DemoGroup group;
-    group.gid = groups_.empty() ? 1 : groups_.back().gid + 1;
-    if (group.gid > highestId) {
-        return "There are no more group ids.";
-    }
-    group.name = name;
-    group.description = description;
-    groups_.push_back(std::move(group));
-    return {};
-}
-
-Problem DemoAccounts::renameGroup(std::string_view name, std::string_view newName) {
-    DemoGroup* renamed = group(name);
-    if (renamed == nullptr) {
-        return missingGroup(name);
-    }
-    if (!isAccountName(newName)) {
-        return badName(newName);
-    }
-    if (findGroup(newName) != nullptr) {
-        return concat({"Group '", newName, "' exists already."});
-    }
-    renamed->name = newName;
-    return {};
-}
-
-Problem DemoAccounts::removeGroup(std::string_view name) {
-    const DemoGroup* removed = findGroup(name);
-    if (removed == nullptr) {
-        return missingGroup(name);
-    }
-    const int gid = removed->gid;
-    const auto members = std::count_if(users_.begin(), users_.end(),
-                                       [&](const DemoUser& user) { return contains(user.groups, gid); });
-    if (members > 0) {
-        return concat({"Group '", name, "' still has members: ", std::to_string(members), "."});
-    }
-    for (DemoUser& user : users_) {
-        std::erase(user.adminGroups, gid);
-    }
-    std::erase_if(groups_, [&](const DemoGroup& group) { return group.gid == gid; });
-    return {};
-}
-
-Problem DemoAccounts::toggleGroups(std::string_view name, const std::vector<std::string_view>& groupNames) {
-    DemoUser* changed = user(name);
-    if (changed == nullptr) {
-        return missingUser(name);
-    }
-    std::vector<int> gids = changed->groups;
-    for (const std::string_view groupName : groupNames) {
-        const DemoGroup* toggled = findGroup(groupName);
-        if (toggled == nullptr) {
-            return missingGroup(groupName);
-        }
-        toggle(gids, toggled->gid);
-    }
-    if (gids.empty()) {
-        return concat({"User '", name, "' has to stay in one group."});
-    }
-    changed->groups = std::move(gids);
-    return {};
-}
-
-Problem DemoAccounts::addMasks(std::string_view name, const std::vector<std::string_view>& masks) {
-    DemoUser* changed = user(name);
-    if (changed == nullptr) {
-        return missingUser(name);
-    }
-    if (Problem problem = maskProblem(changed->masks, masks); !problem.empty()) {
-        return problem;
-    }
-    changed->masks.insert(changed->masks.end(), masks.begin(), masks.end());
-    return {};
-}
-
-Problem DemoAccounts::removeMasks(std::string_view name, const std::vector<std::string_view>& masks) {
-    DemoUser* changed = user(name);
-    if (changed == nullptr) {
-        return missingUser(name);
-    }
-    std::vector<std::string> left = changed->masks;
-    for (const std::string_view mask : masks) {
-        if (std::erase(left, mask) == 0) {
-            return concat({"User '", name, "' has no mask '", mask, "'."});
-        }
-    }
-    changed->masks = std::move(left);
-    return {};
-}
-
-void DemoAccounts::takeCredits(std::string_view name, std::int64_t kilobytes) {
-    if (DemoUser* loser = user(name)) {
-        loser->credits.front() -= kilobytes;
-    }
-}
-
-Problem DemoAccounts::changeUser(std::string_view name, std::string_view property, std::string_view value) {
-    DemoUser* changed = user(name);
-    if (changed == nullptr) {
-        return missingUser(name);
-    }
-    if (!isAdminProperty(property)) {
-        return changeUserProperty(*changed, property, value);
-    }
-    const DemoGroup* administered = findGroup(value);
-    if (administered == nullptr) {
-        return missingGroup(value);
-    }
-    toggle(changed->adminGroups, administered->gid);
-    return {};
-}
-
-Problem DemoAccounts::changeGroup(std::string_view name, std::string_view property, std::string_view value) {
-    DemoGroup* changed = group(name);
-    return changed == nullptr ? missingGroup(name) : changeGroupProperty(*changed, property, value);
 }
 
 } // namespace corvel

@@ -11,9 +11,10 @@ namespace corvel {
 // An account of the demo server. Ids are 16-bit numbers; groups are named by their ids, the primary one
 // first.
 struct DemoUser {
+    static constexpr std::string_view kind = "User";
     static constexpr std::size_t sectionCount = 10;
 
-    int uid = 0;
+    int id = 0;
     std::string name;
     std::string password;
     std::string flags = "3"; // letters and digits; M: master user
@@ -30,75 +31,63 @@ struct DemoUser {
     int httpLogins = 0;
     std::array<int, sectionCount> ratios{};
     std::array<std::int64_t, sectionCount> credits{}; // kB
+
+    bool isMaster() const { return flags.find('M') != std::string::npos; }
 };
 
 struct DemoGroup {
-    int gid = 0;
-    std::string name;
-    std::string description;
-    std::string vfsFile;
+    static constexpr std::string_view kind = "Group";
+
+    int id = 0;
+    std::string name = {};
+    std::string description = {};
+    std::string vfsFile = {};
     int groupSlots = 0;
     int leechSlots = 0;
 };
 
-// Why a change was refused, as a sentence for the reply; empty when it was made.
-using Problem = std::string;
-
-// The demo server's users and groups, in the order of their ids. Every change is made as a whole or not at
-// all.
-class DemoAccounts {
-  public:
-    static constexpr int mostUsers = 30'000;
+// The demo server's users and groups, in the order of their ids. Every change is made as a whole or, where it
+// is refused by a Refusal with the reason, not at all.
+struct DemoAccounts {
+    static constexpr int mostUsers = 30'000; // to begin with
     static constexpr int highestId = 32'767;
-    static constexpr std::size_t mostMasks = 10;
 
-    // userCount: 1 to mostUsers.
-    explicit DemoAccounts(int userCount);
-
-    const std::vector<DemoUser>& users() const { return users_; }
-    const std::vector<DemoGroup>& groups() const { return groups_; }
+    std::vector<DemoUser> users;
+    std::vector<DemoGroup> groups;
 
     // Nothing when there is no such user or group. Valid until the next change.
     const DemoUser* findUser(std::string_view name) const;
-    const DemoUser* findUser(int uid) const;
+    const DemoUser* findUser(int id) const;
     const DemoGroup* findGroup(std::string_view name) const;
-    const DemoGroup* findGroup(int gid) const;
+    const DemoGroup* findGroup(int id) const;
+
+    // As those, but to be changed, and refused when there is none.
+    DemoUser& user(std::string_view name);
+    DemoGroup& group(std::string_view name);
 
     // The names of the user's groups, the primary one first.
     std::vector<std::string> groupNames(const DemoUser& user) const;
 
-    Problem addUser(std::string_view groupName, std::string_view name, std::string_view password,
-                    const std::vector<std::string_view>& masks);
-    // A new user like the one of that uid but for name and uid.
-    Problem copyUser(int uid, std::string_view name);
-    Problem renameUser(std::string_view name, std::string_view newName);
-    Problem removeUser(std::string_view name);
+    // Adds a record under a name and with an id of its own.
+    void addUser(DemoUser user, std::string_view name);
+    void addGroup(DemoGroup group, std::string_view name);
 
-    Problem addGroup(std::string_view name, std::string_view description);
-    Problem renameGroup(std::string_view name, std::string_view newName);
-    // Only a group without members can go.
-    Problem removeGroup(std::string_view name);
+    void renameUser(std::string_view name, std::string_view newName);
+    void renameGroup(std::string_view name, std::string_view newName);
 
-    // Makes the user a member of each group that he is not in and takes him out of each that he is in.
-    Problem toggleGroups(std::string_view name, const std::vector<std::string_view>& groupNames);
-
-    Problem addMasks(std::string_view name, const std::vector<std::string_view>& masks);
-    Problem removeMasks(std::string_view name, const std::vector<std::string_view>& masks);
-
-    // Takes kB off the user's credits in the first section; an unknown name is nothing to do.
-    void takeCredits(std::string_view name, std::int64_t kilobytes);
-
-    // Sets one property, see DemoProperties.h; the property's name in any case.
-    Problem changeUser(std::string_view name, std::string_view property, std::string_view value);
-    Problem changeGroup(std::string_view name, std::string_view property, std::string_view value);
-
-  private:
-    DemoUser* user(std::string_view name);
-    DemoGroup* group(std::string_view name);
-    Problem insertUser(DemoUser user, std::string_view name);
-
-    std::vector<DemoUser> users_;
-    std::vector<DemoGroup> groups_;
+    // Sets one property to a value; property in any case, numbers whole and decimal:
+    // user:  flags letters and digits; tagline text; homedir absolute path; vfsfile text; passwd one word;
+    //        logins "number ftp|telnet|http"; speedlimit or speedlimits "down up" in kB/s, -1 or 0 for none;
+    //        ratio and credits "number [section]", without a section the first one, credits in kB;
+    //        admingroup: the name of a group, of which the user becomes an administrator or is one no longer
+    // group: groupslots "slots leech"; groupdescription text; groupvfsfile text
+    void change(std::string_view name, std::string_view property, std::string_view value);
 };
+
+// Whether text is a set of flags: letters and digits, or nothing.
+bool areFlags(std::string_view text);
+
+// Takes id out of ids, or puts it behind them where it is not among them.
+void toggle(std::vector<int>& ids, int id);
 
 } // namespace corvel

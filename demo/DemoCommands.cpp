@@ -14,132 +14,181 @@ namespace {
 constexpr std::size_t longestVerb = 12;
 
 bool isVerb(std::string_view word) {
-    return !word.empty() && word.size() <= longestVerb &&
-           std::all_of(word.begin(), word.end(), [](char letter) {
-               return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z');
-           });
+    return !word.empty() && word.size() <= longestVerb && std::ranges::all_of(word, [](char letter) {
+        return lowerAscii(letter) >= 'a' && lowerAscii(letter) <= 'z';
+    });
 }
 
-const DemoCommand* findCommand(DemoTables tables, std::string_view verb) {
-    for (const std::span<const DemoCommand> table : tables) {
-        const auto found = std::find_if(table.begin(), table.end(),
-                                        [&](const DemoCommand& command) { return command.verb == verb; });
-        if (found != table.end()) {
-            return &*found;
-        }
-    }
-    return nullptr;
-}
-
-// Why the command is refused to the client; empty when it is not.
-std::string refusal(const DemoCommand& command, const DemoRequest& request) {
-    if (command.whoMay == WhoMay::anyone) {
-        return {};
-    }
-    const DemoUser* user = loggedInUser(request.world, request.client);
-    if (user == nullptr) {
-        return reply(530, "Please login with USER and PASS.");
-    }
-    if (command.whoMay == WhoMay::masters && user->flags.find('M') == std::string::npos) {
-        return reply(550, "Access denied: this command is for master users.");
-    }
-    return {};
-}
-
-TreeViewer viewerOf(const DemoWorld& world, const DemoClient& client) {
-    const DemoUser* user = loggedInUser(world, client);
-    if (user == nullptr) {
-        return {};
-    }
-    return {.user = user->name, .groups = world.accounts.groupNames(*user), .directory = client.directory};
-}
-
-} // namespace
-
-DemoWorld::DemoWorld(int users, int bigEntries) : accounts(users) {
-    fillDemoTree(tree, bigEntries);
-}
-
-std::string demoGreeting() {
-    return reply(220, "Corvel demo server ready.");
-}
-
-std::string demoLineTooLong() {
-    return reply(500, "Command line too long.");
-}
-
-const DemoUser* loggedInUser(const DemoWorld& world, const DemoClient& client) {
-    return client.uid ? world.accounts.findUser(*client.uid) : nullptr;
-}
-
-std::string syntaxReply(const DemoRequest& request) {
-    return reply(501, {"Syntax: ", request.syntax});
-}
-
-std::string changeReply(const Problem& problem, std::initializer_list<std::string_view> done) {
-    return problem.empty() ? reply(200, done) : reply(550, problem);
-}
-
-std::string reply(int code, std::string_view text) {
-    std::string line = std::to_string(code) + ' ';
-    return line.append(text).append(lineEnd);
-}
-
-std::string reply(int code, std::initializer_list<std::string_view> textPieces) {
-    return reply(code, concat(textPieces));
-}
-
-std::string longReply(int code, std::string_view first, std::string_view innerLines, std::string_view last) {
-    std::string text = std::to_string(code) + '-';
-    text.append(first).append(lineEnd).append(innerLines);
-    return text.append(reply(code, last));
-}
-
-std::string helpReply(DemoTables tables, std::string_view first) {
+std::string helpReply(std::initializer_list<DemoTable> tables, std::string_view first) {
     constexpr std::size_t perLine = 8;
     std::string lines;
     std::size_t count = 0;
-    for (const std::span<const DemoCommand> table : tables) {
+    for (const DemoTable table : tables) {
         for (const DemoCommand& command : table) {
-            lines += count % perLine == 0 && count > 0 ? "\r\n " : " ";
-            lines += command.verb;
+            lines.append(count % perLine == 0 && count > 0 ? "\r\n " : " ").append(command.verb);
             ++count;
         }
     }
     return longReply(214, first, lines.append(lineEnd), "End of help.");
 }
 
-std::string dispatch(DemoTables tables, DemoRequest& request, std::string_view line,
+std::string answerUser(DemoRequest& request) {
+    request.client = DemoClient{};
+    request.client.pendingUser = request.argument;
+    return reply(331, {"Password required for ", request.argument, "."});
+}
+
+std::string answerPass(DemoRequest& request) {
+    DemoClient& client = request.client;
+    if (client.pendingUser.empty()) {
+        return reply(503, {client.uid ? "Already logged in." : "Login with USER first."});
+    }
+    const DemoUser* user = request.world.accounts.findUser(client.pendingUser);
+    client.pendingUser.clear();
+    if (user == nullptr || user->password != request.argument) {
+        return reply(530, {"Login incorrect."});
+    }
+    client.uid = user->id;
+    return longReply(230, "Welcome to the demo server. All of it lives in memory and is gone when it stops.",
+                     "", "User " + user->name + " logged in.");
+}
+
+std::string answerQuit(DemoRequest& request) {
+    request.client.isLeaving = true;
+    return reply(221, {"Goodbye."});
+}
+
+std::string answerNoop(DemoRequest&) {
+    return reply(200, {"NOOP command successful"});
+}
+
+std::string answerSyst(DemoRequest&) {
+    return reply(215, {"UNIX Type: L8"});
+}
+
+std::string answerFeat(DemoRequest&) {
+    return longReply(211, "Features:", " UTF8\r\n SITE CHMOD\r\n", "End");
+}
+
+std::string answerOpts(DemoRequest& request) {
+    const std::string option = toUpper(request.argument);
+    return option == "UTF8 ON" || option == "UTF8" ? reply(200, {"UTF8 is on."})
+                                                   : reply(501, {"Option not understood."});
+}
+
+std::string answerType(DemoRequest& request) {
+    return reply(200, {"Type set to ", request.argument, "."});
+}
+
+std::string answerHelp(DemoRequest& request);
+
+std::string answerSite(DemoRequest& request) {
+    return dispatch({siteCommands, accountCommands}, request, request.argument, "SITE ");
+}
+
+std::string answerNoData(DemoRequest&) {
+    return reply(502, {"This server has no data connections."});
+}
+
+constexpr std::array loginCommands = {
+    DemoCommand{"USER", answerUser, WhoMay::anyone, "<name>"},
+    DemoCommand{"PASS", answerPass, WhoMay::anyone},
+    DemoCommand{"QUIT", answerQuit, WhoMay::anyone},
+    DemoCommand{"NOOP", answerNoop},
+    DemoCommand{"SYST", answerSyst, WhoMay::anyone},
+    DemoCommand{"FEAT", answerFeat, WhoMay::anyone},
+    DemoCommand{"OPTS", answerOpts, WhoMay::anyone, "<option>"},
+    DemoCommand{"HELP", answerHelp, WhoMay::anyone},
+    DemoCommand{"TYPE", answerType, WhoMay::users, "A | I"},
+    DemoCommand{"SITE", answerSite, WhoMay::users, "<command>"},
+    DemoCommand{"PORT", answerNoData},
+    DemoCommand{"PASV", answerNoData},
+    DemoCommand{"LIST", answerNoData},
+    DemoCommand{"NLST", answerNoData},
+    DemoCommand{"RETR", answerNoData},
+    DemoCommand{"STOR", answerNoData},
+};
+
+std::string answerHelp(DemoRequest& request) {
+    return toUpper(request.argument) == "SITE"
+               ? answerSiteHelp(request)
+               : helpReply({loginCommands, fileCommands}, "These commands are understood:");
+}
+
+} // namespace
+
+DemoWorld::DemoWorld(int users, int bigEntries) : accounts(makeDemoAccounts(users)) {
+    fillDemoTree(tree, bigEntries);
+}
+
+std::string demoGreeting() {
+    return reply(220, {"Corvel demo server ready."});
+}
+
+std::string demoLineTooLong() {
+    return reply(500, {"Command line too long."});
+}
+
+void refuseSyntax(const DemoRequest& request) {
+    throw Refusal{501, "Syntax: " + request.syntax};
+}
+
+std::string reply(int code, std::initializer_list<std::string_view> text) {
+    return concat({std::to_string(code), " ", concat(text), lineEnd});
+}
+
+std::string longReply(int code, std::string_view first, std::string_view innerLines, std::string_view last) {
+    return concat({std::to_string(code), "-", first, lineEnd, innerLines, reply(code, {last})});
+}
+
+std::string answerSiteHelp(DemoRequest&) {
+    return helpReply({siteCommands, accountCommands}, "These SITE commands are understood:");
+}
+
+std::string dispatch(std::initializer_list<DemoTable> tables, DemoRequest& request, std::string_view line,
                      std::string_view prefix) {
-    const std::size_t blank = line.find(' ');
-    const std::string_view word = line.substr(0, blank);
+    const auto [word, rest] = cutWord(line);
     if (!isVerb(word)) {
-        return reply(500, "Command not understood.");
+        return reply(500, {"Command not understood."});
     }
     const std::string verb = toUpper(word);
-    const DemoCommand* command = findCommand(tables, verb);
-    if (command == nullptr) {
-        return reply(500, {"'", prefix, verb, "': command not understood."});
+    for (const DemoTable table : tables) {
+        const auto command = std::ranges::find(table, std::string_view(verb), &DemoCommand::verb);
+        if (command == table.end()) {
+            continue;
+        }
+        if (command->whoMay != WhoMay::anyone && request.user == nullptr) {
+            return reply(530, {"Please login with USER and PASS."});
+        }
+        if (command->whoMay == WhoMay::masters && !request.user->isMaster()) {
+            refuse({"Access denied: this command is for master users."});
+        }
+        request.argument = request.treePath = rest;
+        request.syntax = concat({prefix, verb, " ", command->syntax});
+        if (!command->syntax.empty() && rest.empty()) {
+            refuseSyntax(request);
+        }
+        return command->answer(request);
     }
-    if (std::string refused = refusal(*command, request); !refused.empty()) {
-        return refused;
-    }
-    request.argument = blank == std::string_view::npos ? std::string_view() : line.substr(blank + 1);
-    request.syntax = concat({prefix, verb, " ", command->syntax});
-    if (command->argument == Argument::needed && request.argument.empty()) {
-        return syntaxReply(request);
-    }
-    return command->answer(request);
+    return reply(500, {"'", prefix, verb, "': command not understood."});
 }
 
 std::string answerCommand(DemoWorld& world, DemoClient& client, std::string_view line) {
     if (!isOneLine(line)) {
-        return reply(500, "Command not understood: it holds a control character.");
+        return reply(500, {"Command not understood: it holds a control character."});
     }
-    DemoRequest request{
-        .world = world, .client = client, .viewer = viewerOf(world, client), .argument = {}, .syntax = {}};
-    const std::array tables = {loginCommands(), fileCommands()};
-    return dispatch(tables, request, line, "");
+    const DemoUser* const user = client.uid ? world.accounts.findUser(*client.uid) : nullptr;
+    DemoRequest request{world, client, user};
+    if (user != nullptr) {
+        request.viewer = {user->name, world.accounts.groupNames(*user), client.directory};
+    }
+    try {
+        return dispatch({loginCommands, fileCommands}, request, line, "");
+    } catch (const Refusal& refusal) {
+        return reply(refusal.code, {refusal.text});
+    } catch (const TreeError& error) {
+        return reply(550, {request.treePath, ": ", error.reason, "."});
+    }
 }
 
 } // namespace corvel

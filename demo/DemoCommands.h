@@ -45,55 +45,50 @@ std::string answerCommand(DemoWorld& world, DemoClient& client, std::string_view
 struct DemoRequest {
     DemoWorld& world;
     DemoClient& client;
-    TreeViewer viewer;         // who is logged in; no name before login
-    std::string_view argument; // what follows the verb and one blank
-    std::string syntax;        // of the command, from its row
+    const DemoUser* user;           // who is logged in, or nobody; valid until the accounts change
+    TreeViewer viewer = {};         // the same; no name before login
+    std::string_view argument = {}; // what follows the verb and one blank
+    std::string_view treePath = {}; // what a refusal of the tree is about; the argument unless set
+    std::string syntax = {};        // of the command, from its row
 };
 
 enum class WhoMay { anyone, users, masters };
-enum class Argument { optional, needed };
 
-// One row of a command table: the verb in upper case, who may use it, what it says about its argument.
+// One row of a command table: the verb in upper case, what answers it, who may use it, and the argument that
+// it needs, for people; nothing where it needs none. An answer is the whole reply, or a Refusal or TreeError.
 struct DemoCommand {
     std::string_view verb;
     std::string (*answer)(DemoRequest&);
     WhoMay whoMay = WhoMay::users;
-    Argument argument = Argument::needed;
-    std::string_view syntax = {}; // of the argument, for people
+    std::string_view syntax = {};
 };
 
-using DemoTables = std::span<const std::span<const DemoCommand>>;
-
 // The tables: the commands of the protocol, those behind SITE, those behind SITE CorvelExt.
-std::span<const DemoCommand> loginCommands();
-std::span<const DemoCommand> fileCommands();
-std::span<const DemoCommand> siteCommands();
-std::span<const DemoCommand> accountCommands();
-std::span<const DemoCommand> extensionCommands();
+using DemoTable = std::span<const DemoCommand>;
+extern const DemoTable fileCommands;
+extern const DemoTable siteCommands;
+extern const DemoTable accountCommands;
+extern const DemoTable extensionCommands;
 
 // Looks the first word of line up in the tables, in any case, and answers with that row, the rest of line its
 // argument. prefix: what came before the line, such as "SITE ", for the error replies.
-std::string dispatch(DemoTables tables, DemoRequest& request, std::string_view line, std::string_view prefix);
+std::string dispatch(std::initializer_list<DemoTable> tables, DemoRequest& request, std::string_view line,
+                     std::string_view prefix);
 
-// A reply of one line, its text whole or in pieces; a reply of several, whose inner lines come each with
-// their CR LF (RFC 959, section 4.2).
-std::string reply(int code, std::string_view text);
-std::string reply(int code, std::initializer_list<std::string_view> textPieces);
+// A reply of one line, its text in pieces; a reply of several, whose inner lines come each with their CR LF
+// (RFC 959, section 4.2).
+std::string reply(int code, std::initializer_list<std::string_view> text);
 std::string longReply(int code, std::string_view first, std::string_view innerLines, std::string_view last);
 
-// The reply to HELP: the verbs of the tables.
-std::string helpReply(DemoTables tables, std::string_view first);
+// The reply to SITE HELP.
+std::string answerSiteHelp(DemoRequest& request);
 
-// The reply to a change of accounts: code 200 and what was done, or 550 and the problem.
-std::string changeReply(const Problem& problem, std::initializer_list<std::string_view> done);
+// Throws the refusal of an argument of the wrong shape: code 501 and the command's syntax.
+[[noreturn]] void refuseSyntax(const DemoRequest& request);
 
-// The account that is logged in, or nothing; valid until the next change of the accounts.
-const DemoUser* loggedInUser(const DemoWorld& world, const DemoClient& client);
-
-// The reply to an argument of the wrong shape: code 501 and the command's syntax.
-std::string syntaxReply(const DemoRequest& request);
-
-// What a failed tree operation on a path answers: code 550, the path and the reason.
-std::string treeReply(std::string_view path, TreeError error);
+// Whether a listing for the user shows the directory. A hidden directory carries a text of words that says
+// whom it is shown to: "-" and a user's name, "=" and a group's name, or letters and digits of which the
+// user's flags must hold one. Its owner and master users see it always.
+bool isShownTo(const DemoAccounts& accounts, const DemoUser& user, const TreeNode& directory);
 
 } // namespace corvel

@@ -20,11 +20,12 @@ struct Entry {
     std::uint64_t size;
     std::string_view date;
     std::string_view target = {};
+    std::string_view hiddenText = {};
 };
 
 constexpr std::uint64_t directorySize = 4096;
 
-constexpr std::array directories = {
+constexpr std::array entries = {
     Entry{"/pub", 'd', 0775, "demo", "staff", directorySize, "Mar 3 2021"},
     Entry{"/pub/tools", 'd', 0775, "demo", "staff", directorySize, "Feb 11 08:15"},
     Entry{"/pub/Holiday pictures", 'd', 0775, "demo", "staff", directorySize, "Aug 21 2019"},
@@ -41,9 +42,8 @@ constexpr std::array directories = {
     Entry{"/home", 'd', 0755, "root", "root", directorySize, "Nov 12 2016"},
     Entry{"/home/demo", 'd', 0755, "demo", "staff", directorySize, "Jun 2 17:45"},
     Entry{"/home/alice", 'd', 0750, "alice", "staff", directorySize, "Jun 2 17:46"},
-};
-
-constexpr std::array files = {
+    Entry{"/pub/not for everyone", 'd', 0775, "demo", "staff", directorySize, "Jan 5 2020", "",
+          "-alice =sysops"},
     Entry{"/welcome.txt", '-', 0644, "demo", "staff", 1187, "Jan 5 2020"},
     Entry{"/.message", '-', 0644, "demo", "staff", 64, "Jan 5 2020"},
     Entry{"/pub/README", '-', 0644, "demo", "staff", 2304, "Mar 3 2021"},
@@ -86,18 +86,6 @@ constexpr std::array files = {
     Entry{"/pub/circle", 'l', 0777, "demo", "staff", 0, "Apr 30 2015", "circle"},
 };
 
-TreeNode nodeOf(const Entry& entry) {
-    TreeNode node;
-    node.type = entry.type;
-    node.mode = entry.mode;
-    node.owner = entry.owner;
-    node.group = entry.group;
-    node.size = entry.size;
-    node.date = entry.date;
-    node.target = entry.target;
-    return node;
-}
-
 // number in decimal with zeros in front up to width digits.
 std::string padded(int number, std::size_t width) {
     const std::string digits = std::to_string(number);
@@ -108,11 +96,7 @@ constexpr std::array<std::string_view, 12> months = {"Jan", "Feb", "Mar", "Apr",
                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 TreeNode file(std::uint64_t size, std::string date, std::string_view group = "staff") {
-    TreeNode node;
-    node.size = size;
-    node.date = std::move(date);
-    node.group = group;
-    return node;
+    return {.group = std::string(group), .size = size, .date = std::move(date)};
 }
 
 // Some size in bytes, the same at every start.
@@ -122,11 +106,8 @@ std::uint64_t sizeOf(int number, std::uint64_t factor) {
 
 void addReports(DemoTree& tree) {
     for (int year = 2015; year <= 2021; ++year) {
-        TreeNode directory = file(directorySize, "Dec 31 " + std::to_string(year), "archive");
-        directory.type = 'd';
-        directory.mode = 0775;
         const std::string path = "/archive/" + std::to_string(year);
-        tree.place(path, std::move(directory));
+        tree.place(path, {'d', 0775, "demo", "archive", directorySize, "Dec 31 " + std::to_string(year)});
         for (std::size_t month = 0; month < months.size(); ++month) {
             const auto number = static_cast<int>(month) + 1;
             tree.place(path + "/report-" + padded(number, 2) + ".pdf",
@@ -198,20 +179,17 @@ constexpr std::array<std::string_view, 60> userNames = {
 
 constexpr std::array<std::string_view, 6> flagTexts = {"3", "31", "3G", "3V", "", "31N"};
 
-std::string userName(std::size_t index) {
-    std::string name(userNames[index % userNames.size()]);
-    const std::size_t round = index / userNames.size();
-    return round == 0 ? name : name + std::to_string(round + 1);
-}
-
 DemoUser makeUser(int index) {
     const auto number = static_cast<std::size_t>(index);
     DemoUser user;
-    user.uid = index + 1;
-    user.name = userName(number);
+    user.id = index + 1;
+    user.name = userNames[number % userNames.size()];
+    if (number >= userNames.size()) {
+        user.name += std::to_string(number / userNames.size() + 1);
+    }
     user.password = user.name;
     user.flags = flagTexts[number % flagTexts.size()];
-    user.tagline = number % 4 == 3 ? "" : "this is " + user.name + ", number " + std::to_string(user.uid);
+    user.tagline = number % 4 == 3 ? "" : "this is " + user.name + ", number " + std::to_string(user.id);
     user.homePath = "/home/" + user.name;
     user.vfsFile = number % 5 == 0 ? "/etc/vfs/" + user.name + ".vfs" : "";
     user.masks = {"*@10.0." + std::to_string(number / 250 % 250) + "." + std::to_string(number % 250)};
@@ -223,7 +201,7 @@ DemoUser makeUser(int index) {
     if (number % 2 == 1) {
         user.groups.push_back((index + 3) % groupCount + 1);
     }
-    if (user.flags.find('G') != std::string::npos) {
+    if (user.flags == "3G") {
         user.adminGroups = {user.groups.front()};
     }
     user.downLimit = index % 7 * 100;
@@ -241,17 +219,11 @@ DemoUser makeUser(int index) {
 } // namespace
 
 void fillDemoTree(DemoTree& tree, int bigEntries) {
-    for (const Entry& entry : directories) {
-        tree.place(entry.path, nodeOf(entry));
+    for (const Entry& entry : entries) {
+        tree.place(entry.path,
+                   {entry.type, entry.mode, std::string(entry.owner), std::string(entry.group), entry.size,
+                    std::string(entry.date), std::string(entry.target), std::string(entry.hiddenText)});
     }
-    for (const Entry& entry : files) {
-        tree.place(entry.path, nodeOf(entry));
-    }
-    TreeNode hidden = file(directorySize, "Jan 5 2020");
-    hidden.type = 'd';
-    hidden.mode = 0775;
-    hidden.hiddenText = "-alice =sysops";
-    tree.place("/pub/not for everyone", std::move(hidden));
     addReports(tree);
     addSeries(tree);
     addLongNames(tree);
@@ -264,30 +236,21 @@ void fillDemoTree(DemoTree& tree, int bigEntries) {
     }
 }
 
-std::vector<DemoGroup> makeDemoGroups() {
-    std::vector<DemoGroup> groups;
+DemoAccounts makeDemoAccounts(int userCount) {
+    DemoAccounts accounts;
     for (const GroupRow& row : groupRows) {
-        DemoGroup group;
-        group.gid = static_cast<int>(groups.size()) + 1;
-        group.name = row.name;
-        group.description = row.description;
-        group.vfsFile = concat({"/etc/vfs/groups/", row.name, ".vfs"});
-        group.groupSlots = row.groupSlots;
-        group.leechSlots = row.leechSlots;
-        groups.push_back(std::move(group));
+        accounts.groups.push_back({static_cast<int>(accounts.groups.size()) + 1, std::string(row.name),
+                                   std::string(row.description),
+                                   concat({"/etc/vfs/groups/", row.name, ".vfs"}), row.groupSlots,
+                                   row.leechSlots});
     }
-    return groups;
-}
-
-std::vector<DemoUser> makeDemoUsers(int count) {
-    std::vector<DemoUser> users;
-    users.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        users.push_back(makeUser(i));
+    accounts.users.reserve(static_cast<std::size_t>(userCount));
+    for (int i = 0; i < userCount; ++i) {
+        accounts.users.push_back(makeUser(i));
     }
-    users.front().flags = "3M";
-    users.front().ftpLogins = 50;
-    return users;
+    accounts.users.front().flags = "3M";
+    accounts.users.front().ftpLogins = 50;
+    return accounts;
 }
 
 } // namespace corvel

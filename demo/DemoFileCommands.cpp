@@ -1,30 +1,94 @@
 #include "common/Text.h"
 #include "demo/DemoCommands.h"
-#include "demo/DemoListing.h"
 #include "demo/DemoWords.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 namespace corvel {
 
-std::string treeReply(std::string_view path, TreeError error) {
-    return reply(550, {path, ": ", treeErrorText(error), "."});
-}
-
 namespace {
+
+constexpr unsigned readBit = 4;
 
 // A path in double quotes, with the quotes in it doubled (RFC 959, appendix II).
 std::string quoted(std::string_view path) {
     return concat({"\"", replaceAll(path, "\"", "\"\""), "\""});
 }
 
-std::string enterDirectory(DemoRequest& request, std::string_view path) {
-    const TreePlace place = request.world.tree.enter(request.viewer, path);
-    if (place.error != TreeError::none) {
-        return treeReply(path, place.error);
+std::string blanksFor(std::string_view text, std::size_t width) {
+    return std::string(width - std::min(width, text.size()), ' ');
+}
+
+// The ten characters that open a listing line, such as "drwxr-xr-x".
+std::string accessText(const TreeNode& node) {
+    std::string text(10, '-');
+    text[0] = node.type;
+    for (std::size_t i = 0; i < 9; ++i) {
+        if ((node.mode >> (8 - i) & 1U) != 0) {
+            text[i + 1] = "rwx"[i % 3];
+        }
     }
-    request.client.directory = place.path;
-    return reply(250, "CWD command successful");
+    // Set-user, set-group and sticky share the column of the execute bit; a capital says that it is off.
+    for (std::size_t i = 0; i < 3; ++i) {
+        if ((node.mode >> (11 - i) & 1U) != 0) {
+            char& column = text[3 * i + 3];
+            column = column == 'x' ? "sst"[i] : "SST"[i];
+        }
+    }
+    return text;
+}
+
+// One long-format listing line for node under the given name, ended by CR LF: access, link count, owner,
+// group, size and date with exactly one blank between the date's fields, then the name, and a link's target
+// behind " -> ".
+std::string listingLine(const TreeNode& node, std::string_view name) {
+    const bool isLink = node.type == 'l';
+    const std::string links = std::to_string(node.type == 'd' ? node.directoryCount + 2 : 1);
+    const std::string size = std::to_string(isLink ? node.target.size() : node.size);
+    return concat({accessText(node),
+                   " ",
+                   blanksFor(links, 3),
+                   links,
+                   " ",
+                   node.owner,
+                   blanksFor(node.owner, 8),
+                   " ",
+                   node.group,
+                   blanksFor(node.group, 8),
+                   " ",
+                   blanksFor(size, 10),
+                   size,
+                   " ",
+                   node.date,
+                   " ",
+                   name,
+                   isLink ? " -> " : "",
+                   node.target,
+                   lineEnd});
+}
+
+// The lines for a directory's content: "." and ".." first, then the children by name. withDots: also the
+// names that begin with a dot, those two included.
+std::string directoryLines(const TreePlace& place, const DemoRequest& request, bool withDots) {
+    std::string lines;
+    if (withDots) {
+        lines = listingLine(*place.node, ".") + listingLine(*place.parent, "..");
+    }
+    for (const auto& [name, child] : place.node->children) {
+        if ((withDots || !name.starts_with('.')) &&
+            isShownTo(request.world.accounts, *request.user, *child)) {
+            lines += listingLine(*child, name);
+        }
+    }
+    return lines;
+}
+
+std::string enterDirectory(DemoRequest& request, std::string_view path) {
+    request.treePath = path;
+    request.client.directory = request.world.tree.enter(request.viewer, path).path;
+    return reply(250, {"CWD command successful"});
 }
 
 std::string answerCwd(DemoRequest& request) {
@@ -42,96 +106,77 @@ std::string answerPwd(DemoRequest& request) {
 // A listing over the control connection. An argument's first word of a dash and letters are options, of which
 // "a" counts: names that begin with a dot are shown too.
 std::string answerStat(DemoRequest& request) {
-    std::string_view path = request.argument;
-    if (path.empty()) {
+    if (request.argument.empty()) {
         return longReply(211, "Demo server status:",
                          " Logged in as " + request.viewer.user + "\r\n TYPE: ASCII, no data connection\r\n",
                          "End of status");
     }
     std::string_view options;
-    if (path.starts_with("-")) {
-        const std::size_t blank = path.find(' ');
-        options = path.substr(0, blank);
-        path = blank == std::string_view::npos ? "." : path.substr(blank + 1);
+    if (request.argument.starts_with("-")) {
+        const std::size_t blank = request.argument.find(' ');
+        options = request.argument.substr(0, blank);
+        request.treePath = blank == std::string_view::npos ? "." : request.argument.substr(blank + 1);
     }
-    const TreePlace place = request.world.tree.find(request.viewer, path, true);
-    if (place.error != TreeError::none) {
-        return treeReply(path, place.error);
-    }
-    const TreePlace parent = request.world.tree.find(request.viewer, joinPath(place.path, ".."), true);
-    const DemoAccounts& accounts = request.world.accounts;
-    const DemoUser* user = loggedInUser(request.world, request.client);
+    const TreePlace place = request.world.tree.find(request.viewer, request.treePath, true);
     std::string lines;
     if (place.node->type != 'd') {
-        lines = listingLine(*place.node, path).append(lineEnd);
-    } else if (isAllowed(request.viewer, *place.node, 4)) {
-        lines = directoryLines(*place.node, *parent.node, options.find('a') != std::string_view::npos,
-                               [&](const TreeNode& child) { return isShownTo(accounts, *user, child); });
+        lines = listingLine(*place.node, request.treePath);
     } else {
-        return treeReply(path, TreeError::denied);
+        demand(request.viewer, *place.node, readBit);
+        lines = directoryLines(place, request, options.find('a') != std::string_view::npos);
     }
     return longReply(211, "status of " + place.path + ":", lines, "End of Status");
 }
 
 std::string answerMkd(DemoRequest& request) {
-    const TreePlace place = request.world.tree.makeDirectory(request.viewer, request.argument);
-    return place.error == TreeError::none ? reply(257, {quoted(place.path), " directory created."})
-                                          : treeReply(request.argument, place.error);
+    const std::string path = request.world.tree.makeDirectory(request.viewer, request.argument);
+    return reply(257, {quoted(path), " directory created."});
 }
 
 std::string answerRmd(DemoRequest& request) {
-    const TreeError error = request.world.tree.removeDirectory(request.viewer, request.argument);
-    return error == TreeError::none ? reply(250, "RMD command successful")
-                                    : treeReply(request.argument, error);
+    request.world.tree.remove(request.viewer, request.argument, true);
+    return reply(250, {"RMD command successful"});
 }
 
 std::string answerDele(DemoRequest& request) {
-    const TreeError error = request.world.tree.removeFile(request.viewer, request.argument);
-    return error == TreeError::none ? reply(250, "DELE command successful")
-                                    : treeReply(request.argument, error);
+    request.world.tree.remove(request.viewer, request.argument, false);
+    return reply(250, {"DELE command successful"});
 }
 
 std::string answerRnfr(DemoRequest& request) {
     request.client.renameFrom.reset();
-    const TreePlace place = request.world.tree.find(request.viewer, request.argument, false);
-    if (place.error != TreeError::none) {
-        return treeReply(request.argument, place.error);
-    }
+    request.world.tree.find(request.viewer, request.argument, false);
     request.client.renameFrom = request.argument;
-    return reply(350, "File or directory exists, ready for destination name.");
+    return reply(350, {"File or directory exists, ready for destination name."});
 }
 
 std::string answerRnto(DemoRequest& request) {
-    if (!request.client.renameFrom) {
-        return reply(503, "Bad sequence of commands: RNFR comes first.");
+    const std::optional<std::string> from = std::exchange(request.client.renameFrom, std::nullopt);
+    if (!from) {
+        return reply(503, {"Bad sequence of commands: RNFR comes first."});
     }
-    const std::string from = *request.client.renameFrom;
-    request.client.renameFrom.reset();
-    const TreeError error = request.world.tree.rename(request.viewer, from, request.argument);
-    return error == TreeError::none ? reply(250, "RNTO command successful")
-                                    : treeReply(request.argument, error);
+    request.world.tree.rename(request.viewer, *from, request.argument);
+    return reply(250, {"RNTO command successful"});
 }
 
 constexpr std::array commands = {
-    DemoCommand{.verb = "CWD", .answer = answerCwd, .syntax = "<path>"},
-    DemoCommand{.verb = "CDUP", .answer = answerCdup, .argument = Argument::optional},
-    DemoCommand{.verb = "PWD", .answer = answerPwd, .argument = Argument::optional},
-    DemoCommand{.verb = "STAT", .answer = answerStat, .argument = Argument::optional},
-    DemoCommand{.verb = "MKD", .answer = answerMkd, .syntax = "<path>"},
-    DemoCommand{.verb = "RMD", .answer = answerRmd, .syntax = "<path>"},
-    DemoCommand{.verb = "DELE", .answer = answerDele, .syntax = "<path>"},
-    DemoCommand{.verb = "RNFR", .answer = answerRnfr, .syntax = "<path>"},
-    DemoCommand{.verb = "RNTO", .answer = answerRnto, .syntax = "<path>"},
-    DemoCommand{.verb = "XCWD", .answer = answerCwd, .syntax = "<path>"},
-    DemoCommand{.verb = "XPWD", .answer = answerPwd, .argument = Argument::optional},
-    DemoCommand{.verb = "XMKD", .answer = answerMkd, .syntax = "<path>"},
-    DemoCommand{.verb = "XRMD", .answer = answerRmd, .syntax = "<path>"},
+    DemoCommand{"CWD", answerCwd, WhoMay::users, "<path>"},
+    DemoCommand{"CDUP", answerCdup},
+    DemoCommand{"PWD", answerPwd},
+    DemoCommand{"STAT", answerStat},
+    DemoCommand{"MKD", answerMkd, WhoMay::users, "<path>"},
+    DemoCommand{"RMD", answerRmd, WhoMay::users, "<path>"},
+    DemoCommand{"DELE", answerDele, WhoMay::users, "<path>"},
+    DemoCommand{"RNFR", answerRnfr, WhoMay::users, "<path>"},
+    DemoCommand{"RNTO", answerRnto, WhoMay::users, "<path>"},
+    DemoCommand{"XCWD", answerCwd, WhoMay::users, "<path>"},
+    DemoCommand{"XPWD", answerPwd},
+    DemoCommand{"XMKD", answerMkd, WhoMay::users, "<path>"},
+    DemoCommand{"XRMD", answerRmd, WhoMay::users, "<path>"},
 };
 
 } // namespace
 
-std::span<const DemoCommand> fileCommands() {
-    return commands;
-}
+constinit const DemoTable fileCommands = commands;
 
 } // namespace corvel

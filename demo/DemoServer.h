@@ -2,7 +2,6 @@
 
 #include "demo/DemoCommands.h"
 
-#include <QObject>
 #include <QString>
 #include <QTcpServer>
 
@@ -11,7 +10,7 @@
 namespace corvel {
 
 struct DemoOptions {
-    std::uint16_t port = 0;      // 0: the system chooses
+    int port = 0;                // 0: the system chooses
     int users = 60;              // 1 to DemoAccounts::mostUsers
     int entries = 0;             // above 0: one directory /big with that many files
     int latencyMilliseconds = 0; // every reply waits that long
@@ -31,16 +30,15 @@ class DemoServer : public QObject {
 
     // Builds the world; listens to nothing yet. Closing: when it is destroyed its connections are cut.
     explicit DemoServer(const DemoOptions& options, QObject* parent = nullptr);
-    ~DemoServer() override;
 
     // Starts to listen on 127.0.0.1; false when it cannot, and then errorText() says why.
     bool listen();
-    QString errorText() const;
+    QString errorText() const { return listener_.errorString(); }
 
     // The port that it listens on; 0 when it does not.
-    std::uint16_t port() const;
+    std::uint16_t port() const { return listener_.serverPort(); }
 
-    int clientCount() const { return clientCount_; }
+    int clientCount() const { return static_cast<int>(clients_.children().size()); }
     const DemoWorld& world() const { return world_; }
 
   private:
@@ -49,7 +47,7 @@ class DemoServer : public QObject {
     DemoOptions options_;
     DemoWorld world_;
     QTcpServer listener_;
-    int clientCount_ = 0;
+    QObject clients_; // owns the connections; behind the world, at which they look
 };
 
 } // namespace corvel

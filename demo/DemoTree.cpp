@@ -3,7 +3,6 @@
 #include "common/Text.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace corvel {
@@ -17,186 +16,126 @@ constexpr unsigned executeBit = 1;
 // The date of whatever is made while the server runs: fixed, so that two runs give the same listings.
 constexpr std::string_view newEntryDate = "Jun 14 09:30";
 
-// The names of a path with the first one last, so that a link's target is put in front of the rest cheaply.
-using PendingNames = std::vector<std::string>;
+constexpr std::string_view notFound = "No such file or directory";
+constexpr std::string_view notDirectory = "Not a directory";
+constexpr std::string_view exists = "File exists";
+constexpr std::string_view nameTooLong = "File name too long";
+constexpr std::string_view invalid = "Invalid argument";
 
-void pushNames(PendingNames& pending, std::string_view path) {
+struct Step {
+    std::string name;
+    TreeNode* node = nullptr;
+};
+
+// The names of a path with the first one last, so that a link's target is put in front of the rest cheaply.
+void pushNames(std::vector<std::string>& pending, std::string_view path) {
     const std::vector<std::string_view> names = split(path, "/");
     pending.insert(pending.end(), names.rbegin(), names.rend());
 }
 
-struct Step {
-    std::string name;
-    TreeNode* node;
-};
-
-std::string pathOf(const std::vector<Step>& steps) {
-    std::string path;
-    for (std::size_t i = 1; i < steps.size(); ++i) {
-        path += '/' + steps[i].name;
-    }
-    return path.empty() ? "/" : path;
-}
-
-// One walk from the root along the pending names. It keeps the way that it came, for "..".
-class Walk {
-  public:
-    Walk(const TreeViewer& viewer, TreeNode& root, bool followLast)
-        : viewer_(viewer), steps_{{"", &root}}, followLast_(followLast) {}
-
-    TreePlace run(std::string_view path) {
-        pushNames(pending_, path);
-        if (!path.starts_with("/")) {
-            pushNames(pending_, viewer_.directory);
-        }
-        while (!pending_.empty()) {
-            const std::string name = std::move(pending_.back());
-            pending_.pop_back();
-            if (const TreeError error = step(name); error != TreeError::none) {
-                return {.error = error};
-            }
-        }
-        return {.node = steps_.back().node, .path = pathOf(steps_)};
-    }
-
-  private:
-    TreeError step(const std::string& name) {
-        TreeNode& here = *steps_.back().node;
-        if (here.type != 'd') {
-            return TreeError::notDirectory;
-        }
-        if (name.empty() || name == ".") {
-            return TreeError::none;
-        }
-        if (name == "..") {
-            if (steps_.size() > 1) {
-                steps_.pop_back();
-            }
-            return TreeError::none;
-        }
-        if (!isAllowed(viewer_, here, executeBit)) {
-            return TreeError::denied;
-        }
-        const auto found = here.children.find(name);
-        if (found == here.children.end()) {
-            return name.size() > DemoTree::longestName ? TreeError::nameTooLong : TreeError::notFound;
-        }
-        TreeNode& child = *found->second;
-        if (child.type == 'l' && (followLast_ || !pending_.empty())) {
-            return follow(child);
-        }
-        steps_.push_back({name, &child});
-        return TreeError::none;
-    }
-
-    TreeError follow(const TreeNode& link) {
-        if (++linkCount_ > mostLinks) {
-            return TreeError::tooManyLinks;
-        }
-        if (link.target.starts_with("/")) {
-            steps_.resize(1);
-        }
-        pushNames(pending_, link.target);
-        return TreeError::none;
-    }
-
-    const TreeViewer& viewer_;
-    std::vector<Step> steps_;
-    PendingNames pending_;
-    bool followLast_;
-    int linkCount_ = 0;
-};
-
-TreeNode directoryNode() {
-    TreeNode node;
-    node.type = 'd';
-    node.mode = 0775;
-    node.size = 4096;
-    return node;
-}
-
-} // namespace
-
-std::string_view treeErrorText(TreeError error) {
-    static constexpr std::array<std::string_view, 12> texts = {
-        "",
-        "No such file or directory",
-        "Not a directory",
-        "Is a directory",
-        "File exists",
-        "Directory not empty",
-        "Permission denied",
-        "Operation not permitted",
-        "File name too long",
-        "Invalid argument",
-        "Too many levels of symbolic links",
-        "No space left on device",
-    };
-    return texts.at(static_cast<std::size_t>(error));
-}
-
-bool isAllowed(const TreeViewer& viewer, const TreeNode& node, unsigned wanted) {
-    unsigned granted = node.mode;
-    if (node.owner == viewer.user) {
-        granted >>= 6;
-    } else if (std::find(viewer.groups.begin(), viewer.groups.end(), node.group) != viewer.groups.end()) {
-        granted >>= 3;
-    }
-    return (granted & wanted) == wanted;
-}
-
 std::string joinPath(std::string_view directory, std::string_view name) {
     std::string path(directory);
-    if (!path.ends_with('/')) {
-        path += '/';
-    }
+    path.append(path.ends_with('/') ? "" : "/");
     return path.append(name);
 }
 
-DemoTree::DemoTree() : root_(std::make_unique<TreeNode>(directoryNode())) {}
-
-void DemoTree::attach(TreeNode& parent, std::string_view name, std::unique_ptr<TreeNode> node) {
+TreeNode& attach(TreeNode& parent, std::string_view name, std::unique_ptr<TreeNode> node) {
     parent.directoryCount += node->type == 'd' ? 1 : 0;
-    parent.children.emplace(name, std::move(node));
+    return *parent.children.emplace(name, std::move(node)).first->second;
 }
 
-std::unique_ptr<TreeNode> DemoTree::detach(TreeNode& parent, std::string_view name) {
-    const auto found = parent.children.find(name);
-    std::unique_ptr<TreeNode> node = std::move(found->second);
-    parent.children.erase(found);
+std::unique_ptr<TreeNode> detach(TreeNode& parent, std::string_view name) {
+    std::unique_ptr<TreeNode> node = std::move(parent.children.extract(parent.children.find(name)).mapped());
     parent.directoryCount -= node->type == 'd' ? 1 : 0;
     return node;
 }
 
-TreeNode& DemoTree::place(std::string_view path, TreeNode entry) {
+std::unique_ptr<TreeNode> newDirectory() {
+    return std::make_unique<TreeNode>(TreeNode{.type = 'd', .mode = 0775, .size = 4096});
+}
+
+} // namespace
+
+void demand(const TreeViewer& viewer, const TreeNode& node, unsigned wanted) {
+    unsigned granted = node.mode;
+    if (node.owner == viewer.user) {
+        granted >>= 6;
+    } else if (std::ranges::find(viewer.groups, node.group) != viewer.groups.end()) {
+        granted >>= 3;
+    }
+    if ((granted & wanted) != wanted) {
+        throw TreeError{"Permission denied"};
+    }
+}
+
+DemoTree::DemoTree() : root_(newDirectory()) {}
+
+void DemoTree::place(std::string_view path, TreeNode entry) {
     TreeNode* here = root_.get();
     std::vector<std::string_view> names = split(path.substr(1), "/");
     const std::string_view last = names.back();
     names.pop_back();
     for (const std::string_view name : names) {
-        if (!here->children.contains(name)) {
-            attach(*here, name, std::make_unique<TreeNode>(directoryNode()));
-            ++nodeCount_;
-        }
-        here = here->children.find(name)->second.get();
+        const auto found = here->children.find(name);
+        nodeCount_ += found == here->children.end() ? 1 : 0;
+        here = found == here->children.end() ? &attach(*here, name, newDirectory()) : found->second.get();
     }
     attach(*here, last, std::make_unique<TreeNode>(std::move(entry)));
     ++nodeCount_;
-    return *here->children.find(last)->second;
 }
 
 TreePlace DemoTree::find(const TreeViewer& viewer, std::string_view path, bool followLast) const {
-    return Walk(viewer, *root_, followLast).run(path);
+    std::vector<Step> steps = {{"", root_.get()}}; // the way that was come, for ".."
+    std::vector<std::string> pending;
+    int linkCount = 0;
+    pushNames(pending, path);
+    if (!path.starts_with('/')) {
+        pushNames(pending, viewer.directory);
+    }
+    while (!pending.empty()) {
+        const std::string name = std::move(pending.back());
+        pending.pop_back();
+        const TreeNode& here = *steps.back().node;
+        if (here.type != 'd') {
+            throw TreeError{notDirectory};
+        }
+        if (name.empty() || name == ".") {
+            continue;
+        }
+        if (name == "..") {
+            steps.resize(std::max<std::size_t>(steps.size() - 1, 1));
+            continue;
+        }
+        demand(viewer, here, executeBit);
+        const auto found = here.children.find(name);
+        if (found == here.children.end()) {
+            throw TreeError{name.size() > longestName ? nameTooLong : notFound};
+        }
+        TreeNode& child = *found->second;
+        if (child.type != 'l' || (pending.empty() && !followLast)) {
+            steps.push_back({name, &child});
+            continue;
+        }
+        if (++linkCount > mostLinks) {
+            throw TreeError{"Too many levels of symbolic links"};
+        }
+        steps.resize(child.target.starts_with('/') ? 1 : steps.size());
+        pushNames(pending, child.target);
+    }
+    std::string canonical;
+    for (std::size_t i = 1; i < steps.size(); ++i) {
+        canonical += '/' + steps[i].name;
+    }
+    TreeNode* const parent = steps[std::max<std::size_t>(steps.size(), 2) - 2].node;
+    return {steps.back().node, parent, canonical.empty() ? "/" : canonical};
 }
 
 TreePlace DemoTree::enter(const TreeViewer& viewer, std::string_view path) const {
     TreePlace place = find(viewer, path, true);
-    if (place.error == TreeError::none && place.node->type != 'd') {
-        return {.error = TreeError::notDirectory};
+    if (place.node->type != 'd') {
+        throw TreeError{notDirectory};
     }
-    if (place.error == TreeError::none && !isAllowed(viewer, *place.node, executeBit)) {
-        return {.error = TreeError::denied};
-    }
+    demand(viewer, *place.node, executeBit);
     return place;
 }
 
@@ -204,105 +143,68 @@ DemoTree::Leaf DemoTree::findLeaf(const TreeViewer& viewer, std::string_view pat
     while (path.size() > 1 && path.ends_with('/')) {
         path.remove_suffix(1);
     }
-    const std::size_t slash = path.rfind('/');
-    const std::string_view name = slash == std::string_view::npos ? path : path.substr(slash + 1);
+    const std::string_view name = path.substr(path.rfind('/') + 1);
     if (name.empty() || name == "." || name == "..") {
-        return {.error = TreeError::invalid, .parent = {}, .name = {}};
+        throw TreeError{invalid};
     }
-    Leaf leaf;
-    leaf.name = name;
-    leaf.parent = enter(viewer, path.substr(0, path.size() - name.size()));
-    leaf.error = leaf.parent.error;
-    if (leaf.error == TreeError::none && name.size() > longestName) {
-        leaf.error = TreeError::nameTooLong;
+    const TreePlace parent = enter(viewer, path.substr(0, path.size() - name.size()));
+    if (name.size() > longestName) {
+        throw TreeError{nameTooLong};
     }
-    return leaf;
+    return {parent.node, parent.path, std::string(name)};
 }
 
-TreePlace DemoTree::makeDirectory(const TreeViewer& viewer, std::string_view path) {
+std::string DemoTree::makeDirectory(const TreeViewer& viewer, std::string_view path) {
     const Leaf leaf = findLeaf(viewer, path);
-    if (leaf.error != TreeError::none) {
-        return {.error = leaf.error};
+    if (leaf.parent->children.contains(leaf.name)) {
+        throw TreeError{exists};
     }
-    TreeNode& parent = *leaf.parent.node;
-    if (parent.children.contains(leaf.name)) {
-        return {.error = TreeError::exists};
-    }
-    if (!isAllowed(viewer, parent, writeBit)) {
-        return {.error = TreeError::denied};
-    }
+    demand(viewer, *leaf.parent, writeBit);
     if (nodeCount_ >= mostNodes) {
-        return {.error = TreeError::full};
+        throw TreeError{"No space left on device"};
     }
-    auto node = std::make_unique<TreeNode>(directoryNode());
-    node->mode = 0755;
-    node->owner = viewer.user;
-    node->group = viewer.groups.empty() ? "nobody" : viewer.groups.front();
-    node->date = newEntryDate;
-    TreeNode* made = node.get();
-    attach(parent, leaf.name, std::move(node));
+    TreeNode& made = attach(*leaf.parent, leaf.name, newDirectory());
+    made.mode = 0755;
+    made.owner = viewer.user;
+    made.group = viewer.groups.empty() ? "nobody" : viewer.groups.front();
+    made.date = newEntryDate;
     ++nodeCount_;
-    return {.node = made, .path = joinPath(leaf.parent.path, leaf.name)};
+    return joinPath(leaf.parentPath, leaf.name);
 }
 
-TreeError DemoTree::remove(const TreeViewer& viewer, std::string_view path, bool directory) {
+void DemoTree::remove(const TreeViewer& viewer, std::string_view path, bool directory) {
     const Leaf leaf = findLeaf(viewer, path);
-    if (leaf.error != TreeError::none) {
-        return leaf.error;
+    const auto found = leaf.parent->children.find(leaf.name);
+    if (found == leaf.parent->children.end()) {
+        throw TreeError{notFound};
     }
-    TreeNode& parent = *leaf.parent.node;
-    const auto found = parent.children.find(leaf.name);
-    if (found == parent.children.end()) {
-        return TreeError::notFound;
+    if ((found->second->type == 'd') != directory) {
+        throw TreeError{directory ? notDirectory : "Is a directory"};
     }
-    const bool isDirectory = found->second->type == 'd';
-    if (isDirectory != directory) {
-        return directory ? TreeError::notDirectory : TreeError::isDirectory;
-    }
-    if (!isAllowed(viewer, parent, writeBit)) {
-        return TreeError::denied;
-    }
+    demand(viewer, *leaf.parent, writeBit);
     if (!found->second->children.empty()) {
-        return TreeError::notEmpty;
+        throw TreeError{"Directory not empty"};
     }
-    detach(parent, leaf.name);
+    detach(*leaf.parent, leaf.name);
     --nodeCount_;
-    return TreeError::none;
 }
 
-TreeError DemoTree::removeDirectory(const TreeViewer& viewer, std::string_view path) {
-    return remove(viewer, path, true);
-}
-
-TreeError DemoTree::removeFile(const TreeViewer& viewer, std::string_view path) {
-    return remove(viewer, path, false);
-}
-
-TreeError DemoTree::rename(const TreeViewer& viewer, std::string_view from, std::string_view to) {
+void DemoTree::rename(const TreeViewer& viewer, std::string_view from, std::string_view to) {
     const Leaf source = findLeaf(viewer, from);
-    if (source.error != TreeError::none) {
-        return source.error;
-    }
-    if (!source.parent.node->children.contains(source.name)) {
-        return TreeError::notFound;
+    if (!source.parent->children.contains(source.name)) {
+        throw TreeError{notFound};
     }
     const Leaf goal = findLeaf(viewer, to);
-    if (goal.error != TreeError::none) {
-        return goal.error;
+    const std::string sourcePath = joinPath(source.parentPath, source.name);
+    if (joinPath(goal.parentPath, "").starts_with(sourcePath + "/")) {
+        throw TreeError{invalid};
     }
-    const std::string sourcePath = joinPath(source.parent.path, source.name);
-    if (joinPath(goal.parent.path, "").starts_with(sourcePath + "/")) {
-        return TreeError::invalid;
+    if (goal.parent->children.contains(goal.name)) {
+        throw TreeError{exists};
     }
-    if (goal.parent.node->children.contains(goal.name)) {
-        return TreeError::exists;
-    }
-    if (!isAllowed(viewer, *source.parent.node, writeBit) ||
-        !isAllowed(viewer, *goal.parent.node, writeBit)) {
-        return TreeError::denied;
-    }
-    attach(*goal.parent.node, goal.name, detach(*source.parent.node, source.name));
-    return TreeError::none;
+    demand(viewer, *source.parent, writeBit);
+    demand(viewer, *goal.parent, writeBit);
+    attach(*goal.parent, goal.name, detach(*source.parent, source.name));
 }
 
 void DemoTree::renameHolder(std::string TreeNode::*field, std::string_view name, std::string_view newName) {
@@ -319,16 +221,12 @@ void DemoTree::renameHolder(std::string TreeNode::*field, std::string_view name,
     }
 }
 
-TreeError DemoTree::changeMode(const TreeViewer& viewer, std::string_view path, unsigned mode) {
+void DemoTree::changeMode(const TreeViewer& viewer, std::string_view path, unsigned mode) {
     const TreePlace place = find(viewer, path, true);
-    if (place.error != TreeError::none) {
-        return place.error;
-    }
     if (place.node->owner != viewer.user) {
-        return TreeError::notPermitted;
+        throw TreeError{"Operation not permitted"};
     }
     place.node->mode = mode & 07777U;
-    return TreeError::none;
 }
 
 } // namespace corvel

@@ -10,24 +10,10 @@
 
 namespace corvel {
 
-// Why an operation on the demo tree was refused.
-enum class TreeError {
-    none,
-    notFound,
-    notDirectory,
-    isDirectory,
-    exists,
-    notEmpty,
-    denied,
-    notPermitted,
-    nameTooLong,
-    invalid,
-    tooManyLinks,
-    full,
+// Thrown by an operation on the demo tree that is refused: the reason, such as "No such file or directory".
+struct TreeError {
+    std::string_view reason;
 };
-
-// The reason in the words that servers use, such as "No such file or directory"; empty for none.
-std::string_view treeErrorText(TreeError error);
 
 // One entry of the demo tree. A directory owns its children.
 struct TreeNode {
@@ -37,30 +23,30 @@ struct TreeNode {
     std::string group = "staff";
     std::uint64_t size = 0;          // bytes
     std::string date = "Jan 5 2020"; // as a listing shows it: month, day, time of day or year
-    std::string target;              // of a symbolic link
-    std::string hiddenText;          // of a hidden directory: whom it is shown to; empty when not hidden
-    std::map<std::string, std::unique_ptr<TreeNode>, std::less<>> children;
+    std::string target = {};         // of a symbolic link
+    std::string hiddenText = {};     // of a hidden directory: whom it is shown to; empty when not hidden
+    std::map<std::string, std::unique_ptr<TreeNode>, std::less<>> children = {};
     std::size_t directoryCount = 0; // of the children that are directories
 };
 
 // Who looks at the tree, and from where. Decides permissions and what relative paths mean.
 struct TreeViewer {
-    std::string user;
-    std::vector<std::string> groups;
+    std::string user = {};
+    std::vector<std::string> groups = {};
     std::string directory = "/"; // absolute, without "." and ".." and links
 };
 
-// The outcome of a tree operation: the entry and its canonical absolute path, or an error and no node.
-// The node belongs to the tree and lives until the next change of the tree.
+// What stands at a path: the entry, the directory above it (of the root itself) and its canonical absolute
+// path. The nodes belong to the tree and live until its next change.
 struct TreePlace {
-    TreeError error = TreeError::none;
-    TreeNode* node = nullptr;
-    std::string path{};
+    TreeNode* node;
+    TreeNode* parent;
+    std::string path;
 };
 
 // A directory tree in memory. Names and paths are bytes; a path separates names with "/" and is relative to
 // the viewer's directory unless it begins with "/". Every operation checks the permission bits of the
-// directories on its way for the viewer. Nothing throws but the want of memory.
+// directories on its way for the viewer, throws TreeError where it is refused, and has then changed nothing.
 class DemoTree {
   public:
     static constexpr std::size_t longestName = 255;
@@ -70,51 +56,46 @@ class DemoTree {
 
     // Puts an entry at an absolute path without asking for permission; missing directories on the way are
     // made. For filling the tree.
-    TreeNode& place(std::string_view path, TreeNode entry);
+    void place(std::string_view path, TreeNode entry);
 
-    // The entry at path. followLast: a link at the end of the path stands for what it points to.
+    // What stands at path. followLast: a link at the end of the path stands for what it points to.
     TreePlace find(const TreeViewer& viewer, std::string_view path, bool followLast) const;
 
     // A directory that the viewer may enter.
     TreePlace enter(const TreeViewer& viewer, std::string_view path) const;
 
-    // A new empty directory of the viewer's.
-    TreePlace makeDirectory(const TreeViewer& viewer, std::string_view path);
+    // Makes an empty directory of the viewer's and gives its canonical path.
+    std::string makeDirectory(const TreeViewer& viewer, std::string_view path);
 
-    // Removes an empty directory, or anything that is no directory. Links are removed, not followed.
-    TreeError removeDirectory(const TreeViewer& viewer, std::string_view path);
-    TreeError removeFile(const TreeViewer& viewer, std::string_view path);
+    // Removes an empty directory, or anything that is none. Links are removed, not followed.
+    void remove(const TreeViewer& viewer, std::string_view path, bool directory);
 
     // Moves an entry with all below it. The new name must be free.
-    TreeError rename(const TreeViewer& viewer, std::string_view from, std::string_view to);
+    void rename(const TreeViewer& viewer, std::string_view from, std::string_view to);
 
     // Sets the twelve permission bits of an entry that belongs to the viewer.
-    TreeError changeMode(const TreeViewer& viewer, std::string_view path, unsigned mode);
+    void changeMode(const TreeViewer& viewer, std::string_view path, unsigned mode);
 
     // Gives all that belongs to an owner (field: &TreeNode::owner) or a group (&TreeNode::group) to another
     // name.
     void renameHolder(std::string TreeNode::*field, std::string_view name, std::string_view newName);
 
   private:
+    // A directory, its path, and a name in it.
     struct Leaf {
-        TreeError error = TreeError::none;
-        TreePlace parent;
+        TreeNode* parent;
+        std::string parentPath;
         std::string name;
     };
-    // The directory that path's last name lies in, and that name; the directory must be writable.
+    // The directory that path's last name lies in, and that name.
     Leaf findLeaf(const TreeViewer& viewer, std::string_view path) const;
-    TreeError remove(const TreeViewer& viewer, std::string_view path, bool directory);
-    void attach(TreeNode& parent, std::string_view name, std::unique_ptr<TreeNode> node);
-    std::unique_ptr<TreeNode> detach(TreeNode& parent, std::string_view name);
 
     std::unique_ptr<TreeNode> root_;
     std::size_t nodeCount_ = 1;
 };
 
-// Whether the viewer holds all of the wanted permissions on node: bits of 4 (read), 2 (write), 1 (execute).
-bool isAllowed(const TreeViewer& viewer, const TreeNode& node, unsigned wanted);
-
-// directory and name as one absolute path.
-std::string joinPath(std::string_view directory, std::string_view name);
+// Throws TreeError unless the viewer holds all of the wanted permissions on node: bits of 4 (read), 2
+// (write), 1 (execute).
+void demand(const TreeViewer& viewer, const TreeNode& node, unsigned wanted);
 
 } // namespace corvel

@@ -13,33 +13,22 @@ namespace {
 using corvel::DemoOptions;
 
 struct NumberOption {
-    QString name;
-    QString valueName;
-    QString description;
+    const char* name;
+    const char* valueName;
+    const char* description;
     int least;
     int most;
-    void (*store)(DemoOptions& options, int value);
+    int DemoOptions::*value;
 };
 
-std::array<NumberOption, 5> numberOptions() {
-    constexpr int anyNumber = std::numeric_limits<int>::max();
-    return {{
-        {QStringLiteral("port"), QStringLiteral("N"),
-         QStringLiteral("Listen on this port; 0 lets the system choose."), 0, 65535,
-         [](DemoOptions& options, int value) { options.port = static_cast<std::uint16_t>(value); }},
-        {QStringLiteral("users"), QStringLiteral("N"), QStringLiteral("Have this many accounts."), 1,
-         corvel::DemoAccounts::mostUsers, [](DemoOptions& options, int value) { options.users = value; }},
-        {QStringLiteral("entries"), QStringLiteral("N"),
-         QStringLiteral("Have a directory /big with this many files."), 0, 1'000'000,
-         [](DemoOptions& options, int value) { options.entries = value; }},
-        {QStringLiteral("latency"), QStringLiteral("MS"),
-         QStringLiteral("Wait this long before every reply."), 0, 600'000,
-         [](DemoOptions& options, int value) { options.latencyMilliseconds = value; }},
-        {QStringLiteral("chunk"), QStringLiteral("BYTES"),
-         QStringLiteral("Send every reply in pieces of this size."), 1, anyNumber,
-         [](DemoOptions& options, int value) { options.chunkBytes = value; }},
-    }};
-}
+constexpr std::array<NumberOption, 5> numberOptions = {{
+    {"port", "N", "Listen on this port; 0 lets the system choose.", 0, 65535, &DemoOptions::port},
+    {"users", "N", "Have this many accounts.", 1, corvel::DemoAccounts::mostUsers, &DemoOptions::users},
+    {"entries", "N", "Have a directory /big with this many files.", 0, 1'000'000, &DemoOptions::entries},
+    {"latency", "MS", "Wait this long before every reply.", 0, 600'000, &DemoOptions::latencyMilliseconds},
+    {"chunk", "BYTES", "Send every reply in pieces of this size.", 1, std::numeric_limits<int>::max(),
+     &DemoOptions::chunkBytes},
+}};
 
 // The options of the command line, or nothing after a line on standard error that says what is wrong.
 std::optional<DemoOptions> readOptions(const QStringList& arguments) {
@@ -49,8 +38,9 @@ std::optional<DemoOptions> readOptions(const QStringList& arguments) {
         QStringLiteral("An FTP server in memory, for trials of Corvel. It answers on 127.0.0.1 alone."));
     parser.addHelpOption();
     parser.addVersionOption();
-    for (const NumberOption& option : numberOptions()) {
-        parser.addOption({option.name, option.description, option.valueName});
+    for (const NumberOption& option : numberOptions) {
+        parser.addOption({QString::fromLatin1(option.name), QString::fromLatin1(option.description),
+                          QString::fromLatin1(option.valueName)});
     }
     parser.process(arguments);
     if (!parser.positionalArguments().isEmpty()) {
@@ -58,18 +48,16 @@ std::optional<DemoOptions> readOptions(const QStringList& arguments) {
         return std::nullopt;
     }
     DemoOptions options;
-    for (const NumberOption& option : numberOptions()) {
-        if (!parser.isSet(option.name)) {
-            continue;
-        }
-        bool isNumber = false;
-        const int value = parser.value(option.name).toInt(&isNumber);
-        if (!isNumber || value < option.least || value > option.most) {
-            errors << "--" << option.name << " takes a number from " << option.least << " to " << option.most
-                   << ", not \"" << parser.value(option.name) << "\".\n";
+    for (const NumberOption& option : numberOptions) {
+        const QString name = QString::fromLatin1(option.name);
+        bool isNumber = true;
+        const int value = parser.isSet(name) ? parser.value(name).toInt(&isNumber) : options.*option.value;
+        if (!isNumber || (parser.isSet(name) && (value < option.least || value > option.most))) {
+            errors << "--" << name << " takes a number from " << option.least << " to " << option.most
+                   << ", not \"" << parser.value(name) << "\".\n";
             return std::nullopt;
         }
-        option.store(options, value);
+        options.*option.value = value;
     }
     return options;
 }
