@@ -1,7 +1,9 @@
-#include "demo/DemoServer.h"
+#include "ui/desktop/mdlTrayIcon.h"
+#include "ui/desktop/Stacking.h"
 #include "ui/WindowDriver.h"
 #include "widgets/Icons.h"
 
+#include <QDialog>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QSystemTrayIcon>
@@ -39,8 +41,6 @@ TEST(Status, FollowsWhoIsOnline) {
     const auto& tray = driver.find<QSystemTrayIcon>("picTrayIcon");
     EXPECT_EQ(driver.window->windowTitle(), u"Corvel - [*][*]home"_s); // shown as [*]home
     EXPECT_EQ(tray.toolTip(), u"[*]home is away"_s);
-    EXPECT_EQ(shown(tray.icon()), shown(icon("tray-idle")));
-    EXPECT_EQ(statistics(driver), u"[*]home 0 0 0 0 0 0 0 0"_s);
 
     ASSERT_TRUE(driver.logIn(1));
     driver.window->program().tmrRefreshWho_Timer(1, false);
@@ -56,7 +56,6 @@ TEST(Status, FollowsWhoIsOnline) {
     ASSERT_TRUE(eventually([&] { return tray.toolTip() == u"[*]home is away"_s; }));
     EXPECT_EQ(shown(tray.icon()), shown(icon("tray-idle")));
     EXPECT_EQ(statistics(driver), u"[*]home 0 0 0 0 0 0 0 0"_s);
-    EXPECT_EQ(driver.find<QLabel>("lblTransfers").text(), QString());
 }
 
 TEST(Status, ALongTextDoesNotWidenTheWindow) {
@@ -64,18 +63,6 @@ TEST(Status, ALongTextDoesNotWidenTheWindow) {
     driver.window->resize(driver.window->minimumSize());
     EXPECT_EQ(driver.window->size(), driver.window->minimumSize());
     EXPECT_EQ(driver.find<QLabel>("lblConnection").toolTip(), QString(500, u'n') + u": Socket closed"_s);
-}
-
-TEST(Status, TheTrayIconIsThereWhenAskedForAndUntilTheWindowCloses) {
-    WindowDriver without("");
-    EXPECT_EQ(without.window->findChild<QSystemTrayIcon*>(), nullptr);
-
-    WindowDriver driver("", withTray);
-    const auto& tray = driver.find<QSystemTrayIcon>("picTrayIcon");
-    EXPECT_EQ(tray.toolTip(), u"Corvel"_s);
-    EXPECT_EQ(shown(tray.icon()), shown(icon("tray-offline")));
-    driver.close();
-    EXPECT_EQ(driver.window->findChild<QSystemTrayIcon*>(), nullptr);
 }
 
 // The platform of the tests has no notification area, although the icon is shown.
@@ -102,6 +89,87 @@ TEST(Status, ClosingAHiddenWindowEndsTheProgramAndKeepsItsState) {
     EXPECT_EQ(driver.store.value("window_state"), "1");
     EXPECT_EQ(driver.store.value("window_left"), "600");
     EXPECT_EQ(driver.store.value("window_width"), "10650");
+}
+
+// A window that is hidden when it is minimised, with a notification area that the test takes away and gives.
+struct Hiding {
+    explicit Hiding(bool hasTrayAtFirst, Qt::WindowStates state = Qt::WindowNoState)
+        : hasTray(hasTrayAtFirst) {
+        window.setWindowState(state);
+        window.show();
+        hiding = new MinimizeToTray(window, [this] { return hasTray; });
+        QObject::connect(hiding, &MinimizeToTray::hidden, &window, [this] { ++timesHidden; });
+    }
+
+    void minimize() {
+        window.setWindowState(window.windowState() | Qt::WindowMinimized);
+        QCoreApplication::processEvents();
+    }
+
+    QWidget window;
+    bool hasTray;
+    int timesHidden = 0;
+    MinimizeToTray* hiding = nullptr;
+};
+
+TEST(Tray, MinimisingHidesOnlyWhereTheWindowCanComeBack) {
+    Hiding beside(true);
+    beside.minimize();
+    EXPECT_FALSE(beside.window.isVisible());
+    EXPECT_EQ(beside.timesHidden, 1);
+
+    Hiding withoutTray(false);
+    withoutTray.minimize();
+    EXPECT_TRUE(withoutTray.window.isVisible());
+    EXPECT_TRUE(withoutTray.window.isMinimized());
+    EXPECT_EQ(withoutTray.timesHidden, 0);
+
+    Hiding withDialog(true);
+    QDialog dialog(&withDialog.window);
+    dialog.open();
+    withDialog.minimize();
+    EXPECT_TRUE(withDialog.window.isVisible());
+}
+
+TEST(Tray, AHiddenWindowComesBackAsItWas) {
+    for (const Qt::WindowStates state : {Qt::WindowNoState, Qt::WindowMaximized}) {
+        Hiding hiding(true, state);
+        hiding.minimize();
+        ASSERT_FALSE(hiding.window.isVisible());
+        bringToFront(hiding.window);
+        EXPECT_TRUE(hiding.window.isVisible());
+        EXPECT_FALSE(hiding.window.isMinimized());
+        EXPECT_EQ(hiding.window.isMaximized(), state == Qt::WindowMaximized);
+        hiding.minimize();
+        EXPECT_EQ(hiding.timesHidden, 2);
+    }
+}
+
+TEST(Tray, AHiddenWindowComesBackWhenTheTrayGoes) {
+    Hiding hiding(true);
+    hiding.minimize();
+    auto& watch = *hiding.window.findChild<QTimer*>(u"tmrTrayWatch"_s);
+    watch.setInterval(0);
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(hiding.window.isVisible());
+    hiding.hasTray = false;
+    EXPECT_TRUE(eventually([&] { return hiding.window.isVisible(); }));
+    EXPECT_FALSE(hiding.window.isMinimized());
+    EXPECT_FALSE(watch.isActive());
+}
+
+TEST(Tray, NothingButAClickOnTheIconCounts) {
+    mdlTrayIcon tray;
+    int clicks = 0;
+    QObject::connect(&tray, &mdlTrayIcon::clicked, &tray, [&clicks] { ++clicks; });
+    tray.TrayModify(icon("tray-up"), u"too early"_s);
+    EXPECT_EQ(tray.findChild<QSystemTrayIcon*>(), nullptr);
+    tray.TrayAdd(icon("tray-idle"), u"Corvel"_s);
+    for (const auto reason : {QSystemTrayIcon::Context, QSystemTrayIcon::DoubleClick,
+                              QSystemTrayIcon::MiddleClick, QSystemTrayIcon::Trigger}) {
+        emit tray.findChild<QSystemTrayIcon*>()->activated(reason);
+    }
+    EXPECT_EQ(clicks, 1);
 }
 
 } // namespace

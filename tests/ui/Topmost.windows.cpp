@@ -1,4 +1,4 @@
-#include "ui/Topmost.h"
+#include "ui/WindowDriver.h"
 
 #include <QWidget>
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Ports.h"
+#include "demo/DemoServer.h"
 #include "support/TemporaryDirectory.h"
 #include "ui/frmMain.h"
 #include "widgets/ReportView.h"
@@ -18,6 +19,10 @@ namespace corvel::test {
 
 // Lets events happen until condition holds; false when it does not within the time that nothing here takes.
 bool eventually(const std::function<bool()>& condition);
+
+// One site of a sites.ini.
+std::string siteRecord(const std::string& name, int port, const std::string& user,
+                       const std::string& password);
 
 // The main window over a directory and a store of its own, driven as a person would: by its controls' names.
 class WindowDriver {
@@ -102,11 +107,36 @@ class WindowDriver {
     void lookAtEverything();
 };
 
+// The window over two sites of the program's own server, home and backup.
+class DemoWindow : public testing::Test {
+  protected:
+    explicit DemoWindow(const DemoOptions& options = {}) : server_(options) { EXPECT_TRUE(server_.listen()); }
+
+    // Starts the window with a settings.ini of these lines.
+    void start(const std::string& settings = {}) {
+        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo") +
+                                                     siteRecord("backup", server_.port(), "demo", "demo"),
+                                                 settings);
+    }
+
+    // Starts it with a tab on top and logged in on the first site.
+    void startOn(int tab, const std::string& settings = {}) {
+        start(settings);
+        driver_->showTab(tab);
+        ASSERT_TRUE(driver_->logIn(1));
+    }
+
+    DemoServer server_;
+    std::unique_ptr<WindowDriver> driver_;
+};
+
+// The tabs of the window.
+enum Tab { consoleTab, activityTab, browserTab, statsTab, usersTab, groupsTab };
+
 // The first row of a list with this text in a column; -1 when there is none.
 int rowWith(const ReportView& list, int column, const QString& text);
 
-// One site of a sites.ini.
-std::string siteRecord(const std::string& name, int port, const std::string& user,
-                       const std::string& password);
+// Whether a window is shown, in the band of those that lie over all others.
+bool isTopmost(const QWidget& window);
 
 } // namespace corvel::test

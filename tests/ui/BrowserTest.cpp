@@ -2,11 +2,16 @@
 #include "browser/qt/frmBrowserCHATTR.h"
 #include "browser/qt/frmBrowserCHMOD.h"
 #include "browser/qt/frmBrowserNUKE.h"
-#include "ui/DemoWindow.h"
+#include "ui/WindowDriver.h"
 #include "widgets/DialogDriver.h"
 
 #include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTcpSocket>
 
 #include <utility>
@@ -55,11 +60,6 @@ class BrowserDialogs : public DemoWindow {
         return eventually([&] { return inChattr<QPushButton>("Command1").isEnabled(); });
     }
 
-    void confirmChattr() {
-        QTest::mouseClick(&inChattr<QPushButton>("Command1"), Qt::LeftButton);
-        waitForClose<frmBrowserCHATTR>();
-    }
-
     template <typename Dialog>
     void waitForClose() {
         ASSERT_TRUE(eventually(
@@ -85,7 +85,6 @@ class BrowserDialogs : public DemoWindow {
 TEST_F(BrowserDialogs, SetPermissions) {
     auto& form = open<frmBrowserCHMOD>(u"say \"hello\".txt"_s, "chmod");
     DialogDriver dialog(form);
-    EXPECT_EQ(form.windowTitle(), u"SITE CHMOD"_s);
     EXPECT_EQ(dialog.text("txtPath"), "/pub/say \"hello\".txt");
     EXPECT_EQ(dialog.text("txtCHMODval"), "644");
     for (const char* const box : {"chkX_0", "chkX_1", "chkX_3", "chkX_6"}) {
@@ -111,9 +110,6 @@ TEST_F(BrowserDialogs, HideADirectory) {
     {
         auto& form = open<frmBrowserCHATTR>(u"empty"_s, "chattr");
         DialogDriver dialog(form);
-        EXPECT_EQ(form.windowTitle(), u"Hide directory (SITE CHATTR)"_s);
-        EXPECT_EQ(dialog.find<QListWidget>("lstUsers").count(), 60);
-        EXPECT_EQ(dialog.find<QListWidget>("lstGroups").count(), 8);
         ASSERT_TRUE(waitForAnswer());
         EXPECT_EQ(dialog.text("txtCurrent"), "<not set>");
         dialog.clickRow("lstUsers", 2);
@@ -135,14 +131,9 @@ TEST_F(BrowserDialogs, HideADirectory) {
     open<frmBrowserCHATTR>(u"two  blanks"_s, "chattr");
     ASSERT_TRUE(waitForAnswer());
     EXPECT_EQ(inChattr<QLineEdit>("txtCurrent").text(), u"<not set>"_s);
-    confirmChattr();
+    QTest::mouseClick(&inChattr<QPushButton>("Command1"), Qt::LeftButton);
+    waitForClose<frmBrowserCHATTR>();
     EXPECT_EQ(replies(), "");
-
-    open<frmBrowserCHATTR>(u"empty"_s, "chattr");
-    ASSERT_TRUE(waitForAnswer());
-    EXPECT_EQ(inChattr<QLineEdit>("txtCurrent").text().toStdString(), arguments);
-    confirmChattr();
-    EXPECT_EQ(replies(), "\n> site chattr -h \"empty\"\n200 CHATTR command successful");
 }
 
 TEST_F(BrowserDialogs, HideNothingBeforeTheServerHasAnswered) {
@@ -179,11 +170,7 @@ TEST_F(BrowserDialogs, HideNothingBeforeTheServerHasAnswered) {
 
 TEST_F(BrowserDialogs, NukeARelease) {
     auto& form = open<frmBrowserNUKE>(u"Holiday pictures"_s, "nuke");
-    DialogDriver dialog(form);
-    EXPECT_EQ(form.windowTitle(), u"SITE NUKE"_s);
-    EXPECT_EQ(dialog.text("txtPath"), "/pub");
-    EXPECT_EQ(dialog.text("txtName"), "Holiday pictures");
-    EXPECT_EQ(form.focusWidget()->objectName(), u"txtMultip"_s);
+    form.activateWindow();
     QTest::keyClicks(form.focusWidget(), u"3"_s);
     QTest::keyClick(form.focusWidget(), Qt::Key_Return);
     EXPECT_EQ(form.focusWidget()->objectName(), u"txtReason"_s);
@@ -195,44 +182,118 @@ TEST_F(BrowserDialogs, NukeARelease) {
                                       "200-NUKE of Holiday pictures: bad_release\n"));
 }
 
-TEST_F(BrowserDialogs, OpenForTheirKindOfRowAlone) {
-    driver_->select(u"README"_s);
-    run("chattr");
-    driver_->browser().setCurrentRow(-1);
-    for (const char* const command : {"chmod", "chattr", "nuke"}) {
-        run(command);
-    }
-    EXPECT_EQ(driver_->window->findChild<QDialog*>(), nullptr);
+class DemoSites : public DemoWindow {
+  protected:
+    explicit DemoSites(const DemoOptions& options = {}) : DemoWindow(options) { start(); }
+
+    QString text(const char* name) { return driver_->find<QPlainTextEdit>(name).toPlainText(); }
+};
+
+TEST_F(DemoSites, TwoSitesLogInSideBySide) {
+    ASSERT_TRUE(driver_->logIn(1));
+    ASSERT_TRUE(driver_->logIn(2));
+    const QAbstractItemModel& sites = *driver_->find<QAbstractItemView>("lvwSites").model();
+    const QString connected = u"Connected (127.0.0.1:%1)"_s.arg(server_.port());
+    EXPECT_TRUE(eventually([&] { return sites.index(1, 1).data().toString() == connected; }));
+    driver_->chooseSitesMenu(1);
+    EXPECT_TRUE(eventually([&] { return sites.index(1, 1).data().toString() == u"Socket closed"_s; }));
+    EXPECT_EQ(sites.index(0, 1).data().toString(), connected);
+    auto& command = driver_->find<QLineEdit>("txtSendFTP_1");
+    QTest::keyClicks(&command, u"SYST"_s);
+    QTest::keyClick(&command, Qt::Key_Return);
+    EXPECT_EQ(command.selectedText(), u"SYST"_s);
+    EXPECT_TRUE(eventually([&] { return text("txtLogFTP_1").contains(u" 215 "_s); }));
+    EXPECT_TRUE(text("txtLogFTP_1").contains(u"> SYST\n"_s));
+    EXPECT_FALSE(text("txtLogFTP_1").contains(u"PASS demo"_s));
+    EXPECT_FALSE(text("txtLogFTP_2").contains(u"SYST"_s));
 }
 
-// What the boxes cannot show comes back as it was.
-TEST(BrowserDialogForms, KeepTheBytesOfNames) {
-    const std::string name = "\xE4 \"%(x)\" \n\x01\xFF";
-    std::vector<std::string> confirmed;
-    std::optional<std::string> problem = "not now";
-    frmBrowserCHMOD chmod({{.txtPath = name}, TextEncoding::utf8}, [&](const ChmodForm& form) {
-        confirmed.push_back(form.txtPath);
-        return problem;
-    });
-    DialogDriver(chmod).click("cmdOK");
-    EXPECT_EQ(DialogDriver(chmod).answer(), "not now");
-    frmBrowserNUKE nuke({{.txtName = name}, true, TextEncoding::utf8}, [&](const NukeForm& form) {
-        confirmed.push_back(form.txtName);
-        return problem;
-    });
-    DialogDriver(nuke).click("cmdOK");
-    EXPECT_EQ(DialogDriver(nuke).answer(), "not now");
-    frmBrowserCHATTR chattr({{.sName = name, .lstUsers = {{name}}}, TextEncoding::utf8},
-                            [&](const ChattrForm& form) {
-                                confirmed.push_back(form.sName);
-                                confirmed.push_back(form.lstUsers[0].sText);
-                                confirmed.push_back(form.txtCurrent);
-                                return problem;
-                            });
-    chattr.setAnswer({.txtCurrent = name}, TextEncoding::windows1252);
-    DialogDriver(chattr).click("Command1");
-    EXPECT_EQ(DialogDriver(chattr).answer(), "not now");
-    EXPECT_EQ(confirmed, std::vector<std::string>(5, name));
+TEST_F(DemoSites, BrowserWalksSortsAndCounts) {
+    driver_->showTab(browserTab);
+    ASSERT_TRUE(driver_->logIn(1));
+    ASSERT_TRUE(driver_->waitForRow(u"pub"_s));
+    driver_->doubleClick(u"pub"_s);
+    ASSERT_TRUE(eventually([&] { return driver_->path() == u"/pub"_s && driver_->isIdle(1); }));
+    const QAbstractItemModel& model = *driver_->browser().model();
+    EXPECT_EQ(model.index(0, 0).data().toString(), u".."_s);
+    const SiteSession& session = driver_->session(1);
+    EXPECT_TRUE(eventually([&] {
+        return driver_->find<QLabel>("lblBrowserFileCnt").text().toULongLong() ==
+               session.browser.listing.fileCount;
+    }));
+    const QString last = model.index(model.rowCount() - 1, 0).data().toString();
+    driver_->select(last);
+    emit driver_->browser().headerClicked(0);
+    EXPECT_EQ(driver_->browser().currentIndex().data().toString(), last);
+    EXPECT_EQ(model.index(0, 0).data().toString(), u".."_s);
+    EXPECT_NE(model.index(model.rowCount() - 1, 0).data().toString(), last);
+
+    driver_->click("cmdBrowser_0");
+    EXPECT_TRUE(eventually([&] { return driver_->path() == u"/"_s; }));
+}
+
+TEST_F(DemoSites, BrowserChangesTheServer) {
+    ASSERT_TRUE(driver_->logIn(1));
+    driver_->press(Qt::Key_Insert);
+    driver_->answerText(u"größer  als"_s);
+    driver_->refresh();
+    ASSERT_TRUE(driver_->waitForRow(u"größer  als"_s));
+    driver_->rename(u"größer  als"_s, u"kleiner"_s);
+    EXPECT_GE(driver_->rowOf(u"größer  als"_s), 0) << "the list waits for the server";
+    driver_->press(Qt::Key_F5);
+    ASSERT_TRUE(driver_->waitForRow(u"kleiner"_s));
+    driver_->select(u"kleiner"_s);
+    driver_->press(Qt::Key_Delete);
+    EXPECT_EQ(driver_->answer(QMessageBox::No), u"Are u sure u want to delete this directory:\nkleiner"_s);
+    driver_->press(Qt::Key_Delete);
+    driver_->answer(QMessageBox::Yes);
+    driver_->refresh();
+    EXPECT_TRUE(driver_->waitForNoRow(u"kleiner"_s));
+    EXPECT_TRUE(eventually([&] { return text("txtBrowserCmdReply_1").contains(u"] > RMD kleiner"_s); }));
+}
+
+class HugeDirectory : public DemoSites {
+  protected:
+    HugeDirectory() : DemoSites({.entries = 200000, .chunkBytes = 0}) {}
+};
+
+TEST_F(HugeDirectory, IsListedWhileTheOtherSiteGoesOn) {
+    ASSERT_TRUE(driver_->logIn(1));
+    ASSERT_TRUE(driver_->logIn(2));
+    ASSERT_TRUE(driver_->waitForRow(u"big"_s));
+    driver_->doubleClick(u"big"_s);
+    driver_->window->program().sendConsoleCommand(2, "SYST");
+    EXPECT_TRUE(eventually([&] { return text("txtLogFTP_2").contains(u"215 "_s); }));
+    EXPECT_TRUE(eventually([&] { return driver_->session(1).browser.listing.fileCount == 200000; }));
+    ReportView& list = driver_->browser();
+    const auto isShown = [&] {
+        return driver_->isIdle(1) && driver_->path() == u"/big"_s && list.model()->rowCount() > 200000;
+    };
+    ASSERT_TRUE(eventually(isShown));
+
+    // A person's widths outlive a click on a header and a resize, the place and the selection a refresh.
+    list.header()->resizeSection(0, 111);
+    list.header()->resizeSection(1, 222);
+    emit list.headerClicked(1);
+    driver_->window->resize(driver_->window->size() + QSize(50, 0));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(list.columnWidth(0), 111);
+    EXPECT_EQ(list.columnWidth(1), 222);
+    list.setCurrentRow(1005);
+    list.verticalScrollBar()->setValue(1000);
+    const QString selected = list.currentIndex().data().toString();
+    const std::uint64_t shown = driver_->session(1).browser.listings;
+    driver_->press(Qt::Key_F5);
+    ASSERT_TRUE(eventually([&] { return driver_->session(1).browser.listings > shown && isShown(); }));
+    EXPECT_EQ(list.currentIndex().data().toString(), selected);
+    EXPECT_EQ(list.verticalScrollBar()->value(), 1000);
+
+    // Rows of a directory that is being left look as if they were disabled, and open no editor.
+    const QImage usable = list.viewport()->grab().toImage();
+    driver_->window->program().browser().root(1);
+    EXPECT_NE(list.viewport()->grab().toImage(), usable);
+    driver_->press(Qt::Key_F2);
+    EXPECT_EQ(list.viewport()->findChild<QLineEdit*>(), nullptr);
 }
 
 } // namespace

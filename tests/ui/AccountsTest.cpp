@@ -1,0 +1,402 @@
+#include "admin/qt/UsersPanel.h"
+#include "ui/WindowDriver.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QInputDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <map>
+
+using namespace Qt::StringLiterals;
+
+namespace corvel::test {
+namespace {
+
+constexpr int nameColumn = 1;
+using Boxes = std::vector<std::pair<const char*, QString>>;
+
+// One of the tabs of accounts over the demo server.
+class Accounts : public DemoWindow {
+  protected:
+    Accounts(Tab tab, const char* listName, const char* nameBox)
+        : tab_(tab), listName_(listName), nameBox_(nameBox) {}
+    void SetUp() override { startOn(tab_); }
+
+    ReportView& list() { return driver_->find<ReportView>(listName_); }
+    QString cell(int row, int column) { return list().model()->index(row, column).data().toString(); }
+    int rowOf(const QString& name) { return rowWith(list(), nameColumn, name); }
+    bool waitForRow(const QString& name) {
+        return eventually([&] { return driver_->isIdle(1) && rowOf(name) >= 0; });
+    }
+    void clickRow(const QString& name) { driver_->clickRow(listName_, nameColumn, name); }
+    bool isOpen(const QString& name) {
+        return eventually([&] { return driver_->isIdle(1) && driver_->text(nameBox_) == name; });
+    }
+    bool open(const QString& name) {
+        clickRow(name);
+        return isOpen(name);
+    }
+    void clickAndWait(const char* button) {
+        driver_->click(button);
+        ASSERT_TRUE(driver_->waitForIdle());
+    }
+    // Types, saves, and expects that the server has it so.
+    void save(const Boxes& boxes, const char* button) {
+        for (const auto& [name, text] : boxes) {
+            driver_->setText(name, text);
+        }
+        clickAndWait(button);
+        for (const auto& [name, text] : boxes) {
+            EXPECT_EQ(driver_->text(name), text) << name;
+        }
+    }
+
+  private:
+    Tab tab_;
+    const char* listName_;
+    const char* nameBox_;
+};
+
+class Users : public Accounts {
+  protected:
+    Users() : Accounts(usersTab, "lvwUsers_1", "txtUserName") {}
+    void pick(const char* listName, const QString& text) {
+        driver_->find<QListWidget>(listName).findItems(text, Qt::MatchExactly).front()->setSelected(true);
+    }
+    const DemoUser* onServer(const char* name) { return server_.world().accounts.findUser(name); }
+};
+
+TEST_F(Users, EveryFieldReachesTheServer) {
+    ASSERT_TRUE(open(u"bob"_s));
+    // The limits and logins first: behind a rename they would name the account as it was.
+    save({{"txtUserBwUp", u"120"_s},
+          {"txtUserBwDn", u"340"_s},
+          {"txtUserLogins_0", u"7"_s},
+          {"txtUserLogins_1", u"5"_s},
+          {"txtUserLogins_2", u"3"_s}},
+         "cmdUserSaveChanges");
+    save({{"txtUserName", u"robert"_s},
+          {"txtUserFlags", u"3V"_s},
+          {"txtUserTagLine", u"größer  als "_s},
+          {"txtUserVFS", u"/etc/vfs/new.vfs"_s},
+          {"txtUserHomePath", u"/home/elsewhere"_s}},
+         "cmdUserSaveChanges");
+    EXPECT_NE(onServer("robert"), nullptr);
+    EXPECT_GE(rowOf(u"robert"_s), 0) << "the row follows the record";
+}
+
+TEST_F(Users, AddressesPasswordGroupsAndSectionsReachTheServer) {
+    ASSERT_TRUE(open(u"alice"_s));
+    driver_->setText("txtUserIP", u"alice@10.9.*"_s);
+    clickAndWait("cmdUserAddDelIp_0");
+    auto& addresses = driver_->find<QListWidget>("lstUserIP");
+    QTest::mouseClick(addresses.viewport(), Qt::LeftButton, {},
+                      addresses.visualItemRect(addresses.item(0)).center());
+    clickAndWait("cmdUserAddDelIp_1");
+    EXPECT_EQ(onServer("alice")->masks, std::vector<std::string>{"alice@10.9.*"});
+    driver_->setText("txtUserIP", u"typed"_s);
+    addresses.setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(driver_->text("txtUserIP"), u"typed"_s) << "the focus alone picks nothing";
+
+    driver_->click("cmdUserResetPWD");
+    auto* const password = driver_->waitForBox<QInputDialog>();
+    ASSERT_NE(password, nullptr);
+    EXPECT_EQ(password->textEchoMode(), QLineEdit::Password);
+    driver_->answerText(u"n€wpass"_s);
+    EXPECT_TRUE(eventually([&] { return onServer("alice")->password == "n€wpass"; }));
+
+    const std::size_t groups = onServer("alice")->groups.size();
+    driver_->click("cmdUserEditGroups");
+    ASSERT_NE(driver_->waitForBox<QDialog>(), nullptr);
+    pick("lstGroups", u"library"_s);
+    clickAndWait("cmdOK");
+    EXPECT_EQ(driver_->find<ReportView>("lvwUserGroups").model()->rowCount(), static_cast<int>(groups) + 1);
+
+    emit driver_->find<ReportView>("lvwUserSections").rowDoubleClicked(0);
+    ASSERT_NE(driver_->waitForBox<QDialog>(), nullptr);
+    driver_->setText("txtCredits_0", u"5"_s);
+    clickAndWait("cmdSave");
+    EXPECT_EQ(onServer("alice")->credits[0], 5 * 1024);
+}
+
+TEST_F(Users, DeletedAccountGoesAfterTheQuestionAndTheNextReload) {
+    ASSERT_TRUE(open(u"carol"_s));
+    const QPoint carol = list().visualRect(list().currentIndex()).center();
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, Qt::ControlModifier, carol);
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    EXPECT_EQ(driver_->window->findChild<QMessageBox*>(), nullptr) << "no row is selected";
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, carol);
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    auto* const question = driver_->waitForBox<QMessageBox>();
+    ASSERT_NE(question, nullptr);
+    QTest::keyClick(question, Qt::Key_Return);
+    ASSERT_TRUE(driver_->waitForIdle());
+    EXPECT_NE(onServer("carol"), nullptr) << "Enter means no";
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    driver_->answer(QMessageBox::Yes);
+    ASSERT_TRUE(eventually([&] { return onServer("carol") == nullptr && driver_->isIdle(1); }));
+    EXPECT_GE(rowOf(u"carol"_s), 0) << "the list waits for a reload";
+    driver_->click("cmdUserReloadTable");
+    ASSERT_TRUE(eventually([&] { return rowOf(u"carol"_s) < 0; }));
+    EXPECT_EQ(driver_->text("txtUserUID"), QString());
+}
+
+TEST_F(Users, EditorFollowsTheCurrentRowUntilTheConnectionEnds) {
+    EXPECT_EQ(cell(1, 0) + cell(1, nameColumn) + cell(1, 3), u"   2alice31"_s);
+    EXPECT_FALSE(list().model()->index(1, 0).data(Qt::DecorationRole).value<QIcon>().isNull());
+    clickRow(u"alice"_s);
+    clickRow(u"bob"_s);
+    EXPECT_TRUE(isOpen(u"bob"_s));
+    QTest::keyClick(&list(), Qt::Key_Down);
+    EXPECT_TRUE(isOpen(u"carol"_s));
+    emit list().headerClicked(nameColumn);
+    clickAndWait("cmdUserReloadTable");
+    EXPECT_EQ(cell(0, nameColumn), u"adam"_s);
+    EXPECT_EQ(cell(list().currentRow(), nameColumn), u"carol"_s);
+    // A change is told of when the connection, and with it the table, has gone already.
+    driver_->window->program().disconnectSite(1);
+    driver_->window->findChild<UsersPanel*>()->accountsChanged(1, corvel::Accounts::users,
+                                                               AccountChange::record);
+    EXPECT_EQ(list().model()->rowCount(), 0);
+    EXPECT_EQ(driver_->text("txtUserUID"), QString());
+}
+
+TEST_F(Users, WhatIsTypedStaysWithItsAccount) {
+    ASSERT_TRUE(open(u"bob"_s));
+    driver_->setText("txtUserTagLine", u"half a sent"_s);
+    const auto ground = [&](int row) { return list().model()->index(row, 0).data(Qt::BackgroundRole); };
+    EXPECT_TRUE(ground(rowOf(u"bob"_s)).isValid());
+    EXPECT_FALSE(ground(rowOf(u"alice"_s)).isValid());
+    clickAndWait("cmdUserAddDelIp_0");
+    ASSERT_TRUE(open(u"alice"_s));
+    EXPECT_NE(driver_->text("txtUserTagLine"), u"half a sent"_s);
+    QTest::keyClick(&list(), Qt::Key_F5);
+    ASSERT_TRUE(driver_->waitForIdle());
+    ASSERT_TRUE(open(u"bob"_s));
+    EXPECT_EQ(driver_->text("txtUserTagLine"), u"half a sent"_s);
+    driver_->click("cmdReloadUserfile");
+    driver_->answer(QMessageBox::Yes);
+    ASSERT_TRUE(driver_->waitForIdle());
+    EXPECT_NE(driver_->text("txtUserTagLine"), u"half a sent"_s);
+    EXPECT_FALSE(ground(rowOf(u"bob"_s)).isValid());
+}
+
+TEST_F(Users, AddedAndCopiedAccountsAreOnTheServer) {
+    QTest::keyClick(&list(), Qt::Key_Insert);
+    auto* const dialog = driver_->waitForBox<QDialog>();
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QLineEdit*>(u"txtUserName"_s)->setText(u"newbie"_s);
+    driver_->setText("txtPassword", u"secret"_s);
+    driver_->find<QComboBox>("txtMainGroup").setCurrentText(u"staff"_s);
+    dialog->findChild<QPushButton*>(u"cmdUserAddDelIp_0"_s)->click();
+    pick("lstAllGroup", u"music"_s);
+    driver_->click("cmdOK");
+    ASSERT_TRUE(eventually([&] {
+        return onServer("newbie") != nullptr && onServer("newbie")->masks == std::vector<std::string>{"*@*"};
+    }));
+    EXPECT_TRUE(driver_->waitForNoDialog());
+
+    ASSERT_TRUE(open(u"carol"_s));
+    driver_->click("cmdUserCopy");
+    ASSERT_NE(driver_->waitForBox<QDialog>(), nullptr);
+    driver_->setText("txtNewUsername", u" carol 2 "_s);
+    driver_->click("cmdOK");
+    EXPECT_TRUE(waitForRow(u"carol2"_s));
+    EXPECT_NE(onServer("carol2"), nullptr);
+}
+
+TEST_F(Users, BatchChangesTheSelectedAccountsInWhicheverRowsTheyStand) {
+    driver_->click("cmdUserBatch");
+    EXPECT_EQ(driver_->find<QPushButton>("cmdUserBatch").text(), u"user..."_s);
+    EXPECT_FALSE(driver_->find<QWidget>("picUserContainer").isVisible());
+    clickRow(u"alice"_s);
+    QTest::keyClick(&list(), Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(&list(), Qt::Key_Down, Qt::ShiftModifier);
+    emit list().headerClicked(0);
+    emit list().headerClicked(0);
+    EXPECT_EQ(cell(list().currentRow(), nameColumn), u"carol"_s);
+    driver_->find<QCheckBox>("chkBatchTagLine").setChecked(true);
+    driver_->setText("txtBatchTagline", u"one for all"_s);
+    driver_->click("cmdBatchPerform");
+    const auto isChanged = [&](const char* name) { return onServer(name)->tagline == "one for all"; };
+    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && isChanged("carol"); }));
+    EXPECT_TRUE(isChanged("alice") && isChanged("bob") && !isChanged("dave"));
+}
+
+TEST_F(Users, ScrollBarSpansWhatIsHidden) {
+    auto& bar = driver_->find<QScrollBar>("ScrollU");
+    driver_->window->resize(1000, 400);
+    ASSERT_TRUE(eventually([&] { return bar.isVisible(); }));
+    bar.setValue(bar.maximum());
+    const auto& controls = driver_->find<QWidget>("picUserCtls");
+    EXPECT_EQ(controls.y(), driver_->find<QWidget>("picUserContainer").height() - controls.height());
+    driver_->window->resize(1000, 1400);
+    EXPECT_TRUE(eventually([&] { return !bar.isVisible(); }));
+}
+
+class Groups : public Accounts {
+  protected:
+    Groups() : Accounts(groupsTab, "lvwGroups_1", "txtGroupname") {}
+};
+
+TEST_F(Groups, AreAddedEditedAndDeletedOnTheServer) {
+    driver_->click("cmdGroupAdd");
+    auto* const dialog = driver_->waitForBox<QDialog>();
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QLineEdit*>(u"txtGroupname"_s)->setText(u"newcomers"_s);
+    driver_->click("cmdOK");
+    ASSERT_TRUE(waitForRow(u"newcomers"_s));
+    ASSERT_TRUE(open(u"newcomers"_s));
+    save({{"txtGroupname", u"regulars"_s},
+          {"txtGroupdescr", u"die Größten"_s},
+          {"txtGroupGroupslots", u"12"_s},
+          {"txtGroupLeechslots", u"7"_s},
+          {"txtGroupVFS", u"/etc/new.vfs"_s}},
+         "cmdGroupSaveChanges");
+    ASSERT_TRUE(waitForRow(u"regulars"_s));
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    EXPECT_EQ(driver_->answer(QMessageBox::Yes),
+              u"Are u sure u want to delete this group:\nregulars\n\n"
+              "Note: make sure the group has no members, otherwise it can not be deleted"_s);
+    ASSERT_TRUE(driver_->waitForIdle());
+    driver_->click("cmdGroupsReloadTable");
+    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && rowOf(u"regulars"_s) < 0; }));
+}
+
+TEST_F(Groups, NameTheirMembersAsTheUserTableDoes) {
+    ASSERT_TRUE(open(u"friends"_s));
+    auto& members = driver_->find<ReportView>("lvwGroupMembers");
+    const auto member = [&](int column) { return members.model()->index(0, column).data().toString(); };
+    EXPECT_EQ(driver_->find<QLabel>("lblGroupMembers").text(), QString::number(members.model()->rowCount()));
+    EXPECT_EQ(member(0) + member(1) + member(2), u"3bobYes"_s);
+    driver_->setText("txtGroupVFS", u"/typed"_s);
+    AdminActions& admin = driver_->window->program().admin();
+    admin.users().change(1, 3, {{"SITE renuser bob robert"}});
+    admin.users().reload(1);
+    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && member(1) == u"robert"_s; }));
+    EXPECT_EQ(driver_->text("txtGroupVFS"), u"/typed"_s);
+
+    ASSERT_TRUE(driver_->logIn(2));
+    EXPECT_EQ(driver_->text("txtGroupname"), QString());
+    admin.groups().reload(1);
+    ASSERT_TRUE(driver_->waitForIdle(1));
+    driver_->window->program().selectSite(1);
+    EXPECT_EQ(driver_->text("txtGroupname"), u"friends"_s) << "though its table is a new one";
+}
+
+// Answers every line by itself. The line held gets no answer before release.
+class LineServer : public QTcpServer {
+  public:
+    LineServer() {
+        listen(QHostAddress::LocalHost);
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            client_ = nextPendingConnection();
+            client_->write("220 ready\r\n");
+            connect(client_, &QTcpSocket::readyRead, this, &LineServer::serve);
+        });
+    }
+
+    void release() { client_->write(answerTo(std::exchange(held, {}))); }
+    void hangUp() { client_->disconnectFromHost(); }
+
+    QByteArray other = "200 ok\r\n";
+    std::map<QByteArray, QByteArray> answers = {{"USER u", "331 password\r\n"}, {"PASS p", "230 in\r\n"}};
+    QByteArray held;
+    QByteArrayList lines;
+
+  private:
+    QByteArray answerTo(const QByteArray& line) { return answers.contains(line) ? answers.at(line) : other; }
+    void serve() {
+        while (client_->canReadLine()) {
+            lines.push_back(client_->readLine().chopped(2));
+            if (lines.back() != held) {
+                client_->write(answerTo(lines.back()));
+            }
+        }
+    }
+
+    QTcpSocket* client_ = nullptr;
+};
+
+// The users tab over a site of such a server.
+class AccountServers : public testing::Test {
+  protected:
+    AccountServers() { driver_.showTab(usersTab); }
+
+    ReportView& list() { return driver_.find<ReportView>("lvwUsers_1"); }
+    bool isSaid(const QString& text) {
+        return eventually([&] { return list().accessibleDescription() == text; });
+    }
+    bool isHeld() {
+        return eventually([&] { return !server_.lines.isEmpty() && server_.lines.back() == server_.held; });
+    }
+
+    LineServer server_;
+    WindowDriver driver_{siteRecord("other", server_.serverPort(), "u", "p")};
+};
+
+TEST_F(AccountServers, ThatRefuseEverythingAreExplainedAndHarmNothing) {
+    EXPECT_EQ(list().accessibleDescription(), u"Not connected."_s);
+    server_.other = "500 Unknown command.\r\n";
+    server_.held = "SITE CorvelExt usertable";
+    driver_.chooseSitesMenu(0);
+    ASSERT_TRUE(isHeld());
+    EXPECT_TRUE(isSaid(u"The server has not sent its users yet."_s));
+    server_.release();
+    ASSERT_TRUE(isSaid(u"The server did not send its users:\n500 Unknown command."_s));
+    ASSERT_TRUE(driver_.waitForIdle());
+    const auto sent = server_.lines.size();
+    for (const char* const button : {"cmdUserSaveChanges", "cmdReloadUserfile", "cmdUserResetPWD",
+                                     "cmdUserAddDelIp_0", "cmdUserEditGroups", "cmdUserCopy", "cmdUserBatch",
+                                     "cmdBatchPerform", "cmdGroupSaveChanges", "cmdReloadGroupfile"}) {
+        driver_.find<QPushButton>(button).click();
+    }
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    driver_.click("cmdUserReloadTable");
+    ASSERT_TRUE(eventually([&] { return server_.lines.size() > sent && driver_.isIdle(1); }));
+    EXPECT_EQ(server_.lines.size(), sent + 1) << "only the reload goes out";
+    EXPECT_EQ(driver_.window->findChild<QDialog*>(), nullptr);
+}
+
+TEST_F(AccountServers, ShowHowFarTheBatchIsUntilTheyAreLost) {
+    server_.answers["SITE CorvelExt usertable"] =
+        "200- | 1 | ann | staff | 3\r\n200- | 2 | ben | staff | 3\r\n"
+        "200- | 3 | cid | staff | 3\r\n200 end\r\n";
+    server_.answers["SITE CorvelExt grouptable"] = "200- | 1 | staff | 3\r\n200 end\r\n";
+    driver_.chooseSitesMenu(0);
+    ASSERT_TRUE(eventually([&] { return driver_.session(1).bLoggedIn && driver_.isIdle(1); }));
+    const auto progress = [&] { return driver_.find<QLabel>("lblBatchProgress").text(); };
+    list().selectAll();
+    driver_.click("cmdUserBatch");
+    driver_.find<QCheckBox>("chkBatchTagLine").setChecked(true);
+    driver_.setText("txtBatchTagline", u"hi"_s);
+    server_.held = "site change ben tagline hi";
+    driver_.click("cmdBatchPerform");
+    ASSERT_TRUE(isHeld());
+    EXPECT_TRUE(eventually([&] { return progress() == u"batch: 2 of 3"_s; }));
+
+    driver_.click("cmdUserAdd");
+    auto* const dialog = driver_.waitForBox<QDialog>();
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QLineEdit*>(u"txtUserName"_s)->setText(u"new"_s);
+    dialog->findChild<QLineEdit*>(u"txtPassword"_s)->setText(u"secret"_s);
+    dialog->findChild<QComboBox*>(u"txtMainGroup"_s)->setCurrentIndex(0);
+    dialog->findChild<QPushButton*>(u"cmdUserAddDelIp_0"_s)->click();
+    server_.hangUp();
+    ASSERT_TRUE(eventually([&] { return !driver_.session(1).bLoggedIn && progress().isEmpty(); }));
+    EXPECT_EQ(list().accessibleDescription(), u"Not connected."_s);
+    dialog->findChild<QPushButton*>(u"cmdOK"_s)->click();
+    EXPECT_EQ(driver_.answer(QMessageBox::Ok), u"Command not sent: the site is not connected"_s);
+    EXPECT_TRUE(dialog->isVisible());
+    QTest::keyClick(dialog, Qt::Key_Escape);
+}
+
+} // namespace
+} // namespace corvel::test
