@@ -1,8 +1,7 @@
+#include "admin/AccountEditors.h"
+#include "admin/AccountLists.h"
 #include "admin/AdminForms.h"
-#include "admin/GroupEditor.h"
-#include "admin/ListRows.h"
 #include "admin/mdlUsersGroups.h"
-#include "admin/UserEditor.h"
 #include "common/Text.h"
 #include "LineScan.h"
 

@@ -93,7 +93,7 @@ void runBatch(benchmark::State& state) {
         accounts.window().program().admin().startBatch(1, batch);
         const auto secondsUntil = [&](std::size_t linesLeft) {
             const double start = threadSeconds();
-            while (accounts.session().sBatchLines.left() > linesLeft) {
+            while (accounts.session().sBatchLines.size() > linesLeft) {
                 QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
             }
             return threadSeconds() - start;

@@ -4,12 +4,23 @@
 #include "common/Text.h"
 
 #include <algorithm>
+#include <unordered_set>
+#include <utility>
 
 namespace corvel {
 
 namespace {
 
+constexpr std::string_view invalidUserName = "Please enter a valid username.";
 constexpr std::array<std::string_view, 3> services = {"ftp", "telnet", "http"};
+
+std::string batchText(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text.append(line).append(lineEnd);
+    }
+    return text;
+}
 
 // The commands that follow once the server has made the user; they are in lower case, as the first is not.
 std::string followUpLines(const AddUserForm& form) {
@@ -88,6 +99,28 @@ void appendLine(std::string& lines, const LinePattern& pattern, std::string_view
     lines += lineEnd;
 }
 
+using Ids = std::unordered_set<std::int16_t>;
+
+void addEntry(std::vector<SelectableEntry>& list, std::string& marker, const std::string& name,
+              bool isSelected) {
+    list.push_back({name, isSelected});
+    if (isSelected) {
+        marker.append(name).append(fieldSeparator);
+    }
+}
+
+std::vector<std::string> changedNames(const std::vector<SelectableEntry>& list, const std::string& marker) {
+    std::vector<std::string> names;
+    for (const SelectableEntry& entry : list) {
+        const std::string wanted = std::string(fieldSeparator).append(entry.sText).append(fieldSeparator);
+        const bool wasSelected = marker.find(wanted) != std::string::npos;
+        if (entry.bSelected != wasSelected) {
+            names.push_back(entry.sText);
+        }
+    }
+    return names;
+}
+
 } // namespace
 
 AddUserForm addUserForm(const GroupTable& groups) {
@@ -111,7 +144,7 @@ std::optional<std::string> addUserProblem(const AddUserForm& form, const UserTab
     if (form.txtUserName.empty() || form.txtUserName.find_first_of(" :") != std::string::npos) {
         return std::string(invalidUserName);
     }
-    if (const clsUser* user = findUserByName(users, form.txtUserName)) {
+    if (const clsUser* user = findByName(users, form.txtUserName)) {
         return "This user already exists: " + user->sName + "\r\nGroup: " + user->sStdGroup +
                "\r\nFlags: " + user->sFlags;
     }
@@ -138,7 +171,7 @@ std::optional<std::string> addGroupProblem(const AddGroupForm& form, const Group
     if (!isGroupName(form.txtGroupname)) {
         return "Please enter a valid groupname.";
     }
-    if (const clsGroup* group = findGroupByName(groups, form.txtGroupname)) {
+    if (const clsGroup* group = findByName(groups, form.txtGroupname)) {
         return "This group already exists: \r\nName: " + group->sName +
                "\r\nDescription: " + group->sDescription +
                "\r\nUsercount: " + std::to_string(group->iUserCount);
@@ -154,6 +187,87 @@ CommandSequence addGroupSequence(const AddGroupForm& form) {
                                          change + "groupvfsfile " + form.txtGroupVFS});
     return {"-------------[ BEGIN ]-[ ADDGROUP ]-------------", LogKind::console, lines,
             Command{"SITE grpadd " + form.txtGroupname, false, handler::addGroup, -1}};
+}
+
+CopyUserForm copyUserForm(const clsUser& user) {
+    return {user.sName, std::to_string(user.iUID), ""};
+}
+
+std::string withoutBlanks(std::string_view name) {
+    return replaceAll(name, " ", "");
+}
+
+std::optional<std::string> copyUserProblem(const CopyUserForm& form, const UserTable& users) {
+    const std::string name = withoutBlanks(form.txtNewUsername);
+    if (name.empty()) {
+        return std::string(invalidUserName);
+    }
+    if (findByName(users, name) != nullptr) {
+        return "This user already exists !";
+    }
+    return std::nullopt;
+}
+
+Command copyUserCommand(const CopyUserForm& form) {
+    return userChange("SITE CorvelExt copyuser " + form.txtSourceUID + " " +
+                      withoutBlanks(form.txtNewUsername));
+}
+
+ChangeUserGroupsForm changeUserGroupsForm(const clsUser& user, const GroupTable& groups) {
+    const std::string noNames(fieldSeparator);
+    ChangeUserGroupsForm form{user.sName, {}, {}, noNames, noNames};
+    const UserDetails& details = user.details();
+    const Ids memberOf(details.groups.begin(), details.groups.end());
+    const Ids adminOf(details.admingroups.begin(), details.admingroups.end());
+    for (const clsGroup& group : groups) {
+        if (!isPlaceholder(group)) {
+            addEntry(form.lstGroups, form.sGroupMarker, group.sName, memberOf.contains(group.iGID));
+            addEntry(form.lstGAdmin, form.sGadminMarker, group.sName, adminOf.contains(group.iGID));
+        }
+    }
+    return form;
+}
+
+std::vector<Command> changeUserGroupsCommands(const clsUser& user, const ChangeUserGroupsForm& form) {
+    std::vector<Command> commands;
+    std::string toggled;
+    for (const std::string& name : changedNames(form.lstGroups, form.sGroupMarker)) {
+        toggled += name + " ";
+    }
+    if (!toggled.empty()) {
+        commands.push_back(userChange("SITE chgrp " + user.sName + " " + toggled));
+    }
+    for (const std::string& name : changedNames(form.lstGAdmin, form.sGadminMarker)) {
+        commands.push_back(userChange("SITE change " + user.sName + " admingroup " + name));
+    }
+    return commands;
+}
+
+SectionsForm sectionsForm(const clsUser& user) {
+    SectionsForm form{user.sName, sectionRows(user), {}, {}};
+    for (const UserSectionRow& row : form.lvwUserSections) {
+        form.txtRatio.push_back(row.sRatio);
+        form.txtCredits.push_back(row.sCredits);
+    }
+    return form;
+}
+
+std::vector<Command> saveSectionsCommands(const clsUser& user, const SectionsForm& form) {
+    std::vector<Command> commands;
+    const std::string change = "SITE change " + user.sName + " ";
+    for (std::size_t i = 0; i < form.lvwUserSections.size(); ++i) {
+        const UserSectionRow& shown = form.lvwUserSections[i];
+        const std::string& ratio = form.txtRatio[i];
+        const std::string& credits = form.txtCredits[i];
+        if (ratio != shown.sRatio) {
+            commands.push_back(userChange(change + "ratio " + wholeNumberText(ratio) + " " + shown.sSection));
+        }
+        if (credits != shown.sCredits) {
+            commands.push_back(
+                userChange(change + "credits " + creditsOfMegabytes(credits) + " " + shown.sSection));
+        }
+    }
+    return commands;
 }
 
 std::optional<CommandSequence> batchSequence(const BatchForm& form,

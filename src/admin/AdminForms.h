@@ -1,7 +1,7 @@
 #pragma once
 
-#include "admin/Sequence.h"
-#include "admin/UserEditor.h"
+#include "admin/AccountEditors.h"
+#include "common/Ports.h"
 #include "common/SelectableEntry.h"
 
 #include <array>
@@ -14,8 +14,16 @@
 
 namespace corvel {
 
+// Commands that run one after the other: first, and behind it the lines of sBatchLines, each ended by CR LF.
+// As it starts, sBegin is written to the log beginLog.
+struct CommandSequence {
+    std::string sBegin;
+    LogKind beginLog = LogKind::console;
+    std::string sBatchLines;
+    Command first;
+};
+
 inline constexpr std::string_view taglinePlaceholder = "Too lame to have a tagline";
-inline constexpr std::string_view invalidUserName = "Please enter a valid username.";
 
 // The dialog frmAddUser: one member for each of its controls.
 struct AddUserForm {
@@ -62,6 +70,54 @@ std::optional<std::string> addGroupProblem(const AddGroupForm& form, const Group
 
 // The commands that create the group; form has no problem.
 CommandSequence addGroupSequence(const AddGroupForm& form);
+
+// The dialog frmCopyUser: one member for each of its controls.
+struct CopyUserForm {
+    std::string txtSourceUsername;
+    std::string txtSourceUID;
+    std::string txtNewUsername;
+};
+
+// The dialog as it opens for user.
+CopyUserForm copyUserForm(const clsUser& user);
+
+// A new name without its blanks, as OK writes it back into the box.
+std::string withoutBlanks(std::string_view name);
+
+// What is wrong with the new name, blanks removed, as a message; nothing where the copy can be made.
+std::optional<std::string> copyUserProblem(const CopyUserForm& form, const UserTable& users);
+
+// Makes the copy; form has no problem.
+Command copyUserCommand(const CopyUserForm& form);
+
+// The dialog frmChangeUserGroups: every group of the site, twice. The markers remember what was selected at
+// first: " | " and then each such name with " | " behind it.
+struct ChangeUserGroupsForm {
+    std::string sUserName;
+    std::vector<SelectableEntry> lstGroups;
+    std::vector<SelectableEntry> lstGAdmin;
+    std::string sGroupMarker;
+    std::string sGadminMarker;
+};
+
+ChangeUserGroupsForm changeUserGroupsForm(const clsUser& user, const GroupTable& groups);
+
+// What OK sends for user: one toggle for all changed groups together, and one for each group whose
+// administrator changed.
+std::vector<Command> changeUserGroupsCommands(const clsUser& user, const ChangeUserGroupsForm& form);
+
+// The dialog frmUserSections over the rows of the editor's list: element i of each array belongs to row i.
+struct SectionsForm {
+    std::string sUserName;
+    std::vector<UserSectionRow> lvwUserSections; // as shown at first
+    std::vector<std::string> txtRatio;
+    std::vector<std::string> txtCredits; // megabytes
+};
+
+SectionsForm sectionsForm(const clsUser& user);
+
+// What Save sends for user: for each row a command for a ratio and for credits whose text changed.
+std::vector<Command> saveSectionsCommands(const clsUser& user, const SectionsForm& form);
 
 // The batch panel: one member for each of its controls. A check box decides whether the boxes beside it
 // count.

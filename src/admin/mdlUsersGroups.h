@@ -1,9 +1,10 @@
 #pragma once
 
-#include "admin/clsGroup.h"
-#include "admin/clsUser.h"
 #include "common/Errors.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -12,6 +13,83 @@
 #include <vector>
 
 namespace corvel {
+
+// What a userfile says about an account beyond its table.
+struct UserDetails {
+    static constexpr std::size_t sectionCount = 10;
+
+    std::string sPwdHash; // no reply fills it
+    std::string sTagline;
+    std::string sVFSFile;
+    std::string sHomePath;
+    std::int32_t iBWLimitUp = 0; // kB/s
+    std::int32_t iBWLimitDn = 0;
+    std::int16_t iLoginsFTP = 0;
+    std::int16_t iLoginsTelnet = 0;
+    std::int16_t iLoginsHTTP = 0;
+    // Of the ten sections; credits in 1/10000 of the server's unit, of which 1024 make a megabyte.
+    std::array<std::int64_t, sectionCount> credits{};
+    std::array<std::int16_t, sectionCount> ratios{};
+    // Group ids, one -1 where a userfile names none.
+    std::vector<std::int16_t> groups{-1};
+    std::vector<std::int16_t> admingroups{-1};
+    std::vector<std::string> ips{""}; // the masks from which the user may log in, ident@host
+};
+
+// One account of one site. The table reply fills the fields, ParseUserFile the details. All texts are the
+// server's bytes.
+class clsUser {
+  public:
+    std::int16_t iUID = 0; // -1 marks the one record of an empty table
+    bool got_info = false; // a userfile reply was read to its end
+    int my_index = 0;      // the site, from 1
+    std::string sName;
+    std::string sStdGroup;
+    std::string sFlags;
+    std::string sUIDText; // the uid as the table reply spells it; the list shows it
+
+    // Reads the lines of a userfile reply, "200-key | value" each, into this record; lines with unknown keys
+    // are passed over. Throws ConversionError, IndexOutOfRange or InvalidArgument with the reply line's
+    // number: what was read before stays, and got_info is false.
+    void ParseUserFile(std::span<const std::string_view> lines);
+
+    // Empty ones before the first userfile.
+    const UserDetails& details() const;
+
+    // Whether gid is among the groups (admingroups). A user without groups is a member of -1.
+    bool IsMemberOf(std::int16_t gid) const;
+    bool IsAdminOf(std::int16_t gid) const;
+
+  private:
+    // One or none: only the few accounts that were opened have details, and tables hold many thousands.
+    std::vector<UserDetails> details_;
+};
+
+// One group of one site. The table reply fills iGID, sName and iUserCount; ParseGroupFile the rest. All texts
+// are the server's bytes.
+class clsGroup {
+  public:
+    std::int16_t iGID = 0; // -1 marks the one record of an empty table
+    std::string sName;
+    std::int16_t iUserCount = 0;
+    std::string sDescription;
+    std::string sVFSFile;
+    std::int16_t iGroupSlots = 0;
+    std::int16_t iLeechSlots = 0;
+    // User ids, one -1 where a groupfile names none; empty before the first groupfile.
+    std::vector<std::int16_t> members;
+    std::vector<std::int16_t> gadmins;
+    bool got_info = false;      // a groupfile reply was read to its end
+    int my_index = 0;           // the site, from 1
+    std::string sGIDText;       // the gid as the table reply spells it; the list shows it
+    std::string sUserCountText; // and the user count
+
+    // Reads the lines of a groupfile reply, as clsUser::ParseUserFile does those of a userfile.
+    void ParseGroupFile(std::span<const std::string_view> lines);
+
+    // Whether uid is among the gadmins.
+    bool IsGadmin(std::int16_t uid) const;
+};
 
 // The accounts and the groups of a site, in the order of the table reply. An empty table is one record with
 // the id -1, never no record.
@@ -43,12 +121,13 @@ TableReply<GroupTable> ParseGroupTable(int site, std::span<const std::string_vie
 int FindUserIndexByUID(const UserTable& users, std::int16_t uid);
 int FindGroupIndexByGID(const GroupTable& groups, std::int16_t gid);
 
-// The index of the record whose id a box shows, -1 for an empty text and for a number outside 16 bits.
-int findUserIndexByText(const UserTable& users, std::string_view uidText);
-
 // The first record of exactly that name, or null; the placeholder has none.
-const clsUser* findUserByName(const UserTable& users, std::string_view name);
-const clsGroup* findGroupByName(const GroupTable& groups, std::string_view name);
+template <typename Record>
+const Record* findByName(const std::vector<Record>& table, std::string_view name) {
+    const auto found = std::ranges::find_if(
+        table, [&](const Record& record) { return record.sName == name && !isPlaceholder(record); });
+    return found == table.end() ? nullptr : &*found;
+}
 
 // What stands in for the name of an account (a group) that the table does not have.
 inline constexpr std::string_view unknownUID = "(bad_uid)";

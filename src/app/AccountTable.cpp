@@ -1,7 +1,6 @@
 #include "app/AccountTable.h"
 
-#include "admin/ListRows.h"
-#include "admin/TableCommands.h"
+#include "admin/AccountLists.h"
 #include "common/Errors.h"
 #include "common/TextEncoding.h"
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "admin/GroupEditor.h"
-#include "admin/TableCommands.h"
-#include "admin/UserEditor.h"
+#include "admin/AccountEditors.h"
+#include "admin/AccountLists.h"
 #include "app/Outbox.h"
 #include "common/Ports.h"
 #include "net/CommandChannel.h"

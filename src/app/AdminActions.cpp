@@ -1,6 +1,7 @@
 #include "app/AdminActions.h"
 
-#include "admin/TableCommands.h"
+#include "admin/AccountLists.h"
+#include "common/Numbers.h"
 #include "common/TextEncoding.h"
 
 #include <utility>
@@ -93,7 +94,7 @@ std::optional<std::string> AdminActions::changeSections(int site, std::int16_t u
 }
 
 std::optional<std::string> AdminActions::copyUser(int site, const CopyUserForm& form) {
-    return findUserIndexByText(at(services_.sites, site).session.Users, form.txtSourceUID) < 0
+    return users_.find(site, toInt16(form.txtSourceUID)) == nullptr
                ? sayGone(site)
                : services_.outbox.start(site, {{copyUserCommand(form), userTableCommand()}});
 }

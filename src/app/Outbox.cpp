@@ -95,7 +95,7 @@ std::string Outbox::batchProgress(int site) const {
     const Box& box = found->second;
     const std::optional<Started>& batch = box.batch ? box.batch : box.running;
     return batch && isBatch(batch->job)
-               ? batchProgressText(batch->receipt.commands - 1, at(sites_, site).session.sBatchLines.left())
+               ? batchProgressText(batch->receipt.commands - 1, at(sites_, site).session.sBatchLines.size())
                : std::string();
 }
 
@@ -172,7 +172,8 @@ bool Outbox::beginNext(int site, Box& box) {
     box.waiting.erase(next);
     if (const std::optional<CommandSequence>& sequence = box.running->job.sequence) {
         log_.Log(site, sequence->beginLog, sequence->sBegin);
-        session.sBatchLines = BatchLines(sequence->sBatchLines);
+        const std::vector<std::string_view> lines = linesOf(box.running->job);
+        session.sBatchLines.assign(lines.begin(), lines.end());
     }
     return true;
 }
@@ -188,7 +189,7 @@ void Outbox::stepBatch(int site, Box& box) {
 
 // The connection has ended, and with it every job.
 void Outbox::giveUp(int site, Box& box) {
-    const std::size_t linesLeft = at(sites_, site).session.sBatchLines.left();
+    const std::size_t linesLeft = at(sites_, site).session.sBatchLines.size();
     std::size_t unsent = 0;
     std::string progress;
     const auto give = [&](std::optional<Started>& started, bool hasBegun) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "admin/Sequence.h"
+#include "admin/AdminForms.h"
 #include "common/Command.h"
 #include "common/Ports.h"
 #include "net/CommandChannel.h"

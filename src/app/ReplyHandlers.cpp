@@ -1,6 +1,6 @@
 #include "app/ReplyHandlers.h"
 
-#include "admin/TableCommands.h"
+#include "admin/AccountLists.h"
 #include "app/AccountTable.h"
 #include "browser/Chattr.h"
 #include "browser/FileOperations.h"

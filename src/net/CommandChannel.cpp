@@ -100,10 +100,12 @@ void CommandChannel::SendNext(int site) {
 }
 
 bool CommandChannel::SendNextBatchLine(int site, std::int32_t handler) {
-    BatchLines& lines = at(sites_, site).session.sBatchLines;
-    while (const std::optional<std::string> line = lines.takeNext()) {
-        SendCommand(site, {.sCommand = *line, .bQuiet = true, .iHandler = handler, .iTag = 0});
-        if (isOneLine(*line)) {
+    std::deque<std::string>& lines = at(sites_, site).session.sBatchLines;
+    while (!lines.empty()) {
+        const std::string line = std::move(lines.front());
+        lines.pop_front();
+        SendCommand(site, {.sCommand = line, .bQuiet = true, .iHandler = handler, .iTag = 0});
+        if (isOneLine(line)) {
             return true;
         }
     }

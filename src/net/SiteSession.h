@@ -1,8 +1,7 @@
 #pragma once
 
-#include "admin/ListRows.h"
+#include "admin/AccountLists.h"
 #include "admin/mdlUsersGroups.h"
-#include "admin/Sequence.h"
 #include "browser/Chattr.h"
 #include "browser/RemoteList.h"
 #include "common/Command.h"
@@ -52,8 +51,8 @@ struct ChannelState {
 
     // These three outlive the connection. The command last sent has its password masked.
     Command current{.bQuiet = false, .iHandler = 0};
-    BatchLines sBatchLines;
-    std::string sConsolePartial; // an incomplete last line held back from the console
+    std::deque<std::string> sBatchLines; // what is left of a sequence of commands
+    std::string sConsolePartial;         // an incomplete last line held back from the console
 
     std::vector<Answer> answers; // since they were last taken away
     std::string lastErrorLine;   // last line of the last reply that refused something

@@ -1,7 +1,6 @@
-#include "admin/AccountChanges.h"
+#include "admin/AccountEditors.h"
 #include "admin/AdminForms.h"
 #include "admin/AdminSupport.h"
-#include "admin/GroupEditor.h"
 
 #include <gtest/gtest.h>
 
@@ -11,26 +10,18 @@ namespace {
 // That every box shows its own field, saving an untouched form proves below.
 TEST(UserForm, ShowsTheListsOfTheRecord) {
     const UserForm form = InfoToForm(bob(), threeGroups());
-    EXPECT_EQ((Texts{form.txtUserUID, form.txtUserGroup}), (Texts{"7", "staff"}));
-    EXPECT_EQ(form.lstUserIP, Texts{"*@10.*"});
-    EXPECT_EQ(form.lvwUserGroups, (std::vector<UserGroupRow>{
-                                      {"1", "staff", "No"}, {"3", "crew", "Yes"}, {"9", "(bad_gid)", "No"}}));
-    ASSERT_EQ(form.lvwUserSections.size(), 10U);
+    EXPECT_EQ(form.lvwUserGroups,
+              (std::vector<MemberRow>{{"1", "staff", "No"}, {"3", "crew", "Yes"}, {"9", "(bad_gid)", "No"}}));
     EXPECT_EQ(form.lvwUserSections[0], (UserSectionRow{"0", "5", "1"}));
     EXPECT_EQ(form.lvwUserSections[1], (UserSectionRow{"1", "0", "-1"})) << "rounded down, not toward 0";
-    EXPECT_EQ(form.lvwUserSections[2], (UserSectionRow{"2", "0", "0"}));
     EXPECT_EQ(form.lvwUserSections[9], (UserSectionRow{"9", "0", "-1"}));
-    EXPECT_EQ(InfoToForm(clsUser(), threeGroups()).lvwUserGroups,
-              (std::vector<UserGroupRow>{{"-1", "(bad_gid)", "Yes"}}));
 }
 
 TEST(UserEditor, AsksBeforeTheMasterFlagChanges) {
-    const char* const changing =
-        "You are changing the flags of a Master user (M). Are u sure u want to continue?";
-    const char* const giving = "You are giving this user the Master flag (M). Are u sure u want to continue?";
-    EXPECT_EQ(masterQuestion("M1", "1"), changing);
-    EXPECT_EQ(masterQuestion("M1", "M"), changing);
-    EXPECT_EQ(masterQuestion("3", "3M"), giving);
+    EXPECT_EQ(masterQuestion("M1", "M"),
+              "You are changing the flags of a Master user (M). Are u sure u want to continue?");
+    EXPECT_EQ(masterQuestion("3", "3M"),
+              "You are giving this user the Master flag (M). Are u sure u want to continue?");
     EXPECT_FALSE(masterQuestion("M", "M"));
     EXPECT_FALSE(masterQuestion("3", "3m"));
 }
@@ -43,17 +34,10 @@ void expectSaved(const char* name, const Texts& commands, void (*edit)(UserForm&
 }
 
 TEST(UserEditor, SavesWhatDiffersAndNothingElse) {
-    expectSaved("a trailing blank in the tagline", {"107 SITE change bob tagline hello "},
-                [](UserForm& form) { form.txtUserTagLine += " "; });
-    expectSaved("download limit alone", {"107 SITE change bob speedlimit 050 200"},
-                [](UserForm& form) { form.txtUserBwDn = "050"; });
-    expectSaved("the same numbers, typed otherwise, and boxes that are only shown", {}, [](UserForm& form) {
+    expectSaved("the same numbers, typed otherwise", {}, [](UserForm& form) {
         form.txtUserBwDn = "0100";
         form.txtUserBwUp = "200.0 kB";
         form.txtUserLogins = {"02", "+1", " 3"};
-        form.txtUserGroup = "x";
-        form.txtUserUID = "9";
-        form.lstUserIP.clear();
     });
     expectSaved("numbers past every field, and none at all",
                 {"107 SITE change bob speedlimit 100 99999999999999999999",
@@ -78,51 +62,49 @@ clsGroup staff() {
     clsGroup group;
     group.iGID = 1;
     group.ParseGroupFile(Lines{"200-groupname | staff", "200-description | the staff", "200-groupslots | 10",
-                               "200-leechslots | 2", "200-vfs | /vfs", "200-members | 7 | 9 | 8",
+                               "200-leechslots | 2", "200-vfs | /vfs", "200-members | 7 | 8",
                                "200-gadmins | 8"});
     return group;
 }
 
-TEST(GroupForm, ShowsTheMembersOfTheRecord) {
-    const GroupForm form = InfoToForm(
-        staff(),
-        ParseUserTable(1, Lines{"p | 7 | bob | staff | 3", "p | 8 | eve | staff | 3", "p | 8 | late | x | 3"})
-            .table);
-    EXPECT_EQ((Texts{form.txtGroupGID, form.lblGroupMembers}), (Texts{"1", "3"}));
-    EXPECT_EQ(form.lvwGroupMembers, (std::vector<GroupMemberRow>{
-                                        {"7", "bob", "No"}, {"9", "(bad_uid)", "No"}, {"8", "eve", "Yes"}}));
-}
-
 TEST(GroupEditor, SavesWhatDiffersUnderTheOldName) {
-    struct Row {
-        const char* name;
-        Texts boxes; // name, description, group slots, leech slots, VFS file
-        Texts commands;
-    };
-    const std::vector<Row> rows = {
-        {"the same numbers", {"staff", "the staff", "010", "2", "/vfs"}, {}},
-        {"leech slots alone",
-         {"staff", "the staff", "10", "03", "/vfs"},
-         {"106 SITE change staff groupslots 10 3"}},
-        {"a number past its field",
-         {"staff", "the staff", "123456789012345678901", "2", "/vfs"},
-         {"106 SITE change staff groupslots 123456789012345678901 2"}},
-        {"everything",
-         {"crew", "d e", "", "2", "/new"},
-         {"106 SITE change staff groupslots 0 2", "106 SITE change staff groupvfsfile /new",
-          "106 SITE change staff groupdescription d e", "106 SITE grpren staff crew"}},
-    };
-    for (const Row& row : rows) {
-        GroupForm form = InfoToForm(staff(), emptyUserTable());
-        for (std::size_t box = 0; box < GroupForm::boxCount; ++box) {
-            form.box(box) = row.boxes[box];
-        }
-        EXPECT_EQ(written(saveGroupCommands(staff(), form)), row.commands) << row.name;
+    GroupForm form = InfoToForm(
+        staff(), ParseUserTable(1, Lines{"p | 8 | eve | staff | 3", "p | 8 | late | x | 3"}).table);
+    EXPECT_EQ(form.lvwGroupMembers, (std::vector<MemberRow>{{"7", "(bad_uid)", "No"}, {"8", "eve", "Yes"}}));
+    EXPECT_EQ(form.lblGroupMembers, "2");
+    EXPECT_EQ(written(saveGroupCommands(staff(), form)), Texts{});
+    form.txtGroupGroupslots = "010";
+    form.txtGroupLeechslots = "123456789012345678901";
+    EXPECT_EQ(written(saveGroupCommands(staff(), form)),
+              Texts{"106 SITE change staff groupslots 10 123456789012345678901"});
+    for (std::size_t box = 0; box < GroupForm::boxCount; ++box) {
+        form.box(box) = Texts{"crew", "d e", "", "2", "/new"}[box];
     }
-    EXPECT_EQ(written(saveGroupCommands(staff(), InfoToForm(staff(), emptyUserTable()))), Texts{});
+    EXPECT_EQ(written(saveGroupCommands(staff(), form)),
+              (Texts{"106 SITE change staff groupslots 0 2", "106 SITE change staff groupvfsfile /new",
+                     "106 SITE change staff groupdescription d e", "106 SITE grpren staff crew"}));
 }
 
-AddUserForm goodForm() {
+TEST(AddUser, NamesTheFirstBoxThatDoesNotDo) {
+    AddUserForm form;
+    const auto problem = [&form] { return addUserProblem(form, {bob()}).value_or(""); };
+    for (const char* const name : {"", "e ve", "e:ve"}) {
+        form.txtUserName = name;
+        EXPECT_EQ(problem(), "Please enter a valid username.") << name;
+    }
+    form.txtUserName = "bob";
+    EXPECT_EQ(problem(), "This user already exists: bob\r\nGroup: staff\r\nFlags: 3");
+    form.txtUserName = "Bob";
+    EXPECT_EQ(problem(), "Please enter a valid password.");
+    form.txtPassword = "secret";
+    EXPECT_EQ(problem(), "Please select a main group.");
+    form.txtMainGroup = "staff";
+    EXPECT_EQ(problem(), "Please enter at least one ip/ident.");
+    form.lstUserIP = {"*@*"};
+    EXPECT_EQ(problem(), "");
+}
+
+TEST(AddUser, SendsTheUserAndThenItsProperties) {
     AddUserForm form = addUserForm(threeGroups());
     form.txtUserName = "eve";
     form.txtPassword = "secret";
@@ -134,41 +116,6 @@ AddUserForm goodForm() {
     form.txtNumOfLogins = {"02", "", "1.5"};
     form.txtUserBwUp = "20";
     form.txtUserBwDn = "10";
-    return form;
-}
-
-TEST(AddUser, ChecksInOrder) {
-    struct Row {
-        const char* name;
-        const char* txtUserName;
-        const char* txtPassword;
-        const char* txtMainGroup;
-        bool hasMask;
-        const char* problem; // empty: none
-    };
-    const std::vector<Row> rows = {
-        {"nothing wrong", "eve", "secret", "staff", true, ""},
-        {"all wrong", "", "", "", false, "Please enter a valid username."},
-        {"blank in the name", "e ve", "secret", "staff", true, "Please enter a valid username."},
-        {"name taken, and no password", "bob", "", "staff", true,
-         "This user already exists: bob\r\nGroup: staff\r\nFlags: 3"},
-        {"another case is another name", "Bob", "secret", "staff", true, ""},
-        {"no password, and no group", "eve", "", "", true, "Please enter a valid password."},
-        {"no main group, and no mask", "eve", "secret", "", false, "Please select a main group."},
-        {"no mask", "eve", "secret", "staff", false, "Please enter at least one ip/ident."},
-    };
-    for (const Row& row : rows) {
-        AddUserForm form = goodForm();
-        form.txtUserName = row.txtUserName;
-        form.txtPassword = row.txtPassword;
-        form.txtMainGroup = row.txtMainGroup;
-        form.lstUserIP.resize(row.hasMask ? 1 : 0);
-        EXPECT_EQ(addUserProblem(form, {bob()}).value_or(""), row.problem) << row.name;
-    }
-}
-
-TEST(AddUser, SendsTheUserAndThenItsProperties) {
-    AddUserForm form = goodForm();
     const CommandSequence plain = addUserSequence(form);
     EXPECT_EQ(written({plain.first}), Texts{"109 tag -1 SITE gadduser staff eve secret *@10.*"});
     EXPECT_EQ(plain.sBegin, "-------------[ BEGIN ]-[ ADDUSER ]-------------");
@@ -183,7 +130,6 @@ TEST(AddUser, SendsTheUserAndThenItsProperties) {
     EXPECT_EQ(plain.sBatchLines, common);
     form.lstUserIP = {"a@1", "b@2", "", "c@3"};
     form.lstAllGroup[1].bSelected = form.lstAllGroup[2].bSelected = true;
-    EXPECT_EQ(addUserSequence(form).first.sCommand, "SITE gadduser staff eve secret a@1");
     EXPECT_EQ(addUserSequence(form).sBatchLines,
               "site addip eve b@2 c@3\r\nsite chgrp eve guests crew\r\n" + common);
 }
@@ -195,9 +141,7 @@ TEST(AddGroup, RefusesNamesThatNoCommandCanCarry) {
     for (const std::string& name : Texts{"", "a b", "a:b", "a/b", "a\"b", "a\tb", "a\x7F", {"a\0b", 3}}) {
         EXPECT_EQ(addGroupProblem({.txtGroupname = name}, groups), invalid) << name;
     }
-    for (const char* name : {"staf", "Staff", "caf\xC3\xA9", "a\\b", "a'b"}) {
-        EXPECT_FALSE(addGroupProblem({.txtGroupname = name}, groups)) << name;
-    }
+    EXPECT_FALSE(addGroupProblem({.txtGroupname = "caf\xC3\xA9"}, groups));
     EXPECT_EQ(addGroupProblem({.txtGroupname = "crew"}, groups),
               "This group already exists: \r\nName: crew\r\nDescription: the crew\r\nUsercount: 12");
 }
@@ -205,7 +149,6 @@ TEST(AddGroup, RefusesNamesThatNoCommandCanCarry) {
 TEST(Batch, HoldsALineForEveryTickedFieldOfEveryUser) {
     BatchForm form{.chkBatchLogins = true, .txtBatchLogins = {"02", "", "0"}};
     EXPECT_FALSE(batchSequence({}, Lines{"a"})) << "nothing ticked";
-    EXPECT_FALSE(batchSequence({.chkBatchLogins = true}, Lines{"a"})) << "only empty boxes";
     EXPECT_FALSE(batchSequence(form, {})) << "nobody selected";
     form.chkBatchFlags = true;
     const auto sequence = batchSequence(form, Lines{"a", "b"});
@@ -222,7 +165,6 @@ TEST(Batch, HoldsALineForEveryTickedFieldOfEveryUser) {
                           .txtBatchCommand = "%user%user x"};
     EXPECT_EQ(batchSequence(names, Lines{"a"})->sBatchLines, "site change a tagline hi %user\r\naa x\r\n");
     EXPECT_EQ(batchProgressText(300, 259), "41 of 300");
-    EXPECT_EQ(batchProgressText(3, 9), "0 of 3");
 }
 
 TEST(ChangeUserGroups, ANameInsideAnotherIsAnotherName) {

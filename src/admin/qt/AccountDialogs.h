@@ -1,6 +1,5 @@
 #pragma once
 
-#include "admin/AccountChanges.h"
 #include "admin/AdminForms.h"
 #include "app/mdlMain.h"
 #include "widgets/FormDialog.h"

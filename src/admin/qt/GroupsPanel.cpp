@@ -1,6 +1,6 @@
 #include "admin/qt/GroupsPanel.h"
 
-#include "admin/ListRows.h"
+#include "admin/AccountLists.h"
 #include "admin/qt/AccountDialogs.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FormBoxes.h"
@@ -148,8 +148,8 @@ void GroupsPanel::showEditor(int site) {
 }
 
 void GroupsPanel::showMembers() {
-    static constexpr std::array<std::string GroupMemberRow::*, 3> texts = {
-        &GroupMemberRow::sUID, &GroupMemberRow::sUserName, &GroupMemberRow::sGadmin};
+    static constexpr std::array<std::string MemberRow::*, 3> texts = {&MemberRow::sId, &MemberRow::sName,
+                                                                      &MemberRow::sGadmin};
     lblGroupMembers_->setText(fromCore(form_.lblGroupMembers));
     ReportSource source;
     source.rows = static_cast<int>(form_.lvwGroupMembers.size());

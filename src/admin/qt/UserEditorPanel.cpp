@@ -104,14 +104,13 @@ void UserEditorPanel::showSite(int site) {
     for (const std::string& mask : form_.lstUserIP) {
         lstUserIP_->addItem(displayTextOf(mask, encoding));
     }
-    lvwUserGroups_->setSource(
-        sourceOf(form_.lvwUserGroups,
-                 {{.header = tr("gid"), .alignment = Qt::AlignRight},
-                  {.header = tr("groupname")},
-                  {.header = tr("gadmin")}},
-                 std::array{&UserGroupRow::sGID, &UserGroupRow::sGroupName, &UserGroupRow::sGadmin},
-                 encoding),
-        ReportView::CurrentRow::keep);
+    lvwUserGroups_->setSource(sourceOf(form_.lvwUserGroups,
+                                       {{.header = tr("gid"), .alignment = Qt::AlignRight},
+                                        {.header = tr("groupname")},
+                                        {.header = tr("gadmin")}},
+                                       std::array{&MemberRow::sId, &MemberRow::sName, &MemberRow::sGadmin},
+                                       encoding),
+                              ReportView::CurrentRow::keep);
     lvwUserGroups_->fitColumns(0, 2);
     lvwUserSections_->setSource(sourceOf(
         form_.lvwUserSections,

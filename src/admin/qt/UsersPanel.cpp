@@ -1,6 +1,6 @@
 #include "admin/qt/UsersPanel.h"
 
-#include "admin/ListRows.h"
+#include "admin/AccountLists.h"
 #include "admin/qt/AccountDialogs.h"
 #include "admin/qt/BatchPanel.h"
 #include "admin/qt/UserEditorPanel.h"

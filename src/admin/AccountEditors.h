@@ -1,7 +1,6 @@
 #pragma once
 
-#include "admin/mdlUsersGroups.h"
-#include "common/Command.h"
+#include "admin/AccountLists.h"
 
 #include <array>
 #include <cstddef>
@@ -15,13 +14,13 @@ namespace corvel {
 // What the box for a mask holds until a person types one.
 inline constexpr std::string_view maskPlaceholder = "*@*";
 
-// A row of lvwUserGroups.
-struct UserGroupRow {
-    std::string sGID;
-    std::string sGroupName;
+// A row of lvwUserGroups (of lvwGroupMembers): a group of the user (a user of the group).
+struct MemberRow {
+    std::string sId;
+    std::string sName;
     std::string sGadmin; // "Yes" or "No"
 
-    bool operator==(const UserGroupRow&) const = default;
+    bool operator==(const MemberRow&) const = default;
 };
 
 // A row of lvwUserSections.
@@ -47,7 +46,7 @@ struct UserForm {
     std::array<std::string, 3> txtUserLogins; // FTP, telnet, HTTP
     std::vector<std::string> lstUserIP;
     std::string txtUserIP{maskPlaceholder}; // belongs to the person: showing a record leaves the box alone
-    std::vector<UserGroupRow> lvwUserGroups;
+    std::vector<MemberRow> lvwUserGroups;
     std::vector<UserSectionRow> lvwUserSections;
 
     // The boxes in which a record is edited, by number: name, flags, tagline, home, VFS file, limits up and
@@ -92,5 +91,28 @@ std::optional<PasswordPrompt> passwordPrompt(const UserForm& form);
 // Sets the password that was typed into that box, and is not empty, for the account named in txtUserName. The
 // password goes out in clear.
 Command passwordCommand(const UserForm& form, std::string_view password);
+
+// The group editor: one member for each of its controls.
+struct GroupForm {
+    std::string txtGroupGID;
+    std::string txtGroupname;
+    std::string txtGroupdescr;
+    std::string txtGroupGroupslots;
+    std::string txtGroupLeechslots;
+    std::string txtGroupVFS;
+    std::vector<MemberRow> lvwGroupMembers;
+    std::string lblGroupMembers; // the number of rows
+
+    // The boxes in which a record is edited, by number: name, description, group slots, leech slots, VFS
+    // file.
+    static constexpr std::size_t boxCount = 5;
+    std::string& box(std::size_t number);
+};
+
+// The editor as it shows group; users is the user table of the same site.
+GroupForm InfoToForm(const clsGroup& group, const UserTable& users);
+
+// What Save sends for group: one command for each difference, all under the record's name.
+std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& form);
 
 } // namespace corvel

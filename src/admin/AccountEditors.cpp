@@ -1,6 +1,5 @@
-#include "admin/UserEditor.h"
+#include "admin/AccountEditors.h"
 
-#include "admin/TableCommands.h"
 #include "common/Numbers.h"
 
 #include <cstdint>
@@ -16,15 +15,17 @@ std::int64_t wholeMegabytes(std::int64_t credits) {
     return credits / perMegabyte - (credits % perMegabyte < 0 ? 1 : 0);
 }
 
-std::vector<UserGroupRow> groupRows(const UserDetails& user, const GroupTable& groups) {
-    const auto names = namesById(groups, &clsGroup::iGID);
-    const std::unordered_set<std::int16_t> administered(user.admingroups.begin(), user.admingroups.end());
-    std::vector<UserGroupRow> rows;
-    rows.reserve(user.groups.size());
-    for (const std::int16_t gid : user.groups) {
-        const auto name = names.find(gid);
-        rows.push_back({std::to_string(gid), std::string(name == names.end() ? unknownGID : name->second),
-                        administered.contains(gid) ? "Yes" : "No"});
+// A row for each of ids; names, those of their table; administrators, the ids of those who are.
+std::vector<MemberRow> memberRows(const std::vector<std::int16_t>& ids,
+                                  const std::unordered_map<std::int16_t, std::string_view>& names,
+                                  std::string_view unknown, const std::vector<std::int16_t>& administrators) {
+    const std::unordered_set<std::int16_t> administering(administrators.begin(), administrators.end());
+    std::vector<MemberRow> rows;
+    rows.reserve(ids.size());
+    for (const std::int16_t id : ids) {
+        const auto name = names.find(id);
+        rows.push_back({std::to_string(id), std::string(name == names.end() ? unknown : name->second),
+                        administering.contains(id) ? "Yes" : "No"});
     }
     return rows;
 }
@@ -102,7 +103,8 @@ UserForm InfoToForm(const clsUser& user, const GroupTable& groups) {
     form.txtUserLogins = {std::to_string(details.iLoginsFTP), std::to_string(details.iLoginsTelnet),
                           std::to_string(details.iLoginsHTTP)};
     form.lstUserIP = details.ips;
-    form.lvwUserGroups = groupRows(details, groups);
+    form.lvwUserGroups =
+        memberRows(details.groups, namesById(groups, &clsGroup::iGID), unknownGID, details.admingroups);
     form.lvwUserSections = sectionRows(user);
     return form;
 }
@@ -167,6 +169,47 @@ std::optional<PasswordPrompt> passwordPrompt(const UserForm& form) {
 
 Command passwordCommand(const UserForm& form, std::string_view password) {
     return userChange("SITE change " + form.txtUserName + " passwd " + std::string(password));
+}
+
+std::string& GroupForm::box(std::size_t number) {
+    static constexpr std::array<std::string GroupForm::*, boxCount> members = {
+        &GroupForm::txtGroupname, &GroupForm::txtGroupdescr, &GroupForm::txtGroupGroupslots,
+        &GroupForm::txtGroupLeechslots, &GroupForm::txtGroupVFS};
+    return this->*members.at(number);
+}
+
+GroupForm InfoToForm(const clsGroup& group, const UserTable& users) {
+    GroupForm form;
+    form.txtGroupGID = std::to_string(group.iGID);
+    form.txtGroupname = group.sName;
+    form.txtGroupdescr = group.sDescription;
+    form.txtGroupGroupslots = std::to_string(group.iGroupSlots);
+    form.txtGroupLeechslots = std::to_string(group.iLeechSlots);
+    form.txtGroupVFS = group.sVFSFile;
+    form.lvwGroupMembers =
+        memberRows(group.members, namesById(users, &clsUser::iUID), unknownUID, group.gadmins);
+    form.lblGroupMembers = std::to_string(form.lvwGroupMembers.size());
+    return form;
+}
+
+std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& form) {
+    std::vector<Command> commands;
+    const std::string change = "SITE change " + group.sName + " ";
+    if (differs(form.txtGroupGroupslots, group.iGroupSlots) ||
+        differs(form.txtGroupLeechslots, group.iLeechSlots)) {
+        commands.push_back(groupChange(change + "groupslots " + wholeNumberText(form.txtGroupGroupslots) +
+                                       " " + wholeNumberText(form.txtGroupLeechslots)));
+    }
+    if (form.txtGroupVFS != group.sVFSFile) {
+        commands.push_back(groupChange(change + "groupvfsfile " + form.txtGroupVFS));
+    }
+    if (form.txtGroupdescr != group.sDescription) {
+        commands.push_back(groupChange(change + "groupdescription " + form.txtGroupdescr));
+    }
+    if (form.txtGroupname != group.sName) {
+        commands.push_back(groupChange("SITE grpren " + group.sName + " " + form.txtGroupname));
+    }
+    return commands;
 }
 
 } // namespace corvel

@@ -1,0 +1,160 @@
+#include "admin/AccountLists.h"
+
+#include "common/Text.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <limits>
+#include <numeric>
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+struct FlagIcon {
+    std::string_view pattern;
+    std::string_view key;
+};
+
+// The first pattern that the flags match decides; N takes the icon away from whoever is no master.
+constexpr std::array<FlagIcon, 5> flagIcons{{
+    {"*M*", "M"},
+    {"*V*", "V"},
+    {"*N*", ""},
+    {"*G*", "G"},
+    {"*1*", "A"},
+}};
+
+// What a column of numbers is ordered by; 0 in the other columns.
+std::int16_t orderNumber(const clsUser& user, UserColumn column) {
+    return column == UserColumn::uid ? user.iUID : std::int16_t{0};
+}
+
+std::int16_t orderNumber(const clsGroup& group, GroupColumn column) {
+    return column == GroupColumn::gid     ? group.iGID
+           : column == GroupColumn::users ? group.iUserCount
+                                          : std::int16_t{0};
+}
+
+template <typename Column, typename Record>
+std::vector<std::size_t> ordered(const std::vector<Record>& table, ListOrder order, TextEncoding encoding,
+                                 std::initializer_list<Column> textColumns) {
+    const auto column = static_cast<Column>(order.column);
+    const bool isText = std::ranges::find(textColumns, column) != textColumns.end();
+    std::vector<std::pair<std::int16_t, std::string>> keys;
+    keys.reserve(table.size());
+    for (const Record& record : table) {
+        keys.emplace_back(orderNumber(record, column),
+                          isText ? foldCase(toUtf8(rowText(record, column), encoding)) : std::string());
+    }
+    std::vector<std::size_t> rows(table.size() == 1 && isPlaceholder(table.front()) ? 0 : table.size());
+    std::iota(rows.begin(), rows.end(), std::size_t{0});
+    std::ranges::stable_sort(rows, [&](std::size_t left, std::size_t right) {
+        return order.isDescending ? keys[right] < keys[left] : keys[left] < keys[right];
+    });
+    return rows;
+}
+
+std::int16_t tagOf(int index) {
+    return index > std::numeric_limits<std::int16_t>::max() ? std::int16_t{-1}
+                                                            : static_cast<std::int16_t>(index);
+}
+
+} // namespace
+
+std::string rowText(const clsUser& user, UserColumn column) {
+    switch (column) {
+    case UserColumn::uid:
+        return paddedNumber(user.sUIDText);
+    case UserColumn::userName:
+        return user.sName;
+    case UserColumn::group:
+        return user.sStdGroup;
+    case UserColumn::flags:
+        return user.sFlags;
+    }
+    return {};
+}
+
+std::string rowText(const clsGroup& group, GroupColumn column) {
+    switch (column) {
+    case GroupColumn::gid:
+        return paddedNumber(group.sGIDText);
+    case GroupColumn::groupName:
+        return group.sName;
+    case GroupColumn::users:
+        return paddedNumber(group.sUserCountText);
+    }
+    return {};
+}
+
+std::string paddedNumber(std::string_view number) {
+    constexpr std::size_t width = 4;
+    const std::size_t blanks = number.size() < width ? width - number.size() : number.size() - width;
+    return std::string(blanks, ' ').append(number);
+}
+
+std::string_view userIconKey(std::string_view flags) {
+    const auto icon = std::ranges::find_if(
+        flagIcons, [flags](const FlagIcon& row) { return matchesPattern(flags, row.pattern); });
+    return icon == flagIcons.end() ? std::string_view() : icon->key;
+}
+
+ListOrder afterHeaderClick(ListOrder order, int column) {
+    return {column, order.column == column && !order.isDescending};
+}
+
+std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order, TextEncoding encoding) {
+    return ordered(users, order, encoding, {UserColumn::userName, UserColumn::group, UserColumn::flags});
+}
+
+std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order, TextEncoding encoding) {
+    return ordered(groups, order, encoding, {GroupColumn::groupName});
+}
+
+Command userTableCommand() {
+    return {"SITE CorvelExt usertable", true, handler::userTable, 0};
+}
+
+Command groupTableCommand() {
+    return {"SITE CorvelExt grouptable", true, handler::groupTable, 0};
+}
+
+Command userFileCommand(const UserTable& users, std::int16_t uid) {
+    return {"SITE CorvelExt userfile " + std::to_string(uid), true, handler::userFile,
+            tagOf(FindUserIndexByUID(users, uid)), uid};
+}
+
+Command groupFileCommand(const GroupTable& groups, std::int16_t gid) {
+    return {"SITE CorvelExt groupfile " + std::to_string(gid), true, handler::groupFile,
+            tagOf(FindGroupIndexByGID(groups, gid)), gid};
+}
+
+std::string deleteUserQuestion(std::string_view userName, std::string_view groupName) {
+    return "Are u sure u want to delete this user:\r\n" + std::string(userName) + "@" +
+           std::string(groupName);
+}
+
+Command deleteUserCommand(std::string_view userName) {
+    return userChange("SITE DELUSER " + std::string(userName));
+}
+
+std::string deleteGroupQuestion(std::string_view groupName) {
+    return "Are u sure u want to delete this group:\r\n" + std::string(groupName) +
+           "\r\n\r\nNote: make sure the group has no members, otherwise it can not be deleted";
+}
+
+Command deleteGroupCommand(std::string_view groupName) {
+    return groupChange("SITE GRPDEL " + std::string(groupName));
+}
+
+Command userChange(std::string line) {
+    return {std::move(line), false, handler::userChange, 0};
+}
+
+Command groupChange(std::string line) {
+    return {std::move(line), false, handler::groupChange, 0};
+}
+
+} // namespace corvel
