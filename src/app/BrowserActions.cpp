@@ -122,7 +122,6 @@ std::string_view BrowserActions::whyNotIn(int site, std::string_view directory) 
     return reason;
 }
 
-// The same; the status bar says why not.
 bool BrowserActions::isIn(int site, std::string_view directory) const {
     const std::string_view reason = whyNotIn(site, directory);
     if (!reason.empty()) {

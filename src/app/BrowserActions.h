@@ -34,6 +34,8 @@ class BrowserActions {
 
     // Whether something can be done with the rows; if not, the status bar says why.
     bool isUsable(int site) const;
+    // The same for names of directory, which was the current one when they were taken and has to be still.
+    bool isIn(int site, std::string_view directory) const;
 
     // Sends what a dialog made, in its order: nothing, or why it cannot be sent, as a message. sendIn: what
     // names an entry of directory, which was the current one when the dialog opened and has to be still.
@@ -54,7 +56,6 @@ class BrowserActions {
     bool sendOrTell(int site, std::vector<Command> commands);
     void navigate(int site, const std::string& directory);
     std::string_view whyNotIn(int site, std::string_view directory) const;
-    bool isIn(int site, std::string_view directory) const;
 
     Sites& sites_;
     Outbox& outbox_;

@@ -141,22 +141,31 @@ MenuVariables MenuActions::variables(int site, MenuKind kind) const {
     return {};
 }
 
-void MenuActions::ExecuteMenuCommand(int site, std::string_view line) {
+std::optional<std::string> MenuActions::directoryOf(int site, MenuKind kind) const {
+    const bool isOfRow = kind == MenuKind::browser && services_.browser.selectedEntry(site) != nullptr;
+    return isOfRow ? std::optional(at(services_.sites, site).session.sCwd) : std::nullopt;
+}
+
+void MenuActions::ExecuteMenuCommand(int site, std::string_view line, std::optional<std::string> directory) {
     MenuCommand command = parseMenuCommand(line);
     if (!command.asksFirst) {
-        execute(site, command);
+        execute(site, command, directory);
         return;
     }
     const std::string question = menuQuestion(command.argument);
-    services_.prompts.AskYesNo(question, DefaultAnswer::no,
-                               [this, site, command = std::move(command)](bool yes) {
-                                   if (yes) {
-                                       execute(site, command);
-                                   }
-                               });
+    services_.prompts.AskYesNo(
+        question, DefaultAnswer::no,
+        [this, site, command = std::move(command), directory = std::move(directory)](bool yes) {
+            if (yes) {
+                execute(site, command, directory);
+            }
+        });
 }
 
-void MenuActions::execute(int site, const MenuCommand& command) {
+void MenuActions::execute(int site, const MenuCommand& command, const std::optional<std::string>& directory) {
+    if (directory && !services_.browser.isIn(site, *directory)) {
+        return;
+    }
     struct Row {
         MenuAction action;
         void (Executor::*run)() const;

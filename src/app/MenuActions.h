@@ -8,6 +8,7 @@
 #include "menus/mdlMenus.h"
 #include "net/SiteSession.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,15 +38,20 @@ class MenuActions {
     // None for any other number, nor where settings.ini has none.
     std::vector<MenuItem> ShowCustomMenu(int site, int kind) const;
 
+    // The directory of the row for which the entries of that kind are made, in the server's bytes; nothing
+    // where they are of no row of the browser.
+    std::optional<std::string> directoryOf(int site, MenuKind kind) const;
+
     // Does what the command line (UTF-8) of an entry says, after a yes where it asks first. A line that says
-    // nothing that is known does nothing.
-    void ExecuteMenuCommand(int site, std::string_view line);
+    // nothing that is known does nothing, nor does one that was made for a row of a directory that the
+    // browser has left; the status bar says so.
+    void ExecuteMenuCommand(int site, std::string_view line, std::optional<std::string> directory = {});
 
   private:
     struct Executor;
 
     MenuVariables variables(int site, MenuKind kind) const;
-    void execute(int site, const MenuCommand& command);
+    void execute(int site, const MenuCommand& command, const std::optional<std::string>& directory);
 
     Services services_;
 };

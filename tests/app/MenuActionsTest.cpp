@@ -161,5 +161,19 @@ TEST(MenuActions, APercentSignAsksFirst) {
     EXPECT_EQ(program.prompts.asked, (Texts{question, question}));
 }
 
+// A menu, or its question, may stand open while the browser goes elsewhere.
+TEST(MenuActions, AnEntryForARowIsOfItsDirectoryAlone) {
+    Choosing program;
+    program.main.browser().selectRow(1, fileRow);
+    const std::optional<std::string> directory = program.main.menus().directoryOf(1, MenuKind::browser);
+    EXPECT_EQ(program.main.menus().directoryOf(1, MenuKind::userList), std::nullopt);
+    program.prompts.answers = {"yes"};
+    program.prompts.beforeAnswer = [&] { program.main.browser().root(1); };
+    program.main.menus().ExecuteMenuCommand(1, "%ftp site wipe x", directory);
+    program.main.menus().ExecuteMenuCommand(1, "ftp site wipe x", directory);
+    EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"CWD /"});
+    EXPECT_TRUE(program.session(1).lastErrorLine.starts_with("Nothing was done: "));
+}
+
 } // namespace
 } // namespace corvel::test

@@ -55,6 +55,8 @@ QMenu* CustomMenus::prepare(int kind) {
     const auto element = static_cast<std::size_t>(kind) - 1;
     QMenu& menu = *menus_[element];
     menu.clear();
+    const std::optional<std::string> directory =
+        program_.menus().directoryOf(site, static_cast<MenuKind>(kind));
     int index = 0;
     for (const MenuItem& item : items) {
         QAction* const action =
@@ -64,8 +66,8 @@ QMenu* CustomMenus::prepare(int kind) {
         // What was made for a row stays with its site. The tray's menu is of no row, and stays as it is while
         // the current site becomes another one.
         const bool isOfRow = kind != static_cast<int>(MenuKind::tray);
-        connect(action, &QAction::triggered, this, [this, site, isOfRow, command = item.command] {
-            program_.menus().ExecuteMenuCommand(isOfRow ? site : program_.currentSite(), command);
+        connect(action, &QAction::triggered, this, [this, site, isOfRow, directory, command = item.command] {
+            program_.menus().ExecuteMenuCommand(isOfRow ? site : program_.currentSite(), command, directory);
         });
     }
     return &menu;
