@@ -1,7 +1,6 @@
 #include "app/BrowserActions.h"
 
-#include "browser/FileOperations.h"
-#include "browser/Navigation.h"
+#include "browser/BrowserCommands.h"
 #include "common/TextEncoding.h"
 
 #include <utility>
@@ -13,7 +12,7 @@ void BrowserActions::root(int site) {
 }
 
 void BrowserActions::refresh(int site) {
-    sendOrTell(site, refreshCommands());
+    sendOrTell(site, {listCommand()});
 }
 
 void BrowserActions::refreshAndNoop(int site) {

@@ -1,6 +1,6 @@
 #include "app/MenuActions.h"
 
-#include "browser/Chattr.h"
+#include "browser/FileDialogs.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
 

@@ -2,9 +2,8 @@
 
 #include "admin/AccountLists.h"
 #include "app/AccountTable.h"
-#include "browser/Chattr.h"
-#include "browser/FileOperations.h"
-#include "browser/Replies.h"
+#include "browser/BrowserCommands.h"
+#include "browser/FileDialogs.h"
 
 #include <array>
 #include <optional>

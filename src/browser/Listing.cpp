@@ -60,17 +60,6 @@ class FieldCutter {
     std::string_view rest_;
 };
 
-BrowserEntryType typeOf(std::string_view access) {
-    switch (access.front()) {
-    case 'l':
-        return BrowserEntryType::link;
-    case '-':
-        return BrowserEntryType::file;
-    default:
-        return BrowserEntryType::directory;
-    }
-}
-
 std::string dateText(std::string_view month, std::string_view day, std::string_view time) {
     std::string date(MonthNumber(month));
     return date.append(1, '/').append(day).append(1, ' ').append(time);
@@ -85,7 +74,9 @@ bool mayMatch(std::string_view line) {
 // Reads line, which may match and outlives the entry; false where it is no line of a listing.
 bool readEntry(std::string_view line, bool mergeBlanks, BrowserEntry& entry) {
     entry.access = line.substr(0, accessLength);
-    entry.type = typeOf(entry.access);
+    entry.type = line.front() == 'l'   ? BrowserEntryType::link
+                 : line.front() == '-' ? BrowserEntryType::file
+                                       : BrowserEntryType::directory;
     FieldCutter fields(trimLeading(line.substr(accessLength)));
     fields.take(); // the link count; blanks behind it are not skipped
     entry.owner = fields.takeAndSkipBlanks();
@@ -141,12 +132,6 @@ std::size_t copyIfEntry(char* end, std::string_view line, BrowserListing& listin
     return line.size();
 }
 
-std::string sizeCell(const BrowserListing& listing, std::string_view size, std::string_view groupSeparator) {
-    return sizeNumber(size) ? std::string(listing.longestSize - size.size() + 1, ' ') +
-                                  groupThousands(size, groupSeparator)
-                            : std::string(size);
-}
-
 } // namespace
 
 BrowserListing ParseDirectoryListing(std::span<const std::string_view> lines, ListingOptions options) {
@@ -190,23 +175,9 @@ int imageIndex(const BrowserEntry& entry) {
 }
 
 std::string_view listedText(const BrowserEntry& entry, BrowserColumn column) {
-    switch (column) {
-    case BrowserColumn::name:
-        return entry.name;
-    case BrowserColumn::size:
-        return entry.size;
-    case BrowserColumn::date:
-        return entry.date;
-    case BrowserColumn::owner:
-        return entry.owner;
-    case BrowserColumn::group:
-        return entry.group;
-    case BrowserColumn::access:
-        return entry.access;
-    case BrowserColumn::typeKey:
-        break;
-    }
-    return {};
+    const std::array<std::string_view, browserColumnCount> texts = {
+        entry.name, entry.size, entry.date, entry.owner, entry.group, entry.access, {}};
+    return texts[static_cast<std::size_t>(column)];
 }
 
 std::optional<std::uint64_t> sizeNumber(std::string_view size) {
@@ -221,14 +192,14 @@ std::optional<std::uint64_t> sizeNumber(std::string_view size) {
 std::string cellText(const BrowserListing& listing, std::size_t row, BrowserColumn column,
                      std::string_view groupSeparator) {
     const BrowserEntry& entry = listing.entries[row];
-    switch (column) {
-    case BrowserColumn::size:
-        return sizeCell(listing, entry.size, groupSeparator);
-    case BrowserColumn::typeKey:
+    if (column == BrowserColumn::typeKey) {
         return std::to_string(typeKey(entry));
-    default:
+    }
+    if (column != BrowserColumn::size || !sizeNumber(entry.size)) {
         return std::string(listedText(entry, column));
     }
+    return std::string(listing.longestSize - entry.size.size() + 1, ' ') +
+           groupThousands(entry.size, groupSeparator);
 }
 
 int FitBrowserColumns(int listWidth, std::span<const int> otherColumnWidths) {

@@ -2,7 +2,7 @@
 
 #include "admin/AccountLists.h"
 #include "admin/mdlUsersGroups.h"
-#include "browser/Chattr.h"
+#include "browser/FileDialogs.h"
 #include "browser/RemoteList.h"
 #include "common/Command.h"
 #include "common/Ports.h"

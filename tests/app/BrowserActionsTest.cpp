@@ -1,7 +1,7 @@
 #include "app/BrowserActions.h"
 
-#include "browser/Chattr.h"
-#include "browser/FileOperations.h"
+#include "browser/BrowserCommands.h"
+#include "browser/FileDialogs.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>

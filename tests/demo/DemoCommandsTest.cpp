@@ -1,7 +1,7 @@
 #include "demo/DemoCommands.h"
 
+#include "browser/BrowserCommands.h"
 #include "browser/Listing.h"
-#include "browser/Navigation.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
 

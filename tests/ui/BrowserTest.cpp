@@ -1,4 +1,4 @@
-#include "browser/FileOperations.h"
+#include "browser/BrowserCommands.h"
 #include "browser/qt/frmBrowserCHATTR.h"
 #include "browser/qt/frmBrowserCHMOD.h"
 #include "browser/qt/frmBrowserNUKE.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "browser/Nuke.h"
+#include "browser/FileDialogs.h"
 #include "common/TextEncoding.h"
 #include "widgets/FormBoxes.h"
 
