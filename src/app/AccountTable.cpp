@@ -12,11 +12,6 @@ namespace corvel {
 
 namespace {
 
-// A name of the server as a question shows it.
-std::string shown(const std::string& name, TextEncoding encoding) {
-    return visibleText(toUtf8(name, encoding));
-}
-
 std::string nameInEmptyForm(UserForm& form, const clsUser& user) {
     form.txtUserUID = std::to_string(user.iUID);
     return form.txtUserName = user.sName;
@@ -51,11 +46,6 @@ auto rowOf(const clsGroup& group) {
     return std::tuple(group.sName);
 }
 
-void tell(const ReplyServices& services, const Reply& reply, std::string_view line) {
-    reply.session.lastErrorLine = line;
-    services.views.lastErrorChanged(reply.site);
-}
-
 // What was typed for a record that the new table does not have is gone, which the person is told.
 template <typename Kind>
 void dropDraftsOfTheVanished(const ReplyServices& services, const Reply& reply) {
@@ -67,19 +57,19 @@ void dropDraftsOfTheVanished(const ReplyServices& services, const Reply& reply) 
         const std::string line = "What was typed for " + std::string(Kind::noun) + " " + entry.second.sName +
                                  " is lost: the server has no such " + std::string(Kind::noun) + " any more";
         services.log.LogCommandResults(reply.site, line);
-        tell(services, reply, line);
+        services.log.tell(reply.site, line);
         return true;
     });
 }
 
 } // namespace
 
-std::string UserKind::deleteQuestion(const clsUser& user, TextEncoding encoding) {
-    return deleteUserQuestion(shown(user.sName, encoding), shown(user.sStdGroup, encoding));
+std::string UserKind::deleteQuestion(const clsUser& user) {
+    return deleteUserQuestion(visibleText(toUtf8(user.sName)), visibleText(toUtf8(user.sStdGroup)));
 }
 
-std::string GroupKind::deleteQuestion(const clsGroup& group, TextEncoding encoding) {
-    return deleteGroupQuestion(shown(group.sName, encoding));
+std::string GroupKind::deleteQuestion(const clsGroup& group) {
+    return deleteGroupQuestion(visibleText(toUtf8(group.sName)));
 }
 
 template <typename Kind>
@@ -114,13 +104,12 @@ void AccountTable<Kind>::remove(int site, int row) {
     if (record == nullptr) {
         return;
     }
-    services_.prompts.AskYesNo(Kind::deleteQuestion(*record, session(site).encoding), DefaultAnswer::no,
-                               [this, site, command = Kind::deleteCommand(record->sName)](bool yes) {
-                                   if (yes) {
-                                       services_.outbox.startOrTell(site, LogKind::commandResults,
-                                                                    {.commands = {command}});
-                                   }
-                               });
+    services_.prompts.AskYesNo(
+        Kind::deleteQuestion(*record), [this, site, command = Kind::deleteCommand(record->sName)](bool yes) {
+            if (yes) {
+                services_.outbox.startOrTell(site, LogKind::commandResults, {.commands = {command}});
+            }
+        });
 }
 
 template <typename Kind>
@@ -176,7 +165,7 @@ typename Kind::Form AccountTable<Kind>::typedForm(int site) const {
     AccountEditor<Form> shownNow = editor(site);
     if (shownNow.draft != nullptr) {
         for (const auto& [box, text] : shownNow.draft->boxes) {
-            shownNow.form.box(box) = fromUtf8(text, session(site).encoding).value_or(text);
+            shownNow.form.box(box) = fromUtf8(text, session(site).encoding);
         }
     }
     return std::move(shownNow.form);
@@ -218,8 +207,7 @@ void AccountTable<Kind>::save(int site) {
         saveNow(site, id, true);
         return;
     }
-    services_.prompts.AskYesNo(*question, DefaultAnswer::no,
-                               [this, site, id](bool yes) { saveNow(site, id, yes); });
+    services_.prompts.AskYesNo(*question, [this, site, id](bool yes) { saveNow(site, id, yes); });
 }
 
 // The record is looked for again: the table may have been loaded anew, or another row picked, while the
@@ -288,12 +276,11 @@ void AccountTable<Kind>::reloadDetails(int site) {
         ask();
         return;
     }
-    services_.prompts.AskYesNo("What you typed here is not saved. Throw it away?", DefaultAnswer::no,
-                               [ask](bool yes) {
-                                   if (yes) {
-                                       ask();
-                                   }
-                               });
+    services_.prompts.AskYesNo("What you typed here is not saved. Throw it away?", [ask](bool yes) {
+        if (yes) {
+            ask();
+        }
+    });
 }
 
 template <typename Kind>
@@ -361,7 +348,7 @@ void AccountTable<Kind>::detailsReply(const ReplyServices& services, const Reply
         services.views.accountsChanged(reply.site, Kind::accounts, AccountChange::editor);
     };
     if (!isSuccess(reply)) {
-        tell(services, reply, reply.lastLine);
+        services.log.tell(reply.site, reply.lastLine);
         isOver(Details::refused, std::string(reply.lastLine));
         return;
     }
@@ -389,8 +376,7 @@ void AccountTable<Kind>::detailsReply(const ReplyServices& services, const Reply
 template <typename Kind>
 void AccountTable<Kind>::say(int site, const std::string& problem) const {
     services_.log.LogCommandResults(site, problem);
-    session(site).lastErrorLine = problem;
-    services_.views.lastErrorChanged(site);
+    services_.log.tell(site, problem);
 }
 
 template class AccountTable<UserKind>;

@@ -31,7 +31,7 @@ struct UserKind {
     static constexpr auto detailsCommand = &userFileCommand;
     static constexpr auto deleteCommand = &deleteUserCommand;
     static constexpr auto saveCommands = &saveUserCommands;
-    static std::string deleteQuestion(const clsUser& user, TextEncoding encoding);
+    static std::string deleteQuestion(const clsUser& user);
     static std::optional<std::string> saveQuestion(const clsUser& user, const UserForm& form) {
         return masterQuestion(user.sFlags, form.txtUserFlags);
     }
@@ -53,7 +53,7 @@ struct GroupKind {
     static constexpr auto tableCommand = &groupTableCommand;
     static constexpr auto detailsCommand = &groupFileCommand;
     static constexpr auto deleteCommand = &deleteGroupCommand;
-    static std::string deleteQuestion(const clsGroup& group, TextEncoding encoding);
+    static std::string deleteQuestion(const clsGroup& group);
     static std::optional<std::string> saveQuestion(const clsGroup& /*group*/, const GroupForm& /*form*/) {
         return std::nullopt;
     }
@@ -64,6 +64,15 @@ struct GroupKind {
     static Form form(const SiteSession& session, const clsGroup& group) {
         return InfoToForm(group, session.Users);
     }
+};
+
+// What a table works with. All are borrowed and must outlive it.
+struct AccountServices {
+    Sites& sites;
+    Outbox& outbox;
+    ConsoleLog& log;
+    Prompts& prompts;
+    Views& views;
 };
 
 // What an editor shows.
@@ -86,16 +95,7 @@ class AccountTable {
     using Record = typename Kind::Record;
     using Form = typename Kind::Form;
 
-    // All are borrowed and must outlive the table.
-    struct Services {
-        Sites& sites;
-        Outbox& outbox;
-        ConsoleLog& log;
-        Prompts& prompts;
-        Views& views;
-    };
-
-    explicit AccountTable(Services services) : services_(services) {}
+    explicit AccountTable(const AccountServices& services) : services_(services) {}
 
     void reload(int site);
     void sortBy(int site, int column); // header click, column from 0
@@ -148,7 +148,7 @@ class AccountTable {
     }
     void say(int site, const std::string& problem) const;
 
-    Services services_;
+    AccountServices services_;
 };
 
 extern template class AccountTable<UserKind>;

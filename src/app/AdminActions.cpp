@@ -8,36 +8,15 @@
 
 namespace corvel {
 
-namespace {
-
-std::string shown(const std::string& name, TextEncoding encoding) {
-    return visibleText(toUtf8(name, encoding));
-}
-
-} // namespace
-
-AdminActions::AdminActions(const AccountTable<UserKind>::Services& services)
-    : services_(services), users_(services),
-      groups_({services.sites, services.outbox, services.log, services.prompts, services.views}) {}
-
-void AdminActions::addMask(int site, const std::string& mask) {
-    changeMask(site, addMaskCommand, mask);
-}
-
-void AdminActions::deleteMask(int site, const std::string& mask) {
-    changeMask(site, deleteMaskCommand, mask);
-}
-
 void AdminActions::resetPassword(int site) {
     const clsUser* const user = users_.current(site);
     if (user == nullptr) {
         return;
     }
-    const TextEncoding encoding = at(services_.sites, site).session.encoding;
     UserForm form = users_.typedForm(site);
     UserForm asShown = form;
-    asShown.txtUserName = shown(form.txtUserName, encoding);
-    asShown.txtUserGroup = shown(user->sStdGroup, encoding);
+    asShown.txtUserName = visibleText(toUtf8(form.txtUserName));
+    asShown.txtUserGroup = visibleText(toUtf8(user->sStdGroup));
     const std::optional<PasswordPrompt> prompt = passwordPrompt(asShown);
     if (!prompt) {
         return;
@@ -49,7 +28,7 @@ void AdminActions::resetPassword(int site) {
                 return;
             }
             const TextEncoding now = at(services_.sites, site).session.encoding;
-            const std::string password = fromUtf8(*answer, now).value_or(*answer);
+            const std::string password = fromUtf8(*answer, now);
             const auto problem = users_.find(site, uid) == nullptr
                                      ? sayGone(site)
                                      : users_.change(site, uid, {passwordCommand(form, password)});
@@ -99,17 +78,9 @@ std::optional<std::string> AdminActions::copyUser(int site, const CopyUserForm& 
                : services_.outbox.start(site, {{copyUserCommand(form), userTableCommand()}});
 }
 
-std::optional<std::string> AdminActions::startSequence(int site, const CommandSequence& sequence) {
-    return services_.outbox.start(site, jobOf(sequence));
-}
-
 void AdminActions::startBatch(int site, const CommandSequence& batch) {
     services_.outbox.startOrTell(site, LogKind::commandResults, jobOf(batch),
                                  [this, site](const Receipt& /*receipt*/) { forgetDetails(site); });
-}
-
-std::string AdminActions::batchProgress(int site) const {
-    return services_.outbox.batchProgress(site);
 }
 
 void AdminActions::forgetDetails(int site) {
@@ -128,8 +99,7 @@ void AdminActions::changeMask(int site, Command (*make)(const clsUser&, std::str
     if (user == nullptr) {
         return;
     }
-    const TextEncoding encoding = at(services_.sites, site).session.encoding;
-    const Command command = make(*user, fromUtf8(mask, encoding).value_or(mask));
+    const Command command = make(*user, fromUtf8(mask, at(services_.sites, site).session.encoding));
     if (const auto problem = users_.change(site, user->iUID, {command})) {
         services_.prompts.Message(*problem);
     }

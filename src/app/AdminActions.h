@@ -15,7 +15,8 @@ namespace corvel {
 class AdminActions {
   public:
     // All are borrowed and must outlive the actions.
-    explicit AdminActions(const AccountTable<UserKind>::Services& services);
+    explicit AdminActions(const AccountServices& services)
+        : services_(services), users_(services), groups_(services) {}
 
     AccountTable<UserKind>& users() { return users_; }
     const AccountTable<UserKind>& users() const { return users_; }
@@ -23,8 +24,8 @@ class AdminActions {
     const AccountTable<GroupKind>& groups() const { return groups_; }
 
     // Adds a mask (UTF-8) to the current user, or takes it away.
-    void addMask(int site, const std::string& mask);
-    void deleteMask(int site, const std::string& mask);
+    void addMask(int site, const std::string& mask) { changeMask(site, addMaskCommand, mask); }
+    void deleteMask(int site, const std::string& mask) { changeMask(site, deleteMaskCommand, mask); }
     // Asks for a new password of the current user, and sets it.
     void resetPassword(int site);
     // Reads the current user again and then has the dialog of his groups opened: toggles work on what is so
@@ -36,23 +37,24 @@ class AdminActions {
     std::optional<std::string> changeUserGroups(int site, std::int16_t uid, const ChangeUserGroupsForm& form);
     std::optional<std::string> changeSections(int site, std::int16_t uid, const SectionsForm& form);
     std::optional<std::string> copyUser(int site, const CopyUserForm& form);
-    std::optional<std::string> startSequence(int site, const CommandSequence& sequence);
+    std::optional<std::string> startSequence(int site, const CommandSequence& sequence) {
+        return services_.outbox.start(site, jobOf(sequence));
+    }
     // The same for a batch, which no dialog started: a person is told why it cannot be sent. Behind its end
     // nothing is known of the records' details any more.
     void startBatch(int site, const CommandSequence& batch);
     // How far the site's batch has come, "41 of 300"; empty while none runs.
-    std::string batchProgress(int site) const;
+    std::string batchProgress(int site) const { return services_.outbox.batchProgress(site); }
 
-    // Forgets all details, of users and of groups.
+    // Both tables': forgets all details, and asks for those that are wanted by now.
     void forgetDetails(int site);
-    // To be called after everything that can have changed a table.
     void proceed(int site);
 
   private:
     std::optional<std::string> sayGone(int site);
     void changeMask(int site, Command (*make)(const clsUser&, std::string_view), const std::string& mask);
 
-    AccountTable<UserKind>::Services services_;
+    AccountServices services_;
     AccountTable<UserKind> users_;
     AccountTable<GroupKind> groups_;
 };

@@ -39,7 +39,7 @@ void BrowserActions::remove(int site, int row) {
     const SiteSession& session = at(sites_, site).session;
     const std::optional<Deletion> wanted = deletion(*entry, session.encoding);
     if (wanted && isUsable(site)) {
-        prompts_.AskYesNo(wanted->question, DefaultAnswer::no,
+        prompts_.AskYesNo(wanted->question,
                           [this, site, sCwd = session.sCwd, command = wanted->command](bool yes) {
                               if (yes && isIn(site, sCwd)) {
                                   sendOrTell(site, {command});
@@ -57,8 +57,7 @@ void BrowserActions::makeDirectory(int site) {
                      [this, site, sCwd](std::optional<std::string> answer) {
                          if (answer && isIn(site, sCwd)) {
                              const TextEncoding encoding = at(sites_, site).session.encoding;
-                             const std::string name = fromUtf8(*answer, encoding).value_or(*answer);
-                             sendOrTell(site, makeDirectoryCommands(name));
+                             sendOrTell(site, makeDirectoryCommands(fromUtf8(*answer, encoding)));
                          }
                      });
 }

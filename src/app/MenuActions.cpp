@@ -6,49 +6,48 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
+#include <utility>
 
 namespace corvel {
 
 namespace {
 
-BrowserMenuRow browserRow(const SiteSession& session, const BrowserEntry* entry) {
-    const auto text = [&session](std::string_view bytes) { return toUtf8(bytes, session.encoding); };
-    if (entry == nullptr) {
-        return {.pwd = text(session.sCwd)};
-    }
-    return {.pwd = text(session.sCwd),
-            .name = text(entry->name),
-            .user = text(entry->owner),
-            .group = text(entry->group)};
+// The variables of a menu for a row of its list: what the row reads, UTF-8; empty texts without one.
+MenuVariables browserVariables(const SiteSession& session, const BrowserEntry* entry) {
+    const auto text = [&](std::string_view BrowserEntry::*member) {
+        return entry == nullptr ? std::string() : toUtf8(entry->*member, session.encoding);
+    };
+    return {{"pwd", toUtf8(session.sCwd, session.encoding)},
+            {"name", text(&BrowserEntry::name)},
+            {"user", text(&BrowserEntry::owner)},
+            {"group", text(&BrowserEntry::group)}};
 }
 
-UserMenuRow userRow(const SiteSession& session, const clsUser* user) {
-    return user == nullptr ? UserMenuRow{}
-                           : UserMenuRow{.name = toUtf8(user->sName, session.encoding),
-                                         .uid = std::to_string(user->iUID),
-                                         .group = toUtf8(user->sStdGroup, session.encoding)};
+MenuVariables userVariables(const SiteSession& session, const clsUser* user) {
+    const std::string name = user == nullptr ? "" : toUtf8(user->sName, session.encoding);
+    return {{"name", name},
+            {"user", name},
+            {"uid", user == nullptr ? "" : std::to_string(user->iUID)},
+            {"group", user == nullptr ? "" : toUtf8(user->sStdGroup, session.encoding)}};
 }
 
-GroupMenuRow groupRow(const SiteSession& session, const clsGroup* group) {
-    return group == nullptr ? GroupMenuRow{}
-                            : GroupMenuRow{.name = toUtf8(group->sName, session.encoding),
-                                           .gid = std::to_string(group->iGID)};
+MenuVariables groupVariables(const SiteSession& session, const clsGroup* group) {
+    return {{"name", group == nullptr ? "" : toUtf8(group->sName, session.encoding)},
+            {"gid", group == nullptr ? "" : std::to_string(group->iGID)}};
 }
 
-ConnectionMenuRow connectionRow(const SiteSession& session) {
-    const auto index = static_cast<std::size_t>(session.activityRow);
-    if (session.activityRow < 0 || index >= session.activityRows.rows.size()) {
-        return {};
-    }
-    const ActivityRow& row = session.activityRows.rows[index];
-    const auto text = [&](ActivityCell cell) { return toUtf8(row.text(cell), session.encoding); };
-    return {.cid = std::string(trim(row.text(ActivityCell::cid))), // padded in the list
-            .user = text(ActivityCell::user),
-            .group = text(ActivityCell::group),
-            .ident = text(ActivityCell::ident),
-            .clientip = text(ActivityCell::ip),
-            .pwd = text(ActivityCell::pwd)};
+MenuVariables connectionVariables(const SiteSession& session) {
+    const std::vector<ActivityRow>& rows = session.activityRows.rows;
+    const auto row = static_cast<std::size_t>(session.activityRow);
+    const auto text = [&](ActivityCell cell) {
+        return row < rows.size() ? toUtf8(rows[row].text(cell), session.encoding) : std::string();
+    };
+    return {{"cid", std::string(trim(text(ActivityCell::cid)))},
+            {"user", text(ActivityCell::user)},
+            {"group", text(ActivityCell::group)},
+            {"ident", text(ActivityCell::ident)},
+            {"clientip", text(ActivityCell::ip)},
+            {"pwd", text(ActivityCell::pwd)}};
 }
 
 } // namespace
@@ -58,8 +57,6 @@ struct MenuActions::Executor {
     const Services& services;
     int site;
     std::string_view argument;
-
-    void nothing() const {}
 
     void exec() const {
         const std::string_view target = execTarget(argument);
@@ -74,7 +71,8 @@ struct MenuActions::Executor {
     void copy() const { services.shell.setClipboardText(std::string(argument)); }
 
     void kill() const {
-        if (const ProcessId id = services.shell.FindProcessByPath(killPattern(argument)); id != 0) {
+        const std::string pattern = foldCase(trim(argument));
+        if (const ProcessId id = services.shell.FindProcessByPath(pattern); id != 0) {
             services.shell.KillProcess(id);
         }
     }
@@ -82,7 +80,7 @@ struct MenuActions::Executor {
     void ftp() const {
         if (site > 0) {
             const TextEncoding encoding = at(services.sites, site).session.encoding;
-            const std::string line = fromUtf8(argument, encoding).value_or(std::string(argument));
+            const std::string line = fromUtf8(argument, encoding);
             // Nobody knows what the command changes: what is known of the accounts may be wrong behind it.
             services.outbox.startOrTell(site, LogKind::commandResults,
                                         {{{.sCommand = line, .bQuiet = false, .iHandler = handler::menuFtp}}},
@@ -118,27 +116,22 @@ struct MenuActions::Executor {
     }
 };
 
-std::vector<MenuItem> MenuActions::ShowCustomMenu(int site, int kind) const {
-    const std::optional<MenuKind> menu = menuKind(kind);
-    return menu ? expandMenu(menuEntries(services_.settings, *menu), variables(site, *menu))
-                : std::vector<MenuItem>();
-}
-
-MenuVariables MenuActions::variables(int site, MenuKind kind) const {
-    const SiteSession& session = at(services_.sites, site).session;
+std::vector<MenuItem> MenuActions::ShowCustomMenu(int site, MenuKind kind) const {
+    const auto& [sites, settings, browser, admin, outbox, prompts, views, shell] = services_;
+    const SiteSession& session = at(sites, site).session;
     switch (kind) {
     case MenuKind::tray:
         break;
     case MenuKind::browser:
-        return menuVariables(browserRow(session, services_.browser.selectedEntry(site)));
+        return expandMenu(settings.menu_browser, browserVariables(session, browser.selectedEntry(site)));
     case MenuKind::userList:
-        return menuVariables(userRow(session, services_.admin.users().current(site)));
+        return expandMenu(settings.menu_userlist, userVariables(session, admin.users().current(site)));
     case MenuKind::groupList:
-        return menuVariables(groupRow(session, services_.admin.groups().current(site)));
+        return expandMenu(settings.menu_grouplist, groupVariables(session, admin.groups().current(site)));
     case MenuKind::activity:
-        return menuVariables(connectionRow(session));
+        return expandMenu(settings.menu_activity, connectionVariables(session));
     }
-    return {};
+    return expandMenu(settings.menu_tray, {});
 }
 
 std::optional<std::string> MenuActions::directoryOf(int site, MenuKind kind) const {
@@ -154,8 +147,7 @@ void MenuActions::ExecuteMenuCommand(int site, std::string_view line, std::optio
     }
     const std::string question = menuQuestion(command.argument);
     services_.prompts.AskYesNo(
-        question, DefaultAnswer::no,
-        [this, site, command = std::move(command), directory = std::move(directory)](bool yes) {
+        question, [this, site, command = std::move(command), directory = std::move(directory)](bool yes) {
             if (yes) {
                 execute(site, command, directory);
             }
@@ -166,25 +158,26 @@ void MenuActions::execute(int site, const MenuCommand& command, const std::optio
     if (directory && !services_.browser.isIn(site, *directory)) {
         return;
     }
-    struct Row {
-        MenuAction action;
+    struct Action {
+        std::string_view word;
         void (Executor::*run)() const;
     };
-    static constexpr std::array<Row, 11> table = {{
-        {MenuAction::nothing, &Executor::nothing},
-        {MenuAction::null, &Executor::nothing},
-        {MenuAction::exec, &Executor::exec},
-        {MenuAction::exit, &Executor::exit},
-        {MenuAction::chmod, &Executor::open<Dialog::chmod>},
-        {MenuAction::nuke, &Executor::open<Dialog::nuke>},
-        {MenuAction::copyUser, &Executor::open<Dialog::copyUser>},
-        {MenuAction::chattr, &Executor::chattr},
-        {MenuAction::ftp, &Executor::ftp},
-        {MenuAction::copy, &Executor::copy},
-        {MenuAction::kill, &Executor::kill},
+    static constexpr std::array<Action, 9> actions = {{
+        // and "null", which does nothing
+        {"exec", &Executor::exec},
+        {"exit", &Executor::exit},
+        {"chmod", &Executor::open<Dialog::chmod>},
+        {"nuke", &Executor::open<Dialog::nuke>},
+        {"copyuser", &Executor::open<Dialog::copyUser>},
+        {"chattr", &Executor::chattr},
+        {"ftp", &Executor::ftp},
+        {"copy", &Executor::copy},
+        {"kill", &Executor::kill},
     }};
-    const Executor executor{services_, site, command.argument};
-    (executor.*std::ranges::find(table, command.action, &Row::action)->run)();
+    const auto* const action = std::ranges::find(actions, command.action, &Action::word);
+    if (action != actions.end()) {
+        (Executor{services_, site, command.argument}.*action->run)();
+    }
 }
 
 } // namespace corvel

@@ -34,9 +34,9 @@ class MenuActions {
 
     explicit MenuActions(Services services) : services_(services) {}
 
-    // The entries of the menu of that kind, 1 to 5 as in MenuKind, made for the selected row of its list.
-    // None for any other number, nor where settings.ini has none.
-    std::vector<MenuItem> ShowCustomMenu(int site, int kind) const;
+    // The entries of the menu of that kind, made for the selected row of its list: as many as settings.ini
+    // has lines for it.
+    std::vector<MenuItem> ShowCustomMenu(int site, MenuKind kind) const;
 
     // The directory of the row for which the entries of that kind are made, in the server's bytes; nothing
     // where they are of no row of the browser.
@@ -50,7 +50,6 @@ class MenuActions {
   private:
     struct Executor;
 
-    MenuVariables variables(int site, MenuKind kind) const;
     void execute(int site, const MenuCommand& command, const std::optional<std::string>& directory);
 
     Services services_;

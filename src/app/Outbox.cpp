@@ -76,8 +76,7 @@ bool Outbox::startOrTell(int site, LogKind log, Job job, Ended ended) {
     const std::optional<std::string> problem = start(site, std::move(job), std::move(ended));
     if (problem) {
         log_.Log(site, log, *problem);
-        at(sites_, site).session.lastErrorLine = *problem;
-        views_.lastErrorChanged(site);
+        log_.tell(site, *problem);
     }
     return !problem;
 }

@@ -57,8 +57,8 @@ class Outbox {
     using Ended = std::function<void(const Receipt&)>;
 
     // All are borrowed and must outlive the outbox.
-    Outbox(Sites& sites, CommandChannel& channel, ConsoleLog& log, Views& views)
-        : sites_(sites), channel_(channel), log_(log), views_(views) {}
+    Outbox(Sites& sites, CommandChannel& channel, ConsoleLog& log)
+        : sites_(sites), channel_(channel), log_(log) {}
 
     // Takes a job on: nothing, or why it cannot go out, as a message; then it is forgotten. Commands without
     // a text count for nothing. ended is called once, from a turn of the event loop.
@@ -112,7 +112,6 @@ class Outbox {
     Sites& sites_;
     CommandChannel& channel_;
     ConsoleLog& log_;
-    Views& views_;
     std::map<int, Box> boxes_;
     bool isInEvent_ = false;
 };

@@ -57,7 +57,7 @@ bool SitesKeeper::ask(const FileContent& now, const std::string& text) {
             ".\r\n\r\nWrite the sites of this window into sites.ini? The other text is kept beside it."
             "\r\n\r\nWith \"No\", sites.ini stays as it is, and the sites of this window are kept in\r\n" +
             kept.path,
-        DefaultAnswer::no, [this, kept, stamp](bool writesMine) {
+        [this, kept, stamp](bool writesMine) {
             if (writesMine) {
                 told(putInPlace(kept.path, path_, stamp));
             }

@@ -1,8 +1,7 @@
 #include "app/WindowPlacement.h"
 
-#include "common/Numbers.h"
-
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -84,7 +83,7 @@ SplitterLayout splitterWithin(SplitterLayout layout, int barWidth, int windowWid
 }
 
 SplitterLayout splitterPressed(SplitterLayout layout, double x) {
-    layout.dragOffset = static_cast<int>(roundHalfToEven(x));
+    layout.dragOffset = static_cast<int>(std::nearbyint(x));
     return layout;
 }
 
@@ -92,7 +91,7 @@ SplitterLayout splitterMoved(SplitterLayout layout, double x, int barWidth, int 
     if (layout.dragOffset <= 0) {
         return layout;
     }
-    const int wanted = static_cast<int>(roundHalfToEven(layout.barLeft + (x - layout.dragOffset)));
+    const int wanted = static_cast<int>(std::nearbyint(layout.barLeft + (x - layout.dragOffset)));
     const int position = std::min(wanted, windowWidth / 2);
     if (position < 0) {
         return layout;

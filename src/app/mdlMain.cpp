@@ -13,7 +13,7 @@ mdlMain::mdlMain(Ports ports, std::string directory)
       sitesKeeper_(ports_.prompts, ports_.lock, ports_.clock, BuildAppPath("sites.ini", "*", directory_)),
       sites_(1), log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
       channel_(sites_, connection_, log_, ports_.views, settings_, replyHandlers()),
-      outbox_(sites_, channel_, log_, ports_.views), browser_(sites_, outbox_, ports_.prompts, ports_.views),
+      outbox_(sites_, channel_, log_), browser_(sites_, outbox_, ports_.prompts, ports_.views),
       admin_({sites_, outbox_, log_, ports_.prompts, ports_.views}), menus_({.sites = sites_,
                                                                              .settings = settings_,
                                                                              .browser = browser_,
@@ -96,7 +96,7 @@ std::optional<std::string> mdlMain::changeSite(int site, const SiteForm& form) {
 }
 
 void mdlMain::wSock_Connect(int site) {
-    outbox_.during(site, [&] { connection_.connected(site); });
+    outbox_.during(site, [&] { log_.LogConsole(site, "wSock_Connect()"); });
 }
 
 void mdlMain::wSock_DataArrival(int site, std::string_view bytes) {
@@ -107,11 +107,18 @@ void mdlMain::wSock_DataArrival(int site, std::string_view bytes) {
 }
 
 void mdlMain::wSock_Close(int site) {
-    outbox_.during(site, [&] { connection_.closedByPeer(site); });
+    outbox_.during(site, [&] {
+        log_.LogConsole(site, "wSock_Close()");
+        connection_.ResetSession(site);
+    });
 }
 
 void mdlMain::wSock_Error(int site, std::string_view description, int number) {
-    outbox_.during(site, [&] { connection_.failed(site, description, number); });
+    outbox_.during(site, [&] {
+        log_.LogConsole(site,
+                        "wSock_Error() -> " + std::string(description) + " (" + std::to_string(number) + ")");
+        connection_.ResetSession(site);
+    });
 }
 
 void mdlMain::tmrNoop_Timer(int site) {

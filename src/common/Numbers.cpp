@@ -36,6 +36,19 @@ std::string_view numberPart(std::string_view text) {
     return text.substr(start, end - start);
 }
 
+long double exactNumber(std::string_view text) {
+    const std::string_view part = numberPart(text);
+    long double number = 0;
+    const auto result =
+        std::from_chars(part.data(), part.data() + part.size(), number, std::chars_format::fixed);
+    const std::string_view whole = part.substr(0, part.find('.'));
+    if (result.ec == std::errc::result_out_of_range && whole.find_first_of("123456789") != whole.npos) {
+        number = std::numeric_limits<long double>::infinity(); // too large rather than too small
+        return whole.front() == '-' ? -number : number;
+    }
+    return number;
+}
+
 template <typename Integer>
 std::optional<Integer> tryInteger(std::string_view text) {
     Integer plain = 0;
@@ -43,50 +56,36 @@ std::optional<Integer> tryInteger(std::string_view text) {
     if (result.ec == std::errc() && result.ptr == text.data() + text.size()) {
         return plain;
     }
-    const double number = roundHalfToEven(leadingNumber(text));
+    const double number = std::nearbyint(leadingNumber(text));
     if (number < std::numeric_limits<Integer>::min() || number > std::numeric_limits<Integer>::max()) {
         return std::nullopt;
     }
     return static_cast<Integer>(number);
 }
 
-// digits, a decimal number of any length, becomes digits * factor + summand.
-void multiplyAdd(std::string& digits, std::uint32_t factor, std::uint32_t summand) {
-    std::uint64_t carry = summand;
-    for (std::size_t place = digits.size(); place-- > 0;) {
-        carry += static_cast<std::uint64_t>(digits[place] - '0') * factor;
-        digits[place] = static_cast<char>('0' + carry % 10);
-        carry /= 10;
-    }
-    if (carry != 0) {
-        digits.insert(0, std::to_string(carry));
-    }
+template <typename Integer>
+Integer orThrow(std::optional<Integer> number, std::string_view text, std::string_view expected) {
+    return number ? *number : throw ConversionError(text, expected);
 }
 
-// Whether a number that ends in whole's digits and goes on with fraction's is rounded up, halves to even.
-bool roundsUp(std::string_view whole, std::string_view fraction) {
-    if (fraction.empty() || fraction.front() != '5') {
-        return !fraction.empty() && fraction.front() > '5';
+// number as numberText writes it.
+template <typename Number>
+std::string decimalText(Number number, int decimals) {
+    std::array<char, 330> buffer;
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                                      std::chars_format::fixed, decimals);
+    std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
+    if (decimals > 0) {
+        text = text.substr(0, text.find_last_not_of('0') + 1);
+        text = text.substr(0, text.find_last_not_of('.') + 1);
     }
-    const bool isHalf = fraction.find_first_not_of('0', 1) == std::string_view::npos;
-    return !isHalf || (!whole.empty() && (whole.back() - '0') % 2 == 1);
+    return text == "-0" ? "0" : std::string(text);
 }
 
 } // namespace
 
 double leadingNumber(std::string_view text) {
-    const std::string_view part = numberPart(text);
-    double number = 0;
-    const auto result =
-        std::from_chars(part.data(), part.data() + part.size(), number, std::chars_format::fixed);
-    if (result.ec == std::errc::result_out_of_range) {
-        if (part.substr(0, part.find('.')).find_first_of("123456789") == std::string_view::npos) {
-            return 0; // too small for a double rather than too large
-        }
-        return part.front() == '-' ? -std::numeric_limits<double>::infinity()
-                                   : std::numeric_limits<double>::infinity();
-    }
-    return number;
+    return static_cast<double>(exactNumber(text));
 }
 
 bool hasLeadingNumber(std::string_view text) {
@@ -106,25 +105,12 @@ double toNumber(std::string_view text) {
     return leadingNumber(text);
 }
 
-double roundHalfToEven(double number) {
-    const double lower = std::floor(number);
-    const double rest = number - lower;
-    if (rest == 0.5) {
-        return std::fmod(lower, 2.0) == 0.0 ? lower : lower + 1;
-    }
-    return rest < 0.5 ? lower : lower + 1;
-}
-
 std::optional<std::int16_t> tryInt16(std::string_view text) {
     return tryInteger<std::int16_t>(text);
 }
 
 std::int16_t toInt16(std::string_view text) {
-    const std::optional<std::int16_t> number = tryInt16(text);
-    if (!number) {
-        throw ConversionError(text, "16-bit number");
-    }
-    return *number;
+    return orThrow(tryInt16(text), text, "16-bit number");
 }
 
 std::optional<std::int32_t> tryInt32(std::string_view text) {
@@ -132,25 +118,16 @@ std::optional<std::int32_t> tryInt32(std::string_view text) {
 }
 
 std::int32_t toInt32(std::string_view text) {
-    const std::optional<std::int32_t> number = tryInt32(text);
-    if (!number) {
-        throw ConversionError(text, "32-bit number");
-    }
-    return *number;
+    return orThrow(tryInt32(text), text, "32-bit number");
 }
 
 std::int64_t toCurrency(std::string_view text) {
-    const std::string digits = wholeNumberText(text, 10000);
-    std::int64_t amount = 0;
-    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), amount);
-    if (!isNumber(text) || result.ec != std::errc()) {
+    constexpr long double limit = 9223372036854775808.0L; // 2 to the power of 63
+    const long double amount = std::nearbyint(exactNumber(text) * 10000);
+    if (!isNumber(text) || amount < -limit || amount >= limit) {
         throw ConversionError(text, "amount");
     }
-    return amount;
-}
-
-bool toSwitch(std::string_view text) {
-    return leadingNumber(text) != 0;
+    return static_cast<std::int64_t>(amount);
 }
 
 bool toBoolean(std::string_view text) {
@@ -158,47 +135,16 @@ bool toBoolean(std::string_view text) {
     if (word == "true" || word == "false") {
         return word == "true";
     }
-    if (!isNumber(word)) {
-        throw ConversionError(text, "switch");
-    }
-    return leadingNumber(word) != 0;
+    return isNumber(word) ? leadingNumber(word) != 0 : throw ConversionError(text, "switch");
 }
 
 std::string numberText(double number, int decimals) {
-    std::array<char, 330> buffer;
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                                      std::chars_format::fixed, decimals);
-    std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
-    if (decimals > 0) {
-        text = text.substr(0, text.find_last_not_of('0') + 1);
-        text = text.substr(0, text.find_last_not_of('.') + 1);
-    }
-    return text == "-0" ? "0" : std::string(text);
-}
-
-std::string wholeNumberText(double number) {
-    return numberText(number, 0);
+    return decimalText(number, decimals);
 }
 
 std::string wholeNumberText(std::string_view text, std::uint32_t factor) {
-    std::string_view number = numberPart(text);
-    const bool isNegative = number.starts_with('-');
-    number.remove_prefix(isNegative ? 1 : 0);
-    const std::size_t point = std::min(number.find('.'), number.size());
-    std::string digits(number.substr(0, point));
-    digits += number.substr(std::min(point + 1, number.size()));
-    const std::size_t decimals = digits.size() - point;
-    multiplyAdd(digits, factor, 0);
-
-    std::string whole = digits.substr(0, digits.size() - decimals);
-    if (roundsUp(whole, std::string_view(digits).substr(whole.size()))) {
-        multiplyAdd(whole, 1, 1);
-    }
-    whole.erase(0, std::min(whole.find_first_not_of('0'), whole.size()));
-    if (whole.empty()) {
-        return "0";
-    }
-    return isNegative ? "-" + whole : whole;
+    constexpr long double longest = std::numeric_limits<double>::max();
+    return decimalText(std::clamp(exactNumber(text) * factor, -longest, longest), 0);
 }
 
 std::string groupThousands(std::string_view digits, std::string_view separator) {

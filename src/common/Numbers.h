@@ -25,9 +25,6 @@ bool isNumber(std::string_view text);
 // The number that text spells, the whole of it as isNumber asks. Throws ConversionError for any other text.
 double toNumber(std::string_view text);
 
-// number rounded to the nearest whole number, halves to even.
-double roundHalfToEven(double number);
-
 // The lenient number at the start of text, rounded halves to even.
 // Throws ConversionError when it lies outside the 16-bit (32-bit) range.
 std::int16_t toInt16(std::string_view text);
@@ -42,9 +39,6 @@ std::optional<std::int32_t> tryInt32(std::string_view text);
 // and where the amount lies outside the 64-bit range.
 std::int64_t toCurrency(std::string_view text);
 
-// A switch as settings.ini writes it: on when the lenient number is not 0.
-bool toSwitch(std::string_view text);
-
 // A text as the platform's text-to-boolean rule reads it: "True" and "False" in any case, or a number of
 // which 0 is false and every other true. Throws ConversionError for anything else, the empty text included.
 bool toBoolean(std::string_view text);
@@ -53,12 +47,8 @@ bool toBoolean(std::string_view text);
 // even: no zeros stand at the end of a fraction, and none alone. number: finite; decimals: 0 to 9.
 std::string numberText(double number, int decimals);
 
-// A whole number in plain decimal text: no grouping, no exponent, no fraction, at any size that a double
-// holds exactly.
-std::string wholeNumberText(double number);
-
-// The lenient number at the start of text, times factor, then rounded halves to even: exact at any size,
-// in plain decimal text. "0100" is "100", "1.5" times 1024 is "1536", "abc" is "0".
+// The lenient number at the start of text, times factor, rounded halves to even, in plain decimal text: exact
+// up to 19 digits, and no more than 309 of them. "0100" is "100", "1.5" times 1024 is "1536", "abc" is "0".
 std::string wholeNumberText(std::string_view text, std::uint32_t factor = 1);
 
 // digits (decimal digits alone) with leading zeros dropped and separator between the groups of three, as

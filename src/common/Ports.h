@@ -59,9 +59,6 @@ class MemoryStore : public StateStore {
     std::map<std::string, std::string, std::less<>> values_;
 };
 
-// Which button of a question answers the Enter key.
-enum class DefaultAnswer { yes, no };
-
 // What the program asks a person. Every call returns at once: the window shows a modal box and goes on with
 // its events, and the answer comes later, on the user-interface thread. All texts are UTF-8; line breaks
 // in them are CR LF.
@@ -72,9 +69,8 @@ class Prompts {
     // A message with one OK button.
     virtual void Message(const std::string& text) = 0;
 
-    // A yes/no question; answer is called once, with true for yes. Closing the box is a no.
-    virtual void AskYesNo(const std::string& question, DefaultAnswer defaultAnswer,
-                          std::function<void(bool)> answer) = 0;
+    // A yes/no question; answer is called once, with true for yes. Closing the box is a no, and so is Enter.
+    virtual void AskYesNo(const std::string& question, std::function<void(bool)> answer) = 0;
 
     // An input box; answer is called once, with nothing when the person cancels.
     virtual void AskText(const std::string& title, const std::string& prompt,

@@ -5,6 +5,7 @@
 #include "common/TextEncoding.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace corvel {
@@ -29,7 +30,7 @@ std::string_view leftPart(std::string_view text, std::size_t count) {
 
 std::string megabytes(std::string_view kilobytes) {
     constexpr double largest = std::numeric_limits<double>::max();
-    return wholeNumberText(std::clamp(leadingNumber(kilobytes), -largest, largest) / 1024);
+    return numberText(std::clamp(leadingNumber(kilobytes), -largest, largest) / 1024, 0);
 }
 
 void appendRepeated(std::string& text, std::string_view character, std::size_t count) {
@@ -65,7 +66,7 @@ std::string expandPlaceholder(std::string_view inner, const MenuVariables& varia
     const FieldAlign align = pieces[2] == "R"   ? FieldAlign::right
                              : pieces[2] == "C" ? FieldAlign::centre
                                                 : FieldAlign::left;
-    return FormatField(valueOf(pieces[0], variables), static_cast<std::size_t>(roundHalfToEven(width)), align,
+    return FormatField(valueOf(pieces[0], variables), static_cast<std::size_t>(std::nearbyint(width)), align,
                        pieces[3], pieces[4] == "1");
 }
 
@@ -110,11 +111,6 @@ std::string FormatField(std::string_view value, std::size_t width, FieldAlign al
     result += shown;
     appendRepeated(result, character, width - length - before);
     return result;
-}
-
-std::string JoinWords(std::span<const std::string_view> words, std::size_t first) {
-    const auto rest = words.subspan(std::min(first, words.size()));
-    return join({rest.begin(), rest.end()}, " ");
 }
 
 } // namespace corvel

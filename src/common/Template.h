@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,8 +31,5 @@ std::string ExpandTemplate(std::string_view text, const MenuVariables& variables
 // rounded to even, padded with blanks. Characters are code points where the text is UTF-8, else bytes.
 std::string FormatField(std::string_view value, std::size_t width, FieldAlign align, std::string_view fill,
                         bool cut);
-
-// The words from index first to the last, with single blanks between them.
-std::string JoinWords(std::span<const std::string_view> words, std::size_t first);
 
 } // namespace corvel

@@ -162,17 +162,17 @@ std::string toUtf8(std::string_view bytes, TextEncoding encoding) {
     return text;
 }
 
-std::optional<std::string> fromUtf8(std::string_view text, TextEncoding encoding) {
+std::string fromUtf8(std::string_view text, TextEncoding encoding) {
     if (encoding == TextEncoding::utf8) {
         return std::string(text);
     }
     std::string bytes;
-    while (!text.empty()) {
-        const Decoded decoded = decodeOne(text);
+    for (std::string_view rest = text; !rest.empty();) {
+        const Decoded decoded = decodeOne(rest);
         if (decoded.length == 0) {
-            return std::nullopt;
+            return std::string(text);
         }
-        text.remove_prefix(decoded.length);
+        rest.remove_prefix(decoded.length);
         const auto* high = std::ranges::find(highControls, decoded.codePoint);
         if (high != highControls.end()) {
             bytes += static_cast<char>(firstHigh + static_cast<std::uint32_t>(high - highControls.begin()));
@@ -180,7 +180,7 @@ std::optional<std::string> fromUtf8(std::string_view text, TextEncoding encoding
                    (decoded.codePoint > lastHigh && decoded.codePoint <= 0xFF)) {
             bytes += static_cast<char>(decoded.codePoint);
         } else {
-            return std::nullopt;
+            return std::string(text);
         }
     }
     return bytes;

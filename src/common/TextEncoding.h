@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,8 +21,8 @@ bool isValidUtf8(std::string_view bytes);
 // fromUtf8 gives back exactly these bytes.
 std::string toUtf8(std::string_view bytes, TextEncoding encoding = TextEncoding::utf8);
 
-// The inverse: text (valid UTF-8) in the given encoding, or nothing when a character has no place in it.
-std::optional<std::string> fromUtf8(std::string_view text, TextEncoding encoding);
+// The inverse: text (valid UTF-8) in the given encoding; unchanged where a character has no place in it.
+std::string fromUtf8(std::string_view text, TextEncoding encoding);
 
 // What a connection has shown so far, word by word, of how its server writes text beyond ASCII.
 class SeenTexts {

@@ -90,10 +90,6 @@ std::vector<std::string> linesOf(std::string_view bytes) {
     return lines;
 }
 
-std::vector<std::string> ReadAllLines(std::string_view path) {
-    return linesOf(readFile(path).bytes);
-}
-
 std::optional<EntryLine> parseEntryLine(std::string_view line, Comments comments) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (line.starts_with(byteOrderMark)) {

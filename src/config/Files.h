@@ -51,9 +51,6 @@ FileContent readFile(std::string_view path);
 // bytes cut into lines, without the line ends (CR LF or LF): N lines give N elements, no line one empty one.
 std::vector<std::string> linesOf(std::string_view bytes);
 
-// The lines of a text file, in its bytes. A missing, an empty and an unreadable file give one empty line.
-std::vector<std::string> ReadAllLines(std::string_view path);
-
 // One line "key = value" of a configuration file.
 struct EntryLine {
     std::string key;   // lower-case, without blanks around it

@@ -27,7 +27,7 @@ void readText(Settings& settings, std::string_view value) {
 
 template <auto member>
 void readSwitch(Settings& settings, std::string_view value) {
-    settings.*member = toSwitch(value);
+    settings.*member = leadingNumber(value) != 0;
 }
 
 // A value without a separator defines nothing; a further separator belongs to the command.

@@ -4,6 +4,7 @@
 #include "common/Numbers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <numeric>
 #include <optional>
@@ -107,7 +108,7 @@ std::string placeText(const WindowState& state, const Place& place) {
 
 // text, the whole of it a number, as a whole number from lowest to highest. Throws ConversionError otherwise.
 std::int32_t numberWithin(std::string_view text, std::int32_t lowest, std::int32_t highest) {
-    const double value = roundHalfToEven(toNumber(text));
+    const double value = std::nearbyint(toNumber(text));
     if (value < lowest || value > highest) {
         throw ConversionError(text, "value for this key");
     }

@@ -195,8 +195,7 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
     session.isGreeted = true;
     session.answers.push_back({.command = session.current, .code = code, .lastLine = std::string(last)});
     if (code >= 400) {
-        session.lastErrorLine = last;
-        services_.views.lastErrorChanged(site);
+        services_.log.tell(site, last);
     }
     if (!session.bLoggedIn) {
         logIn(site, code);

@@ -87,8 +87,7 @@ void Connection::Connect(int site) {
     session.telnet = {};
     session.seenTexts = {};
     session.encoding = TextEncoding::utf8;
-    session.lastErrorLine.clear();
-    views_.lastErrorChanged(site);
+    log_.tell(site, {});
     target.wSock->Connect(host, port);
 }
 
@@ -116,21 +115,6 @@ void Connection::ResetSession(int site) {
     session.browser.since = RemoteList::Since::connectionEnded;
     views_.sessionReset(site);
     views_.listingChanged(site);
-}
-
-void Connection::connected(int site) {
-    log_.LogConsole(site, "wSock_Connect()");
-}
-
-void Connection::closedByPeer(int site) {
-    log_.LogConsole(site, "wSock_Close()");
-    ResetSession(site);
-}
-
-void Connection::failed(int site, std::string_view description, int number) {
-    log_.LogConsole(site,
-                    "wSock_Error() -> " + std::string(description) + " (" + std::to_string(number) + ")");
-    ResetSession(site);
 }
 
 } // namespace corvel

@@ -26,6 +26,8 @@ class ConsoleLog {
     }
     void LogBrowserReply(int site, std::string_view message) { Log(site, LogKind::browserReply, message); }
     void Log(int site, LogKind log, std::string_view message);
+    // Makes line what the status bar says: what the server, or the program itself, refused last.
+    void tell(int site, std::string_view line);
 
   private:
     Sites& sites_;
@@ -40,6 +42,11 @@ inline void ConsoleLog::Log(int site, LogKind log, std::string_view message) {
                                                      : session.browserReplyLog;
     text.append(message, clock_.timeOfDay());
     views_.logChanged(site, log);
+}
+
+inline void ConsoleLog::tell(int site, std::string_view line) {
+    at(sites_, site).session.lastErrorLine = line;
+    views_.lastErrorChanged(site);
 }
 
 // What a person reads about the state of a socket, such as "Connected (10.0.0.5:21)". The host of state 6 is
@@ -71,11 +78,6 @@ class Connection {
     // Ends the connection and brings the session back to its start, but for the command last sent, the
     // batch lines and the console's held-back line, which are kept.
     void ResetSession(int site);
-
-    // The socket's own news.
-    void connected(int site);
-    void closedByPeer(int site);
-    void failed(int site, std::string_view description, int number);
 
   private:
     Sites& sites_;

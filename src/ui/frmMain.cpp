@@ -57,9 +57,8 @@ QWidget* newTabFor() {
 
 template <typename Panel>
 void opensMenu(Panel& panel, CustomMenus& menus, MenuKind kind) {
-    QObject::connect(&panel, &Panel::menuRequested, &menus, [&menus, kind](const QPoint& position) {
-        menus.ShowCustomMenu(static_cast<int>(kind), position);
-    });
+    QObject::connect(&panel, &Panel::menuRequested, &menus,
+                     [&menus, kind](const QPoint& position) { menus.ShowCustomMenu(kind, position); });
 }
 
 // A page that fills its place with content, and scrolls it where the place is smaller than content can be.

@@ -87,7 +87,7 @@ void frmMain::createTray() {
     shownStatus_.reset();
     if (program_.settings().show_trayicon) {
         connect(&tray_, &mdlTrayIcon::clicked, this, [this] { bringToFront(*this); });
-        tray_.setMenu(customMenus_.prepare(static_cast<int>(MenuKind::tray)));
+        tray_.setMenu(customMenus_.prepare(MenuKind::tray));
         tray_.TrayAdd(images_.image("tray-idle"), QStringLiteral("Corvel"));
     }
     if (program_.settings().minimize_to_tray) {

@@ -19,9 +19,7 @@ QString textOf(std::string_view bytes, TextEncoding encoding) {
 }
 
 std::string bytesOf(const QString& text, TextEncoding encoding) {
-    std::string utf8 = toCore(text);
-    std::optional<std::string> bytes = fromUtf8(utf8, encoding);
-    return bytes ? *std::move(bytes) : utf8;
+    return fromUtf8(toCore(text), encoding);
 }
 
 QString displayTextOf(std::string_view bytes, TextEncoding encoding) {

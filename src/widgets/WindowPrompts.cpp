@@ -57,11 +57,10 @@ void WindowPrompts::Message(const std::string& text) {
     ask([text](QWidget* parent) { return newMessageBox(parent, boxText(text), QMessageBox::Ok); });
 }
 
-void WindowPrompts::AskYesNo(const std::string& question, DefaultAnswer defaultAnswer,
-                             std::function<void(bool)> answer) {
-    ask([this, question, defaultAnswer, answer = std::move(answer)](QWidget* parent) {
+void WindowPrompts::AskYesNo(const std::string& question, std::function<void(bool)> answer) {
+    ask([this, question, answer = std::move(answer)](QWidget* parent) {
         QMessageBox* box = newMessageBox(parent, boxText(question), QMessageBox::Yes | QMessageBox::No);
-        box->setDefaultButton(defaultAnswer == DefaultAnswer::yes ? QMessageBox::Yes : QMessageBox::No);
+        box->setDefaultButton(QMessageBox::No);
         box->setEscapeButton(QMessageBox::No);
         QObject::connect(box, &QDialog::finished, &lifetime_,
                          [answer](int result) { answer(result == QMessageBox::Yes); });

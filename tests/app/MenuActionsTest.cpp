@@ -18,10 +18,11 @@ const std::string listing = "211-status of /pub:\r\n"
                             "-rw-r--r-- 1 bob staff 17 Jan 5 12:00 a & \"b\"; `c` | %(pwd) 100%\r\n"
                             "-rw-r--r-- 1 bob staff 17 Jan 5 12:00 two\nlines\r\n"
                             "211 End of Status\r\n";
-const std::string menus = "menu_tray = %(name) | null\n"
+const std::string menus = "menu_tray = x | %(name)\n"
                           "menu_browser = \xC3\xA4 %(name) | ftp site wipe %(name)\n"
-                          "menu_userlist = %(name) | null\n"
-                          "menu_grouplist = %(gid) | null\n";
+                          "menu_userlist = x | %(name),%(user),%(uid),%(group)\n"
+                          "menu_grouplist = x | %(name),%(gid)\n"
+                          "menu_activity = x | %(cid) %(ident)@%(clientip) %(pwd)\n";
 
 // Rows as they are shown.
 constexpr int parentRow = 0;
@@ -41,7 +42,10 @@ struct Choosing : LoggedIn {
     // What the first entry of the browser's menu says for a row.
     MenuItem itemFor(int row) {
         main.browser().selectRow(1, row);
-        return main.menus().ShowCustomMenu(1, 2).front();
+        return main.menus().ShowCustomMenu(1, MenuKind::browser).front();
+    }
+    std::string first(MenuKind kind, int site = 1) {
+        return main.menus().ShowCustomMenu(site, kind).front().command;
     }
     Texts run(const std::string& line, int site = 1) {
         main.menus().ExecuteMenuCommand(site, line);
@@ -54,27 +58,31 @@ TEST(MenuActions, MenusAreMadeForTheSelectedRow) {
     EXPECT_EQ(program.itemFor(-1), (MenuItem{"\xC3\xA4 ", "ftp site wipe "}));
     EXPECT_EQ(program.itemFor(linkRow).command, "ftp site wipe lnk -> /site/");
     EXPECT_EQ(program.itemFor(directoryRow).caption, "\xC3\xA4 gr\xC3\xB6\xC3\x9F\x65");
-    EXPECT_EQ(program.main.menus().ShowCustomMenu(1, 1), (std::vector<MenuItem>{{"%(name)", "null"}}));
-    EXPECT_EQ(program.main.menus().ShowCustomMenu(0, 2),
-              (std::vector<MenuItem>{{"\xC3\xA4 ", "ftp site wipe "}}));
-    for (const int kind : {-1, 0, 5, 6}) {
-        EXPECT_EQ(program.main.menus().ShowCustomMenu(1, kind), std::vector<MenuItem>()) << kind;
-    }
+    EXPECT_EQ(program.first(MenuKind::tray), "%(name)") << "it has no variables";
+    EXPECT_EQ(program.first(MenuKind::browser, 0), "ftp site wipe ") << "no site";
+    program.main.admin().users().reload(1);
+    program.main.admin().groups().reload(1);
+    EXPECT_EQ(program.first(MenuKind::userList), ",,,");
+    EXPECT_EQ(program.first(MenuKind::groupList), ",");
+    program.answer({expect("SITE CorvelExt usertable"), send("200- | 7 | bob | staff | 3\r\n200 end\r\n"),
+                    expect("SITE CorvelExt grouptable"), send("200- | 1 | staff | 2\r\n200 end\r\n")},
+                   "tables");
+    program.main.admin().users().open(1, 0);
+    program.main.admin().groups().open(1, 0);
+    EXPECT_EQ(program.first(MenuKind::userList), "bob,bob,7,staff");
+    EXPECT_EQ(program.first(MenuKind::groupList), "staff,1");
 }
 
 TEST(MenuActions, ConnectionsAreNamedAsTheListShowsThem) {
-    TestProgram program(sitesFile(1),
-                        "menu_activity = %(user) | ftp site kill %(cid) %(ident)@%(clientip) %(pwd)\n");
-    const std::string record =
-        "200-cid | bob | staff | 101 | ftp | id | 10.0.0.1 | host | data | NOOP | 200 | "
-        "/srv/a b | /a b | 0 | 95 | 0 | 0 | 0";
-    const std::vector<std::string_view> lines = {record, "200 end", ""};
-    SiteSession& session = const_cast<SiteSession&>(program.session(1));
-    ParseWhoReply(lines, session.activityRows, session.activity);
-    for (const auto& [row, command] : {std::pair(-1, "ftp site kill  @ "), std::pair(1, "ftp site kill  @ "),
-                                       std::pair(0, "ftp site kill 101 id@10.0.0.1 /a b")}) {
+    Choosing program;
+    program.main.tmrRefreshWho_Timer(1, false);
+    program.answer({expect("SITE CorvelExt who"),
+                    send("200-cid | bob | staff | 101 | ftp | id | 10.0.0.1 | host | data | NOOP | 200 | "
+                         "/srv/a b | /a b | 0 | 95 | 0 | 0 | 0\r\n200 end\r\n")},
+                   "who");
+    for (const auto& [row, command] : {std::pair(-1, " @ "), {1, " @ "}, {0, "101 id@10.0.0.1 /a b"}}) {
         program.main.selectActivityRow(1, row);
-        EXPECT_EQ(program.main.menus().ShowCustomMenu(1, 5).front().command, command);
+        EXPECT_EQ(program.first(MenuKind::activity), command);
     }
 }
 
@@ -103,28 +111,25 @@ TEST(MenuActions, ChattrAsksForDirectoriesAndThenOpensItsDialog) {
     EXPECT_EQ(program.session(1).current.iHandler, handler::chattrQuery);
     EXPECT_TRUE(program.session(1).current.bQuiet);
     EXPECT_EQ(program.views.calls, (Texts{"dialogWanted 1 1"}));
-}
 
-TEST(MenuActions, ChattrCannotQuoteAName) {
-    Choosing program;
+    program.answer({send("200 ok\r\n")}, "asked");
     program.main.browser().refresh(1);
     program.answer(listingScript("drwxr-xr-x 2 root root 4096 Jan 5 12:00 a\"b\r\n211 end\r\n"), "a quote");
     program.main.browser().selectRow(1, 0);
     program.views.calls.clear();
     EXPECT_EQ(program.run("chattr"), Texts());
     EXPECT_EQ(program.views.calls, Texts());
-    EXPECT_EQ(program.prompts.asked.size(), 1U);
+    EXPECT_EQ(program.prompts.asked.size(), 1U) << "why it cannot be asked";
 }
 
-struct ActionCase {
-    const char* name;
-    const char* line;
-    int row;
-    Texts done; // by the shell, else asked of the window
-};
-
 TEST(MenuActions, DoWhatTheirLinesSay) {
-    const std::vector<ActionCase> cases = {
+    struct Row {
+        const char* name;
+        const char* line;
+        int row;
+        Texts done; // by the shell, else asked of the window
+    };
+    const std::vector<Row> cases = {
         {"null", "null", fileRow, {}},
         {"unknown", "format c:", fileRow, {}},
         {"exec", "exec \"my notes.txt\" more", -1, {"open my notes.txt"}},
@@ -139,7 +144,7 @@ TEST(MenuActions, DoWhatTheirLinesSay) {
         {"nuke without a row", "nuke", -1, {}},
         {"copyuser without a user", "copyuser", fileRow, {}},
     };
-    for (const ActionCase& row : cases) {
+    for (const Row& row : cases) {
         Choosing program;
         program.shell.runningPath = "/opt/my *";
         program.main.browser().selectRow(1, row.row);

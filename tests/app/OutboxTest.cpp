@@ -219,7 +219,7 @@ TEST(Outbox, GivesEveryJobItsReceipt) {
     ConsoleLog log(sites, ports.clock, ports.views);
     Connection connection(sites, log, ports.views, settings);
     CommandChannel channel(sites, connection, log, ports.views, settings, {});
-    Outbox outbox(sites, channel, log, ports.views);
+    Outbox outbox(sites, channel, log);
     Texts receipts;
     const auto start = [&](Job job) {
         const std::string name = job.commands.front().sCommand;

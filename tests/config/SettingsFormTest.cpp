@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 namespace corvel {
 namespace {
 
@@ -12,45 +9,22 @@ TEST(SettingsForm, ShowsTheColumnsInTheirOrderOnScreen) {
     WindowState state;
     state.columns[17].position = 2; // a damaged store may give one position twice
     state.columns[3].shown = false;
-    state.columns[5].autosize = false;
-    state.activitylist_color_up_bg = 0x123456;
-    Settings settings;
-    settings.ssl_tunnel_port = 4000;
-    settings.minimize_to_tray = true;
-    const SettingsForm form = settingsForm(state, settings);
+    const SettingsForm form = settingsForm(state, {});
     EXPECT_EQ(form.lvwAL[0], (ColumnRow{.id = 2}));
     EXPECT_EQ(form.lvwAL[1], (ColumnRow{.id = 17}));
     EXPECT_EQ(form.lvwAL[2], (ColumnRow{.id = 3, .show = false}));
-    EXPECT_EQ(form.lvwAL[4], (ColumnRow{.id = 5, .autosize = false}));
     EXPECT_EQ(form.lvwAL[15], (ColumnRow{.id = 16}));
-    EXPECT_EQ(columnName(form.lvwAL[0]), "cid");
     EXPECT_EQ(columnName(form.lvwAL[1]), "session time");
-    EXPECT_EQ(form.lblSampleColors[1], (SampleColors{.text = 0xFFFFFF, .background = 0x123456}));
-    EXPECT_EQ(form.txtSSLPort, "4000");
-    EXPECT_FALSE(form.chkShowTrayIcon);
-    EXPECT_TRUE(form.chkMinimizeToTray);
 }
 
 TEST(SettingsForm, MovesAColumnWithinTheList) {
-    struct Row {
-        const char* name;
-        std::size_t row;
-        int step;
-        std::size_t then;
-    };
-    const std::vector<Row> rows = {
-        {"down", 0, 1, 1},
-        {"up", 15, -1, 14},
-        {"past the top", 0, -1, 0},
-        {"past the bottom", 15, 1, 15},
-    };
-    for (const Row& row : rows) {
-        const SettingsForm before = settingsForm({}, {});
-        SettingsForm form = before;
-        EXPECT_EQ(moveColumn(form, row.row, row.step), row.then) << row.name;
-        EXPECT_EQ(form.lvwAL[row.then], before.lvwAL[row.row]) << row.name;
-        EXPECT_EQ(form.lvwAL[row.row], before.lvwAL[row.then]) << row.name;
-    }
+    SettingsForm form = settingsForm({}, {});
+    EXPECT_EQ(moveColumn(form, 0, -1), 0U);
+    EXPECT_EQ(moveColumn(form, 15, 1), 15U);
+    EXPECT_EQ(form, settingsForm({}, {}));
+    EXPECT_EQ(moveColumn(form, 0, 1), 1U);
+    EXPECT_EQ(moveColumn(form, 15, -1), 14U);
+    EXPECT_EQ(form.lvwAL[0].id + 100 * form.lvwAL[14].id, 3U + 100 * 17U);
 }
 
 TEST(SettingsForm, GivesBackWhatItShowsAndItsOwnAlone) {

@@ -11,17 +11,6 @@
 namespace corvel {
 namespace {
 
-TEST(WindowState, StartsFromItsDefaults) {
-    WindowState design;
-    design.window_width = 15000;
-    const WindowStateReading reading = loadWindowState(MemoryStore(), design);
-    EXPECT_EQ(reading.state, design);
-    EXPECT_TRUE(reading.problems.empty());
-    EXPECT_EQ(reading.state.window_state, 2);
-    EXPECT_EQ(reading.state.columns[2], (ActivityColumn{.position = 2, .autosize = true, .width = 700}));
-    EXPECT_EQ(reading.state.columns[17], (ActivityColumn{.position = 17, .autosize = true, .width = 1100}));
-}
-
 // Every key takes a value of its own, so that two that share a member cannot both come back.
 TEST(WindowState, EveryKeyComesBackAsItWasSaved) {
     std::map<std::string, std::string> stored = {
@@ -100,11 +89,8 @@ TEST(WindowState, ReportsAndDefaultsWhatCannotBeUsed) {
         {"window_left", "", "\"\" is no number"},
         {"window_width", "0", "\"0\" is no value for this key"},
         {"window_top", "-15000001", "\"-15000001\" is no value for this key"},
-        {"splitbar_left_wide", "2147483647", "\"2147483647\" is no value for this key"},
-        {"window_state", "2x", "\"2x\" is no number"},
         {"selected_tab", "99999999999", "\"99999999999\" is no value for this key"},
         {"show_sites_list", "yes", "\"yes\" is no number"},
-        {"activitylist_color_up_fg", "16777216", "\"16777216\" is no value for this key"},
         {"activitylist_autosize_3", "maybe", "\"maybe\" is no switch"},
         {"activitylist_columnorder_3", "1", "\"1\" is no value for this key"},
     };

@@ -70,8 +70,7 @@ class RecordingPrompts : public Prompts {
   public:
     void Message(const std::string& text) override { asked.push_back(text); }
 
-    void AskYesNo(const std::string& question, DefaultAnswer /*defaultAnswer*/,
-                  std::function<void(bool)> answer) override {
+    void AskYesNo(const std::string& question, std::function<void(bool)> answer) override {
         asked.push_back(question);
         if (beforeAnswer) {
             beforeAnswer();

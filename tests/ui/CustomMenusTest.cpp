@@ -138,7 +138,7 @@ TEST_F(CustomMenusTest, WhatWasMadeForARowGoesToTheSiteOfTheRow) {
     mdlMain& program = driver_->window->program();
     program.selectSite(1);
     driver_->select(u"pub"_s);
-    for (const int kind : {1, 2}) {
+    for (const MenuKind kind : {MenuKind::tray, MenuKind::browser}) {
         driver_->window->customMenus().prepare(kind);
     }
     program.selectSite(2);

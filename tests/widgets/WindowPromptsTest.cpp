@@ -37,7 +37,7 @@ class WindowPromptsTest : public testing::Test {
 };
 
 TEST_F(WindowPromptsTest, ALongQuestionLeavesItsButtonsOnTheScreen) {
-    prompts_->AskYesNo("Delete " + std::string(20000, 'x') + "?", DefaultAnswer::no, [](bool) {});
+    prompts_->AskYesNo("Delete " + std::string(20000, 'x') + "?", [](bool) {});
     const auto& shown = *box<QMessageBox>();
     EXPECT_LT(shown.height(), 768);
     EXPECT_TRUE(shown.text().startsWith(QStringLiteral("Delete x")));
@@ -47,24 +47,21 @@ TEST_F(WindowPromptsTest, ALongQuestionLeavesItsButtonsOnTheScreen) {
 TEST_F(WindowPromptsTest, AQuestionIsAnsweredOnceHoweverItEnds) {
     struct Row {
         const char* name;
-        DefaultAnswer defaultAnswer;
         std::function<void(QMessageBox&)> end;
         bool answer;
     };
     const auto enter = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); };
     const std::vector<Row> table = {
-        {"Yes", DefaultAnswer::no, [](auto& box) { box.button(QMessageBox::Yes)->click(); }, true},
-        {"No", DefaultAnswer::yes, [](auto& box) { box.button(QMessageBox::No)->click(); }, false},
-        {"Enter on yes", DefaultAnswer::yes, enter, true},
-        {"Enter on no", DefaultAnswer::no, enter, false},
-        {"Escape", DefaultAnswer::yes, [](auto& box) { QTest::keyClick(&box, Qt::Key_Escape); }, false},
-        {"closed", DefaultAnswer::yes, [](auto& box) { box.close(); }, false},
+        {"Yes", [](auto& box) { box.button(QMessageBox::Yes)->click(); }, true},
+        {"No", [](auto& box) { box.button(QMessageBox::No)->click(); }, false},
+        {"Enter", enter, false},
+        {"Escape", [](auto& box) { QTest::keyClick(&box, Qt::Key_Escape); }, false},
+        {"closed", [](auto& box) { box.close(); }, false},
     };
     for (const Row& row : table) {
         SCOPED_TRACE(row.name);
         std::vector<bool> answers;
-        prompts_->AskYesNo("Are u sure\r\n<b>bob</b>", row.defaultAnswer,
-                           [&](bool isYes) { answers.push_back(isYes); });
+        prompts_->AskYesNo("Are u sure\r\n<b>bob</b>", [&](bool isYes) { answers.push_back(isYes); });
         EXPECT_TRUE(answers.empty());
         auto* shown = box<QMessageBox>();
         ASSERT_NE(shown, nullptr);
@@ -114,7 +111,7 @@ TEST_F(WindowPromptsTest, AnInputBoxGivesItsTextOrNothing) {
 
 TEST_F(WindowPromptsTest, BoxesComeOneAfterAnotherInTheOrderOfAsking) {
     std::vector<std::string> seen;
-    prompts_->AskYesNo("first", DefaultAnswer::no, [&](bool) {
+    prompts_->AskYesNo("first", [&](bool) {
         seen.emplace_back("answered");
         prompts_->Message("asked by the answer");
     });
@@ -128,13 +125,13 @@ TEST_F(WindowPromptsTest, BoxesComeOneAfterAnotherInTheOrderOfAsking) {
 
 TEST_F(WindowPromptsTest, WhatIsOpenOrWaitsEndsWithThePromptsUnanswered) {
     int answers = 0;
-    prompts_->AskYesNo("go?", DefaultAnswer::no, [this](bool) { prompts_.reset(); });
-    prompts_->AskYesNo("never shown", DefaultAnswer::yes, [&](bool) { ++answers; });
+    prompts_->AskYesNo("go?", [this](bool) { prompts_.reset(); });
+    prompts_->AskYesNo("never shown", [&](bool) { ++answers; });
     box<QMessageBox>()->close();
     EXPECT_EQ(prompts_, nullptr);
     EXPECT_EQ(box<QMessageBox>(), nullptr);
     prompts_ = std::make_unique<WindowPrompts>(&window_);
-    prompts_->AskYesNo("left open", DefaultAnswer::yes, [&](bool) { ++answers; });
+    prompts_->AskYesNo("left open", [&](bool) { ++answers; });
     prompts_.reset();
     EXPECT_EQ(box<QMessageBox>(), nullptr);
     EXPECT_EQ(answers, 0);

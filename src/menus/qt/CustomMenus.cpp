@@ -46,7 +46,7 @@ CustomMenus::CustomMenus(mdlMain& program, QWidget* window) : QObject(window), p
     }
 }
 
-QMenu* CustomMenus::prepare(int kind) {
+QMenu* CustomMenus::prepare(MenuKind kind) {
     const int site = program_.currentSite();
     const std::vector<MenuItem> items = program_.menus().ShowCustomMenu(site, kind);
     if (items.empty()) {
@@ -55,8 +55,7 @@ QMenu* CustomMenus::prepare(int kind) {
     const auto element = static_cast<std::size_t>(kind) - 1;
     QMenu& menu = *menus_[element];
     menu.clear();
-    const std::optional<std::string> directory =
-        program_.menus().directoryOf(site, static_cast<MenuKind>(kind));
+    const std::optional<std::string> directory = program_.menus().directoryOf(site, kind);
     int index = 0;
     for (const MenuItem& item : items) {
         QAction* const action =
@@ -65,7 +64,7 @@ QMenu* CustomMenus::prepare(int kind) {
         action->setMenuRole(QAction::NoRole);
         // What was made for a row stays with its site. The tray's menu is of no row, and stays as it is while
         // the current site becomes another one.
-        const bool isOfRow = kind != static_cast<int>(MenuKind::tray);
+        const bool isOfRow = kind != MenuKind::tray;
         connect(action, &QAction::triggered, this, [this, site, isOfRow, directory, command = item.command] {
             program_.menus().ExecuteMenuCommand(isOfRow ? site : program_.currentSite(), command, directory);
         });
@@ -73,7 +72,7 @@ QMenu* CustomMenus::prepare(int kind) {
     return &menu;
 }
 
-void CustomMenus::ShowCustomMenu(int kind, const QPoint& globalPosition) {
+void CustomMenus::ShowCustomMenu(MenuKind kind, const QPoint& globalPosition) {
     if (QMenu* const menu = prepare(kind)) {
         menu->popup(globalPosition);
     }

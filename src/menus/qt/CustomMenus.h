@@ -21,13 +21,13 @@ class CustomMenus : public QObject {
     // program: borrowed, must outlive the menus. window: owns the menus.
     CustomMenus(mdlMain& program, QWidget* window);
 
-    // Pops the menu of that kind, 1 to 5 as in MenuKind, up at a place on screen. Its entries are made anew
-    // for the row that is selected in its list of the current site. A menu without entries does not open.
-    void ShowCustomMenu(int kind, const QPoint& globalPosition);
+    // Pops the menu of that kind up at a place on screen. Its entries are made anew for the row that is
+    // selected in its list of the current site. A menu without entries does not open.
+    void ShowCustomMenu(MenuKind kind, const QPoint& globalPosition);
 
     // The menu with its entries as they are now, for whoever shows menus himself, as the tray does; nothing
     // where it has no entries.
-    QMenu* prepare(int kind);
+    QMenu* prepare(MenuKind kind);
 
   private:
     mdlMain& program_;
