@@ -31,7 +31,7 @@ void readReplyLines(Record& record, std::span<const std::string_view> lines,
         try {
             const std::size_t end = std::min(line.find(fieldSeparator), line.size());
             if (end < prefixSize) {
-                throw InvalidArgument(line, "is too short for a reply line");
+                throw ParseError(line, "is too short for a reply line");
             }
             const std::string_view key = line.substr(prefixSize, end - prefixSize);
             const auto known = std::ranges::find(keys, key, &ReplyKey<Record>::key);
@@ -39,7 +39,7 @@ void readReplyLines(Record& record, std::span<const std::string_view> lines,
                 continue;
             }
             if (end == line.size()) {
-                throw IndexOutOfRange(line, "value");
+                throw ParseError(line, "has no value");
             }
             known->read(record, line.substr(end + fieldSeparator.size()));
         } catch (ParseError& error) {

@@ -49,7 +49,7 @@ class clsUser {
     std::string sUIDText; // the uid as the table reply spells it; the list shows it
 
     // Reads the lines of a userfile reply, "200-key | value" each, into this record; lines with unknown keys
-    // are passed over. Throws ConversionError, IndexOutOfRange or InvalidArgument with the reply line's
+    // are passed over. Throws ParseError with the reply line's
     // number: what was read before stays, and got_info is false.
     void ParseUserFile(std::span<const std::string_view> lines);
 

@@ -105,21 +105,21 @@ void batchStep(const ReplyServices& services, const Reply& reply) {
 }
 
 constexpr std::array<ReplyHandler, 15> table = {{
-    {handler::browser, Echo::none, browserChain},
-    {handler::who, Echo::none, whoReply},
-    {handler::userTable, Echo::none, AccountTable<UserKind>::tableReply},
-    {handler::groupTable, Echo::none, AccountTable<GroupKind>::tableReply},
-    {handler::userFile, Echo::none, AccountTable<UserKind>::detailsReply},
-    {handler::groupFile, Echo::none, AccountTable<GroupKind>::detailsReply},
-    {handler::groupChange, Echo::commandResults, toCommandResults},
-    {handler::userChange, Echo::commandResults, toCommandResults},
-    {handler::browserFile, Echo::browserReply, toBrowserReply},
-    {handler::addUser, Echo::commandResults, addUserStep},
-    {handler::addGroup, Echo::commandResults, addGroupStep},
-    {handler::menuFtp, Echo::commandResults, toCommandResults},
-    {handler::chattrQuery, Echo::none, chattrReply},
-    {handler::batch, Echo::none, batchStep},
-    {handler::console, Echo::console, consoleOnly},
+    {handler::browser, std::nullopt, browserChain},
+    {handler::who, std::nullopt, whoReply},
+    {handler::userTable, std::nullopt, AccountTable<UserKind>::tableReply},
+    {handler::groupTable, std::nullopt, AccountTable<GroupKind>::tableReply},
+    {handler::userFile, std::nullopt, AccountTable<UserKind>::detailsReply},
+    {handler::groupFile, std::nullopt, AccountTable<GroupKind>::detailsReply},
+    {handler::groupChange, LogKind::commandResults, toCommandResults},
+    {handler::userChange, LogKind::commandResults, toCommandResults},
+    {handler::browserFile, LogKind::browserReply, toBrowserReply},
+    {handler::addUser, LogKind::commandResults, addUserStep},
+    {handler::addGroup, LogKind::commandResults, addGroupStep},
+    {handler::menuFtp, LogKind::commandResults, toCommandResults},
+    {handler::chattrQuery, std::nullopt, chattrReply},
+    {handler::batch, std::nullopt, batchStep},
+    {handler::console, LogKind::console, consoleOnly},
 }};
 
 } // namespace

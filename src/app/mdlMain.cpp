@@ -123,15 +123,13 @@ void mdlMain::wSock_Error(int site, std::string_view description, int number) {
 
 void mdlMain::tmrNoop_Timer(int site) {
     if (isAtRest(site)) {
-        channel_.SendCommand(site,
-                             {.sCommand = "NOOP", .bQuiet = true, .iHandler = handler::console, .iTag = 0});
+        channel_.SendCommand(site, {.sCommand = "NOOP"});
     }
 }
 
 void mdlMain::tmrRefreshWho_Timer(int site, bool chkFreezeRefresh) {
     if (!chkFreezeRefresh && isAtRest(site)) {
-        channel_.SendCommand(
-            site, {.sCommand = "SITE CorvelExt who", .bQuiet = true, .iHandler = handler::who, .iTag = 0});
+        channel_.SendCommand(site, {.sCommand = "SITE CorvelExt who", .iHandler = handler::who});
     }
 }
 
@@ -142,7 +140,7 @@ bool mdlMain::isAtRest(int site) const {
 }
 
 void mdlMain::sendConsoleCommand(int site, const std::string& command) {
-    const Command line{.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0};
+    const Command line{.sCommand = command, .bQuiet = false};
     if (command.empty()) {
         channel_.SendCommand(site, line);
     } else {
@@ -151,7 +149,7 @@ void mdlMain::sendConsoleCommand(int site, const std::string& command) {
 }
 
 bool mdlMain::sendTestCommand(int site, const std::string& command) {
-    const Command line{.sCommand = command, .bQuiet = false, .iHandler = handler::console, .iTag = 0};
+    const Command line{.sCommand = command, .bQuiet = false};
     return !command.empty() && !outbox_.isWaiting(site) && !outbox_.start(site, {{line}});
 }
 

@@ -20,14 +20,8 @@ std::string describe(const ParseError& error) {
     return place + error.what();
 }
 
-ConversionError::ConversionError(std::string_view text, std::string_view expected)
-    : ParseError(quoted(text) + " is no " + std::string(expected)) {}
-
-IndexOutOfRange::IndexOutOfRange(std::string_view text, std::string_view missing)
-    : ParseError(quoted(text) + " has no " + std::string(missing)) {}
-
-InvalidArgument::InvalidArgument(std::string_view text, std::string_view problem)
-    : ParseError(quoted(text) + " " + std::string(problem)) {}
+ParseError::ParseError(std::string_view text, std::string_view problem)
+    : std::runtime_error(quoted(text) + " " + std::string(problem)) {}
 
 void BadLines::note(std::size_t lineNumber, std::string_view text, std::string_view expected) {
     if (count++ == 0) {

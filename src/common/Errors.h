@@ -12,7 +12,8 @@ namespace corvel {
 // person, with the offending text in it. Caught in one place, where a reply is dispatched.
 class ParseError : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    // text: the offending text, as it came; problem: what is wrong with it, such as "is too short".
+    ParseError(std::string_view text, std::string_view problem);
 
     // The line of the reply that could not be read, from 1; 0 where the parser did not say.
     std::size_t lineNumber() const { return lineNumber_; }
@@ -30,22 +31,9 @@ std::string describe(const ParseError& error);
 // A text that is no number, or a number outside the range of its field.
 class ConversionError : public ParseError {
   public:
-    // text: the offending text, as it came; expected: what was wanted, such as "16-bit number".
-    ConversionError(std::string_view text, std::string_view expected);
-};
-
-// A list that lacks the piece that was asked for.
-class IndexOutOfRange : public ParseError {
-  public:
-    // text: the line that lacks a piece; missing: what it lacks, such as "value".
-    IndexOutOfRange(std::string_view text, std::string_view missing);
-};
-
-// A text that is too short or otherwise unfit for the operation.
-class InvalidArgument : public ParseError {
-  public:
-    // text: the offending text; problem: what is wrong with it.
-    InvalidArgument(std::string_view text, std::string_view problem);
+    // expected: what was wanted, such as "16-bit number".
+    ConversionError(std::string_view text, std::string_view expected)
+        : ParseError(text, std::string("is no ").append(expected)) {}
 };
 
 // The lines that were left out of a reply because a field could not be read.

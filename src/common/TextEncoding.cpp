@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
-#include <cstring>
 
 namespace corvel {
 
@@ -78,20 +77,10 @@ Decoded decodeOne(std::string_view bytes) {
     return {codePoint, length};
 }
 
-// How many bytes at the start of bytes are ASCII, found eight at a time.
+// How many bytes at the start of bytes are ASCII.
 std::size_t asciiPrefix(std::string_view bytes) {
-    std::size_t i = 0;
-    for (; i + sizeof(std::uint64_t) <= bytes.size(); i += sizeof(std::uint64_t)) {
-        std::uint64_t block = 0;
-        std::memcpy(&block, bytes.data() + i, sizeof block);
-        if ((block & 0x8080808080808080U) != 0) {
-            break;
-        }
-    }
-    while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80) {
-        ++i;
-    }
-    return i;
+    const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+    return static_cast<std::size_t>(std::ranges::find_if_not(bytes, isAscii) - bytes.begin());
 }
 
 struct CodeRange {

@@ -37,12 +37,7 @@ std::string BuildAppPath(std::string_view fileName, std::string_view directory,
 }
 
 bool FileExists(std::string_view path) {
-    return GetFileLength(path) >= 0 && !IsDirectory(path);
-}
-
-bool IsDirectory(std::string_view path) {
-    std::error_code error;
-    return std::filesystem::is_directory(filePath(path), error);
+    return GetFileLength(path) >= 0; // which no directory has
 }
 
 std::int32_t GetFileLength(std::string_view path) {

@@ -23,9 +23,6 @@ std::string BuildAppPath(std::string_view fileName, std::string_view directory,
 // Whether path names an existing file, not a directory, whose length can be read.
 bool FileExists(std::string_view path);
 
-// Whether path names an existing directory.
-bool IsDirectory(std::string_view path);
-
 // The file's length in bytes, -1 when it cannot be obtained. A file longer than 32 bits can tell counts as
 // the longest that they can.
 std::int32_t GetFileLength(std::string_view path);

@@ -7,67 +7,50 @@
 
 #include <algorithm>
 #include <array>
+#include <variant>
 
 namespace corvel {
 
 namespace {
 
-// A key of a record, and how its value is read and written.
+using Place = std::variant<std::string SiteConfig::*, std::int32_t SiteConfig::*, bool SiteConfig::*>;
+
 struct SiteKey {
     std::string_view key;
-    void (*read)(SiteConfig& site, std::string_view value);
-    std::string (*write)(const SiteConfig& site);
+    Place place;
 };
-
-template <auto member>
-void readText(SiteConfig& site, std::string_view value) {
-    site.*member = value;
-}
-
-template <auto member>
-std::string writeText(const SiteConfig& site) {
-    return site.*member;
-}
-
-template <auto member>
-void readSwitch(SiteConfig& site, std::string_view value) {
-    site.*member = toBoolean(value);
-}
-
-template <auto member>
-std::string writeSwitch(const SiteConfig& site) {
-    return site.*member ? "1" : "0";
-}
-
-void readPort(SiteConfig& site, std::string_view value) {
-    site.port = toInt32(value);
-}
-
-std::string writePort(const SiteConfig& site) {
-    return std::to_string(site.port);
-}
-
-template <auto member>
-constexpr SiteKey textKey(std::string_view key) {
-    return {key, readText<member>, writeText<member>};
-}
-
-template <auto member>
-constexpr SiteKey switchKey(std::string_view key) {
-    return {key, readSwitch<member>, writeSwitch<member>};
-}
 
 // In the order in which they are written.
 constexpr std::array<SiteKey, 8> siteKeys = {{
-    textKey<&SiteConfig::name>("name"),
-    textKey<&SiteConfig::host>("host"),
-    {"port", readPort, writePort},
-    textKey<&SiteConfig::user>("user"),
-    textKey<&SiteConfig::pass>("pass"),
-    textKey<&SiteConfig::ident>("ident"),
-    switchKey<&SiteConfig::connectonstartup>("connectonstartup"),
-    switchKey<&SiteConfig::usesslproxy>("usesslproxy"),
+    {"name", &SiteConfig::name},
+    {"host", &SiteConfig::host},
+    {"port", &SiteConfig::port},
+    {"user", &SiteConfig::user},
+    {"pass", &SiteConfig::pass},
+    {"ident", &SiteConfig::ident},
+    {"connectonstartup", &SiteConfig::connectonstartup},
+    {"usesslproxy", &SiteConfig::usesslproxy},
 }};
+
+void read(SiteConfig& site, const Place& place, std::string_view value) {
+    if (const auto* const text = std::get_if<std::string SiteConfig::*>(&place)) {
+        site.** text = value;
+    } else if (const auto* const number = std::get_if<std::int32_t SiteConfig::*>(&place)) {
+        site.** number = toInt32(value);
+    } else {
+        site.*std::get<bool SiteConfig::*>(place) = toBoolean(value);
+    }
+}
+
+std::string written(const SiteConfig& site, const Place& place) {
+    if (const auto* const text = std::get_if<std::string SiteConfig::*>(&place)) {
+        return site.**text;
+    }
+    if (const auto* const number = std::get_if<std::int32_t SiteConfig::*>(&place)) {
+        return std::to_string(site.**number);
+    }
+    return site.*std::get<bool SiteConfig::*>(place) ? "1" : "0";
+}
 
 void apply(const EntryLine& entry, std::vector<SiteConfig>& sites) {
     const auto* const found = std::ranges::find(siteKeys, entry.key, &SiteKey::key);
@@ -78,7 +61,7 @@ void apply(const EntryLine& entry, std::vector<SiteConfig>& sites) {
         sites.emplace_back();
     }
     try {
-        found->read(sites.back(), entry.value);
+        read(sites.back(), found->place, entry.value);
     } catch (const ConversionError&) {
         return; // one bad value must not cost the user the sites behind it
     }
@@ -141,7 +124,7 @@ std::string sitesText(const std::vector<SiteConfig>& sites, std::string_view end
             continue;
         }
         for (const SiteKey& key : siteKeys) {
-            text.append(key.key).append(" = ").append(writable(key.write(site))).append(end);
+            text.append(key.key).append(" = ").append(writable(written(site, key.place))).append(end);
         }
         text += end;
     }

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numeric>
 #include <optional>
 #include <variant>
@@ -18,11 +17,10 @@ using Place = std::variant<std::int32_t WindowState::*, bool WindowState::*>;
 
 struct StateKey {
     std::string_view key;
-    std::int32_t fallback;
     Place place;
-    std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
-    std::int32_t highest = std::numeric_limits<std::int32_t>::max();
-    bool isGeometry = false;
+    std::int32_t fallback = 0;
+    std::int32_t lowest = 0; // the limits of a number
+    std::int32_t highest = 0;
 };
 
 // A million pixels: more than any desktop has, and far from where sums of lengths would overflow.
@@ -31,57 +29,31 @@ constexpr std::int32_t white = 0xFFFFFF;
 constexpr std::int32_t red = 0x0000FF;
 constexpr std::int32_t blue = 0xFF0000;
 
-constexpr StateKey edge(std::string_view key, Place place) {
-    return {.key = key,
-            .fallback = 0,
-            .place = place,
-            .lowest = -longest,
-            .highest = longest,
-            .isGeometry = true};
-}
-
-constexpr StateKey size(std::string_view key, Place place) {
-    return {.key = key, .fallback = 0, .place = place, .lowest = 1, .highest = longest, .isGeometry = true};
-}
-
-constexpr StateKey number(std::string_view key, std::int32_t fallback, Place place, std::int32_t lowest,
-                          std::int32_t highest) {
-    return {.key = key, .fallback = fallback, .place = place, .lowest = lowest, .highest = highest};
-}
-
-constexpr StateKey flag(std::string_view key, Place place) {
-    return {.key = key, .fallback = 0, .place = place};
-}
-
-constexpr StateKey color(std::string_view key, std::int32_t fallback, Place place) {
-    return number(key, fallback, place, 0, white);
-}
-
-// In the order in which they are written; the columns come between the two tables.
-constexpr std::array<StateKey, 11> windowKeys = {{
-    number("window_state", 2, &WindowState::window_state, 0, 2),
-    edge("window_top", &WindowState::window_top),
-    edge("window_left", &WindowState::window_left),
-    size("window_height", &WindowState::window_height),
-    size("window_width", &WindowState::window_width),
-    number("splitbar_left_wide", 1500, &WindowState::splitbar_left_wide, 0, longest),
-    number("splitbar_left_narrow", 1500, &WindowState::splitbar_left_narrow, 0, longest),
-    number("selected_tab", 1, &WindowState::selected_tab, 1, 8),
-    flag("always_on_top", &WindowState::always_on_top),
-    flag("show_sites_list", &WindowState::show_sites_list),
-    number("sites_list_viewmode", 3, &WindowState::sites_list_viewmode, 0, 3),
+constexpr std::array<StateKey, 19> stateKeys = {{
+    {"window_state", &WindowState::window_state, 2, 0, 2},
+    {"window_top", &WindowState::window_top, 0, -longest, longest},
+    {"window_left", &WindowState::window_left, 0, -longest, longest},
+    {"window_height", &WindowState::window_height, 0, 1, longest},
+    {"window_width", &WindowState::window_width, 0, 1, longest},
+    {"splitbar_left_wide", &WindowState::splitbar_left_wide, 1500, 0, longest},
+    {"splitbar_left_narrow", &WindowState::splitbar_left_narrow, 1500, 0, longest},
+    {"selected_tab", &WindowState::selected_tab, 1, 1, 8},
+    {"always_on_top", &WindowState::always_on_top},
+    {"show_sites_list", &WindowState::show_sites_list},
+    {"sites_list_viewmode", &WindowState::sites_list_viewmode, 3, 0, 3},
+    {"activitylist_use_colors", &WindowState::activitylist_use_colors},
+    {"activitylist_color_idle_fg", &WindowState::activitylist_color_idle_fg, 0, 0, white},
+    {"activitylist_color_idle_bg", &WindowState::activitylist_color_idle_bg, white, 0, white},
+    {"activitylist_color_up_fg", &WindowState::activitylist_color_up_fg, white, 0, white},
+    {"activitylist_color_up_bg", &WindowState::activitylist_color_up_bg, red, 0, white},
+    {"activitylist_color_dn_fg", &WindowState::activitylist_color_dn_fg, white, 0, white},
+    {"activitylist_color_dn_bg", &WindowState::activitylist_color_dn_bg, blue, 0, white},
+    {"tray_hint_given", &WindowState::tray_hint_given},
 }};
 
-constexpr std::array<StateKey, 8> activityKeys = {{
-    flag("activitylist_use_colors", &WindowState::activitylist_use_colors),
-    color("activitylist_color_idle_fg", 0, &WindowState::activitylist_color_idle_fg),
-    color("activitylist_color_idle_bg", white, &WindowState::activitylist_color_idle_bg),
-    color("activitylist_color_up_fg", white, &WindowState::activitylist_color_up_fg),
-    color("activitylist_color_up_bg", red, &WindowState::activitylist_color_up_bg),
-    color("activitylist_color_dn_fg", white, &WindowState::activitylist_color_dn_fg),
-    color("activitylist_color_dn_bg", blue, &WindowState::activitylist_color_dn_bg),
-    flag("tray_hint_given", &WindowState::tray_hint_given),
-}};
+bool isGeometry(const StateKey& key) {
+    return key.key.starts_with("window_") && key.key != "window_state";
+}
 
 // The first two hold a row's icon and its position number.
 constexpr std::array<std::int32_t, activityColumnCount> columnWidths = {
@@ -115,57 +87,27 @@ std::int32_t numberWithin(std::string_view text, std::int32_t lowest, std::int32
     return static_cast<std::int32_t>(value);
 }
 
-bool isOn(std::string_view text) {
-    return toNumber(text) != 0;
-}
-
 // Reads values from a store and keeps a line about each that could not be used.
-class Reader {
-  public:
-    explicit Reader(const StateStore& store) : store_(store) {}
+struct Reader {
+    const StateStore& store;
+    std::vector<std::string> problems = {};
 
-    // The stored value as convert reads it; nothing where none is stored or convert refuses it.
-    template <typename Convert>
-    auto read(std::string_view key, Convert convert) -> std::optional<decltype(convert(std::string_view()))> {
-        const std::optional<std::string> stored = store_.value(key);
-        if (!stored) {
-            return std::nullopt;
-        }
+    // The stored value as convert reads it; fallback where none is stored or convert refuses it.
+    template <typename Value, typename Convert>
+    Value read(const std::string& key, Value fallback, Convert convert) {
         try {
-            return convert(*stored);
+            const std::optional<std::string> stored = store.value(key);
+            return stored ? static_cast<Value>(convert(*stored)) : fallback;
         } catch (const ConversionError& error) {
-            problems_.push_back(std::string("stored state: ").append(key).append(": ").append(error.what()));
-            return std::nullopt;
+            problems.push_back("stored state: " + key + ": " + error.what());
+            return fallback;
         }
     }
-
-    void readKey(const StateKey& key, WindowState& state) {
-        const bool isNumber = std::holds_alternative<std::int32_t WindowState::*>(key.place);
-        const auto value = read(key.key, [&key, isNumber](std::string_view text) -> std::int32_t {
-            return isNumber ? numberWithin(text, key.lowest, key.highest)
-                            : static_cast<std::int32_t>(isOn(text));
-        });
-        if (value) {
-            setPlace(state, key.place, *value);
-        }
+    template <typename Value>
+    Value read(const std::string& key, Value fallback, std::int32_t lowest, std::int32_t highest) {
+        return read(key, fallback,
+                    [=](std::string_view text) { return numberWithin(text, lowest, highest); });
     }
-
-    void readColumn(std::size_t number, ActivityColumn& column) {
-        column.autosize = read(columnKey("autosize", number), toBoolean).value_or(column.autosize);
-        const auto position = read(columnKey("columnorder", number), [](std::string_view text) {
-            return numberWithin(text, firstMovableColumn, activityColumnCount - 1);
-        });
-        column.position = static_cast<std::int16_t>(position.value_or(column.position));
-        const auto width = read(columnKey("width", number),
-                                [](std::string_view text) { return numberWithin(text, 0, longest); });
-        column.width = width.value_or(column.width);
-    }
-
-    std::vector<std::string> takeProblems() { return std::move(problems_); }
-
-  private:
-    const StateStore& store_;
-    std::vector<std::string> problems_;
 };
 
 // A minimised window lies far off the screen on some platforms.
@@ -174,19 +116,10 @@ bool hasUsableGeometry(const WindowState& state) {
     return state.window_left > offScreen && state.window_top > offScreen;
 }
 
-void saveColumn(std::size_t number, const ActivityColumn& column, StateStore& store) {
-    store.setValue(columnKey("autosize", number), column.autosize ? "True" : "False");
-    store.setValue(columnKey("columnorder", number), std::to_string(column.position));
-    store.setValue(columnKey("width", number), std::to_string(column.width));
-}
-
 } // namespace
 
 WindowState::WindowState() {
-    for (const StateKey& key : windowKeys) {
-        setPlace(*this, key.place, key.fallback);
-    }
-    for (const StateKey& key : activityKeys) {
+    for (const StateKey& key : stateKeys) {
         setPlace(*this, key.place, key.fallback);
     }
     for (std::size_t number = 0; number < columns.size(); ++number) {
@@ -197,33 +130,39 @@ WindowState::WindowState() {
 }
 
 WindowStateReading loadWindowState(const StateStore& store, const WindowState& defaults) {
-    WindowStateReading reading{.state = defaults, .problems = {}};
-    Reader reader(store);
-    for (const StateKey& key : windowKeys) {
-        reader.readKey(key, reading.state);
+    WindowState state = defaults;
+    Reader reader{store};
+    for (const StateKey& key : stateKeys) {
+        if (const auto* const number = std::get_if<std::int32_t WindowState::*>(&key.place)) {
+            state.** number = reader.read(std::string(key.key), state.**number, key.lowest, key.highest);
+        } else {
+            bool& flag = state.*std::get<bool WindowState::*>(key.place);
+            flag = reader.read(std::string(key.key), flag,
+                               [](std::string_view text) { return toNumber(text) != 0; });
+        }
     }
     for (std::size_t number = firstMovableColumn; number < activityColumnCount; ++number) {
-        reader.readColumn(number, reading.state.columns[number]);
+        ActivityColumn& column = state.columns[number];
+        column.autosize = reader.read(columnKey("autosize", number), column.autosize, toBoolean);
+        column.position = reader.read(columnKey("columnorder", number), column.position, firstMovableColumn,
+                                      activityColumnCount - 1);
+        column.width = reader.read(columnKey("width", number), column.width, 0, longest);
     }
-    for (const StateKey& key : activityKeys) {
-        reader.readKey(key, reading.state);
-    }
-    reading.problems = reader.takeProblems();
-    return reading;
+    return {.state = state, .problems = std::move(reader.problems)};
 }
 
 void saveWindowState(StateStore& store, const WindowState& state) {
-    const bool savesGeometry = hasUsableGeometry(state);
-    const auto save = [&](const StateKey& key) {
-        if (savesGeometry || !key.isGeometry) {
+    for (const StateKey& key : stateKeys) {
+        if (hasUsableGeometry(state) || !isGeometry(key)) {
             store.setValue(key.key, placeText(state, key.place));
         }
-    };
-    std::ranges::for_each(windowKeys, save);
-    for (std::size_t number = 0; number < activityColumnCount; ++number) {
-        saveColumn(number, state.columns[number], store);
     }
-    std::ranges::for_each(activityKeys, save);
+    for (std::size_t number = 0; number < activityColumnCount; ++number) {
+        const ActivityColumn& column = state.columns[number];
+        store.setValue(columnKey("autosize", number), column.autosize ? "True" : "False");
+        store.setValue(columnKey("columnorder", number), std::to_string(column.position));
+        store.setValue(columnKey("width", number), std::to_string(column.width));
+    }
 }
 
 std::array<std::size_t, activityColumnCount> activityColumnOrder(const WindowState& state) {

@@ -6,6 +6,7 @@
 #include "common/Text.h"
 
 #include <cstddef>
+#include <filesystem>
 #include <string>
 #include <vector>
 #include <windows.h>
@@ -53,14 +54,6 @@ std::vector<DWORD> runningProcesses() {
     }
 }
 
-std::string utf8(const std::wstring& text) {
-    const auto length = static_cast<int>(text.size());
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<std::size_t>(size > 0 ? size : 0), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, result.data(), size, nullptr, nullptr);
-    return result;
-}
-
 // The path of the process's first module, its program; empty where this user may not see it.
 std::string programPath(DWORD id) {
     constexpr std::size_t longestPath = 32768;
@@ -75,7 +68,8 @@ std::string programPath(DWORD id) {
     const DWORD length =
         GetModuleFileNameExW(process.handle(), module, path.data(), static_cast<DWORD>(path.size()));
     path.resize(length);
-    return utf8(path);
+    const std::u8string text = std::filesystem::path(path).u8string();
+    return {text.begin(), text.end()};
 }
 
 } // namespace

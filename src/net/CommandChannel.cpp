@@ -120,24 +120,16 @@ void CommandChannel::ReplyRouter(int site, std::string_view bytes) {
     if (!session.current.bQuiet) {
         showWholeLines(site, data);
     }
-    switch (session.sReplyBuffer.append(data)) {
-    case ReplyProgress::incomplete:
-        return;
-    case ReplyProgress::replyTooLong:
-        services_.log.LogConsole(site, "Reply of more than 32 MiB without an end, closing the connection");
-        connection_.ResetSession(site);
-        return;
-    case ReplyProgress::tooManyLines:
-        services_.log.LogConsole(site, "Reply of more than 1000000 lines, closing the connection");
-        connection_.ResetSession(site);
-        return;
-    case ReplyProgress::lineTooLong:
-        services_.log.LogConsole(site, "Reply line of more than 64 KiB, closing the connection");
-        connection_.ResetSession(site);
-        return;
-    case ReplyProgress::complete:
+    const ReplyProgress progress = session.sReplyBuffer.append(data);
+    if (progress == ReplyProgress::complete) {
         routeReply(site, data);
-        return;
+    } else if (progress != ReplyProgress::incomplete) {
+        const std::string_view what = progress == ReplyProgress::lineTooLong ? "line of more than 64 KiB"
+                                      : progress == ReplyProgress::tooManyLines
+                                          ? "of more than 1000000 lines"
+                                          : "of more than 32 MiB without an end";
+        services_.log.LogConsole(site, "Reply " + std::string(what) + ", closing the connection");
+        connection_.ResetSession(site);
     }
 }
 
@@ -149,21 +141,9 @@ const ReplyHandler* CommandChannel::handlerOf(std::int32_t code) const {
 void CommandChannel::echo(int site) {
     const SiteSession& session = at(sites_, site).session;
     const ReplyHandler* const handler = handlerOf(session.current.iHandler);
-    const std::string line = "> " + session.current.sCommand;
-    switch (handler == nullptr ? Echo::none : handler->echo) {
-    case Echo::none:
-        return;
-    case Echo::console:
-        if (!session.current.bQuiet) {
-            services_.log.LogConsole(site, line);
-        }
-        return;
-    case Echo::commandResults:
-        services_.log.LogCommandResults(site, line);
-        return;
-    case Echo::browserReply:
-        services_.log.LogBrowserReply(site, line);
-        return;
+    if (handler != nullptr && handler->echo &&
+        (handler->echo != LogKind::console || !session.current.bQuiet)) {
+        services_.log.Log(site, *handler->echo, "> " + session.current.sCommand);
     }
 }
 
@@ -212,15 +192,23 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
     SendNext(site);
 }
 
+// What the login dialogue (RFC 959, section 5.4) does about a reply that arrived before the login. One that
+// is no part of it gives nothing: the person decides what comes next.
 void CommandChannel::logIn(int site, int code) {
     Site& target = at(sites_, site);
-    const LoginStep step = loginStep(code, target.config);
-    if (step.loggedIn) {
+    const SiteConfig& config = target.config;
+    if (code == 220) { // through the proxy the user name tells the server that is meant
+        const std::string server = "@" + config.host + ":" + std::to_string(config.port);
+        SendCommand(
+            site, {.sCommand = "USER " + config.user + (config.usesslproxy ? server : ""), .bQuiet = false});
+    } else if (code == 331) {
+        SendCommand(site, {.sCommand = "PASS " + config.pass, .bQuiet = false});
+    } else if (code == 230) {
         target.session.bLoggedIn = true;
         target.session.sCwd = "/";
-    }
-    for (const Command& command : step.commands) {
-        SendCommand(site, command);
+        SendCommand(site, {.sCommand = "SITE CorvelExt usertable", .iHandler = handler::userTable});
+        SendCommand(site, {.sCommand = "SITE CorvelExt grouptable", .iHandler = handler::groupTable});
+        SendCommand(site, {.sCommand = "CWD /", .iHandler = handler::browser});
     }
 }
 

@@ -40,14 +40,11 @@ void reportProblem(const ReplyServices& services, const Reply& reply, std::strin
 // What is said about a command that no line of a control connection can carry.
 inline constexpr std::string_view notOneLine = "Command not sent: it holds a line break or a NUL character";
 
-// Which log shows a command as it goes out.
-enum class Echo { none, console, commandResults, browserReply };
-
-// One kind of reply: what its commands are echoed to, and what is done with the answer. A handler may throw
-// ParseError: the console says so, and the channel goes on.
+// One kind of reply: the log that shows its commands as they go out (the console no quiet ones), if any, and
+// what is done with the answer. A handler may throw ParseError: the console says so, and the channel goes on.
 struct ReplyHandler {
     std::int32_t code;
-    Echo echo;
+    std::optional<LogKind> echo;
     void (*handle)(const ReplyServices&, const Reply&);
 };
 

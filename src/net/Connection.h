@@ -53,16 +53,6 @@ inline void ConsoleLog::tell(int site, std::string_view line) {
 // the one that was configured, the one of state 7 its address. UTF-8.
 std::string SocketStateText(const Socket& socket);
 
-// What the login dialogue (RFC 959, section 5.4) does about one reply.
-struct LoginStep {
-    bool loggedIn = false; // the server accepted the login with this reply
-    std::vector<Command> commands;
-};
-
-// code: of a reply that arrived before the login; config: the site. A reply that is no part of the dialogue
-// gives an empty step: the person decides what comes next.
-LoginStep loginStep(int code, const SiteConfig& config);
-
 // Opens and ends the control connections. Everything that ends one runs through ResetSession.
 class Connection {
   public:

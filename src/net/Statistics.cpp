@@ -8,26 +8,16 @@ namespace corvel {
 
 namespace {
 
-// What the counters amount to; sums of 32-bit counters do not fit into 32 bits.
-struct Sums {
-    std::int64_t online;
-    std::int64_t transfers;
-    std::int64_t bandwidth;
-};
-
-Sums sumsOf(const ActivityCounters& activity) {
-    const std::int64_t transfers = std::int64_t{activity.uploaders} + activity.downloaders;
-    return {.online = transfers + activity.idlers,
-            .transfers = transfers,
-            .bandwidth = std::int64_t{activity.uploadSpeed} + activity.downloadSpeed};
+// Sums of 32-bit counters do not fit into 32 bits.
+std::int64_t transfersOf(const ActivityCounters& activity) {
+    return std::int64_t{activity.uploaders} + activity.downloaders;
+}
+std::int64_t bandwidthOf(const ActivityCounters& activity) {
+    return std::int64_t{activity.uploadSpeed} + activity.downloadSpeed;
 }
 
 std::string line(std::string_view caption, std::int64_t count, std::int64_t speed) {
-    return std::string(caption)
-        .append(std::to_string(count))
-        .append(" @ ")
-        .append(std::to_string(speed))
-        .append(" kBps ");
+    return std::string(caption) + std::to_string(count) + " @ " + std::to_string(speed) + " kBps ";
 }
 
 } // namespace
@@ -36,8 +26,7 @@ Status statusOf(const Sites& sites, int currentSite) {
     Status status = {.hasSites = sites.size() > 1};
     if (currentSite > 0) {
         const Site& site = at(sites, currentSite);
-        const std::string& name = site.config.name;
-        status.sitename = toUtf8(name);
+        status.sitename = toUtf8(site.config.name);
         status.isOnline = site.session.bLoggedIn;
         status.activity = site.session.activity;
     }
@@ -46,26 +35,24 @@ Status statusOf(const Sites& sites, int currentSite) {
 
 MenuVariables statisticsRows(const Status& status) {
     const ActivityCounters& activity = status.activity;
-    const Sums sums = sumsOf(activity);
     return {
         {"sitename", status.sitename.value_or("")},
-        {"online_all", std::to_string(sums.online)},
-        {"online_transfer", std::to_string(sums.transfers)},
+        {"online_all", std::to_string(transfersOf(activity) + activity.idlers)},
+        {"online_transfer", std::to_string(transfersOf(activity))},
         {"online_up", std::to_string(activity.uploaders)},
         {"online_down", std::to_string(activity.downloaders)},
         {"online_idle", std::to_string(activity.idlers)},
-        {"bandwidth_total", std::to_string(sums.bandwidth)},
+        {"bandwidth_total", std::to_string(bandwidthOf(activity))},
         {"bandwidth_up", std::to_string(activity.uploadSpeed)},
         {"bandwidth_down", std::to_string(activity.downloadSpeed)},
     };
 }
 
 std::string statisticsText(const ActivityCounters& activity) {
-    const Sums sums = sumsOf(activity);
     return "Idlers: " + std::to_string(activity.idlers) + '\n' +
            line("Upload: ", activity.uploaders, activity.uploadSpeed) + '\n' +
            line("Download: ", activity.downloaders, activity.downloadSpeed) + '\n' +
-           line("Total: ", sums.online, sums.bandwidth);
+           line("Total: ", transfersOf(activity) + activity.idlers, bandwidthOf(activity));
 }
 
 std::string transfersText(const ActivityCounters& activity) {
@@ -86,15 +73,13 @@ std::string statusText(const Status& status, std::string_view onlineTemplate,
 }
 
 std::string_view trayImage(const Status& status) {
-    if (!status.hasSites) {
-        return "tray-offline";
-    }
     const bool isUp = status.activity.uploaders > 0;
     const bool isDown = status.activity.downloaders > 0;
-    if (isUp) {
-        return isDown ? "tray-both" : "tray-up";
-    }
-    return isDown ? "tray-down" : "tray-idle";
+    return !status.hasSites ? "tray-offline"
+           : isUp && isDown ? "tray-both"
+           : isUp           ? "tray-up"
+           : isDown         ? "tray-down"
+                            : "tray-idle";
 }
 
 } // namespace corvel

@@ -21,23 +21,14 @@ constexpr unsigned firstWithOption = 0xFB; // WILL, WON'T, DO, DON'T
 std::string TelnetReader::read(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size() + 1);
-    while (!bytes.empty()) {
-        if (state_ == State::data) {
-            const std::size_t size = std::min(bytes.find(commandByte), bytes.size());
-            if (size > 0) {
-                text += bytes.substr(0, size);
-                const char before = size > 1 ? bytes[size - 2] : last_;
-                last_ = bytes[size - 1];
-                isLineStart_ = before == '\r' && last_ == '\n';
-                bytes.remove_prefix(size);
-                continue;
-            }
-        }
-        const char byte = bytes.front();
-        bytes.remove_prefix(1);
+    for (const char byte : bytes) {
         switch (state_) {
         case State::data:
-            state_ = State::command;
+            if (byte == commandByte) {
+                state_ = State::command;
+            } else {
+                put(text, byte);
+            }
             break;
         case State::command:
             afterCommandByte(text, byte);

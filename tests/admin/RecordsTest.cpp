@@ -76,8 +76,8 @@ void expectError(clsUser& user, std::string_view line, const char* text) {
 
 TEST(UserFile, NamesTheTextAndTheLineThatItCannotRead) {
     clsUser user;
-    expectError<IndexOutOfRange>(user, "200-username", "reply line 3: \"200-username\"");
-    expectError<InvalidArgument>(user, "20 | x", "\"20 | x\"");
+    expectError<ParseError>(user, "200-username", "reply line 3: \"200-username\"");
+    expectError<ParseError>(user, "20 | x", "\"20 | x\"");
     expectError<ConversionError>(user, "200-groups | 1 | 40000 | 2", "40000");
     EXPECT_EQ(user.details().groups, Ids{1}) << "the ids before the bad one stay";
 }

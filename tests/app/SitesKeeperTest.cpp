@@ -15,14 +15,6 @@ const SiteForm form = {
 const std::string mine = sitesText({addedSite(form)}, platformLineEnd);
 const std::string kept = "sites.ini.other-2001-02-03-123456";
 
-TEST(SitesKeeper, LeavesAloneWhatAppearedAndWasNotEditedHere) {
-    TestProgram program("");
-    program.directory.write("sites.ini", theirs);
-    EXPECT_TRUE(program.main.SaveSites());
-    EXPECT_EQ(program.directory.read("sites.ini"), theirs);
-    EXPECT_TRUE(program.prompts.asked.empty());
-}
-
 TEST(SitesKeeper, AsksWhoseSitesStayAndKeepsTheOthers) {
     for (const bool writesMine : {false, true}) {
         TestProgram program("");

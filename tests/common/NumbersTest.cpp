@@ -103,7 +103,7 @@ TEST(Numbers, AreWritten) {
 }
 
 TEST(Errors, CarryTheOffendingTextButNoMoreThanALine) {
-    EXPECT_EQ(std::string(InvalidArgument(std::string(1000, 'x'), "is too short").what()),
+    EXPECT_EQ(std::string(ParseError(std::string(1000, 'x'), "is too short").what()),
               '"' + std::string(80, 'x') + "...\" is too short");
 }
 

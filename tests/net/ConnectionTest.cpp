@@ -28,15 +28,6 @@ TEST(Connection, ResetsAllButWhatOutlivesAConnection) {
     EXPECT_EQ(session.sConsolePartial, "211-half a reply");
 }
 
-// A quiet command before the end keeps the next greeting off the console.
-TEST(Connection, QuietFlagOutlivesTheConnection) {
-    LoggedIn program;
-    program.main.wSock_Close(1);
-    program.main.connectSite(1);
-    program.answer({send("220 again\r\n"), expect("USER bob")}, "second login");
-    EXPECT_EQ(program.console(1).find("220 again"), std::string::npos);
-}
-
 TEST(Connection, ChoosesWhereToConnect) {
     struct Row {
         const char* name;
@@ -66,17 +57,6 @@ TEST(Connection, ChoosesWhereToConnect) {
             play(program, 1, {send("220 hi\r\n"), expect(row.userCommand)}, {}, row.name);
         }
     }
-}
-
-TEST(Connection, ConnectingAgainStartsFromAFreshSession) {
-    LoggedIn program;
-    program.main.sendConsoleCommand(1, "never answered");
-    program.socket(1).takeSentLines();
-    EXPECT_EQ(program.session(1).lastErrorLine, "500 Unknown");
-    program.main.connectSite(1);
-    EXPECT_EQ(program.session(1).lastErrorLine, "") << "what the last connection was refused";
-    program.answer(loginScript(), "second login");
-    EXPECT_TRUE(program.session(1).bLoggedIn);
 }
 
 TEST(SocketStateText, TellsEveryState) {

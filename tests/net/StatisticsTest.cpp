@@ -42,13 +42,11 @@ TEST(Statistics, FillTheTemplateOfTheState) {
     };
     const std::vector<Row> rows = {
         {"no site", {}, "on", "", "Corvel"},
-        {"no site, a template", {}, "on", "%(sitename)|%(online_all)", "|0"},
         {"logged in, no template", online, "", "off", "Corvel - home"},
         {"not logged in, no template", offline, "on", "", "Corvel - home"},
         {"logged in", online, "%(sitename): %(ONLINE_UP,4,R) up, %(bandwidth_total)", "off",
          "home:    3 up, 160"},
         {"not logged in", offline, "on", "%(sitename) is away", "home is away"},
-        {"unknown variable", online, "[%(user)]", "off", "[]"},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(statusText(row.status, row.onlineTemplate, row.offlineTemplate), row.text) << row.name;
