@@ -1,7 +1,6 @@
 #include "config/FileReplacement.h"
 
 #include "config/Files.h"
-#include "config/PlatformFiles.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -69,10 +68,6 @@ TEST(FileReplacement, IsItsOwnersAlone) {
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(list->AceCount, 1);
     LocalFree(descriptor);
-}
-
-TEST(FileReplacement, HasTheLineEndsOfThePlatform) {
-    EXPECT_EQ(platformLineEnd, "\r\n");
 }
 
 } // namespace

@@ -20,7 +20,7 @@ TEST(Settings, ReadsEachKindOfKey) {
         "ssl_tunnel_host = 127.0.0.1",
         "ssl_tunnel_port = 4000x",
         "textbox_fontsize = -9.7",
-        "site_nuke_replace_spaces = __",
+        "site_nuke_replace_spaces = \u00FCx",
         "menu_tray = Quit | %exit",
         "menu_tray =  a | b | c ",
         "menu_tray = no command",
@@ -42,7 +42,7 @@ TEST(Settings, ReadsEachKindOfKey) {
     EXPECT_EQ(settings.ssl_tunnel_host, "127.0.0.1");
     EXPECT_EQ(settings.ssl_tunnel_port, 4000);
     EXPECT_EQ(settings.textbox_fontsize, 10);
-    EXPECT_EQ(settings.site_nuke_replace_spaces, "_");
+    EXPECT_EQ(settings.site_nuke_replace_spaces, "\u00FC");
     EXPECT_EQ(settings.menu_tray, (std::vector<MenuEntry>{{"Quit", "%exit"}, {"a", "b | c"}}));
     EXPECT_EQ(settings.images[1], "two.png");
     EXPECT_EQ(settings.images[17], "r.png");
@@ -85,14 +85,6 @@ TEST(Settings, DefaultsAndReportsWhatIsNoNumber) {
                                     "settings.ini: textbox_fontsize: \"1001\" is no font size",
                                     "settings.ini: ssl_tunnel_port: \"99999999999\" is no 32-bit number"}));
     EXPECT_EQ(reading.settings, (Settings{.ssl_tunnel_host = "read on"}));
-}
-
-TEST(Settings, KeepsOneCharacterThatReplacesBlanks) {
-    for (const auto& [value, kept] : std::vector<std::pair<std::string, std::string>>{
-             {"..", "."}, {"", ""}, {"\u00FCx", "\u00FC"}, {"\U0001F600\U0001F600", "\U0001F600"}}) {
-        const std::string line = "site_nuke_replace_spaces = " + value;
-        EXPECT_EQ(parseSettings({line}).settings.site_nuke_replace_spaces, kept) << value;
-    }
 }
 
 TEST(Settings, ReadsAnAnsiFileAsAWhole) {

@@ -36,14 +36,10 @@ TEST(CommandChannel, GoesThroughUnusualLoginsToTheirEnd) {
     };
     const std::vector<Row> cases = {
         {"refused password stays connected",
-         {send("220 hi\r\n"), expect("USER bob"), send("331 go on\r\n"), expect("PASS secret"),
+         {send("220-hi\r\n220 there\r\n"), expect("USER bob"), send("331 go on\r\n"), expect("PASS secret"),
           send("530 no\r\n")},
          false,
-         "220 hi\r\n> USER bob\r\n331 go on\r\n> PASS *****\r\n530 no\r\n"},
-        {"long greeting",
-         {send("220-one\r\n220-two\r\n220 three\r\n"), expect("USER bob")},
-         false,
-         "220-one\r\n220-two\r\n220 three\r\n> USER bob\r\n"},
+         "220-hi\r\n220 there\r\n> USER bob\r\n331 go on\r\n> PASS *****\r\n530 no\r\n"},
         {"no password wanted",
          {send("220 hi\r\n"), expect("USER bob"), send("230 in\r\n"), expect("SITE CorvelExt usertable")},
          true,
@@ -107,26 +103,26 @@ TEST(CommandChannel, RingTakes26AndSendsTheLatestBeforeTheWaiting) {
 }
 
 TEST(CommandChannel, SendsAndEchoesWhatAPersonTypes) {
+    const std::string notSent = "Command not sent: it holds a line break or a NUL character\r\n";
     struct Row {
-        const char* name;
         std::string command;
-        std::string sent;
+        bool isSent;
         std::string echoed;
     };
-    const std::vector<Row> cases = {
-        {"password in lower case", "pass geheim", "pass geheim", "> PASS *****\r\n"},
-        {"line feed", "NOOP\nDELE x", "", "Command not sent: it holds a line break or a NUL character\r\n"},
-        {"NUL", std::string("NO\0OP", 5), "",
-         "Command not sent: it holds a line break or a NUL character\r\n"},
-        {"control characters are shown, not obeyed", "a\x1B[2J", "a\x1B[2J", "> a\xE2\x90\x9B[2J\r\n"},
+    const std::vector<Row> rows = {
+        {"pass geheim", true, "> PASS *****\r\n"},
+        {"passive", true, "> passive\r\n"},
+        {"NOOP\nDELE x", false, notSent},
+        {std::string("NO\0OP", 5), false, notSent},
+        {"a\x1B[2J", true, "> a\xE2\x90\x9B[2J\r\n"}, // shown, not obeyed
     };
-    for (const Row& row : cases) {
+    for (const Row& row : rows) {
         LoggedIn program;
         const std::size_t before = program.console(1).size();
         program.main.sendConsoleCommand(1, row.command);
-        const Texts sent = program.socket(1).takeSentLines();
-        EXPECT_EQ(sent, row.sent.empty() ? Texts() : Texts{row.sent}) << row.name;
-        EXPECT_EQ(program.console(1).substr(before), row.echoed) << row.name;
+        EXPECT_EQ(program.socket(1).takeSentLines(), row.isSent ? Texts{row.command} : Texts())
+            << row.command;
+        EXPECT_EQ(program.console(1).substr(before), row.echoed) << row.command;
     }
 }
 
@@ -157,18 +153,15 @@ TEST(CommandChannel, ReadsTextByTextAndWritesAsTheServerDoes) {
 // A connection that ended inside a character says nothing about the next one.
 TEST(CommandChannel, StartsEveryConnectionAfresh) {
     LoggedIn program;
-    for (int i = 0; i < 3; ++i) {
-        program.main.sendConsoleCommand(1, "stat");
-        program.main.wSock_DataArrival(1, "211-gr\xC3");
-        program.main.wSock_DataArrival(1, std::string(70000, 'x') + "\xFF");
-        EXPECT_EQ(program.socket(1).state(), SocketState::closed);
-        program.socket(1).takeSentLines();
-        program.main.connectSite(1);
-        EXPECT_EQ(program.session(1).sConsolePartial, "") << "it is shown, and does not pile up";
-        program.answer(loginScript(), "login");
-        EXPECT_EQ(program.session(1).encoding, TextEncoding::utf8);
-        EXPECT_NE(program.console(1).find("\r\n220 ready\r\n"), std::string::npos);
-    }
+    program.main.sendConsoleCommand(1, "stat");
+    program.main.wSock_DataArrival(1, "211-gr\xC3");
+    program.main.wSock_DataArrival(1, std::string(70000, 'x') + "\xFF");
+    program.socket(1).takeSentLines();
+    program.main.connectSite(1);
+    EXPECT_EQ(program.session(1).sConsolePartial, "") << "it is shown, and does not pile up";
+    program.answer(loginScript(), "login");
+    EXPECT_EQ(program.session(1).encoding, TextEncoding::utf8);
+    EXPECT_NE(program.console(1).find("\r\n220 ready\r\n"), std::string::npos);
 }
 
 TEST(CommandChannel, TakesTheTelnetLayerOffAndPutsItOn) {
@@ -183,24 +176,15 @@ TEST(CommandChannel, TakesTheTelnetLayerOffAndPutsItOn) {
 }
 
 TEST(CommandChannel, EndsTheConnectionAtTheLimits) {
-    std::string endless;
-    while (endless.size() < 33 * 1024 * 1024) {
-        endless += std::string(60000, 'x') + "\r\n";
-    }
-    const std::vector<std::pair<std::string, std::string>> rows = {
-        {std::string(70000, 'x'), "Reply line of more than 64 KiB, closing the connection"},
-        {endless, "Reply of more than 32 MiB without an end, closing the connection"},
-    };
-    for (const auto& [bytes, message] : rows) {
-        LoggedIn program(2);
-        program.main.connectSite(2);
-        program.main.wSock_DataArrival(1, bytes);
-        EXPECT_EQ(program.socket(1).state(), SocketState::closed);
-        EXPECT_NE(program.console(1).find(message), std::string::npos);
-        EXPECT_EQ(program.socket(2).state(), SocketState::connecting);
-        program.logIn();
-        EXPECT_TRUE(program.session(1).bLoggedIn);
-    }
+    LoggedIn program(2);
+    program.main.connectSite(2);
+    program.main.wSock_DataArrival(1, std::string(70000, 'x'));
+    EXPECT_EQ(program.socket(1).state(), SocketState::closed);
+    EXPECT_NE(program.console(1).find("Reply line of more than 64 KiB, closing the connection"),
+              std::string::npos);
+    EXPECT_EQ(program.socket(2).state(), SocketState::connecting);
+    program.logIn();
+    EXPECT_TRUE(program.session(1).bLoggedIn);
 }
 
 TEST(CommandChannel, TwoSitesDoNotNoticeEachOther) {
