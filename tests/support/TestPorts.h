@@ -37,27 +37,24 @@ class RecordingViews : public Views {
             "siteAdded",       "siteRenamed",     "currentSiteChanged", "", "listingChanged",
             "pathChanged",     "activityChanged", "chattrAnswered",     "", "sessionReset",
             "lastErrorChanged"};
-        const char* const name = names[static_cast<std::size_t>(change.part)];
+        const std::string name = names[static_cast<std::size_t>(change.part)];
+        const std::string site = " " + std::to_string(change.site);
         if (change.part == ViewPart::accounts) {
-            note(change.accounts == Accounts::users ? "users" : "groups", change.site,
-                 static_cast<int>(change.account));
-        } else if (*name != '\0') { // the logs speak for themselves
-            note(name, change.site);
+            note((change.accounts == Accounts::users ? "users" : "groups") + site + " " +
+                 std::to_string(static_cast<int>(change.account)));
+        } else if (!name.empty()) { // the logs speak for themselves
+            note(name + site);
         }
     }
     void dialogWanted(int site, Dialog dialog) override {
-        note("dialogWanted", site, static_cast<int>(dialog));
+        note("dialogWanted " + std::to_string(site) + " " + std::to_string(static_cast<int>(dialog)));
     }
 
     Texts calls;
     std::function<void(const std::string&)> whenTold; // with each call, once it is noted
 
   private:
-    void note(const std::string& what, int site, int index) {
-        note((what + " " + std::to_string(site)).c_str(), index);
-    }
-    void note(const char* what, int site) {
-        const std::string call = what + (" " + std::to_string(site));
+    void note(const std::string& call) {
         calls.push_back(call);
         if (whenTold) {
             whenTold(call);
