@@ -156,6 +156,8 @@ TEST_F(ReportViewTest, EnterAloneIsNoEdit) {
         ReportSource named = source(1);
         named.editText = [&](int) { return name; };
         view_.setSource(named);
+        view_.setCurrentRow(0);
+        takeEvents();
         view_.editLabel(0);
         ASSERT_NE(editor(), nullptr);
         QTest::keyClick(editor(), Qt::Key_Return);

@@ -18,10 +18,11 @@ wSock::wSock(QObject* parent) : QObject(parent) {
     socket_.setReadBufferSize(bytesPerEvent);
     // The desktop's proxy is one for the web; asking for it can hold up the window, too.
     socket_.setProxy(QNetworkProxy::NoProxy);
-    connect(&socket_, &QTcpSocket::connected, this, &wSock::connected);
+    connect(&socket_, &QTcpSocket::connected, this, [this] { tell([this] { emit connected(); }); });
     connect(&socket_, &QTcpSocket::readyRead, this, &wSock::takeData);
     connect(&socket_, &QTcpSocket::stateChanged, this, &wSock::stateChanged);
-    connect(&socket_, &QTcpSocket::errorOccurred, this, &wSock::reportError);
+    connect(&socket_, &QTcpSocket::errorOccurred, this,
+            [this](QAbstractSocket::SocketError error) { tell([this, error] { reportError(error); }); });
 }
 
 // The socket must not report its own end to a program that is half gone.
@@ -53,10 +54,13 @@ void wSock::Connect(const std::string& host, std::int32_t port) {
     Close();
     host_ = host;
     port_ = port;
+    isConnecting_ = true; // Windows refuses an address on the spot
     socket_.connectToHost(textOf(host, encodingOf(host)), static_cast<quint16>(port));
+    isConnecting_ = false;
 }
 
 void wSock::Close() {
+    ++attempt_;
     {
         const QSignalBlocker silence(socket_);
         socket_.abort();
@@ -82,6 +86,21 @@ std::string wSock::remoteAddress() const {
 
 std::int32_t wSock::remotePort() const {
     return port_;
+}
+
+void wSock::tell(const std::function<void()>& event) {
+    if (!isConnecting_) {
+        event();
+        return;
+    }
+    QMetaObject::invokeMethod(
+        this,
+        [this, event, attempt = attempt_] {
+            if (attempt == attempt_) {
+                event();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void wSock::takeData() {

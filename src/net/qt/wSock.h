@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QTcpSocket>
 
+#include <functional>
+
 namespace corvel {
 
 // The Socket port over QTcpSocket. Name look-up and connecting run in the background.
@@ -32,12 +34,17 @@ class wSock : public QObject, public Socket {
     void failed(const QString& description, int number);
 
   private:
+    // Emits from the event loop what comes up inside of Connect, unless the connection is another one by
+    // then.
+    void tell(const std::function<void()>& event);
     void takeData();
     void reportError(QAbstractSocket::SocketError error);
 
     QTcpSocket socket_;
     std::string host_;
     std::int32_t port_ = 0;
+    bool isConnecting_ = false; // inside of Connect
+    int attempt_ = 0;
 };
 
 } // namespace corvel

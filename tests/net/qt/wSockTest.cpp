@@ -62,6 +62,7 @@ TEST_F(WSock, ClosesWithoutAWord) {
     const quint16 port = server_.serverPort();
     server_.close();
     socket_.Connect("127.0.0.1", port);
+    EXPECT_TRUE(failed_.isEmpty()) << "no event comes from inside a call";
     ASSERT_TRUE(failed_.wait());
     EXPECT_EQ(failed_.front()[1].toInt(), QAbstractSocket::ConnectionRefusedError);
 }
