@@ -1,11 +1,12 @@
-#include "config/qt/SettingsStore.h"
 #include "ui/DemoHome.h"
-#include "ui/desktop/StartAndEnd.h"
+#include "ui/desktop/Desktop.h"
+#include "ui/desktop/SystemPorts.h"
 #include "ui/frmMain.h"
-#include "widgets/SelectionColors.h"
 #include "widgets/TextConversion.h"
 
 #include <QApplication>
+#include <QPalette>
+#include <QStyle>
 
 #include <algorithm>
 #include <array>
@@ -21,6 +22,18 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
     return std::make_unique<QApplication>(argc, argv);
+}
+
+// Some styles mark the selected row of a list by a tint that leaves the text its own color, while the palette
+// still names another one. Brings the palette of all lists in step with the style, for what paints rows
+// itself.
+void fitSelectionColors() {
+    if (QApplication::style()->name() == QLatin1String("windowsvista")) {
+        constexpr const char* lists = "QAbstractItemView";
+        QPalette palette = QApplication::palette(lists);
+        palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Active, QPalette::Text));
+        QApplication::setPalette(palette, lists);
+    }
 }
 
 } // namespace
@@ -49,7 +62,7 @@ int main(int argc, char** argv) {
     } else {
         settings = std::make_unique<corvel::SettingsStore>();
     }
-    corvel::fitSelectionColors();
+    fitSelectionColors();
     corvel::StateStore& store = demo ? demo->store() : *settings;
     const std::string directory = demo ? demo->directory() : corvel::toCore(options.directory);
     corvel::frmMain window(store, directory);

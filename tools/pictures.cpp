@@ -27,7 +27,7 @@ namespace {
 using namespace corvel;
 using namespace corvel::test;
 
-enum Tab { console, activity, browser, stats, users, groups, settings, results };
+enum Page { console, activity, browser, stats, users, groups, settings, results };
 
 struct Options {
     QDir directory;
@@ -110,7 +110,7 @@ class Photographer {
     }
     void picture(const std::string& name) { save(*driver_.window, name); }
 
-    void show(Tab tab) { driver_.find<QTabWidget>("tabMain").setCurrentIndex(tab); }
+    void show(Page tab) { driver_.find<QTabWidget>("tabMain").setCurrentIndex(tab); }
     void press(const char* button) { driver_.find<QPushButton>(button).click(); }
     void clickRow(const char* list, int row, int column = 1) {
         auto& view = driver_.find<ReportView>(list);

@@ -1,9 +1,12 @@
 #include "ui/SettingsPanel.h"
 
+#include "widgets/TextConversion.h"
+
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -12,6 +15,10 @@
 namespace corvel {
 
 namespace {
+
+// In milliseconds: the wait after a round that could send nothing, so that a slow or closed connection does
+// not cost a whole processor.
+constexpr int idleWait = 1;
 
 // A button with its explanation beside it.
 QPushButton* addButton(QGridLayout& layout, const char* name, const QString& caption,
@@ -30,7 +37,9 @@ QPushButton* addButton(QGridLayout& layout, const char* name, const QString& cap
 
 } // namespace
 
-SettingsPanel::SettingsPanel(mdlMain& program, QWidget* parent) : QWidget(parent) {
+SettingsPanel::SettingsPanel(mdlMain& program, QWidget* parent) : QWidget(parent), program_(program) {
+    test_.setSingleShot(true);
+    connect(&test_, &QTimer::timeout, this, &SettingsPanel::nextRound);
     auto* const window = new QGroupBox(tr("Window"));
     auto* const ofWindow = new QGridLayout(window);
     chkAlwaysOnTop_ = new QCheckBox(tr("&Always on top"));
@@ -65,6 +74,23 @@ SettingsPanel::SettingsPanel(mdlMain& program, QWidget* parent) : QWidget(parent
     layout->addWidget(window);
     layout->addWidget(server);
     layout->addStretch(1);
+}
+
+void SettingsPanel::startTest(QLineEdit& entry) {
+    entry.setText(QStringLiteral("site test list"));
+    entry_ = &entry;
+    test_.start(0);
+}
+
+void SettingsPanel::nextRound() {
+    const int site = program_.currentSite();
+    if (!chkAlwaysOnTop_->isChecked() || !entry_ || site == 0) {
+        return;
+    }
+    const bool sent =
+        program_.sendTestCommand(site, bytesOf(entry_->text(), program_.site(site).session.encoding));
+    entry_->selectAll();
+    test_.start(sent ? 0 : idleWait);
 }
 
 } // namespace corvel

@@ -2,13 +2,18 @@
 
 #include "app/mdlMain.h"
 
+#include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 class QCheckBox;
+class QLineEdit;
 
 namespace corvel {
 
-// The settings tab: what concerns the window and the current site as a whole.
+// The settings tab: what concerns the window and the current site as a whole; and the load test, which sends
+// one command to the current site, round after round, for as long as chkAlwaysOnTop is checked, and gives way
+// to every other event between the rounds.
 class SettingsPanel : public QWidget {
     Q_OBJECT
 
@@ -18,12 +23,23 @@ class SettingsPanel : public QWidget {
 
     QCheckBox& chkAlwaysOnTop() { return *chkAlwaysOnTop_; }
 
+    // Puts the test command into entry; each round sends what entry says then, and selects it. The test ends
+    // with the entry.
+    void startTest(QLineEdit& entry);
+    void stopTest() { test_.stop(); }
+    bool isTesting() const { return test_.isActive(); }
+
   signals:
     void testWanted();
     void settingsWanted();
 
   private:
+    void nextRound();
+
+    mdlMain& program_;
     QCheckBox* chkAlwaysOnTop_;
+    QPointer<QLineEdit> entry_;
+    QTimer test_;
 };
 
 } // namespace corvel

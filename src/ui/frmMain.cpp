@@ -1,10 +1,8 @@
 #include "ui/frmMain.h"
 
-#include "net/qt/LoadTest.h"
 #include "net/qt/wSock.h"
-#include "ui/NoticeBar.h"
 #include "ui/SettingsPanel.h"
-#include "widgets/ElementName.h"
+#include "widgets/Forms.h"
 #include "widgets/Icons.h"
 #include "widgets/TextConversion.h"
 
@@ -19,7 +17,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iostream>
 #include <utility>
 
 namespace corvel {
@@ -150,7 +147,7 @@ std::unique_ptr<Socket> frmMain::makeSocket(int site) {
 }
 
 void frmMain::createArea() {
-    notice_ = new NoticeBar;
+    createNotice();
     area_ = new QWidget;
     area_->installEventFilter(this);
     auto* const center = new QWidget;
@@ -352,7 +349,7 @@ void frmMain::showCurrentSite() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-    loadTest_->stop();
+    settings_->stopTest();
     const bool hasToTell = !std::exchange(isSavingTried_, true) && !program_.SaveSites();
     gatherWindowState();
     program_.SaveWindowState();
@@ -366,23 +363,6 @@ void frmMain::closeEvent(QCloseEvent* event) {
     event->accept();
     if (!isVisible()) {
         QCoreApplication::quit(); // by itself it would end with a window that is seen to close
-    }
-}
-
-// On the error stream all of them; in the window as many as can be read there.
-void frmMain::showProblems(const std::vector<std::string>& problems) {
-    constexpr qsizetype mostLines = 6;
-    QStringList lines;
-    for (const std::string& problem : problems) {
-        std::cerr << problem << '\n';
-        lines.append(displayTextOf(problem, TextEncoding::utf8));
-    }
-    if (const qsizetype more = lines.size() - mostLines; more > 0) {
-        lines = lines.first(mostLines);
-        lines.append(tr("... and %1 more").arg(more));
-    }
-    if (!lines.isEmpty()) {
-        notice_->show(lines.join(QLatin1Char('\n')));
     }
 }
 

@@ -5,15 +5,13 @@
 #include "app/mdlMain.h"
 #include "app/WindowPlacement.h"
 #include "browser/qt/BrowserPanel.h"
-#include "config/qt/LockFile.h"
 #include "menus/qt/CustomMenus.h"
-#include "menus/qt/DesktopShell.h"
 #include "net/qt/ActivityPanel.h"
 #include "net/qt/ConsolePanel.h"
-#include "net/qt/QtClock.h"
 #include "net/qt/SitesList.h"
 #include "net/qt/StatsPanel.h"
 #include "ui/desktop/mdlTrayIcon.h"
+#include "ui/desktop/SystemPorts.h"
 #include "ui/ViewUpdates.h"
 #include "widgets/ImageLists.h"
 #include "widgets/WindowPrompts.h"
@@ -28,6 +26,7 @@
 #include <vector>
 
 class QAction;
+class QFrame;
 class QLabel;
 class QTabWidget;
 class QTimer;
@@ -35,8 +34,6 @@ class QTimer;
 namespace corvel {
 
 class ElidedLabel;
-class LoadTest;
-class NoticeBar;
 class SettingsPanel;
 
 // The main window: the sites list, the bar beside it, the tabs, the menus and the status bar. It shows
@@ -67,6 +64,7 @@ class frmMain : public QMainWindow {
     void createViewMenu();
     void showImages();
     void createArea();
+    void createNotice();
     void createPanels();
     void createSettingsPanel();
     void createStatusBar();
@@ -77,6 +75,7 @@ class frmMain : public QMainWindow {
     void toggleSitesView();
     void showSitesList(bool visible);
     void openSettings();
+    void openAboutBox();
     void showChange(const ViewChange& change);
     void openDialog(int site, Dialog dialog);
     void showAddedSite(int site);
@@ -109,7 +108,8 @@ class frmMain : public QMainWindow {
     ImageLists images_;
     SitesModel sitesModel_;
     SitesList* lvwSites_ = nullptr;
-    NoticeBar* notice_ = nullptr;
+    QFrame* notice_ = nullptr; // with something that a person should know and nothing waits for
+    QLabel* noticeText_ = nullptr;
     QWidget* area_ = nullptr; // what layoutWindow lays out
     QWidget* imgSplit_ = nullptr;
     QTabWidget* tabMain_ = nullptr;
@@ -126,7 +126,6 @@ class frmMain : public QMainWindow {
     GroupsPanel* groups_ = nullptr;
     StatsPanel* stats_ = nullptr;
     SettingsPanel* settings_ = nullptr;
-    LoadTest* loadTest_ = nullptr;
     ElidedLabel* statusConnection_ = nullptr;
     ElidedLabel* statusTransfers_ = nullptr;
     ElidedLabel* statusError_ = nullptr;

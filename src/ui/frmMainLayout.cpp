@@ -1,7 +1,7 @@
 #include "app/WindowPlacement.h"
 #include "ui/frmMain.h"
 #include "ui/SettingsPanel.h"
-#include "widgets/LayoutUnits.h"
+#include "widgets/StoreValues.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -1,18 +1,19 @@
-#include "config/qt/frmSitesAddEdit.h"
-#include "ui/AboutBox.h"
+#include "config/qt/ConfigDialogs.h"
+#include "ui/desktop/Desktop.h"
 #include "ui/frmMain.h"
 #include "ui/SettingsPanel.h"
-#include "widgets/DialogParts.h"
-#include "widgets/ElementName.h"
+#include "widgets/Forms.h"
+#include "widgets/Icons.h"
 #include "widgets/TextConversion.h"
 
 #include <QCheckBox>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QTabWidget>
 
 #include <array>
 
-// The menu bar, the sites menu, and what their entries do.
+// The menu bar, the settings tab, and what their entries and buttons do.
 
 namespace corvel {
 
@@ -23,33 +24,65 @@ void frmMain::createMenus() {
     QAction* const about = help->addAction(tr("&About Corvel"));
     about->setObjectName(QStringLiteral("mnuHelpAbout"));
     about->setMenuRole(QAction::AboutRole);
-    connect(about, &QAction::triggered, this, [this] { openAboutBox(*this); });
+    connect(about, &QAction::triggered, this, &frmMain::openAboutBox);
+}
+
+void frmMain::openAboutBox() {
+    auto* const box = new QMessageBox(this);
+    box->setObjectName(QStringLiteral("frmAbout"));
+    box->setWindowTitle(tr("About Corvel"));
+    box->setIconPixmap(icon("corvel").pixmap(QSize(64, 64), devicePixelRatioF()));
+    box->setTextFormat(Qt::PlainText);
+    box->setText(QStringLiteral("Corvel %1").arg(QStringLiteral(CORVEL_VERSION)));
+    box->setInformativeText(tr("Administers FTP servers over their control connections.") +
+                            QStringLiteral("\n\n") + tr("Runs with Qt %1.").arg(QLatin1String(qVersion())));
+    box->setStandardButtons(QMessageBox::Ok);
+    corvel::openDialog(*box);
+}
+
+void frmMain::createSettingsPanel() {
+    settings_ = new SettingsPanel(program_);
+    QCheckBox& chkAlwaysOnTop = settings_->chkAlwaysOnTop();
+    connect(&chkAlwaysOnTop, &QCheckBox::toggled, this,
+            [this](bool checked) { setAlwaysOnTop(*this, checked); });
+    new TopmostDialogs(chkAlwaysOnTop, this);
+    connect(settings_, &SettingsPanel::testWanted, this, [this] {
+        if (const int site = program_.currentSite(); site > 0) {
+            settings_->startTest(*console_->at(site).command);
+        }
+    });
+    connect(settings_, &SettingsPanel::settingsWanted, this, &frmMain::openSettings);
+}
+
+void frmMain::openSettings() {
+    openSettingsDialog(*this, settingsForm(program_.windowState(), program_.settings()),
+                       [this](const SettingsForm& form) {
+                           program_.windowState() = savedSettings(form, program_.windowState());
+                           activity_->applyColumns();
+                           activity_->applyColours();
+                       });
 }
 
 void frmMain::createSitesMenu() {
-    struct Entry {
-        const char* caption; // null: a separator
-    };
-    static constexpr std::array<Entry, 9> entries = {{
-        {QT_TRANSLATE_NOOP("frmMain", "Connect")},
-        {QT_TRANSLATE_NOOP("frmMain", "Disconnect")},
-        {nullptr},
-        {QT_TRANSLATE_NOOP("frmMain", "Edit...")},
-        {QT_TRANSLATE_NOOP("frmMain", "Delete")},
-        {nullptr},
-        {QT_TRANSLATE_NOOP("frmMain", "Add new...")},
-        {nullptr},
-        {QT_TRANSLATE_NOOP("frmMain", "Toggle Icon/Report view")},
-    }};
+    // Null: a separator.
+    static constexpr std::array<const char*, 9> captions = {QT_TR_NOOP("Connect"),
+                                                            QT_TR_NOOP("Disconnect"),
+                                                            nullptr,
+                                                            QT_TR_NOOP("Edit..."),
+                                                            QT_TR_NOOP("Delete"),
+                                                            nullptr,
+                                                            QT_TR_NOOP("Add new..."),
+                                                            nullptr,
+                                                            QT_TR_NOOP("Toggle Icon/Report view")};
     mnuListSites_ = menuBar()->addMenu(tr("&Sites"));
     mnuListSites_->setObjectName(QStringLiteral("mnuListSites"));
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        const int index = static_cast<int>(i);
-        QAction* const action = entries[i].caption == nullptr
-                                    ? mnuListSites_->addSeparator()
-                                    : mnuListSites_->addAction(tr(entries[i].caption));
-        action->setObjectName(QStringLiteral("mnuListSites_%1").arg(index));
+    int index = 0;
+    for (const char* const caption : captions) {
+        QAction* const action =
+            caption == nullptr ? mnuListSites_->addSeparator() : mnuListSites_->addAction(tr(caption));
+        action->setObjectName(elementName("mnuListSites", index));
         connect(action, &QAction::triggered, this, [this, index] { sitesMenuTriggered(index); });
+        ++index;
     }
     connect(lvwSites_, &SitesList::menuRequested, this,
             [this](const QPoint& position) { mnuListSites_->popup(position); });
@@ -118,25 +151,18 @@ void frmMain::sitesMenuTriggered(int index) {
 
 void frmMain::editSite(int site) {
     const bool isNew = site == 0;
-    frmSitesAddEdit::Opening opening;
-    opening.form = isNew ? SiteForm{} : siteForm(program_.site(site).config);
-    const std::string& name = opening.form.txtSitename;
-    opening.caption = isNew
-                          ? tr("Add new site")
-                          : QStringLiteral("Editing site \"%1\"").arg(displayTextOf(name, encodingOf(name)));
-    opening.okCaption = isNew ? tr("Add and close") : tr("Save changes");
-    auto* const dialog = new frmSitesAddEdit(
-        opening,
-        [this, site, isNew](const SiteForm& form) {
-            std::optional<std::string> problem =
-                isNew ? program_.addSite(form) : program_.changeSite(site, form);
-            if (isNew && !problem) {
-                program_.selectSite(program_.siteCount());
-            }
-            return problem;
-        },
-        this);
-    corvel::openDialog(*dialog);
+    const SiteForm form = isNew ? SiteForm{} : siteForm(program_.site(site).config);
+    const QString name = displayTextOf(form.txtSitename, encodingOf(form.txtSitename));
+    openSiteDialog(*this, isNew ? tr("Add new site") : QStringLiteral("Editing site \"%1\"").arg(name),
+                   isNew ? tr("Add and close") : tr("Save changes"), form,
+                   [this, site, isNew](const SiteForm& filled) {
+                       std::optional<std::string> problem =
+                           isNew ? program_.addSite(filled) : program_.changeSite(site, filled);
+                       if (isNew && !problem) {
+                           program_.selectSite(program_.siteCount());
+                       }
+                       return problem;
+                   });
 }
 
 } // namespace corvel

@@ -1,16 +1,20 @@
 #include "net/Connection.h"
-#include "ui/desktop/Stacking.h"
+#include "ui/desktop/Desktop.h"
 #include "ui/frmMain.h"
-#include "widgets/ElidedLabel.h"
+#include "widgets/Forms.h"
 #include "widgets/TextConversion.h"
 
+#include <QHBoxLayout>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTabWidget>
+#include <QToolButton>
 
+#include <iostream>
 #include <utility>
 
-// What the window shows of its connections: sites list, counters, statistics, caption, tray icon, status bar.
-// Nothing is written that has not changed.
+// What the window shows of its connections: sites list, counters, statistics, caption, tray icon, status bar,
+// of which nothing is written that has not changed; and what was wrong at the start.
 
 namespace corvel {
 
@@ -18,8 +22,7 @@ namespace {
 
 ElidedLabel* newStatusLabel(const char* name) {
     constexpr int gap = 6; // on either side
-    auto* const label = new ElidedLabel;
-    label->setObjectName(QLatin1String(name));
+    auto* const label = new ElidedLabel(name);
     label->setContentsMargins(gap, 0, gap, 0);
     return label;
 }
@@ -123,6 +126,51 @@ void frmMain::showBatchProgress() {
     const int site = program_.currentSite();
     const std::string progress = site > 0 ? program_.admin().batchProgress(site) : std::string();
     statusBatch_->showText(progress.empty() ? QString() : tr("batch: %1").arg(fromCore(progress)));
+}
+
+void frmMain::createNotice() {
+    notice_ = new QFrame;
+    notice_->setObjectName(QStringLiteral("fraNotice"));
+    notice_->setFrameShape(QFrame::StyledPanel);
+    noticeText_ = new QLabel;
+    noticeText_->setObjectName(QStringLiteral("lblNotice"));
+    noticeText_->setTextFormat(Qt::PlainText);
+    noticeText_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    noticeText_->setWordWrap(true);
+    auto* const sign = new QLabel;
+    sign->setObjectName(QStringLiteral("sign"));
+    auto* const close = new QToolButton;
+    close->setObjectName(QStringLiteral("cmdNoticeClose"));
+    close->setText(tr("Close"));
+    close->setAutoRaise(true);
+    connect(close, &QToolButton::clicked, notice_, &QWidget::hide);
+    auto* const layout = new QHBoxLayout(notice_);
+    layout->addWidget(sign, 0, Qt::AlignTop);
+    layout->addWidget(noticeText_, 1);
+    layout->addWidget(close, 0, Qt::AlignTop);
+    notice_->hide();
+}
+
+// On the error stream all of them; in the window as many as can be read there.
+void frmMain::showProblems(const std::vector<std::string>& problems) {
+    constexpr qsizetype mostLines = 6;
+    QStringList lines;
+    for (const std::string& problem : problems) {
+        std::cerr << problem << '\n';
+        lines.append(displayTextOf(problem, TextEncoding::utf8));
+    }
+    if (const qsizetype more = lines.size() - mostLines; more > 0) {
+        lines = lines.first(mostLines);
+        lines.append(tr("... and %1 more").arg(more));
+    }
+    if (!lines.isEmpty()) {
+        // The sign is looked for in the desktop's themes, which takes a tenth of a start that has nothing to
+        // say.
+        notice_->findChild<QLabel*>(QStringLiteral("sign"))
+            ->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(fontMetrics().height()));
+        noticeText_->setText(lines.join(QLatin1Char('\n')));
+        notice_->show();
+    }
 }
 
 } // namespace corvel

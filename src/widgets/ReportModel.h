@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/TextConversion.h"
+
 #include <QAbstractTableModel>
 #include <QColor>
 #include <QIcon>
@@ -7,7 +9,9 @@
 #include <QStringList>
 
 #include <functional>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace corvel {
@@ -43,6 +47,26 @@ struct ReportSource {
     // What the editor of the row's first column starts with. Where it is empty, nothing can be edited.
     std::function<QString(int row)> editText = {};
 };
+
+// The content of a list whose rows are records with a text, in the encoding, for each of the columns. rows:
+// borrowed, must outlive the source as it is.
+template <typename Row>
+ReportSource sourceOf(const std::vector<Row>& rows, std::vector<ReportColumn> columns,
+                      std::vector<std::string Row::*> texts, TextEncoding encoding) {
+    ReportSource source = {.rows = static_cast<int>(rows.size()), .columns = std::move(columns)};
+    source.sentText = [&rows, texts = std::move(texts)](int row, int column) -> std::string_view {
+        return rows[static_cast<std::size_t>(row)].*texts[static_cast<std::size_t>(column)];
+    };
+    source.text = [sent = source.sentText, encoding](int row, int column) {
+        return cellTextOf(sent(row, column), encoding);
+    };
+    return source;
+}
+
+// For each of the columns from first to last, the rows whose cells may be its widest: all rows of a short
+// list, of a long one those that sent the longest different texts. A long list that does not say what was
+// sent gives its first rows. Costs one walk over the rows.
+std::vector<std::vector<int>> rowsToMeasure(const ReportSource& source, int first, int last);
 
 // The table model of every list: a window onto a ReportSource, with no object per cell.
 class ReportModel : public QAbstractTableModel {

@@ -1,8 +1,7 @@
 #include "widgets/ReportView.h"
 
-#include "widgets/ColumnMeasure.h"
-#include "widgets/LayoutUnits.h"
-#include "widgets/OneLineEdit.h"
+#include "widgets/Forms.h"
+#include "widgets/StoreValues.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>

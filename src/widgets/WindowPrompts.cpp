@@ -1,11 +1,8 @@
 #include "widgets/WindowPrompts.h"
 
-#include "widgets/DialogParts.h"
-#include "widgets/OneLineEdit.h"
+#include "widgets/Forms.h"
 
 #include <QInputDialog>
-#include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 
@@ -54,14 +51,12 @@ WindowPrompts::~WindowPrompts() {
 }
 
 void WindowPrompts::Message(const std::string& text) {
-    ask([text](QWidget* parent) { return newMessageBox(parent, boxText(text), QMessageBox::Ok); });
+    ask([text](QWidget* parent) { return newMessageBox(parent, boxText(text)); });
 }
 
 void WindowPrompts::AskYesNo(const std::string& question, std::function<void(bool)> answer) {
     ask([this, question, answer = std::move(answer)](QWidget* parent) {
-        QMessageBox* box = newMessageBox(parent, boxText(question), QMessageBox::Yes | QMessageBox::No);
-        box->setDefaultButton(QMessageBox::No);
-        box->setEscapeButton(QMessageBox::No);
+        QMessageBox* box = newQuestion(parent, boxText(question));
         QObject::connect(box, &QDialog::finished, &lifetime_,
                          [answer](int result) { answer(result == QMessageBox::Yes); });
         return box;

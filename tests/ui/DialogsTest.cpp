@@ -1,103 +1,115 @@
-// What the dialogs of the sites and of the browser have in common: how keys go through them, and what their
-// buttons do.
+#include "ui/WindowDriver.h"
 
-#include "browser/qt/frmBrowserCHATTR.h"
-#include "browser/qt/frmBrowserCHMOD.h"
-#include "browser/qt/frmBrowserNUKE.h"
-#include "config/qt/frmSitesAddEdit.h"
-#include "widgets/DialogDriver.h"
+#include <QComboBox>
+#include <QListWidget>
+#include <QPushButton>
 
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
+using namespace Qt::StringLiterals;
 
-namespace corvel {
+namespace corvel::test {
 namespace {
 
-using Problem = std::optional<std::string>;
-using Texts = std::vector<std::string>;
+using Names = std::vector<std::string>;
 
-// The dialogs, each with what is answered when it is confirmed.
-struct Row {
+struct Case {
     const char* name;
-    std::function<std::unique_ptr<QDialog>(std::function<Problem()>)> make;
-    Texts tabOrder; // the confirming button is the last but one, or names itself
-    const char* confirm = "cmdOK";
-    const char* cancel = "cmdCancel";
-    std::function<void(QDialog&, DialogDriver&)> prepare = [](QDialog&, DialogDriver&) {};
+    std::function<void(WindowDriver&)> open;
+    Names tabOrder; // from the first box on, once round
 };
 
-template <typename Dialog, typename Form, typename Opening>
-auto maker(Opening opening) {
-    return [opening](std::function<Problem()> answer) {
-        return std::make_unique<Dialog>(opening, [answer](const Form&) { return answer(); });
+std::function<void(WindowDriver&)> clickOn(const char* button) {
+    return [button](WindowDriver& driver) { driver.find<QPushButton>(button).click(); };
+}
+
+std::function<void(WindowDriver&)> runOnPub(const char* command) {
+    return [command](WindowDriver& driver) {
+        driver.select(u"pub"_s);
+        driver.run(command);
     };
 }
 
-std::vector<Row> dialogs() {
-    constexpr TextEncoding utf8 = TextEncoding::utf8;
-    return {
+Names sectionBoxes() {
+    Names names;
+    for (int section = 0; section < 10; ++section) {
+        names.insert(names.end(),
+                     {"txtRatio_" + std::to_string(section), "txtCredits_" + std::to_string(section)});
+    }
+    names.insert(names.end(), {"cmdSave", "cmdCancel"});
+    return names;
+}
+
+class Dialogs : public DemoWindow {};
+
+// What they all have in common: how keys go through them, that every input has a name, that Escape ends them.
+TEST_F(Dialogs, AreUsedWithKeys) {
+    const std::vector<Case> cases = {
         {"frmSitesAddEdit",
-         maker<frmSitesAddEdit, SiteForm>(frmSitesAddEdit::Opening{}),
+         [](WindowDriver& driver) { driver.chooseSitesMenu(3); },
          {"txtSitename", "txtHostname", "txtPort", "txtUsername", "txtPassword", "txtIdent",
-          "chkConnectOnStartup", "chkUseSSLProxy", "OKButton", "CancelButton"},
-         "OKButton",
-         "CancelButton"},
+          "chkConnectOnStartup", "chkUseSSLProxy", "OKButton", "CancelButton"}},
+        {"frmSettings",
+         clickOn("cmdSettings"),
+         {"lvwAL", "cmdLvwMove_0", "cmdLvwMove_1", "chkALUseColors", "cmdColorPickers_0", "cmdColorPickers_1",
+          "cmdColorPickers_2", "cmdColorPickers_3", "cmdColorPickers_4", "cmdColorPickers_5", "txtSSLHost",
+          "txtSSLPort", "cmdSave", "cmdClose"}},
         {"frmBrowserCHMOD",
-         maker<frmBrowserCHMOD, ChmodForm>(frmBrowserCHMOD::Opening{{.txtPath = "/a"}, utf8}),
+         runOnPub("chmod"),
          {"chkX_0", "chkX_1", "chkX_2", "chkX_3", "chkX_4", "chkX_5", "chkX_6", "chkX_7", "chkX_8",
           "txtCHMODval", "cmdOK", "cmdCancel", "txtPath"}},
         {"frmBrowserCHATTR",
-         maker<frmBrowserCHATTR, ChattrForm>(frmBrowserCHATTR::Opening{{.sName = "a"}, utf8}),
-         {"chkFlags", "lstUsers", "lstGroups", "Command1", "cmdCancel", "txtDirectory", "txtCurrent"},
-         "Command1",
-         "cmdCancel",
-         [](QDialog& dialog, DialogDriver&) {
-             static_cast<frmBrowserCHATTR&>(dialog).setAnswer({.txtCurrent = "<not set>"}, utf8);
-         }},
+         runOnPub("chattr"),
+         {"chkFlags", "lstUsers", "lstGroups", "Command1", "cmdCancel", "txtDirectory", "txtCurrent"}},
         {"frmBrowserNUKE",
-         maker<frmBrowserNUKE, NukeForm>(
-             frmBrowserNUKE::Opening{{.txtPath = "/", .txtName = "a"}, true, utf8}),
+         runOnPub("nuke"),
          {"txtMultip", "txtReason", "cmdOK", "cmdCancel", "txtPath", "txtName"}},
+        {"frmAddUser",
+         clickOn("cmdUserAdd"),
+         {"txtUserName", "txtPassword", "txtMainGroup", "txtUserFlags", "txtUserTagLine", "txtUserCredits",
+          "txtRatio", "txtNumOfLogins_0", "txtNumOfLogins_1", "txtNumOfLogins_2", "txtUserBwUp",
+          "txtUserBwDn", "lstAllGroup", "txtUserIP", "cmdUserAddDelIp_0", "cmdUserAddDelIp_1", "lstUserIP",
+          "cmdOK", "cmdCancel"}},
+        {"frmAddGroup",
+         clickOn("cmdGroupAdd"),
+         {"txtGroupname", "txtGroupdescr", "txtGroupGroupslots", "txtGroupLeechslots", "txtGroupVFS", "cmdOK",
+          "cmdCancel"}},
+        {"frmCopyUser",
+         clickOn("cmdUserCopy"),
+         {"txtNewUsername", "cmdOK", "cmdCancel", "txtSourceUsername", "txtSourceUID"}},
+        {"frmChangeUserGroups",
+         clickOn("cmdUserEditGroups"),
+         {"lstGroups", "lstGAdmin", "cmdOK", "cmdCancel"}},
+        {"frmUserSections",
+         [](WindowDriver& driver) { emit driver.find<ReportView>("lvwUserSections").rowDoubleClicked(0); },
+         sectionBoxes()},
     };
-}
-
-TEST(Dialogs, AreUsedWithKeysAndClosedByTheirButtons) {
-    for (const Row& row : dialogs()) {
+    startOn(usersTab);
+    driver_->clickRow("lvwUsers_1", 1, u"alice"_s);
+    ASSERT_TRUE(driver_->waitForIdle());
+    for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
-        int confirmed = 0;
-        Problem problem;
-        const std::unique_ptr<QDialog> dialog = row.make([&] {
-            ++confirmed;
-            return problem;
-        });
+        row.open(*driver_);
+        auto* const dialog = driver_->waitForBox<QDialog>();
+        ASSERT_NE(dialog, nullptr);
+        ASSERT_TRUE(driver_->waitForIdle());
         EXPECT_EQ(dialog->objectName().toStdString(), row.name);
-        DialogDriver driver(*dialog);
-        row.prepare(*dialog, driver);
-        driver.find<QWidget>(row.tabOrder.front().c_str()).setFocus();
-        EXPECT_EQ(driver.tabOrder(), row.tabOrder);
-        expectUsableByKeys(*dialog);
-        dialog->show();
-        driver.click(row.cancel);
-        EXPECT_FALSE(dialog->isVisible());
-        EXPECT_EQ(confirmed, 0);
-
-        dialog->show();
-        problem = "not <b>sent";
-        driver.click(row.confirm);
-        EXPECT_EQ(driver.answer(), "not <b>sent");
-        problem = ""; // the person was told
-        driver.click(row.confirm);
-        EXPECT_EQ(driver.answer(), "");
-        EXPECT_TRUE(dialog->isVisible());
-        problem.reset();
-        driver.click(row.confirm);
-        EXPECT_FALSE(dialog->isVisible());
-        EXPECT_EQ(confirmed, 3);
+        for (const auto* const input : dialog->findChildren<QWidget*>()) {
+            if (qobject_cast<const QLineEdit*>(input) != nullptr ||
+                qobject_cast<const QComboBox*>(input) != nullptr ||
+                qobject_cast<const QListWidget*>(input) != nullptr) {
+                EXPECT_FALSE(input->accessibleName().isEmpty()) << input->objectName().toStdString();
+            }
+        }
+        dialog->findChild<QWidget*>(QString::fromStdString(row.tabOrder.front()))->setFocus();
+        Names names;
+        do {
+            names.push_back(dialog->focusWidget()->objectName().toStdString());
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+        } while (dialog->focusWidget()->objectName().toStdString() != names.front() && names.size() < 100);
+        EXPECT_EQ(names, row.tabOrder);
+        QTest::keyClick(dialog, Qt::Key_Escape);
+        ASSERT_TRUE(driver_->waitForNoDialog());
     }
 }
 
 } // namespace
-} // namespace corvel
+} // namespace corvel::test

@@ -1,4 +1,4 @@
-#include "ui/desktop/StartAndEnd.h"
+#include "ui/desktop/Desktop.h"
 #include "ui/WindowDriver.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,7 @@
 
 #include "common/Text.h"
 #include "config/PlatformFiles.h"
-#include "config/qt/frmSitesAddEdit.h"
-#include "ui/desktop/StartAndEnd.h"
+#include "ui/desktop/Desktop.h"
 #include "ui/WindowDriver.h"
 
 #include <QCheckBox>
@@ -44,7 +43,7 @@ TEST(FrmMain, TellsANewUserHowToStart) {
 TEST(FrmMain, AddsAndEditsASite) {
     WindowDriver driver("");
     driver.chooseSitesMenu(6);
-    ASSERT_NE(driver.waitForBox<frmSitesAddEdit>(), nullptr);
+    ASSERT_NE(driver.waitForBox<QDialog>(), nullptr);
     driver.setText("txtSitename", u"home"_s);
     driver.setText("txtHostname", u"127.0.0.1"_s);
     driver.setText("txtPort", u"65536"_s);
@@ -63,7 +62,7 @@ TEST(FrmMain, AddsAndEditsASite) {
                                                          "bob\npass = \nident = \nconnectonstartup = 0\n"
                                                          "usesslproxy = 0\n\n"));
     driver.chooseSitesMenu(3);
-    auto* const editor = driver.waitForBox<frmSitesAddEdit>();
+    auto* const editor = driver.waitForBox<QDialog>();
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->windowTitle(), u"Editing site \"home\""_s);
     driver.setText("txtSitename", u"größer"_s);

@@ -1,5 +1,5 @@
+#include "ui/desktop/Desktop.h"
 #include "ui/desktop/mdlTrayIcon.h"
-#include "ui/desktop/Stacking.h"
 #include "ui/WindowDriver.h"
 #include "widgets/Icons.h"
 

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QInputDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -26,6 +27,50 @@ bool eventually(const std::function<bool()>& condition) {
     return true;
 }
 
+QString Driver::text(const char* box) {
+    return find<QLineEdit>(box).text();
+}
+
+void Driver::setText(const char* box, const QString& text) {
+    auto& edit = find<QLineEdit>(box);
+    edit.selectAll();
+    edit.del(); // as keys do: what is set by the program is not typed
+    edit.insert(text);
+}
+
+void Driver::setTexts(const std::vector<std::pair<const char*, QString>>& boxes) {
+    for (const auto& [box, typed] : boxes) {
+        setText(box, typed);
+    }
+}
+
+void Driver::clickRow(const char* list, int row) {
+    auto& box = find<QListWidget>(list);
+    QTest::mouseClick(box.viewport(), Qt::LeftButton, {}, box.visualItemRect(box.item(row)).center());
+}
+
+void Driver::clickRow(const char* list, int column, const QString& text) {
+    auto& rows = find<ReportView>(list);
+    const QModelIndex index = rows.model()->index(rowWith(rows, column, text), column);
+    ASSERT_TRUE(index.isValid()) << text.toStdString();
+    rows.scrollTo(index);
+    QTest::mouseClick(rows.viewport(), Qt::LeftButton, {}, rows.visualRect(index).center());
+}
+
+bool Driver::waitForNoDialog() {
+    return eventually([&] { return root_->findChild<QDialog*>() == nullptr; });
+}
+
+QString Driver::answer(int button) {
+    auto* const box = waitForBox<QMessageBox>();
+    if (box == nullptr) {
+        return QStringLiteral("no message box");
+    }
+    const QString text = box->text();
+    QTest::mouseClick(box->button(static_cast<QMessageBox::StandardButton>(button)), Qt::LeftButton);
+    return text;
+}
+
 WindowDriver::WindowDriver(const std::string& sitesFile, const std::string& settingsFile) {
     store.setValue("show_sites_list", "1");
     store.setValue("window_state", "0");
@@ -40,11 +85,8 @@ WindowDriver::WindowDriver(const std::string& sitesFile, const std::string& sett
 
 void WindowDriver::start() {
     window = std::make_unique<frmMain>(store, directory.path());
+    root_ = window.get();
     window->start();
-}
-
-void WindowDriver::close() {
-    window->close();
 }
 
 void WindowDriver::restart() {
@@ -72,29 +114,6 @@ void WindowDriver::lookAtEverything() {
     tabs.setCurrentIndex(currentTab);
 }
 
-void WindowDriver::click(const char* button) {
-    QTest::mouseClick(&find<QPushButton>(button), Qt::LeftButton);
-}
-
-QString WindowDriver::text(const char* box) {
-    return find<QLineEdit>(box).text();
-}
-
-void WindowDriver::setText(const char* box, const QString& text) {
-    auto& edit = find<QLineEdit>(box);
-    edit.selectAll();
-    edit.del(); // as keys do: what is set by the program is not typed
-    edit.insert(text);
-}
-
-void WindowDriver::clickRow(const char* list, int column, const QString& text) {
-    auto& rows = find<ReportView>(list);
-    const QModelIndex index = rows.model()->index(rowWith(rows, column, text), column);
-    ASSERT_TRUE(index.isValid()) << text.toStdString();
-    rows.scrollTo(index);
-    QTest::mouseClick(rows.viewport(), Qt::LeftButton, {}, rows.visualRect(index).center());
-}
-
 bool WindowDriver::logIn(int site) {
     find<QAbstractItemView>("lvwSites")
         .setCurrentIndex(find<QAbstractItemView>("lvwSites").model()->index(site - 1, 0));
@@ -113,14 +132,6 @@ bool WindowDriver::waitForIdle(int site) {
     return eventually([&] { return isIdle(site); });
 }
 
-bool WindowDriver::waitForNoDialog() {
-    return eventually([&] { return window->findChild<QDialog*>() == nullptr; });
-}
-
-ReportView& WindowDriver::browser() {
-    return find<ReportView>("lvwBrowser_1");
-}
-
 int WindowDriver::rowOf(const QString& name) {
     return rowWith(browser(), 0, name);
 }
@@ -133,22 +144,10 @@ bool WindowDriver::waitForNoRow(const QString& name) {
     return eventually([&] { return isIdle(1) && browser().model()->rowCount() > 0 && rowOf(name) < 0; });
 }
 
-QString WindowDriver::path() {
-    return text("txtBrowserPWD_1");
-}
-
-void WindowDriver::select(const QString& name) {
-    browser().setCurrentRow(rowOf(name));
-}
-
 void WindowDriver::doubleClick(const QString& name) {
     const QRect place = browser().visualRect(browser().model()->index(rowOf(name), 0));
     QTest::mouseClick(browser().viewport(), Qt::LeftButton, {}, place.center());
     QTest::mouseDClick(browser().viewport(), Qt::LeftButton, {}, place.center());
-}
-
-void WindowDriver::press(Qt::Key key) {
-    QTest::keyClick(&browser(), key);
 }
 
 void WindowDriver::refresh() {
@@ -172,16 +171,6 @@ void WindowDriver::chooseSitesMenu(int index) {
     find<QAction>(("mnuListSites_" + std::to_string(index)).c_str()).trigger();
 }
 
-QString WindowDriver::answer(int button) {
-    auto* const box = waitForBox<QMessageBox>();
-    if (box == nullptr) {
-        return QStringLiteral("no message box");
-    }
-    const QString text = box->text();
-    QTest::mouseClick(box->button(static_cast<QMessageBox::StandardButton>(button)), Qt::LeftButton);
-    return text;
-}
-
 void WindowDriver::answerText(const QString& text) {
     auto* const box = waitForBox<QInputDialog>();
     ASSERT_NE(box, nullptr);
@@ -203,6 +192,18 @@ std::string siteRecord(const std::string& name, int port, const std::string& use
                        const std::string& password) {
     return "name = " + name + "\nhost = 127.0.0.1\nport = " + std::to_string(port) + "\nuser = " + user +
            "\npass = " + password + "\n\n";
+}
+
+void DemoWindow::start(const std::string& settings) {
+    driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo") +
+                                                 siteRecord("backup", server_.port(), "demo", "demo"),
+                                             settings);
+}
+
+void DemoWindow::startOn(int tab, const std::string& settings) {
+    start(settings);
+    driver_->showTab(tab);
+    ASSERT_TRUE(driver_->logIn(1));
 }
 
 } // namespace corvel::test

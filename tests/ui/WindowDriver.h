@@ -14,35 +14,27 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace corvel::test {
 
 // Lets events happen until condition holds; false when it does not within the time that nothing here takes.
 bool eventually(const std::function<bool()>& condition);
 
-// One site of a sites.ini.
-std::string siteRecord(const std::string& name, int port, const std::string& user,
-                       const std::string& password);
-
-// The main window over a directory and a store of its own, driven as a person would: by its controls' names.
-class WindowDriver {
+// Drives a dialog or a window as a person does, by the names of its controls.
+class Driver {
   public:
-    // Starts the window with these files; an empty text means no file.
-    explicit WindowDriver(const std::string& sitesFile, const std::string& settingsFile = {});
+    explicit Driver(QWidget& shown) : root_(&shown) { shown.show(); }
+    virtual ~Driver() = default;
 
-    // Closes the window as a person does and starts another on the same files and store.
-    void restart();
-    void close();
-
-    // The control of that name, when everything that has changed is shown. One that nobody has looked at yet
-    // is looked for on every tab of every site.
+    // The control of that name, when everything that has changed is shown.
     template <typename Widget>
     Widget& find(const char* name) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
-        auto* widget = window->findChild<Widget*>(QLatin1String(name));
+        auto* widget = root_->findChild<Widget*>(QLatin1String(name));
         if (widget == nullptr) {
             lookAtEverything();
-            widget = window->findChild<Widget*>(QLatin1String(name));
+            widget = root_->findChild<Widget*>(QLatin1String(name));
         }
         if (widget == nullptr) {
             throw std::runtime_error(std::string("no control is named ") + name);
@@ -50,51 +42,79 @@ class WindowDriver {
         return *widget;
     }
 
-    const SiteSession& session(int site) { return window->program().site(site).session; }
-
-    void showTab(int index);
-    void click(const char* button);
     QString text(const char* box);
+    // Types text in place of what the box holds.
     void setText(const char* box, const QString& text);
+    void setTexts(const std::vector<std::pair<const char*, QString>>& boxes);
+    void press(const char* name, Qt::Key key) { QTest::keyClick(&find<QWidget>(name), key); }
+    void click(const char* name) { QTest::mouseClick(&find<QWidget>(name), Qt::LeftButton); }
+    // Clicks on a row of a list box.
+    void clickRow(const char* list, int row);
     // Clicks on the row of a list whose column reads text.
     void clickRow(const char* list, int column, const QString& text);
 
-    // Logs in on a site by its menu and waits until the root is listed.
-    bool logIn(int site);
-    // Nothing is outstanding or waiting on the site.
-    bool isIdle(int site);
-    bool waitForIdle(int site = 1);
-    bool waitForNoDialog();
-
-    // The browser of site 1. Rows go by the text of their first column; -1 when there is no such row.
-    ReportView& browser();
-    int rowOf(const QString& name);
-    bool waitForRow(const QString& name);
-    bool waitForNoRow(const QString& name);
-    QString path();
-    void select(const QString& name);
-    void doubleClick(const QString& name);
-    void press(Qt::Key key);
-    void refresh();
-    void rename(const QString& name, const QString& newName);
-
-    // Triggers an entry of the sites menu.
-    void chooseSitesMenu(int index);
     // Waits for a box of that kind over the window.
     template <typename Box>
     Box* waitForBox() {
         Box* box = nullptr;
         eventually([&] {
             box = nullptr;
-            for (Box* candidate : window->findChildren<Box*>()) {
+            for (Box* candidate : root_->findChildren<Box*>()) {
                 box = candidate->isVisible() ? candidate : box;
             }
             return box != nullptr;
         });
         return box;
     }
+    bool waitForNoDialog();
     // Answers the next message box with a button, and gives its text.
     QString answer(int button);
+
+  protected:
+    Driver() = default;
+    virtual void lookAtEverything() {}
+
+    QWidget* root_ = nullptr;
+};
+
+// The main window over a directory and a store of its own. A control that nobody has looked at yet is looked
+// for on every tab of every site.
+class WindowDriver : public Driver {
+  public:
+    // Starts the window with these files; an empty text means no file.
+    explicit WindowDriver(const std::string& sitesFile, const std::string& settingsFile = {});
+
+    void start();
+    // Closes the window as a person does; restart starts another on the same files and store.
+    void close() { window->close(); }
+    void restart();
+
+    const SiteSession& session(int site) { return window->program().site(site).session; }
+
+    void showTab(int index);
+    // Logs in on a site by its menu and waits until the root is listed.
+    bool logIn(int site);
+    // Nothing is outstanding or waiting on the site.
+    bool isIdle(int site);
+    bool waitForIdle(int site = 1);
+
+    // The browser of site 1. Rows go by the text of their first column; -1 when there is no such row.
+    ReportView& browser() { return find<ReportView>("lvwBrowser_1"); }
+    int rowOf(const QString& name);
+    bool waitForRow(const QString& name);
+    bool waitForNoRow(const QString& name);
+    QString path() { return text("txtBrowserPWD_1"); }
+    void select(const QString& name) { browser().setCurrentRow(rowOf(name)); }
+    void doubleClick(const QString& name);
+    using Driver::press;
+    void press(Qt::Key key) { QTest::keyClick(&browser(), key); }
+    void refresh();
+    void rename(const QString& name, const QString& newName);
+
+    // Runs the command of a custom menu on site 1.
+    void run(const std::string& command) { window->program().menus().ExecuteMenuCommand(1, command); }
+    // Triggers an entry of the sites menu.
+    void chooseSitesMenu(int index);
     // Types a text into the next input box and accepts it.
     void answerText(const QString& text);
 
@@ -103,9 +123,21 @@ class WindowDriver {
     std::unique_ptr<frmMain> window;
 
   private:
-    void start();
-    void lookAtEverything();
+    void lookAtEverything() override;
 };
+
+// The first row of a list with this text in a column; -1 when there is none.
+int rowWith(const ReportView& list, int column, const QString& text);
+
+// Whether a window is shown, in the band of those that lie over all others.
+bool isTopmost(const QWidget& window);
+
+// One site of a sites.ini.
+std::string siteRecord(const std::string& name, int port, const std::string& user,
+                       const std::string& password);
+
+// The tabs of the window.
+enum Tab { consoleTab, activityTab, browserTab, statsTab, usersTab, groupsTab };
 
 // The window over two sites of the program's own server, home and backup.
 class DemoWindow : public testing::Test {
@@ -113,30 +145,12 @@ class DemoWindow : public testing::Test {
     explicit DemoWindow(const DemoOptions& options = {}) : server_(options) { EXPECT_TRUE(server_.listen()); }
 
     // Starts the window with a settings.ini of these lines.
-    void start(const std::string& settings = {}) {
-        driver_ = std::make_unique<WindowDriver>(siteRecord("home", server_.port(), "demo", "demo") +
-                                                     siteRecord("backup", server_.port(), "demo", "demo"),
-                                                 settings);
-    }
-
+    void start(const std::string& settings = {});
     // Starts it with a tab on top and logged in on the first site.
-    void startOn(int tab, const std::string& settings = {}) {
-        start(settings);
-        driver_->showTab(tab);
-        ASSERT_TRUE(driver_->logIn(1));
-    }
+    void startOn(int tab, const std::string& settings = {});
 
     DemoServer server_;
     std::unique_ptr<WindowDriver> driver_;
 };
-
-// The tabs of the window.
-enum Tab { consoleTab, activityTab, browserTab, statsTab, usersTab, groupsTab };
-
-// The first row of a list with this text in a column; -1 when there is none.
-int rowWith(const ReportView& list, int column, const QString& text);
-
-// Whether a window is shown, in the band of those that lie over all others.
-bool isTopmost(const QWidget& window);
 
 } // namespace corvel::test

@@ -1,12 +1,10 @@
 #include "admin/qt/AccountDialogs.h"
 
-#include "admin/qt/frmAddUser.h"
-#include "widgets/FormBoxes.h"
 #include "widgets/TextConversion.h"
 
+#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QTimer>
 
 namespace corvel {
@@ -30,9 +28,7 @@ void open(mdlMain& program, int site, QWidget* parent, Form form, Send send) {
     const auto accept = [&program, &session, site, send](const Form& filled) -> std::optional<std::string> {
         return send(program.admin(), session, site, filled);
     };
-    auto* const dialog = new Dialog({std::move(form), session.encoding}, accept, parent);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->open();
+    openDialog(*new Dialog({std::move(form), session.encoding}, accept, parent));
 }
 
 } // namespace
@@ -41,17 +37,14 @@ frmAddGroup::frmAddGroup(Opening opening, Accept accept, QWidget* parent)
     : FormDialog("frmAddGroup", tr("Add group"), std::move(opening), std::move(accept), parent) {
     auto* const layout = new QFormLayout(this);
     layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    const auto add = [&](std::string& member, const char* name, const QString& caption) {
-        BytesEdit* const box = boxes_.add(member);
-        layout->addRow(labelFor(*box, name, caption), box);
-        return box;
-    };
-    add(form_.txtGroupname, "txtGroupname", tr("Group &name:"))
+    boxes_.addRow(*layout, form_.txtGroupname, "txtGroupname", tr("Group &name:"))
         ->setMinimumWidth(fontMetrics().averageCharWidth() * 32);
-    add(form_.txtGroupdescr, "txtGroupdescr", tr("&Description:"));
-    setDigitsWide(*add(form_.txtGroupGroupslots, "txtGroupGroupslots", tr("&Group slots:")), 6);
-    setDigitsWide(*add(form_.txtGroupLeechslots, "txtGroupLeechslots", tr("&Leech slots:")), 6);
-    add(form_.txtGroupVFS, "txtGroupVFS", tr("&VFS file:"));
+    boxes_.addRow(*layout, form_.txtGroupdescr, "txtGroupdescr", tr("&Description:"));
+    setDigitsWide(
+        *boxes_.addRow(*layout, form_.txtGroupGroupslots, "txtGroupGroupslots", tr("&Group slots:")), 6);
+    setDigitsWide(
+        *boxes_.addRow(*layout, form_.txtGroupLeechslots, "txtGroupLeechslots", tr("&Leech slots:")), 6);
+    boxes_.addRow(*layout, form_.txtGroupVFS, "txtGroupVFS", tr("&VFS file:"));
     layout->addRow(buttons());
     boxes_.show(encoding_);
 }
@@ -61,13 +54,8 @@ frmCopyUser::frmCopyUser(Opening opening, Accept accept, QWidget* parent)
       txtNewUsername_(new CopyNameEdit), tmrSetfocus_(new QTimer(this)) {
     auto* const layout = new QFormLayout(this);
     layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    const auto addSource = [&](std::string& text, const char* name, const QString& caption) {
-        BytesEdit* const box = boxes_.add(text);
-        setShownOnly(*box);
-        layout->addRow(labelFor(*box, name, caption), box);
-    };
-    addSource(form_.txtSourceUsername, "txtSourceUsername", tr("&Source user:"));
-    addSource(form_.txtSourceUID, "txtSourceUID", tr("Source &uid:"));
+    setShownOnly(*boxes_.addRow(*layout, form_.txtSourceUsername, "txtSourceUsername", tr("&Source user:")));
+    setShownOnly(*boxes_.addRow(*layout, form_.txtSourceUID, "txtSourceUID", tr("Source &uid:")));
     txtNewUsername_->setMinimumWidth(fontMetrics().averageCharWidth() * 32);
     layout->addRow(labelFor(*txtNewUsername_, "txtNewUsername", tr("&New user name:")), txtNewUsername_);
     layout->addRow(buttons());
@@ -91,7 +79,8 @@ void frmCopyUser::collect() {
 
 frmChangeUserGroups::frmChangeUserGroups(Opening opening, Accept accept, QWidget* parent)
     : FormDialog("frmChangeUserGroups", {}, std::move(opening), std::move(accept), parent),
-      lstGroups_(new SelectableList), lstGAdmin_(new SelectableList) {
+      lstGroups_(new SelectableList(form_.lstGroups, encoding_)),
+      lstGAdmin_(new SelectableList(form_.lstGAdmin, encoding_)) {
     setWindowTitle(tr("Change groups - %1").arg(displayTextOf(form_.sUserName, encoding_)));
     auto* const layout = new QGridLayout(this);
     layout->addWidget(labelFor(*lstGroups_, "lstGroups", tr("&Member of:")), 0, 0);
@@ -99,8 +88,6 @@ frmChangeUserGroups::frmChangeUserGroups(Opening opening, Accept accept, QWidget
     layout->addWidget(lstGroups_, 1, 0);
     layout->addWidget(lstGAdmin_, 1, 1);
     layout->addWidget(buttons(), 2, 0, 1, 2);
-    lstGroups_->setEntries(form_.lstGroups, encoding_);
-    lstGAdmin_->setEntries(form_.lstGAdmin, encoding_);
     resize(fontMetrics().averageCharWidth() * 64, fontMetrics().height() * 20);
 }
 

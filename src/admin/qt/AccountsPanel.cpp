@@ -1,17 +1,92 @@
 #include "admin/qt/AccountsPanel.h"
 
-#include "admin/qt/EditorBoxes.h"
-#include "widgets/DialogParts.h"
-#include "widgets/ReportView.h"
-#include "widgets/TextConversion.h"
-
-#include <QPushButton>
+#include <QCoreApplication>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 #include <utility>
 
 namespace corvel {
+
+namespace {
+
+QString say(const char* text) {
+    return QCoreApplication::translate("EditorBoxes", text);
+}
+
+void mark(BytesEdit& box, bool isTouched) {
+    QPalette palette;
+    if (isTouched) {
+        palette.setColor(QPalette::Base, unsavedColour(palette));
+    }
+    box.setPalette(palette);
+    box.setToolTip(isTouched ? say("Not saved yet") : QString());
+}
+
+} // namespace
+
+QColor unsavedColour(const QPalette& palette) {
+    const QColor base = palette.color(QPalette::Base);
+    constexpr double share = 0.25;
+    const auto mixed = [](int ground, int colour) {
+        return static_cast<int>(ground * (1 - share) + colour * share);
+    };
+    return {mixed(base.red(), 0xFF), mixed(base.green(), 0xA5), mixed(base.blue(), 0x00)};
+}
+
+QPushButton* newSiteButton(mdlMain& program, const char* name, const QString& caption,
+                           std::function<void(int site)> act) {
+    auto* const button = new QPushButton(caption);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    QObject::connect(button, &QPushButton::clicked, button, [&program, act = std::move(act)] {
+        if (program.currentSite() > 0) {
+            act(program.currentSite());
+        }
+    });
+    return button;
+}
+
+EditorBoxes::EditorBoxes(std::size_t count, const char* problemName, Typed typed)
+    : typed_(std::move(typed)), problem_(new ElidedLabel(problemName)) {
+    for (std::size_t number = 0; number < count; ++number) {
+        auto* const box = new BytesEdit;
+        QObject::connect(box, &QLineEdit::textEdited, box, [this, number, box](const QString& text) {
+            mark(*box, box->isTouched());
+            typed_(number, box->isTouched() ? std::optional(toCore(text)) : std::nullopt);
+        });
+        boxes_.push_back(box);
+    }
+}
+
+void EditorBoxes::showBox(std::size_t number, const std::string& bytes, const Draft* draft,
+                          TextEncoding encoding) {
+    BytesEdit& box = *boxes_[number];
+    box.setEnabled(isKnown_);
+    const std::string* typed = nullptr;
+    if (isKnown_ && draft != nullptr) {
+        const auto found = draft->boxes.find(number);
+        typed = found == draft->boxes.end() ? nullptr : &found->second;
+    }
+    box.setBytes(bytes, encoding, typed == nullptr ? std::nullopt : std::optional(fromCore(*typed)));
+    mark(box, typed != nullptr);
+}
+
+void EditorBoxes::showProblem(Details details, const std::string& problem, TextEncoding encoding) {
+    switch (details) {
+    case Details::none:
+    case Details::known:
+        problem_->showText({});
+        return;
+    case Details::wanted:
+    case Details::asked:
+        problem_->showText(isKnown_ ? QString() : say("Waiting for the details ..."));
+        return;
+    case Details::refused:
+        problem_->showText(say("No details: %1").arg(displayTextOf(problem, encoding)));
+        return;
+    }
+}
 
 void AccountsPanel::build(AccountsOutline outline, QLayout* buttons, QWidget* side) {
     outline_ = std::move(outline);
@@ -30,14 +105,6 @@ void AccountsPanel::build(AccountsOutline outline, QLayout* buttons, QWidget* si
     splitter->setStretchFactor(1, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
-}
-
-QPushButton* AccountsPanel::newButton(const char* name, const QString& caption, std::function<void()> act) {
-    auto* const button = new QPushButton(caption);
-    button->setObjectName(QLatin1String(name));
-    button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, std::move(act));
-    return button;
 }
 
 AccountsPanel::List AccountsPanel::createList(int site) {
@@ -62,6 +129,9 @@ void AccountsPanel::fill(int site, List& list) {
     list.rows = (session(site).*outline_.view).rows;
     ReportSource source = outline_.source(site);
     source.rows = static_cast<int>(list.rows.size());
+    if (outline_.icon) {
+        source.icon = [this, site](int row) { return outline_.icon(site, row); };
+    }
     source.colours = [this, site](int row) {
         const std::size_t index = (session(site).*outline_.view).rows[static_cast<std::size_t>(row)];
         return outline_.hasDraft(site, index) ? RowColours{.background = unsavedColour(palette())}

@@ -1,21 +1,29 @@
 #pragma once
 
 #include "app/mdlMain.h"
-#include "widgets/ReportModel.h"
+#include "widgets/Forms.h"
+#include "widgets/ReportView.h"
 #include "widgets/SitePages.h"
+#include "widgets/TextConversion.h"
 
-#include <QWidget>
+#include <QPalette>
+#include <QPushButton>
 
+#include <array>
 #include <cstddef>
 #include <functional>
+#include <optional>
+#include <string>
 #include <vector>
-
-class QPoint;
-class QPushButton;
 
 namespace corvel {
 
-class ReportView;
+// The ground of a row or a box in which something is typed and not saved.
+QColor unsavedColour(const QPalette& palette);
+
+// A button that acts on the current site, and does nothing without one. Belongs to the caller.
+QPushButton* newSiteButton(mdlMain& program, const char* name, const QString& caption,
+                           std::function<void(int site)> act);
 
 // How a panel of users and one of groups differ. The functions are called with a site above 0.
 struct AccountsOutline {
@@ -27,10 +35,11 @@ struct AccountsOutline {
     QString waiting;         // of one that has not come yet
     Accounts accounts = Accounts::users;
     AccountView SiteSession::*view = nullptr;
-    std::function<ReportSource(int site)> source; // but for the rows, the order and the marks
-    std::function<void()> insert = {};            // the Insert key; may be empty
+    std::function<QIcon(int site, int row)> icon = {}; // may be empty, as the next
+    std::function<void()> insert = {};                 // the Insert key
 
-    // The table's own, see AccountTable.
+    // The table's own, see withTable and AccountTable.
+    std::function<ReportSource(int site)> source = {};
     std::function<void(int site, int row)> open = {};
     std::function<void(int site, int row)> remove = {};
     std::function<void(int site)> reload = {};
@@ -39,8 +48,30 @@ struct AccountsOutline {
     std::function<bool(int site, std::size_t index)> hasDraft = {};
 };
 
-template <typename Kind>
-AccountsOutline withTable(AccountsOutline outline, AccountTable<Kind>& table) {
+// Completes an outline with what the table of program is and does. titles: of the columns, which are shown
+// as rowText makes them of a record. sent: the texts of a record that they are made of.
+template <typename Kind, typename Column, std::size_t count>
+AccountsOutline withTable(AccountsOutline outline, mdlMain& program, AccountTable<Kind>& table,
+                          const std::array<std::string_view, count>& titles,
+                          std::array<std::string Kind::Record::*, count> sent,
+                          std::array<Qt::AlignmentFlag, count> alignments) {
+    outline.source = [&program, &titles, sent, alignments](int site) {
+        const SiteSession& session = program.site(site).session;
+        const auto recordIn = [&session](int row) -> const typename Kind::Record& {
+            return (session.*Kind::table)[(session.*Kind::view).rows[static_cast<std::size_t>(row)]];
+        };
+        ReportSource source;
+        for (std::size_t i = 0; i < count; ++i) {
+            source.columns.push_back({.header = fromCore(titles[i]), .alignment = alignments[i]});
+        }
+        source.text = [&session, recordIn](int row, int column) {
+            return cellTextOf(rowText(recordIn(row), static_cast<Column>(column)), session.encoding);
+        };
+        source.sentText = [recordIn, sent](int row, int column) -> std::string_view {
+            return recordIn(row).*sent[static_cast<std::size_t>(column)];
+        };
+        return source;
+    };
     outline.accounts = Kind::accounts;
     outline.view = Kind::view;
     outline.open = [&table](int site, int row) { table.open(site, row); };
@@ -51,6 +82,95 @@ AccountsOutline withTable(AccountsOutline outline, AccountTable<Kind>& table) {
     outline.hasDraft = [&table](int site, std::size_t index) { return table.hasDraft(site, index); };
     return outline;
 }
+
+// The text boxes in which an editor's record is changed, by number, and the line that says why they are
+// empty.
+class EditorBoxes {
+  public:
+    // A person has typed text (UTF-8) into a box, or what the server has there: nothing.
+    using Typed = std::function<void(std::size_t box, std::optional<std::string> text)>;
+
+    // count: how many boxes there will be. problemName: of the line.
+    EditorBoxes(std::size_t count, const char* problemName, Typed typed);
+
+    // The box of that number, to be put into a layout once. The line, the same.
+    BytesEdit* box(std::size_t number) const { return boxes_[number]; }
+    ElidedLabel* problem() const { return problem_; }
+
+  protected:
+    void showBox(std::size_t number, const std::string& bytes, const Draft* draft, TextEncoding encoding);
+    void showProblem(Details details, const std::string& problem, TextEncoding encoding);
+
+    bool isKnown_ = false; // the record's details are in the boxes
+
+  private:
+    Typed typed_;
+    std::vector<BytesEdit*> boxes_;
+    ElidedLabel* problem_;
+};
+
+// What an editor of a table's records consists of, but for the places of its controls.
+template <typename Kind>
+class RecordEditor : public EditorBoxes {
+  public:
+    using Form = typename Kind::Form;
+
+    // Both are borrowed and must outlive the editor.
+    RecordEditor(mdlMain& program, AccountTable<Kind>& table, const char* problemName)
+        : EditorBoxes(Form::boxCount, problemName,
+                      [&program, &table](std::size_t box, std::optional<std::string> text) {
+                          table.typed(program.currentSite(), box, std::move(text));
+                      }),
+          program_(program), table_(table) {}
+
+    // A button that is enabled while there are details, or else while there is a record.
+    QPushButton* newButton(const char* name, const QString& caption, bool needsDetails,
+                           std::function<void(int site)> act) {
+        QPushButton* const button = newSiteButton(program_, name, caption, std::move(act));
+        (needsDetails ? forDetails_ : forRecords_).push_back(button);
+        return button;
+    }
+
+    // Shows what the server has of the site's current record in the boxes nobody has touched, and in the
+    // others what is typed. site: 0 for none. False where all else stays as it is shown: details stay while
+    // they are asked for again.
+    bool show(int site) {
+        AccountEditor<Form> editor = site > 0 ? table_.editor(site) : AccountEditor<Form>();
+        const TextEncoding encoding = site > 0 ? program_.site(site).session.encoding : TextEncoding::utf8;
+        const bool isAsked = editor.details == Details::asked || editor.details == Details::wanted;
+        const bool stays = isAsked && isKnown_ && editor.id == id_;
+        if (!stays) {
+            isKnown_ = editor.details == Details::known;
+            for (std::size_t number = 0; number < Form::boxCount; ++number) {
+                showBox(number, editor.form.box(number), editor.draft, encoding);
+            }
+            form_ = std::move(editor.form);
+            encoding_ = encoding;
+        }
+        id_ = editor.id;
+        showProblem(editor.details, editor.problem, encoding);
+        for (QPushButton* const button : forDetails_) {
+            button->setEnabled(editor.details == Details::known);
+        }
+        for (QPushButton* const button : forRecords_) {
+            button->setEnabled(editor.id.has_value());
+        }
+        return !stays;
+    }
+
+    // As they were shown last.
+    const Form& form() const { return form_; }
+    TextEncoding encoding() const { return encoding_; }
+
+  private:
+    mdlMain& program_;
+    AccountTable<Kind>& table_;
+    std::vector<QPushButton*> forDetails_;
+    std::vector<QPushButton*> forRecords_;
+    std::optional<std::int16_t> id_;
+    Form form_;
+    TextEncoding encoding_ = TextEncoding::utf8;
+};
 
 // The outline of the users tab and of the groups tab: a list for every site, made when the site is first
 // looked at, buttons below it, and beside it the editor, which belongs to the current site.
@@ -74,16 +194,6 @@ class AccountsPanel : public QWidget {
     // Shows in the editor what it is to show now. site: the current one, 0 for none.
     virtual void showEditor(int site) = 0;
 
-    // A button below the list that acts on the current site, and does nothing without one.
-    template <typename Act>
-    QPushButton* addButton(const char* name, const QString& caption, Act act) {
-        return newButton(name, caption, [this, act] {
-            if (program_.currentSite() > 0) {
-                act(program_.currentSite());
-            }
-        });
-    }
-
     mdlMain& program() const { return program_; }
     const SiteSession& session(int site) const { return program_.site(site).session; }
     // The selected rows of the site's list, in order, as indexes of the table.
@@ -95,7 +205,6 @@ class AccountsPanel : public QWidget {
         std::vector<std::size_t> rows; // the index of the record in each row, as shown
     };
 
-    QPushButton* newButton(const char* name, const QString& caption, std::function<void()> act);
     List createList(int site);
     void fill(int site, List& list);
     void reorder(int site, List& list);

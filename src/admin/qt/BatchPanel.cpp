@@ -1,7 +1,6 @@
 #include "admin/qt/BatchPanel.h"
 
-#include "widgets/DialogParts.h"
-#include "widgets/FormBoxes.h"
+#include "widgets/Forms.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

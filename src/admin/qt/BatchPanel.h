@@ -1,7 +1,7 @@
 #pragma once
 
 #include "admin/AdminForms.h"
-#include "widgets/FormBoxes.h"
+#include "widgets/Forms.h"
 
 #include <QWidget>
 

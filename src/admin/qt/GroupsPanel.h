@@ -1,11 +1,8 @@
 #pragma once
 
 #include "admin/qt/AccountsPanel.h"
-#include "admin/qt/EditorBoxes.h"
 
 class QFormLayout;
-class QLabel;
-class QLineEdit;
 
 namespace corvel {
 
@@ -22,17 +19,11 @@ class GroupsPanel : public AccountsPanel {
     QFormLayout* createBoxes();
     QLayout* createMembers();
     void showEditor(int site) override;
-    void showMembers();
 
-    EditorBoxes boxes_;
+    RecordEditor<GroupKind> editor_;
     QLineEdit* gid_ = nullptr;
     ReportView* lvwGroupMembers_ = nullptr;
     QLabel* lblGroupMembers_ = nullptr;
-    QPushButton* cmdGroupSaveChanges_ = nullptr;
-    QPushButton* cmdReloadGroupfile_ = nullptr;
-
-    GroupForm form_; // as it was shown; its list is what the list shows
-    TextEncoding encoding_ = TextEncoding::utf8;
 };
 
 } // namespace corvel

@@ -1,20 +1,11 @@
-#include "admin/qt/UserEditorPanel.h"
-
 #include "admin/qt/AccountDialogs.h"
-#include "widgets/DialogParts.h"
-#include "widgets/ElidedLabel.h"
-#include "widgets/FormBoxes.h"
-#include "widgets/ReportView.h"
-#include "widgets/TextConversion.h"
+#include "admin/qt/UsersPanel.h"
 
 #include <QGridLayout>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
 #include <QScrollBar>
+#include <QVBoxLayout>
 
 #include <array>
-#include <utility>
 
 namespace corvel {
 
@@ -23,18 +14,18 @@ namespace {
 constexpr int columnsOfGrid = 4;
 constexpr int buttonPadding = 12; // pixels beside the caption of a narrow button
 
-// A list whose rows have a text for each of the columns.
-template <typename Row>
-ReportSource sourceOf(const std::vector<Row>& rows, std::vector<ReportColumn> columns,
-                      std::array<std::string Row::*, 3> members, TextEncoding encoding) {
-    ReportSource source;
-    source.rows = static_cast<int>(rows.size());
-    source.columns = std::move(columns);
-    source.text = [&rows, members, encoding](int row, int column) {
-        const Row& shown = rows[static_cast<std::size_t>(row)];
-        return displayTextOf(shown.*members[static_cast<std::size_t>(column)], encoding);
-    };
-    return source;
+void place(QGridLayout& layout, QWidget& box, int row, int gridColumn, int span, const char* name,
+           const QString& caption) {
+    layout.addWidget(labelFor(box, name, caption), row, gridColumn);
+    layout.addWidget(&box, row, gridColumn + 1, 1, span);
+}
+
+BytesEdit* addShownOnly(QGridLayout& layout, int row, const char* name, const QString& caption) {
+    auto* const box = new BytesEdit;
+    place(layout, *box, row, 0, 1, name, caption);
+    setShownOnly(*box);
+    box->setFocusPolicy(Qt::ClickFocus);
+    return box;
 }
 
 QVBoxLayout* column(const QString& heading, QWidget& list, const char* name) {
@@ -47,10 +38,7 @@ QVBoxLayout* column(const QString& heading, QWidget& list, const char* name) {
 } // namespace
 
 UserEditorPanel::UserEditorPanel(mdlMain& program, QWidget* parent)
-    : QScrollArea(parent), program_(program),
-      boxes_(UserForm::boxCount, [&program](std::size_t box, std::optional<std::string> text) {
-          program.admin().users().typed(program.currentSite(), box, std::move(text));
-      }) {
+    : QScrollArea(parent), program_(program), editor_(program, program.admin().users(), "lblUserDetails") {
     setObjectName(QStringLiteral("picUserContainer"));
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
@@ -83,57 +71,29 @@ UserEditorPanel::UserEditorPanel(mdlMain& program, QWidget* parent)
 }
 
 void UserEditorPanel::showSite(int site) {
-    AccountEditor<UserForm> editor =
-        site > 0 ? program_.admin().users().editor(site) : AccountEditor<UserForm>();
-    const TextEncoding encoding = site > 0 ? program_.site(site).session.encoding : TextEncoding::utf8;
-    const bool isKnown = boxes_.show(editor, encoding);
-    for (QPushButton* const button : forDetails_) {
-        button->setEnabled(editor.details == Details::known);
+    if (!editor_.show(site)) {
+        return;
     }
-    for (QPushButton* const button : forRecords_) {
-        button->setEnabled(editor.id.has_value());
-    }
-    if (isKnown && editor.details != Details::known) {
-        return; // the same account is asked for again
-    }
-    form_ = std::move(editor.form);
-    encoding_ = encoding;
-    txtUserUID_->setBytes(form_.txtUserUID, encoding);
-    txtUserGroup_->setBytes(form_.txtUserGroup, encoding);
+    const UserForm& form = editor_.form();
+    const TextEncoding encoding = editor_.encoding();
+    txtUserUID_->setBytes(form.txtUserUID, encoding);
+    txtUserGroup_->setBytes(form.txtUserGroup, encoding);
     lstUserIP_->clear();
-    for (const std::string& mask : form_.lstUserIP) {
+    for (const std::string& mask : form.lstUserIP) {
         lstUserIP_->addItem(displayTextOf(mask, encoding));
     }
-    lvwUserGroups_->setSource(sourceOf(form_.lvwUserGroups,
-                                       {{.header = tr("gid"), .alignment = Qt::AlignRight},
-                                        {.header = tr("groupname")},
-                                        {.header = tr("gadmin")}},
-                                       std::array{&MemberRow::sId, &MemberRow::sName, &MemberRow::sGadmin},
-                                       encoding),
+    lvwUserGroups_->setSource(sourceOf(form.lvwUserGroups,
+                                       {{tr("gid"), Qt::AlignRight}, {tr("groupname")}, {tr("gadmin")}},
+                                       {&MemberRow::sId, &MemberRow::sName, &MemberRow::sGadmin}, encoding),
                               ReportView::CurrentRow::keep);
     lvwUserGroups_->fitColumns(0, 2);
-    lvwUserSections_->setSource(sourceOf(
-        form_.lvwUserSections,
-        {{.header = tr("section"), .alignment = Qt::AlignRight},
-         {.header = tr("ratio"), .alignment = Qt::AlignRight},
-         {.header = tr("credits (MB)"), .alignment = Qt::AlignRight}},
-        std::array{&UserSectionRow::sSection, &UserSectionRow::sRatio, &UserSectionRow::sCredits}, encoding));
+    lvwUserSections_->setSource(
+        sourceOf(form.lvwUserSections,
+                 {{tr("section"), Qt::AlignRight},
+                  {tr("ratio"), Qt::AlignRight},
+                  {tr("credits (MB)"), Qt::AlignRight}},
+                 {&UserSectionRow::sSection, &UserSectionRow::sRatio, &UserSectionRow::sCredits}, encoding));
     lvwUserSections_->fitColumns(0, 2);
-}
-
-BytesEdit* UserEditorPanel::place(QGridLayout& layout, BytesEdit& box, int row, int gridColumn, int span,
-                                  const char* name, const QString& caption) {
-    layout.addWidget(labelFor(box, name, caption), row, gridColumn);
-    layout.addWidget(&box, row, gridColumn + 1, 1, span);
-    return &box;
-}
-
-BytesEdit* UserEditorPanel::addShownOnly(QGridLayout& layout, int row, int gridColumn, const char* name,
-                                         const QString& caption) {
-    BytesEdit* const box = place(layout, *new BytesEdit, row, gridColumn, 1, name, caption);
-    setShownOnly(*box);
-    box->setFocusPolicy(Qt::ClickFocus);
-    return box;
 }
 
 void UserEditorPanel::addTexts(QGridLayout& layout) {
@@ -155,14 +115,13 @@ void UserEditorPanel::addTexts(QGridLayout& layout) {
         {"txtUserBwUp", QT_TR_NOOP("up (kB/s):"), 5, 0, 1},
         {"txtUserBwDn", QT_TR_NOOP("down (kB/s):"), 5, 2, 1},
     }};
-    txtUserUID_ = addShownOnly(layout, 0, 0, "txtUserUID", tr("uid:"));
-    txtUserGroup_ = addShownOnly(layout, 1, 0, "txtUserGroup", tr("group:"));
+    txtUserUID_ = addShownOnly(layout, 0, "txtUserUID", tr("uid:"));
+    txtUserGroup_ = addShownOnly(layout, 1, "txtUserGroup", tr("group:"));
     for (std::size_t number = 0; number < places.size(); ++number) {
         const Place& at = places[number];
-        BytesEdit* const box =
-            place(layout, *boxes_.box(number), at.row, at.column, at.span, at.name, tr(at.caption));
+        place(layout, *editor_.box(number), at.row, at.column, at.span, at.name, tr(at.caption));
         if (at.row == 5) {
-            box->setAlignment(Qt::AlignRight);
+            editor_.box(number)->setAlignment(Qt::AlignRight);
         }
     }
 }
@@ -173,7 +132,7 @@ void UserEditorPanel::addLogins(QGridLayout& layout) {
                                                      QT_TR_NOOP("HTTP")};
     auto* const line = new QHBoxLayout;
     for (std::size_t i = 0; i < services.size(); ++i) {
-        BytesEdit* const box = boxes_.box(UserForm::firstLoginsBox + i);
+        BytesEdit* const box = editor_.box(UserForm::firstLoginsBox + i);
         QLabel* const label = labelFor(*box, "", tr(services[i]));
         box->setObjectName(elementName("txtUserLogins", static_cast<int>(i)));
         box->setAccessibleName(tr("Logins by %1").arg(tr(services[i])));
@@ -195,18 +154,15 @@ QLayout* UserEditorPanel::createAddresses() {
     txtUserIP_ = new BytesEdit;
     txtUserIP_->setObjectName(QStringLiteral("txtUserIP"));
     txtUserIP_->setAccessibleName(tr("Address to add or to delete"));
-    const QString placeholder = fromCore(maskPlaceholder);
-    connect(txtUserIP_, &QLineEdit::textChanged, this, [this, placeholder](const QString& text) {
-        txtUserIP_->setSelectAllOnFocus(text == placeholder);
-    });
-    txtUserIP_->setText(placeholder);
+    txtUserIP_->selectSampleOnFocus(maskPlaceholder);
+    txtUserIP_->setText(fromCore(maskPlaceholder));
 
     auto* const line = new QHBoxLayout;
     line->addWidget(txtUserIP_, 1);
-    QPushButton* const add = newButton("cmdUserAddDelIp_0", tr("add"), false, [this](int site) {
+    QPushButton* const add = editor_.newButton("cmdUserAddDelIp_0", tr("add"), false, [this](int site) {
         program_.admin().addMask(site, toCore(txtUserIP_->text()));
     });
-    QPushButton* const remove = newButton("cmdUserAddDelIp_1", tr("delete"), false, [this](int site) {
+    QPushButton* const remove = editor_.newButton("cmdUserAddDelIp_1", tr("delete"), false, [this](int site) {
         program_.admin().deleteMask(site, toCore(txtUserIP_->text()));
     });
     for (QPushButton* const button : {add, remove}) {
@@ -221,56 +177,40 @@ QLayout* UserEditorPanel::createAddresses() {
 
 QLayout* UserEditorPanel::createGroups() {
     lvwUserGroups_ = new ReportView;
-    const auto edit = [this](int site) { program_.admin().editGroups(site); };
-    connect(lvwUserGroups_, &ReportView::rowDoubleClicked, this, [this, edit] { whenSite(edit); });
+    QPushButton* const edit = editor_.newButton("cmdUserEditGroups", tr("change groups..."), false,
+                                                [this](int site) { program_.admin().editGroups(site); });
+    connect(lvwUserGroups_, &ReportView::rowDoubleClicked, edit, &QPushButton::click);
     auto* const layout = column(tr("groups"), *lvwUserGroups_, "lvwUserGroups");
-    layout->addWidget(newButton("cmdUserEditGroups", tr("change groups..."), false, edit), 0, Qt::AlignLeft);
+    layout->addWidget(edit, 0, Qt::AlignLeft);
     return layout;
 }
 
 QLayout* UserEditorPanel::createSections() {
     lvwUserSections_ = new ReportView;
-    const auto edit = [this] { whenSite([this](int site) { editSections(site); }); };
-    connect(lvwUserSections_, &ReportView::rowDoubleClicked, this, edit);
-    connect(lvwUserSections_, &ReportView::keyPressed, this, [edit](Qt::Key key) {
+    connect(lvwUserSections_, &ReportView::rowDoubleClicked, this, &UserEditorPanel::editSections);
+    connect(lvwUserSections_, &ReportView::keyPressed, this, [this](Qt::Key key) {
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            edit();
+            editSections();
         }
     });
     return column(tr("sections"), *lvwUserSections_, "lvwUserSections");
 }
 
 QLayout* UserEditorPanel::createButtons() {
-    boxes_.problem()->setObjectName(QStringLiteral("lblUserDetails"));
     auto* const layout = new QHBoxLayout;
-    layout->addWidget(newButton("cmdUserSaveChanges", tr("save changes"), true,
-                                [this](int site) { program_.admin().users().save(site); }));
-    layout->addWidget(newButton("cmdReloadUserfile", tr("reload"), false,
-                                [this](int site) { program_.admin().users().reloadDetails(site); }));
-    layout->addWidget(newButton("cmdUserResetPWD", tr("reset password..."), false,
-                                [this](int site) { program_.admin().resetPassword(site); }));
-    layout->addWidget(boxes_.problem(), 1);
+    layout->addWidget(editor_.newButton("cmdUserSaveChanges", tr("save changes"), true,
+                                        [this](int site) { program_.admin().users().save(site); }));
+    layout->addWidget(editor_.newButton("cmdReloadUserfile", tr("reload"), false,
+                                        [this](int site) { program_.admin().users().reloadDetails(site); }));
+    layout->addWidget(editor_.newButton("cmdUserResetPWD", tr("reset password..."), false,
+                                        [this](int site) { program_.admin().resetPassword(site); }));
+    layout->addWidget(editor_.problem(), 1);
     return layout;
 }
 
-QPushButton* UserEditorPanel::newButton(const char* name, const QString& caption, bool needsDetails,
-                                        std::function<void(int site)> act) {
-    auto* const button = new QPushButton(caption);
-    button->setObjectName(QLatin1String(name));
-    button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, [this, act = std::move(act)] { whenSite(act); });
-    (needsDetails ? forDetails_ : forRecords_).push_back(button);
-    return button;
-}
-
-void UserEditorPanel::whenSite(const std::function<void(int site)>& act) const {
-    if (program_.currentSite() > 0) {
-        act(program_.currentSite());
-    }
-}
-
-void UserEditorPanel::editSections(int site) {
-    const clsUser* const user = program_.admin().users().current(site);
+void UserEditorPanel::editSections() {
+    const int site = program_.currentSite();
+    const clsUser* const user = site > 0 ? program_.admin().users().current(site) : nullptr;
     if (user != nullptr && user->got_info) {
         openUserSections(program_, site, *user, this);
     }
@@ -278,8 +218,9 @@ void UserEditorPanel::editSections(int site) {
 
 // A row can become the current one without being picked: by the focus that comes to the list.
 void UserEditorPanel::addressPicked(int row) {
-    if (row >= 0 && row < static_cast<int>(form_.lstUserIP.size()) && lstUserIP_->item(row)->isSelected()) {
-        txtUserIP_->setText(textOf(form_.lstUserIP[static_cast<std::size_t>(row)], encoding_));
+    const std::vector<std::string>& masks = editor_.form().lstUserIP;
+    if (row >= 0 && row < static_cast<int>(masks.size()) && lstUserIP_->item(row)->isSelected()) {
+        txtUserIP_->setText(textOf(masks[static_cast<std::size_t>(row)], editor_.encoding()));
     }
 }
 

@@ -3,81 +3,55 @@
 #include "admin/AccountLists.h"
 #include "admin/qt/AccountDialogs.h"
 #include "admin/qt/BatchPanel.h"
-#include "admin/qt/UserEditorPanel.h"
 #include "widgets/Icons.h"
-#include "widgets/TextConversion.h"
 
 #include <QGridLayout>
-#include <QPushButton>
-#include <QStackedWidget>
 
-#include <array>
 #include <string>
 #include <utility>
 
 namespace corvel {
 
-namespace {
-
-// The field of a record that a column shows as the server sent it.
-std::string_view sentText(const clsUser& user, int column) {
-    static constexpr std::array<std::string clsUser::*, userColumnTitles.size()> members = {
-        &clsUser::sUIDText, &clsUser::sName, &clsUser::sStdGroup, &clsUser::sFlags};
-    return user.*members[static_cast<std::size_t>(column)];
-}
-
-ReportSource listSource(const SiteSession& session) {
-    const auto userInRow = [&session](int row) -> const clsUser& {
-        return session.Users[session.userView.rows[static_cast<std::size_t>(row)]];
-    };
-    ReportSource source;
-    for (const std::string_view title : userColumnTitles) {
-        source.columns.push_back({.header = fromCore(title)});
-    }
-    source.columns.front().alignment = Qt::AlignRight;
-    source.text = [&session, userInRow](int row, int column) {
-        return cellTextOf(rowText(userInRow(row), static_cast<UserColumn>(column)), session.encoding);
-    };
-    source.sentText = [userInRow](int row, int column) { return sentText(userInRow(row), column); };
-    source.icon = [userInRow](int row) {
-        const std::string_view key = userIconKey(userInRow(row).sFlags);
-        return key.empty() ? QIcon() : icon("user-" + std::string(key));
-    };
-    return source;
-}
-
-} // namespace
-
 UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : AccountsPanel(program, parent) {
     editor_ = new UserEditorPanel(program);
-    batch_ = new BatchPanel([this](const BatchForm& form) { cmdBatchPerform_Click(form); });
+    batch_ = new BatchPanel([this](const BatchForm& form) { performBatch(form); });
     sides_ = new QStackedWidget;
     sides_->addWidget(editor_);
     sides_->addWidget(batch_);
-    build(withTable({.listName = "lvwUsers",
-                     .accessibleName = tr("Users"),
-                     .isMultiple = true,
-                     .refused = tr("The server did not send its users:\n%1"),
-                     .none = tr("There are no users."),
-                     .waiting = tr("The server has not sent its users yet."),
-                     .source = [this](int site) { return listSource(session(site)); },
-                     .insert = [this] { openAddUser(this->program(), this->program().currentSite(), this); }},
-                    program.admin().users()),
-          createButtons(), sides_);
+    AccountsOutline outline = withTable<UserKind, UserColumn>(
+        {.listName = "lvwUsers",
+         .accessibleName = tr("Users"),
+         .isMultiple = true,
+         .refused = tr("The server did not send its users:\n%1"),
+         .none = tr("There are no users."),
+         .waiting = tr("The server has not sent its users yet."),
+         .insert = [this, &program] { openAddUser(program, program.currentSite(), this); }},
+        program, program.admin().users(), userColumnTitles,
+        {&clsUser::sUIDText, &clsUser::sName, &clsUser::sStdGroup, &clsUser::sFlags},
+        {Qt::AlignRight, Qt::AlignLeft, Qt::AlignLeft, Qt::AlignLeft});
+    outline.icon = [this](int site, int row) {
+        const SiteSession& shown = session(site);
+        const clsUser& user = shown.Users[shown.userView.rows[static_cast<std::size_t>(row)]];
+        const std::string_view key = userIconKey(user.sFlags);
+        return key.empty() ? QIcon() : icon("user-" + std::string(key));
+    };
+    build(std::move(outline), createButtons(), sides_);
 }
 
 // Two rows of two: four beside each other would take the editor its room in a small window.
 QLayout* UsersPanel::createButtons() {
+    const auto add = [this](const char* name, const QString& caption, std::function<void(int)> act) {
+        return newSiteButton(program(), name, caption, std::move(act));
+    };
     auto* const buttons = new QGridLayout;
-    buttons->addWidget(addButton("cmdUserReloadTable", tr("reload"),
-                                 [this](int site) { program().admin().users().reload(site); }),
-                       0, 0);
     buttons->addWidget(
-        addButton("cmdUserAdd", tr("add..."), [this](int site) { openAddUser(program(), site, this); }), 0,
-        1);
-    cmdUserBatch_ = addButton("cmdUserBatch", tr("batch..."), [this](int /*site*/) { cmdUserBatch_Click(); });
+        add("cmdUserReloadTable", tr("reload"), [this](int site) { program().admin().users().reload(site); }),
+        0, 0);
+    buttons->addWidget(
+        add("cmdUserAdd", tr("add..."), [this](int site) { openAddUser(program(), site, this); }), 0, 1);
+    cmdUserBatch_ = add("cmdUserBatch", tr("batch..."), [this](int /*site*/) { cmdUserBatch_Click(); });
     buttons->addWidget(cmdUserBatch_, 1, 0);
-    buttons->addWidget(addButton("cmdUserCopy", tr("copy..."), [this](int site) { copyUser(site); }), 1, 1);
+    buttons->addWidget(add("cmdUserCopy", tr("copy..."), [this](int site) { copyUser(site); }), 1, 1);
     buttons->setColumnStretch(2, 1);
     return buttons;
 }
@@ -105,7 +79,7 @@ void UsersPanel::cmdUserBatch_Click() {
     cmdUserBatch_->setText(toBatch ? tr("user...") : tr("batch..."));
 }
 
-void UsersPanel::cmdBatchPerform_Click(const BatchForm& form) {
+void UsersPanel::performBatch(const BatchForm& form) {
     const int site = program().currentSite();
     if (site == 0) {
         return;

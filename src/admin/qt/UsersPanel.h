@@ -2,13 +2,51 @@
 
 #include "admin/qt/AccountsPanel.h"
 
-class QPushButton;
+#include <QScrollArea>
+#include <QStackedWidget>
+
+class QGridLayout;
+class QListWidget;
 
 namespace corvel {
 
 class BatchPanel;
 struct BatchForm;
-class UserEditorPanel;
+
+// The editor of the users tab: boxes, lists and buttons, which scroll where there is too little room. Its
+// buttons act on the current user of the current site.
+class UserEditorPanel : public QScrollArea {
+    Q_OBJECT
+
+  public:
+    // program: borrowed, must outlive the panel.
+    explicit UserEditorPanel(mdlMain& program, QWidget* parent = nullptr);
+
+    // Shows the current user of the site; 0: there is no site. The box for a mask belongs to the person and
+    // stays.
+    void showSite(int site);
+
+    QSize minimumSizeHint() const override;
+
+  private:
+    void addTexts(QGridLayout& layout);
+    void addLogins(QGridLayout& layout);
+    QLayout* createAddresses();
+    QLayout* createGroups();
+    QLayout* createSections();
+    QLayout* createButtons();
+    void editSections();
+    void addressPicked(int row);
+
+    mdlMain& program_;
+    RecordEditor<UserKind> editor_;
+    BytesEdit* txtUserUID_ = nullptr;
+    BytesEdit* txtUserGroup_ = nullptr;
+    BytesEdit* txtUserIP_ = nullptr;
+    QListWidget* lstUserIP_ = nullptr;
+    ReportView* lvwUserGroups_ = nullptr;
+    ReportView* lvwUserSections_ = nullptr;
+};
 
 // The users tab: for every site its list lvwUsers, and beside it the editor of its current account, or in its
 // place the batch panel.
@@ -28,7 +66,7 @@ class UsersPanel : public AccountsPanel {
     QLayout* createButtons();
     void showEditor(int site) override;
     void cmdUserBatch_Click();
-    void cmdBatchPerform_Click(const BatchForm& form);
+    void performBatch(const BatchForm& form);
 
     QPushButton* cmdUserBatch_ = nullptr;
     QStackedWidget* sides_ = nullptr; // the editor or the batch panel

@@ -1,12 +1,10 @@
-#include "admin/qt/frmAddUser.h"
-
-#include "widgets/FormBoxes.h"
+#include "admin/qt/AccountDialogs.h"
 #include "widgets/TextConversion.h"
 
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
 
@@ -18,12 +16,6 @@ namespace corvel {
 namespace {
 
 constexpr int boxColumns = 6;
-
-// The box selects its text on getting the focus for as long as it holds only that sample.
-void selectSample(OneLineEdit& box, std::string_view sample) {
-    const auto update = [&box, text = fromCore(sample)] { box.setSelectAllOnFocus(box.text() == text); };
-    QObject::connect(&box, &QLineEdit::textChanged, &box, update);
-}
 
 QPushButton* maskButton(int index, const QString& caption) {
     auto* const button = new QPushButton(caption);
@@ -73,7 +65,7 @@ QLayout* frmAddUser::createAccount() {
     connect(txtMainGroup_, &QComboBox::currentIndexChanged, this, &frmAddUser::mainGroupChanged);
     addRow(*txtMainGroup_, "txtMainGroup", tr("Main &group:"));
     addText(form_.txtUserFlags, "txtUserFlags", tr("&Flags:"));
-    selectSample(*addText(form_.txtUserTagLine, "txtUserTagLine", tr("&Tagline:")), taglinePlaceholder);
+    addText(form_.txtUserTagLine, "txtUserTagLine", tr("&Tagline:"))->selectSampleOnFocus(taglinePlaceholder);
     addNumbers(*layout, {{&form_.txtUserCredits, "txtUserCredits", tr("&Credits (MB):")},
                          {&form_.txtRatio, "txtRatio", tr("&Ratio:")}});
     addNumbers(*layout, {{&form_.txtNumOfLogins[0], "txtNumOfLogins_0", tr("FTP logins:")},
@@ -99,8 +91,7 @@ void frmAddUser::addNumbers(QGridLayout& layout, const std::vector<NumberBox>& b
 }
 
 QLayout* frmAddUser::createGroups() {
-    lstAllGroup_ = new SelectableList;
-    lstAllGroup_->setEntries(form_.lstAllGroup, encoding_);
+    lstAllGroup_ = new SelectableList(form_.lstAllGroup, encoding_);
     lstAllGroup_->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
     auto* const layout = new QVBoxLayout;
     layout->addWidget(labelFor(*lstAllGroup_, "lstAllGroup", tr("&Other groups:")));
@@ -110,7 +101,7 @@ QLayout* frmAddUser::createGroups() {
 
 QLayout* frmAddUser::createMasks() {
     BytesEdit* const mask = boxes_.add(form_.txtUserIP);
-    selectSample(*mask, maskPlaceholder);
+    mask->selectSampleOnFocus(maskPlaceholder);
     txtUserIP_ = mask;
     lstUserIP_ = new QListWidget;
     QPushButton* const add = maskButton(0, tr("A&dd"));
@@ -193,7 +184,7 @@ void frmAddUser::collect() {
 
 void frmAddUser::confirmed() {
     if (const std::optional<std::string> question = addUserQuestion(form_)) {
-        askBefore(*this, *question, [this] { send(); });
+        askBefore(*question);
     } else {
         send();
     }

@@ -1,7 +1,7 @@
 #include "browser/qt/BrowserPanel.h"
 
 #include "browser/qt/BrowserDialogs.h"
-#include "widgets/ElementName.h"
+#include "widgets/Forms.h"
 #include "widgets/Icons.h"
 #include "widgets/LogBox.h"
 #include "widgets/ReportView.h"
@@ -224,21 +224,7 @@ void BrowserPanel::showCounts() {
 }
 
 void BrowserPanel::openDialog(int site, Dialog dialog) {
-    const int row = pages_->at(site).list->currentRow();
-    switch (dialog) {
-    case Dialog::chmod:
-        openChmod(program_, site, row, *this);
-        break;
-    case Dialog::chattr:
-        openChattr(program_, site, row, *this);
-        break;
-    case Dialog::nuke:
-        openNuke(program_, site, row, *this);
-        break;
-    case Dialog::copyUser:
-    case Dialog::userGroups:
-        break;
-    }
+    openBrowserDialog(program_, site, dialog, pages_->at(site).list->currentRow(), *this);
 }
 
 QWidget* BrowserPanel::createButtons() {

@@ -1,6 +1,6 @@
 #include "menus/qt/CustomMenus.h"
 
-#include "widgets/ElementName.h"
+#include "widgets/Forms.h"
 #include "widgets/TextConversion.h"
 
 #include <QMenu>

@@ -1,10 +1,9 @@
 #include "net/qt/ActivityPanel.h"
 
-#include "widgets/ElementName.h"
+#include "widgets/Forms.h"
 #include "widgets/ImageLists.h"
-#include "widgets/LayoutUnits.h"
 #include "widgets/ReportView.h"
-#include "widgets/StoreColor.h"
+#include "widgets/StoreValues.h"
 #include "widgets/TextConversion.h"
 
 #include <QCheckBox>

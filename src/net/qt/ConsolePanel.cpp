@@ -1,7 +1,6 @@
 #include "net/qt/ConsolePanel.h"
 
-#include "widgets/ElementName.h"
-#include "widgets/OneLineEdit.h"
+#include "widgets/Forms.h"
 #include "widgets/TextConversion.h"
 
 #include <QHBoxLayout>

@@ -39,18 +39,14 @@ StatsPanel::StatsPanel(QWidget* parent) : QWidget(parent) {
 
 void StatsPanel::showStatus(const Status& status) {
     rows_ = statisticsRows(status);
-    ReportSource source;
-    source.rows = static_cast<int>(rows_.size());
-    source.columns = {{.header = tr("name")},
-                      {.header = tr("value"),
-                       .alignment = Qt::AlignRight,
-                       // With room for any number, the column stays as wide as it is while numbers change.
-                       .room = {QString(longestNumber, u'8')}}};
-    source.text = [this](int row, int column) {
-        const MenuVariable& shown = rows_[static_cast<std::size_t>(row)];
-        return displayTextOf(column == 0 ? shown.sName : shown.sValue, TextEncoding::utf8);
-    };
-    list_->setSource(std::move(source), ReportView::CurrentRow::keep);
+    // With room for any number, the column stays as wide as it is while numbers change.
+    list_->setSource(
+        sourceOf(
+            rows_,
+            {{.header = tr("name")},
+             {.header = tr("value"), .alignment = Qt::AlignRight, .room = {QString(longestNumber, u'8')}}},
+            {&MenuVariable::sName, &MenuVariable::sValue}, TextEncoding::utf8),
+        ReportView::CurrentRow::keep);
     list_->fitColumns(0, 1);
     text_->setPlainText(fromCore(statisticsText(status.activity)));
 }

@@ -1,6 +1,6 @@
 #include "ui/desktop/mdlTrayIcon.h"
 
-#include "ui/desktop/Stacking.h"
+#include "ui/desktop/Desktop.h"
 
 #include <QApplication>
 #include <QIcon>

@@ -1,7 +1,11 @@
-#include "ui/desktop/StartAndEnd.h"
+#include "ui/desktop/Desktop.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QCommandLineParser>
+#include <QDialog>
 #include <QDir>
+#include <QEvent>
 
 namespace corvel {
 
@@ -36,6 +40,21 @@ StartOptions readStartOptions(const QStringList& arguments, const QString& defau
         options.message = QStringLiteral("Corvel " CORVEL_VERSION "\n");
     }
     return options;
+}
+
+TopmostDialogs::TopmostDialogs(const QAbstractButton& whileChecked, QObject* parent)
+    : QObject(parent), whileChecked_(whileChecked) {
+    qApp->installEventFilter(this);
+}
+
+bool TopmostDialogs::eventFilter(QObject* watched, QEvent* event) {
+    // The event comes before the dialog is on the screen.
+    if (event->type() == QEvent::Show && whileChecked_.isChecked()) {
+        if (auto* const dialog = qobject_cast<QDialog*>(watched)) {
+            setAlwaysOnTop(*dialog, true);
+        }
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace corvel

@@ -3,11 +3,12 @@
 #include <QObject>
 #include <QStringList>
 
+class QAbstractButton;
 class QWidget;
 
-namespace corvel {
+// How the program is started, what it does to the desktop, and how the system ends it.
 
-// How the program is started and how the system ends it.
+namespace corvel {
 
 // What the program was started with.
 struct StartOptions {
@@ -41,5 +42,35 @@ class EndSignals : public QObject {
     explicit EndSignals(QWidget& window);
     ~EndSignals() override;
 };
+
+// Puts window, a top-level widget, in the band of the windows that lie over all others, or takes it back into
+// the normal one. A window that is shown stays shown where it is; one that was never shown is in its band
+// when it comes up.
+void setAlwaysOnTop(QWidget& window, bool onTop);
+
+// Shows a window that is hidden or minimised as it was before, and puts it in front of all others with the
+// keyboard, as far as the platform lets a program do so.
+void bringToFront(QWidget& window);
+
+// Keeps dialogs in reach of a window that lies over all others: while the button is checked, every dialog
+// comes up in the same band.
+class TopmostDialogs : public QObject {
+    Q_OBJECT
+
+  public:
+    // whileChecked: borrowed, must outlive this object.
+    explicit TopmostDialogs(const QAbstractButton& whileChecked, QObject* parent = nullptr);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    const QAbstractButton& whileChecked_;
+};
+
+// Opens a program, a document or an address as a double click on it would. target: not empty; a relative name
+// is looked for in programDirectory first, and programs are started there, without arguments. owner: the
+// window over which the system shows what it has to ask. Nothing says when it fails.
+void openTarget(const QString& target, const QString& programDirectory, const QWidget& owner);
 
 } // namespace corvel

@@ -1,8 +1,8 @@
-#include "config/qt/frmSettings.h"
+#include "config/qt/ConfigDialogs.h"
 
-#include "widgets/DialogParts.h"
+#include "widgets/Forms.h"
 #include "widgets/ReportView.h"
-#include "widgets/StoreColor.h"
+#include "widgets/StoreValues.h"
 #include "widgets/TextConversion.h"
 
 #include <QCheckBox>
@@ -11,10 +11,9 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 
+#include <array>
 #include <utility>
 
 namespace corvel {
@@ -43,14 +42,34 @@ std::int32_t& colorOf(SettingsForm& form, int picker) {
     return picker % 2 == 0 ? sample.text : sample.background;
 }
 
-} // namespace
+class frmSettings : public FormDialog<SettingsForm> {
+  public:
+    frmSettings(Opening opening, Accept accept, QWidget* parent);
 
-frmSettings::frmSettings(SettingsForm form, Accept accept, QWidget* parent)
-    : QDialog(parent), form_(std::move(form)), accept_(std::move(accept)) {
-    setObjectName(QStringLiteral("frmSettings"));
-    setWindowTitle(tr("Settings"));
-    QGroupBox* const columns = createColumns();
+  private:
+    QGroupBox* createColumns();
+    QGroupBox* createColors();
+    QHBoxLayout* createColorRow(std::size_t sample, const QString& name);
+    QGroupBox* createTunnelor() const;
+    QGroupBox* createTray() const;
+    void showColumns();
+    void toggleAutosize(int row);
+    void moveCurrent(int step);
+    void pickColor(int picker);
+    void showSample(std::size_t sample);
+    void collect() override { form_.chkALUseColors = chkALUseColors_->isChecked(); }
+
+    ReportView* lvwAL_ = nullptr;
+    QCheckBox* chkALUseColors_ = nullptr;
+    std::array<QLabel*, 3> lblSampleColors_ = {};
+};
+
+frmSettings::frmSettings(Opening opening, Accept accept, QWidget* parent)
+    : FormDialog("frmSettings", tr("Settings"), std::move(opening), std::move(accept), parent) {
     auto* const right = new QVBoxLayout;
+    auto* const halves = new QHBoxLayout;
+    halves->addWidget(createColumns(), 1);
+    halves->addLayout(right);
     right->addWidget(createColors());
     right->addWidget(createTunnelor());
     right->addWidget(createTray());
@@ -58,24 +77,9 @@ frmSettings::frmSettings(SettingsForm form, Accept accept, QWidget* parent)
     note->setWordWrap(true);
     right->addWidget(note);
     right->addStretch(1);
-    auto* const halves = new QHBoxLayout;
-    halves->addWidget(columns, 1);
-    halves->addLayout(right);
-
-    auto* const buttons = new QDialogButtonBox;
-    QPushButton* const save = buttons->addButton(tr("Save && Close"), QDialogButtonBox::AcceptRole);
-    save->setObjectName(QStringLiteral("cmdSave"));
-    save->setDefault(true);
-    buttons->addButton(tr("Close"), QDialogButtonBox::RejectRole)->setObjectName(QStringLiteral("cmdClose"));
-    connect(buttons, &QDialogButtonBox::accepted, this, [this] {
-        form_.chkALUseColors = chkALUseColors_->isChecked();
-        accept_(form_);
-        QDialog::accept();
-    });
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(halves, 1);
-    layout->addWidget(buttons);
+    layout->addWidget(buttons({"cmdSave", tr("Save && Close"), "cmdClose", tr("Close")}));
     lvwAL_->setFocus();
 }
 
@@ -84,7 +88,7 @@ QGroupBox* frmSettings::createColumns() {
     lvwAL_->setObjectName(QStringLiteral("lvwAL"));
     lvwAL_->setAccessibleName(tr("Columns of the activity list"));
     showColumns();
-    connect(lvwAL_, &ReportView::rowDoubleClicked, this, &frmSettings::toggleAutosize);
+    connect(lvwAL_, &ReportView::rowDoubleClicked, this, [this](int row) { toggleAutosize(row); });
     connect(lvwAL_, &ReportView::keyPressed, this, [this](Qt::Key key, int row) {
         if (row >= 0 && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
             toggleAutosize(row);
@@ -97,12 +101,12 @@ QGroupBox* frmSettings::createColumns() {
     });
 
     auto* const moves = new QHBoxLayout;
-    QPushButton* const up = newButton("cmdLvwMove", 0, tr("Move &up"));
-    QPushButton* const down = newButton("cmdLvwMove", 1, tr("Move &down"));
-    connect(up, &QPushButton::clicked, this, [this] { cmdLvwMove_Click(-1); });
-    connect(down, &QPushButton::clicked, this, [this] { cmdLvwMove_Click(1); });
-    moves->addWidget(up);
-    moves->addWidget(down);
+    const std::array<QString, 2> captions = {tr("Move &up"), tr("Move &down")};
+    for (const int i : {0, 1}) {
+        QPushButton* const move = newButton("cmdLvwMove", i, captions[static_cast<std::size_t>(i)]);
+        connect(move, &QPushButton::clicked, this, [this, i] { moveCurrent(2 * i - 1); });
+        moves->addWidget(move);
+    }
     moves->addStretch(1);
 
     auto* const hint = new QLabel(tr("Double-click a column to change its autosize."));
@@ -152,7 +156,7 @@ void frmSettings::toggleAutosize(int row) {
     lvwAL_->refresh();
 }
 
-void frmSettings::cmdLvwMove_Click(int step) {
+void frmSettings::moveCurrent(int step) {
     const int row = lvwAL_->currentRow();
     if (row >= 0) {
         const std::size_t moved = moveColumn(form_, static_cast<std::size_t>(row), step);
@@ -191,17 +195,17 @@ QHBoxLayout* frmSettings::createColorRow(std::size_t sample, const QString& name
             newButton("cmdColorPickers", picker, parts[static_cast<std::size_t>(part)]);
         button->setAccessibleName(part == 0 ? tr("Text color of %1 rows").arg(name)
                                             : tr("Background color of %1 rows").arg(name));
-        connect(button, &QPushButton::clicked, this, [this, picker] { cmdColorPickers_Click(picker); });
+        connect(button, &QPushButton::clicked, this, [this, picker] { pickColor(picker); });
         row->addWidget(button);
     }
     return row;
 }
 
-void frmSettings::cmdColorPickers_Click(int index) {
-    auto* const dialog = new QColorDialog(colorFromStore(colorOf(form_, index)), this);
-    connect(dialog, &QColorDialog::colorSelected, this, [this, index](const QColor& chosen) {
-        colorOf(form_, index) = storeColor(chosen);
-        showSample(static_cast<std::size_t>(index / 2));
+void frmSettings::pickColor(int picker) {
+    auto* const dialog = new QColorDialog(colorFromStore(colorOf(form_, picker)), this);
+    connect(dialog, &QColorDialog::colorSelected, this, [this, picker](const QColor& chosen) {
+        colorOf(form_, picker) = storeColor(chosen);
+        showSample(static_cast<std::size_t>(picker / 2));
     });
     openDialog(*dialog);
 }
@@ -214,7 +218,7 @@ void frmSettings::showSample(std::size_t sample) {
     lblSampleColors_[sample]->setPalette(palette);
 }
 
-QGroupBox* frmSettings::createTunnelor() {
+QGroupBox* frmSettings::createTunnelor() const {
     auto* const group = new QGroupBox(tr("Tunnelor"));
     group->setObjectName(QStringLiteral("fraTunnelor"));
     auto* const layout = new QFormLayout(group);
@@ -228,7 +232,7 @@ QGroupBox* frmSettings::createTunnelor() {
     return group;
 }
 
-QGroupBox* frmSettings::createTray() {
+QGroupBox* frmSettings::createTray() const {
     auto* const group = new QGroupBox(tr("Trayicon"));
     auto* const layout = new QVBoxLayout(group);
     for (QCheckBox* const box :
@@ -238,6 +242,56 @@ QGroupBox* frmSettings::createTray() {
         layout->addWidget(box);
     }
     return group;
+}
+
+class frmSitesAddEdit : public FormDialog<SiteForm> {
+  public:
+    frmSitesAddEdit(const QString& title, const QString& okCaption, Opening opening, Accept accept,
+                    QWidget* parent)
+        : FormDialog("frmSitesAddEdit", title, std::move(opening), std::move(accept), parent),
+          connectOnStartup_(newCheckBox("chkConnectOnStartup", tr("&Connect when starting Corvel"),
+                                        form_.chkConnectOnStartup)),
+          useSslProxy_(newCheckBox("chkUseSSLProxy", tr("Use SS&L proxy for this server (tunnelor)"),
+                                   form_.chkUseSSLProxy)) {
+        auto* const layout = new QFormLayout(this);
+        layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+        boxes_.addRow(*layout, form_.txtSitename, "txtSitename", tr("Site &name:"));
+        boxes_.addRow(*layout, form_.txtHostname, "txtHostname", tr("&Host name:"));
+        boxes_.addRow(*layout, form_.txtPort, "txtPort", tr("P&ort:"));
+        boxes_.addRow(*layout, form_.txtUsername, "txtUsername", tr("&User name:"));
+        boxes_.addRow(*layout, form_.txtPassword, "txtPassword", tr("&Password:"))
+            ->setEchoMode(QLineEdit::Password);
+        boxes_.addRow(*layout, form_.txtIdent, "txtIdent", tr("&Ident:"));
+        layout->addRow(QString(), connectOnStartup_);
+        layout->addRow(QString(), useSslProxy_);
+        layout->addRow(buttons({"OKButton", okCaption, "CancelButton"}));
+        setMinimumWidth(sizeHint().width() + fontMetrics().averageCharWidth() * 12);
+        boxes_.show(encoding_);
+    }
+
+  private:
+    void collect() override {
+        form_.chkConnectOnStartup = connectOnStartup_->isChecked();
+        form_.chkUseSSLProxy = useSslProxy_->isChecked();
+    }
+
+    QCheckBox* connectOnStartup_;
+    QCheckBox* useSslProxy_;
+};
+
+} // namespace
+
+void openSettingsDialog(QWidget& parent, SettingsForm form, std::function<void(const SettingsForm&)> save) {
+    const auto accept = [save = std::move(save)](const SettingsForm& changed) -> std::optional<std::string> {
+        save(changed);
+        return {};
+    };
+    openDialog(*new frmSettings({std::move(form)}, accept, &parent));
+}
+
+void openSiteDialog(QWidget& parent, const QString& title, const QString& okCaption, SiteForm form,
+                    std::function<std::optional<std::string>(const SiteForm&)> accept) {
+    openDialog(*new frmSitesAddEdit(title, okCaption, {std::move(form)}, std::move(accept), &parent));
 }
 
 } // namespace corvel

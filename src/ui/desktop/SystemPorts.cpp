@@ -1,0 +1,80 @@
+#include "ui/desktop/SystemPorts.h"
+
+#include "config/Files.h"
+#include "config/WindowState.h"
+#include "menus/mdlProcesses.h"
+#include "ui/desktop/Desktop.h"
+#include "widgets/TextConversion.h"
+
+#include <QClipboard>
+#include <QDateTime>
+#include <QGuiApplication>
+#include <QWidget>
+
+namespace corvel {
+
+LockFile::LockFile(const std::string& directory)
+    : file_(fromCore(BuildAppPath("corvel.lock", "*", directory))) {
+    file_.setStaleLockTime(0); // age alone says nothing: a program may run for weeks
+}
+
+bool LockFile::take() {
+    return file_.isLocked() || file_.tryLock(0) || file_.error() != QLockFile::LockFailedError;
+}
+
+SettingsStore::SettingsStore() : settings_(fromCore(storeApplication), fromCore(storeSection)) {}
+
+std::optional<std::string> SettingsStore::value(std::string_view key) const {
+    const QVariant stored = settings_.value(fromCore(key));
+    return stored.isValid() ? std::optional(toCore(stored.toString())) : std::nullopt;
+}
+
+void SettingsStore::setValue(std::string_view key, std::string_view value) {
+    settings_.setValue(fromCore(key), fromCore(value));
+}
+
+// The zone is the "t" outside quoted text, and whatever brackets stand around it.
+QString longTimeFormat(const QLocale& locale) {
+    QString format;
+    bool isQuoted = false;
+    for (const QChar character : locale.timeFormat(QLocale::LongFormat)) {
+        isQuoted = isQuoted != (character == QLatin1Char('\''));
+        if (isQuoted || character != QLatin1Char('t')) {
+            format += character;
+        }
+    }
+    return format.remove(QStringLiteral("()")).remove(QStringLiteral("[]")).trimmed();
+}
+
+std::string QtClock::timeOfDay() const {
+    const QLocale locale = QLocale::system();
+    return toCore(locale.toString(QTime::currentTime(), longTimeFormat(locale)));
+}
+
+std::string QtClock::stamp() const {
+    return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd-HHmmss")).toStdString();
+}
+
+void DesktopShell::open(const std::string& target) {
+    if (!target.empty()) {
+        openTarget(textOf(target, TextEncoding::utf8), programDirectory_, window_);
+    }
+}
+
+void DesktopShell::setClipboardText(const std::string& text) {
+    QGuiApplication::clipboard()->setText(textOf(text, TextEncoding::utf8));
+}
+
+ProcessId DesktopShell::FindProcessByPath(const std::string& pattern) const {
+    return corvel::FindProcessByPath(pattern);
+}
+
+bool DesktopShell::KillProcess(ProcessId id) {
+    return corvel::KillProcess(id);
+}
+
+void DesktopShell::quit() {
+    window_.close();
+}
+
+} // namespace corvel

@@ -1,0 +1,260 @@
+#include "widgets/Forms.h"
+
+#include "common/Text.h"
+#include "widgets/TextConversion.h"
+
+#include <QDialogButtonBox>
+#include <QFocusEvent>
+#include <QFormLayout>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionFrame>
+
+#include <algorithm>
+
+namespace corvel {
+
+namespace {
+
+bool isLineBreak(QChar character) {
+    return character == QChar::LineFeed || character == QChar::CarriageReturn;
+}
+
+} // namespace
+
+QString elementName(const char* name, int index) {
+    return QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(index);
+}
+
+QString plainCaption(const QString& caption) {
+    return QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')).trimmed();
+}
+
+QLabel* labelFor(QWidget& input, const char* name, const QString& caption) {
+    input.setObjectName(QLatin1String(name));
+    input.setAccessibleName(plainCaption(caption));
+    auto* const label = new QLabel(caption);
+    label->setBuddy(&input);
+    return label;
+}
+
+void setDigitsWide(QLineEdit& box, int digits) {
+    const int textWidth = box.fontMetrics().horizontalAdvance(QString(digits + 1, QLatin1Char('0')));
+    QStyleOptionFrame option;
+    option.initFrom(&box);
+    option.lineWidth = box.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &box);
+    const QSize size(textWidth, box.fontMetrics().height());
+    box.setFixedWidth(box.style()->sizeFromContents(QStyle::CT_LineEdit, &option, size, &box).width());
+    box.setAlignment(Qt::AlignRight);
+}
+
+void setShownOnly(QLineEdit& box) {
+    box.setReadOnly(true);
+    QPalette palette = box.palette();
+    palette.setBrush(QPalette::Base, palette.brush(QPalette::Window));
+    box.setPalette(palette);
+}
+
+void openDialog(QDialog& dialog) {
+    dialog.setAttribute(Qt::WA_DeleteOnClose);
+    dialog.open();
+}
+
+// What stands in a message may be as long as a server likes: too long a text would push the buttons off the
+// screen.
+QMessageBox* newMessageBox(QWidget* parent, const QString& text) {
+    constexpr qsizetype longest = 1500;
+    constexpr qsizetype end = longest / 3;
+    auto* const box =
+        new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Corvel"), {}, QMessageBox::Ok, parent);
+    // Before the text: the automatic choice would read markup in it.
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text.size() <= longest
+                     ? text
+                     : text.left(longest - end) + QStringLiteral(" \u2026 ") + text.right(end));
+    return box;
+}
+
+QMessageBox* newQuestion(QWidget* parent, const QString& text) {
+    QMessageBox* const box = newMessageBox(parent, text);
+    box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box->setDefaultButton(QMessageBox::No);
+    box->setEscapeButton(QMessageBox::No);
+    return box;
+}
+
+ElidedLabel::ElidedLabel(const char* name) {
+    setObjectName(QLatin1String(name));
+    setTextFormat(Qt::PlainText);
+}
+
+void ElidedLabel::showText(const QString& shown) {
+    if (text() != shown) {
+        setText(shown);
+        setToolTip(toolTipOf(shown));
+    }
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+    return {0, QLabel::minimumSizeHint().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const QRect area = contentsRect();
+    style()->drawItemText(&painter, area, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), palette(),
+                          isEnabled(), fontMetrics().elidedText(text(), Qt::ElideRight, area.width()),
+                          foregroundRole());
+}
+
+QValidator::State LineBreakDropper::validate(QString& text, int& cursor) const {
+    const auto beforeCursor = text.cbegin() + std::clamp<qsizetype>(cursor, 0, text.size());
+    cursor -= static_cast<int>(std::count_if(text.cbegin(), beforeCursor, isLineBreak));
+    text.removeIf(isLineBreak);
+    return Acceptable;
+}
+
+OneLineEdit::OneLineEdit(QWidget* parent) : QLineEdit(parent) {
+    setValidator(new LineBreakDropper(this));
+}
+
+void OneLineEdit::selectSampleOnFocus(std::string_view sample) {
+    connect(this, &QLineEdit::textChanged, this, [this, sampleText = fromCore(sample)](const QString& now) {
+        selectsAllOnFocus_ = now == sampleText;
+    });
+}
+
+void OneLineEdit::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    isFirstClick_ = selectsAllOnFocus_ && event->reason() == Qt::MouseFocusReason;
+    if (selectsAllOnFocus_ && event->reason() != Qt::PopupFocusReason) {
+        selectAll();
+    }
+}
+
+void OneLineEdit::mouseReleaseEvent(QMouseEvent* event) {
+    QLineEdit::mouseReleaseEvent(event);
+    if (isFirstClick_ && !hasSelectedText()) {
+        selectAll();
+    }
+    isFirstClick_ = false;
+}
+
+void BytesEdit::setBytes(std::string_view bytes, TextEncoding encoding, const std::optional<QString>& typed) {
+    if (bytes == bytes_ && typed == text()) {
+        return; // nothing new, and the person can still undo
+    }
+    const QString before = text();
+    const int cursor = cursorPosition();
+    bytes_ = bytes;
+    encoding_ = isValidUtf8(bytes) ? encoding : TextEncoding::windows1252;
+    setText(textOf(bytes, encoding_));
+    shown_ = text();
+    if (typed) {
+        setText(*typed);
+    }
+    setCursorPosition(text() == before ? cursor : 0);
+}
+
+std::string BytesEdit::bytes() const {
+    return isTouched() ? bytesOf(text(), encoding_) : bytes_;
+}
+
+SelectableList::SelectableList(std::vector<SelectableEntry> entries, TextEncoding encoding)
+    : entries_(std::move(entries)) {
+    setSelectionMode(QAbstractItemView::MultiSelection);
+    setUniformItemSizes(true);
+    for (const SelectableEntry& entry : entries_) {
+        auto* const entryItem = new QListWidgetItem(displayTextOf(entry.sText, encoding), this);
+        entryItem->setSelected(entry.bSelected);
+    }
+}
+
+std::vector<SelectableEntry> SelectableList::entries() const {
+    std::vector<SelectableEntry> current = entries_;
+    for (std::size_t i = 0; i < current.size(); ++i) {
+        const QListWidgetItem& entryItem = *item(static_cast<int>(i));
+        current[i].bSelected = entryItem.isSelected() && !entryItem.isHidden();
+    }
+    return current;
+}
+
+BytesEdit* FormBoxes::add(std::string& member) {
+    return fields_.emplace_back(&member, new BytesEdit).second;
+}
+
+BytesEdit* FormBoxes::addRow(QFormLayout& layout, std::string& member, const char* name,
+                             const QString& caption) {
+    BytesEdit* const box = add(member);
+    layout.addRow(labelFor(*box, name, caption), box);
+    return box;
+}
+
+void FormBoxes::show(TextEncoding encoding) const {
+    for (const auto& [member, box] : fields_) {
+        box->setBytes(*member, encoding);
+    }
+}
+
+void FormBoxes::setEncoding(TextEncoding encoding) const {
+    for (const auto& [member, box] : fields_) {
+        box->setEncoding(encoding);
+    }
+}
+
+void FormBoxes::collect() const {
+    for (const auto& [member, box] : fields_) {
+        *member = box->bytes();
+    }
+}
+
+DialogOverForm::DialogOverForm(const char* name, const QString& title, TextEncoding encoding, QWidget* parent)
+    : QDialog(parent), encoding_(encoding) {
+    setObjectName(QLatin1String(name));
+    // Qt reads a single [*] as the place of a "modified" mark.
+    setWindowTitle(QString(title).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+}
+
+QDialogButtonBox* DialogOverForm::buttons(const ConfirmButtons& wanted) {
+    // In the dialog from the start: a button outside is not its default for good, and once the focus has
+    // passed the other button, Enter would press that one.
+    auto* const both = new QDialogButtonBox(this);
+    QPushButton* const confirm = both->addButton(wanted.confirmCaption, QDialogButtonBox::AcceptRole);
+    confirm->setObjectName(QLatin1String(wanted.confirmName));
+    confirm->setDefault(true);
+    both->addButton(wanted.cancelCaption, QDialogButtonBox::RejectRole)
+        ->setObjectName(QLatin1String(wanted.cancelName));
+    connect(both, &QDialogButtonBox::accepted, this, [this] {
+        boxes_.collect();
+        collect();
+        confirmed();
+    });
+    connect(both, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    return both;
+}
+
+void DialogOverForm::askBefore(std::string_view question) {
+    QMessageBox* const box = newQuestion(this, fromCore(question));
+    connect(box, &QDialog::finished, this, [this](int answer) {
+        if (answer == QMessageBox::Yes) {
+            send();
+        }
+    });
+    openDialog(*box);
+}
+
+void DialogOverForm::send() {
+    const std::optional<std::string> problem = accepted();
+    if (!problem) {
+        accept();
+    } else if (!problem->empty()) {
+        QStringList lines;
+        for (const std::string_view line : split(*problem, lineEnd)) {
+            lines.append(displayTextOf(line, encoding_));
+        }
+        openDialog(*newMessageBox(this, lines.join(QLatin1Char('\n'))));
+    }
+}
+
+} // namespace corvel

@@ -1,0 +1,216 @@
+#pragma once
+
+#include "common/SelectableEntry.h"
+#include "common/TextEncoding.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QValidator>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+class QDialogButtonBox;
+class QFormLayout;
+
+namespace corvel {
+
+// What panels and dialogs are put together from. Widgets that are given out have no parent yet and belong to
+// the caller.
+
+// NAME_index, the name of an element of a control array; the index of a per-site array is the site's.
+QString elementName(const char* name, int index);
+
+// A caption as it is spoken: without its & and its colon.
+QString plainCaption(const QString& caption);
+
+// Names input and puts a label before it, whose plain caption is the accessible name too.
+QLabel* labelFor(QWidget& input, const char* name, const QString& caption);
+
+// As wide as a number needs that has that many digits.
+void setDigitsWide(QLineEdit& box, int digits);
+
+// Makes box one that shows a text, to be copied but not changed, and looks like it.
+void setShownOnly(QLineEdit& box);
+
+// Shows a dialog that deletes itself when it is closed; returns at once.
+void openDialog(QDialog& dialog);
+
+// A message box over parent that is not shown yet: plain text, cut in the middle where it is too long for a
+// screen.
+QMessageBox* newMessageBox(QWidget* parent, const QString& text);
+
+// The same with a question whose default answer is no. It is answered in finished, by QMessageBox::Yes or
+// anything else.
+QMessageBox* newQuestion(QWidget* parent, const QString& text);
+
+// A line of plain text that gives way: where it has less room than it wants, its end is left out and its tool
+// tip has the whole. It never makes a window wider.
+class ElidedLabel : public QLabel {
+  public:
+    explicit ElidedLabel(const char* name);
+
+    // Does nothing where the text is that already.
+    void showText(const QString& text);
+
+    QSize minimumSizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// Takes line breaks, CR and LF, out of whatever is typed, pasted or set into a line edit, and refuses
+// nothing. (Qt by itself keeps them in the text and shows them as other characters.) What else separates
+// lines in Unicode can be in a name, and stays.
+class LineBreakDropper : public QValidator {
+  public:
+    using QValidator::QValidator;
+    State validate(QString& text, int& cursor) const override;
+};
+
+// A line edit whose text never has a line break in it. Give it no other validator.
+class OneLineEdit : public QLineEdit {
+  public:
+    explicit OneLineEdit(QWidget* parent = nullptr);
+
+    // Whether the whole text is selected when the box gets the focus, by a key or by a click; dragging the
+    // mouse in that first click still selects what it passes. Off at first: then only keys select all.
+    void setSelectAllOnFocus(bool isOn) { selectsAllOnFocus_ = isOn; }
+    // The same for as long as the box holds only that sample.
+    void selectSampleOnFocus(std::string_view sample);
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    bool selectsAllOnFocus_ = false;
+    bool isFirstClick_ = false; // the click under way brought the focus
+};
+
+// A line edit over a text of the server: what a person leaves alone comes back as the same bytes, even where
+// they cannot be told from what is on screen.
+class BytesEdit : public OneLineEdit {
+  public:
+    using OneLineEdit::OneLineEdit;
+
+    // Shows bytes, and reads what is typed from now on in the encoding, that of the connection.
+    // typed: what a person has made of them, which is shown instead; bytes come back only when it is taken
+    // back. A text that stays the same keeps its cursor.
+    void setBytes(std::string_view bytes, TextEncoding encoding, const std::optional<QString>& typed = {});
+    // Keeps the text, for a box that outlives the connection; typed text alone is read in another encoding.
+    void setEncoding(TextEncoding encoding) { encoding_ = encoding; }
+
+    std::string bytes() const;
+    // Whether the text is another one than what was shown.
+    bool isTouched() const { return text() != shown_; }
+
+  private:
+    std::string bytes_;
+    QString shown_; // what the box made of bytes_
+    TextEncoding encoding_ = TextEncoding::utf8;
+};
+
+// A list box in which a click, or the space bar, selects an entry or takes its selection back, whatever else
+// is selected.
+class SelectableList : public QListWidget {
+  public:
+    // Shows entries, whose texts are in the encoding.
+    SelectableList(std::vector<SelectableEntry> entries, TextEncoding encoding);
+
+    // The entries with the selection as it is now; a hidden entry is not selected.
+    std::vector<SelectableEntry> entries() const;
+
+  private:
+    std::vector<SelectableEntry> entries_; // entry i is row i
+};
+
+// The text boxes over the members of one form record. The record must outlive it and stay where it is.
+class FormBoxes {
+  public:
+    // A new box for member.
+    BytesEdit* add(std::string& member);
+    // The same with a label, in a new row of layout, which takes it over.
+    BytesEdit* addRow(QFormLayout& layout, std::string& member, const char* name, const QString& caption);
+
+    // Loads every box from its member, whose bytes are in the encoding of the connection.
+    void show(TextEncoding encoding) const;
+
+    // Reads what is typed in another encoding from now on, as BytesEdit does; the texts stay.
+    void setEncoding(TextEncoding encoding) const;
+
+    // Stores what the boxes hold in the members.
+    void collect() const;
+
+  private:
+    std::vector<std::pair<std::string*, BytesEdit*>> fields_;
+};
+
+// The two buttons at the foot of a dialog: one, the default, that confirms, and one that closes the dialog as
+// Escape does.
+struct ConfirmButtons {
+    const char* confirmName = "cmdOK";
+    QString confirmCaption = QStringLiteral("OK");
+    const char* cancelName = "cmdCancel";
+    QString cancelCaption = QDialog::tr("Cancel");
+};
+
+// What every FormDialog is. Its texts are in the encoding.
+class DialogOverForm : public QDialog {
+  protected:
+    DialogOverForm(const char* name, const QString& title, TextEncoding encoding, QWidget* parent);
+
+    // The buttons, to be put into its layout once.
+    QDialogButtonBox* buttons(const ConfirmButtons& wanted = {});
+    // Asks before the form is sent; the default answer is no.
+    void askBefore(std::string_view question);
+
+    // Stores in the record what the controls hold that are none of boxes_.
+    virtual void collect() {}
+    // Sends the record, or asks before.
+    virtual void confirmed() { send(); }
+    // Sends the record, and closes, or says why it was not sent and stays.
+    void send();
+
+    TextEncoding encoding_;
+    FormBoxes boxes_;
+
+  private:
+    virtual std::optional<std::string> accepted() = 0;
+};
+
+// A dialog over a form record. Its confirm button stores what the controls hold in the record, and Accept
+// says what becomes of it: nothing, and the dialog closes, or a message, and it stays open. The message has
+// the server's bytes in it, and CR LF between lines; an empty one is not shown: the person was told already.
+template <typename Form>
+class FormDialog : public DialogOverForm {
+  public:
+    using Accept = std::function<std::optional<std::string>(const Form&)>;
+
+    // What it opens with. The texts are in the encoding, that of the connection.
+    struct Opening {
+        Form form;
+        TextEncoding encoding = TextEncoding::utf8;
+    };
+
+  protected:
+    FormDialog(const char* name, const QString& title, Opening opening, Accept accept, QWidget* parent)
+        : DialogOverForm(name, title, opening.encoding, parent), form_(std::move(opening.form)),
+          accept_(std::move(accept)) {}
+
+    Form form_;
+
+  private:
+    std::optional<std::string> accepted() override { return accept_(form_); }
+
+    Accept accept_;
+};
+
+} // namespace corvel

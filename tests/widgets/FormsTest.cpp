@@ -1,0 +1,128 @@
+#include "widgets/Forms.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace corvel {
+namespace {
+
+TEST(OneLineEdit, LineBreaksArePastedAway) {
+    const std::vector<std::pair<QString, QString>> cases = {
+        {u"ab\r\ncd"_s, u"<abcd>"_s},
+        {u"\na\rb\n"_s, u"<ab>"_s},
+        {u"a\u2028b\n\u2029c"_s, u"<a\u2028b\u2029c>"_s}, // what names can hold stays
+    };
+    for (const auto& [pasted, text] : cases) {
+        OneLineEdit edit;
+        edit.setText(u"<>"_s);
+        edit.setCursorPosition(1);
+        QApplication::clipboard()->setText(pasted);
+        edit.paste();
+        EXPECT_EQ(edit.text(), text);
+        EXPECT_EQ(edit.cursorPosition(), text.size() - 1);
+    }
+}
+
+TEST(OneLineEdit, AClickSelectsTheSampleUntilItIsReplaced) {
+    for (const bool isSample : {true, false}) {
+        OneLineEdit edit;
+        edit.selectSampleOnFocus("mask");
+        edit.setText(isSample ? u"mask"_s : u"own text"_s);
+        edit.show();
+        QFocusEvent focus(QEvent::FocusIn, Qt::MouseFocusReason);
+        QApplication::sendEvent(&edit, &focus);
+        for (const bool isSelected : {isSample, false}) { // a second click places the caret
+            QTest::mouseClick(&edit, Qt::LeftButton, {}, {12, edit.height() / 2});
+            EXPECT_EQ(edit.hasSelectedText(), isSelected);
+        }
+    }
+}
+
+TEST(BytesEdit, UntouchedBytesComeBackAndTypedTextIsEncoded) {
+    struct Case {
+        const char* name;
+        const char* set;
+        TextEncoding encoding;
+        const char* typed; // with e acute typed behind it
+    };
+    const std::vector<Case> cases = {
+        {"UTF-8", "\xC3\xA4", TextEncoding::utf8, "\xC3\xA4\xC3\xA9"},
+        {"Windows-1252", "\xE4", TextEncoding::windows1252, "\xE4\xE9"},
+        {"not valid in UTF-8", "\xE4", TextEncoding::utf8, "\xE4\xE9"},
+        {"UTF-8 bytes on another connection", "\xC3\xA4", TextEncoding::windows1252, "\xC3\xA4\xE9"},
+        {"a line break, which the box drops", "a\nz", TextEncoding::utf8, "az\xC3\xA9"},
+        {"nothing", "", TextEncoding::windows1252, "\xE9"},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.name);
+        BytesEdit edit;
+        edit.setBytes(row.set, row.encoding);
+        EXPECT_EQ(edit.bytes(), row.set);
+        edit.end(false);
+        edit.insert(u"\u00E9"_s);
+        EXPECT_EQ(edit.bytes(), row.typed);
+        edit.backspace();
+        EXPECT_EQ(edit.bytes(), row.set) << "the text as it was";
+    }
+}
+
+struct Form {
+    std::string text = "caf\xE9";
+};
+
+class TestDialog : public FormDialog<Form> {
+  public:
+    explicit TestDialog(Accept accept)
+        : FormDialog("frmTest", u"a[*]b"_s, {{}, TextEncoding::windows1252}, std::move(accept), nullptr) {
+        auto* const layout = new QVBoxLayout(this);
+        layout->addWidget(boxes_.add(form_.text));
+        layout->addWidget(buttons());
+        boxes_.show(encoding_);
+    }
+};
+
+TEST(FormDialog, StaysOpenForAsLongAsThereIsAProblem) {
+    std::vector<std::string> confirmed;
+    std::optional<std::string> problem;
+    TestDialog dialog([&](const Form& form) {
+        confirmed.push_back(form.text);
+        return problem;
+    });
+    const auto press = [&](const char* button) {
+        dialog.show();
+        dialog.findChild<QPushButton*>(QLatin1String(button))->click();
+    };
+    EXPECT_EQ(dialog.windowTitle(), u"a[*][*]b"_s) << "a single one is the place of a mark";
+    press("cmdCancel");
+    EXPECT_FALSE(dialog.isVisible());
+    problem = "not <b>sent\r\n\xE9";
+    press("cmdOK");
+    auto* const box = dialog.findChild<QMessageBox*>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), u"not <b>sent\n\u00E9"_s);
+    EXPECT_EQ(box->textFormat(), Qt::PlainText);
+    box->close();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    problem = ""; // the person was told
+    press("cmdOK");
+    EXPECT_EQ(dialog.findChild<QMessageBox*>(), nullptr);
+    EXPECT_TRUE(dialog.isVisible());
+    problem.reset();
+    press("cmdOK");
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(confirmed, std::vector<std::string>(3, "caf\xE9"));
+}
+
+} // namespace
+} // namespace corvel
