@@ -30,42 +30,8 @@ std::vector<MemberRow> memberRows(const std::vector<std::int16_t>& ids,
     return rows;
 }
 
-struct TextProperty {
-    std::string UserForm::*box;
-    std::string UserDetails::*field;
-    const char* property;
-};
-
-constexpr std::array<TextProperty, 3> textProperties{{
-    {&UserForm::txtUserTagLine, &UserDetails::sTagline, "tagline"},
-    {&UserForm::txtUserVFS, &UserDetails::sVFSFile, "vfsfile"},
-    {&UserForm::txtUserHomePath, &UserDetails::sHomePath, "homedir"},
-}};
-
-struct LoginProperty {
-    std::int16_t UserDetails::*field;
-    const char* service;
-};
-
-// In the order of the boxes.
-constexpr std::array<LoginProperty, 3> loginProperties{{
-    {&UserDetails::iLoginsFTP, "ftp"},
-    {&UserDetails::iLoginsTelnet, "telnet"},
-    {&UserDetails::iLoginsHTTP, "http"},
-}};
-
 bool differs(std::string_view typed, double number) {
     return leadingNumber(typed) != number;
-}
-
-void appendLogins(std::vector<Command>& commands, const clsUser& user, const UserForm& form) {
-    for (std::size_t i = 0; i < loginProperties.size(); ++i) {
-        const std::string& typed = form.txtUserLogins[i];
-        if (differs(typed, user.details().*loginProperties[i].field)) {
-            commands.push_back(userChange("SITE change " + user.sName + " logins " + wholeNumberText(typed) +
-                                          " " + loginProperties[i].service));
-        }
-    }
 }
 
 } // namespace
@@ -130,24 +96,27 @@ std::optional<std::string> masterQuestion(std::string_view oldFlags, std::string
 // the order in which its administrators expect it, and the userfile read behind it shows what became of it.
 std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form, bool sendFlags) {
     std::vector<Command> commands;
+    const auto addIf = [&commands](bool isChanged, const std::string& line) {
+        if (isChanged) {
+            commands.push_back(userChange(line));
+        }
+    };
     const UserDetails& details = user.details();
     const std::string change = "SITE change " + user.sName + " ";
-    if (sendFlags && form.txtUserFlags != user.sFlags) {
-        commands.push_back(
-            userChange("SITE CorvelExt setflags " + std::to_string(user.iUID) + " " + form.txtUserFlags));
-    }
-    for (const TextProperty& row : textProperties) {
-        if (form.*row.box != details.*row.field) {
-            commands.push_back(userChange(change + row.property + " " + form.*row.box));
-        }
-    }
-    if (form.txtUserName != user.sName) {
-        commands.push_back(userChange("SITE renuser " + user.sName + " " + form.txtUserName));
-    }
-    if (differs(form.txtUserBwUp, details.iBWLimitUp) || differs(form.txtUserBwDn, details.iBWLimitDn)) {
-        commands.push_back(userChange(change + "speedlimit " + form.txtUserBwDn + " " + form.txtUserBwUp));
-    }
-    appendLogins(commands, user, form);
+    addIf(sendFlags && form.txtUserFlags != user.sFlags,
+          "SITE CorvelExt setflags " + std::to_string(user.iUID) + " " + form.txtUserFlags);
+    addIf(form.txtUserTagLine != details.sTagline, change + "tagline " + form.txtUserTagLine);
+    addIf(form.txtUserVFS != details.sVFSFile, change + "vfsfile " + form.txtUserVFS);
+    addIf(form.txtUserHomePath != details.sHomePath, change + "homedir " + form.txtUserHomePath);
+    addIf(form.txtUserName != user.sName, "SITE renuser " + user.sName + " " + form.txtUserName);
+    addIf(differs(form.txtUserBwUp, details.iBWLimitUp) || differs(form.txtUserBwDn, details.iBWLimitDn),
+          change + "speedlimit " + form.txtUserBwDn + " " + form.txtUserBwUp);
+    const auto addLogins = [&](const std::string& typed, std::int16_t number, const char* service) {
+        addIf(differs(typed, number), change + "logins " + wholeNumberText(typed) + service);
+    };
+    addLogins(form.txtUserLogins[0], details.iLoginsFTP, " ftp");
+    addLogins(form.txtUserLogins[1], details.iLoginsTelnet, " telnet");
+    addLogins(form.txtUserLogins[2], details.iLoginsHTTP, " http");
     return commands;
 }
 
@@ -157,14 +126,6 @@ Command addMaskCommand(const clsUser& user, std::string_view mask) {
 
 Command deleteMaskCommand(const clsUser& user, std::string_view mask) {
     return userChange("SITE delip " + user.sName + " " + std::string(mask));
-}
-
-std::optional<PasswordPrompt> passwordPrompt(const UserForm& form) {
-    if (form.txtUserName.empty()) {
-        return std::nullopt;
-    }
-    return PasswordPrompt{"Change user password",
-                          "Enter new password for " + form.txtUserName + "@" + form.txtUserGroup};
 }
 
 Command passwordCommand(const UserForm& form, std::string_view password) {
@@ -195,20 +156,18 @@ GroupForm InfoToForm(const clsGroup& group, const UserTable& users) {
 std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& form) {
     std::vector<Command> commands;
     const std::string change = "SITE change " + group.sName + " ";
-    if (differs(form.txtGroupGroupslots, group.iGroupSlots) ||
-        differs(form.txtGroupLeechslots, group.iLeechSlots)) {
-        commands.push_back(groupChange(change + "groupslots " + wholeNumberText(form.txtGroupGroupslots) +
-                                       " " + wholeNumberText(form.txtGroupLeechslots)));
-    }
-    if (form.txtGroupVFS != group.sVFSFile) {
-        commands.push_back(groupChange(change + "groupvfsfile " + form.txtGroupVFS));
-    }
-    if (form.txtGroupdescr != group.sDescription) {
-        commands.push_back(groupChange(change + "groupdescription " + form.txtGroupdescr));
-    }
-    if (form.txtGroupname != group.sName) {
-        commands.push_back(groupChange("SITE grpren " + group.sName + " " + form.txtGroupname));
-    }
+    const auto addIf = [&commands](bool isChanged, const std::string& line) {
+        if (isChanged) {
+            commands.push_back(groupChange(line));
+        }
+    };
+    addIf(differs(form.txtGroupGroupslots, group.iGroupSlots) ||
+              differs(form.txtGroupLeechslots, group.iLeechSlots),
+          change + "groupslots " + wholeNumberText(form.txtGroupGroupslots) + " " +
+              wholeNumberText(form.txtGroupLeechslots));
+    addIf(form.txtGroupVFS != group.sVFSFile, change + "groupvfsfile " + form.txtGroupVFS);
+    addIf(form.txtGroupdescr != group.sDescription, change + "groupdescription " + form.txtGroupdescr);
+    addIf(form.txtGroupname != group.sName, "SITE grpren " + group.sName + " " + form.txtGroupname);
     return commands;
 }
 

@@ -81,15 +81,7 @@ std::vector<Command> saveUserCommands(const clsUser& user, const UserForm& form,
 Command addMaskCommand(const clsUser& user, std::string_view mask);
 Command deleteMaskCommand(const clsUser& user, std::string_view mask);
 
-// The title and prompt of the box that asks for a new password; nothing where no name is shown.
-struct PasswordPrompt {
-    std::string sTitle;
-    std::string sPrompt;
-};
-std::optional<PasswordPrompt> passwordPrompt(const UserForm& form);
-
-// Sets the password that was typed into that box, and is not empty, for the account named in txtUserName. The
-// password goes out in clear.
+// Sets the password, which is not empty, of the account named in txtUserName. It goes out in clear.
 Command passwordCommand(const UserForm& form, std::string_view password);
 
 // The group editor: one member for each of its controls.

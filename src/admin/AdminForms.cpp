@@ -14,23 +14,16 @@ namespace {
 constexpr std::string_view invalidUserName = "Please enter a valid username.";
 constexpr std::array<std::string_view, 3> services = {"ftp", "telnet", "http"};
 
-std::string batchText(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines) {
-        text.append(line).append(lineEnd);
-    }
-    return text;
-}
-
 // The commands that follow once the server has made the user; they are in lower case, as the first is not.
 std::string followUpLines(const AddUserForm& form) {
+    std::string lines;
+    const auto add = [&lines](const std::string& line) { lines.append(line).append(lineEnd); };
     const std::string& name = form.txtUserName;
     const std::string change = "site change " + name + " ";
-    std::vector<std::string> lines;
     if (form.lstUserIP.size() > 1) {
         std::vector<std::string_view> masks(form.lstUserIP.begin() + 1, form.lstUserIP.end());
         std::erase(masks, "");
-        lines.push_back("site addip " + name + " " + join(masks, " "));
+        add("site addip " + name + " " + join(masks, " "));
     }
     std::vector<std::string_view> groups;
     for (const SelectableEntry& entry : form.lstAllGroup) {
@@ -39,18 +32,17 @@ std::string followUpLines(const AddUserForm& form) {
         }
     }
     if (!groups.empty()) {
-        lines.push_back("site chgrp " + name + " " + join(groups, " "));
+        add("site chgrp " + name + " " + join(groups, " "));
     }
-    lines.push_back(change + "credits " + creditsOfMegabytes(form.txtUserCredits) + " 0");
-    lines.push_back(change + "ratio " + form.txtRatio + " 0");
-    lines.push_back(change + "tagline " + form.txtUserTagLine);
+    add(change + "credits " + creditsOfMegabytes(form.txtUserCredits) + " 0");
+    add(change + "ratio " + form.txtRatio + " 0");
+    add(change + "tagline " + form.txtUserTagLine);
     for (std::size_t i = 0; i < services.size(); ++i) {
-        lines.push_back(
-            (change + "logins " + wholeNumberText(form.txtNumOfLogins[i]) + " ").append(services[i]));
+        add((change + "logins " + wholeNumberText(form.txtNumOfLogins[i]) + " ").append(services[i]));
     }
-    lines.push_back(change + "flags " + form.txtUserFlags);
-    lines.push_back(change + "speedlimit " + form.txtUserBwDn + " " + form.txtUserBwUp);
-    return batchText(lines);
+    add(change + "flags " + form.txtUserFlags);
+    add(change + "speedlimit " + form.txtUserBwDn + " " + form.txtUserBwUp);
+    return lines;
 }
 
 bool isGroupName(std::string_view name) {
@@ -181,10 +173,10 @@ std::optional<std::string> addGroupProblem(const AddGroupForm& form, const Group
 
 CommandSequence addGroupSequence(const AddGroupForm& form) {
     const std::string change = "site change " + form.txtGroupname + " ";
-    const std::string lines = batchText({change + "groupslots " + wholeNumberText(form.txtGroupGroupslots) +
-                                             " " + wholeNumberText(form.txtGroupLeechslots),
-                                         change + "groupdescription " + form.txtGroupdescr,
-                                         change + "groupvfsfile " + form.txtGroupVFS});
+    std::string lines = change + "groupslots " + wholeNumberText(form.txtGroupGroupslots) + " " +
+                        wholeNumberText(form.txtGroupLeechslots);
+    lines.append(lineEnd).append(change + "groupdescription " + form.txtGroupdescr).append(lineEnd);
+    lines.append(change + "groupvfsfile " + form.txtGroupVFS).append(lineEnd);
     return {"-------------[ BEGIN ]-[ ADDGROUP ]-------------", LogKind::console, lines,
             Command{"SITE grpadd " + form.txtGroupname, false, handler::addGroup, -1}};
 }

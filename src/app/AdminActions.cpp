@@ -14,15 +14,13 @@ void AdminActions::resetPassword(int site) {
         return;
     }
     UserForm form = users_.typedForm(site);
-    UserForm asShown = form;
-    asShown.txtUserName = visibleText(toUtf8(form.txtUserName));
-    asShown.txtUserGroup = visibleText(toUtf8(user->sStdGroup));
-    const std::optional<PasswordPrompt> prompt = passwordPrompt(asShown);
-    if (!prompt) {
+    if (form.txtUserName.empty()) {
         return;
     }
+    const std::string prompt = "Enter new password for " + visibleText(toUtf8(form.txtUserName)) + "@" +
+                               visibleText(toUtf8(user->sStdGroup));
     services_.prompts.AskPassword(
-        prompt->sTitle, prompt->sPrompt,
+        "Change user password", prompt,
         [this, site, uid = user->iUID, form = std::move(form)](std::optional<std::string> answer) {
             if (!answer || answer->empty()) {
                 return;

@@ -24,11 +24,10 @@ TEST(UserFile, FillsEveryFieldAndStartsAfreshOnAReload) {
                      details.sVFSFile}),
               (Texts{"bob", "staff", "3M", "a | b", "/site/home", "/etc/two"}));
     EXPECT_EQ((std::vector<int>{details.iBWLimitDn, details.iBWLimitUp, details.iLoginsTelnet,
-                                details.iLoginsFTP, details.iLoginsHTTP}),
-              (std::vector<int>{10, 20, 1, 2, 3}));
+                                details.iLoginsFTP, details.iLoginsHTTP, details.ratios[9]}),
+              (std::vector<int>{10, 20, 1, 2, 3, 9}));
     EXPECT_EQ(details.ips, (Texts{"bob@10.*", "", "*@host"}));
     EXPECT_TRUE(user.IsMemberOf(4) && user.IsAdminOf(5) && !user.IsAdminOf(4) && !user.IsMemberOf(-1));
-    EXPECT_EQ(details.ratios[9], 9);
     EXPECT_EQ(details.credits[1], -10000);
     user.ParseUserFile(Lines{"200-flags | 3"});
     EXPECT_TRUE(user.IsMemberOf(-1)) << "lists start afresh";

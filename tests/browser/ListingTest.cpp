@@ -71,28 +71,19 @@ const std::vector<ListingSample> samples = {
     {"empty", "", ""},
 };
 
-constexpr std::string_view longFormat = "?????????? * ?* ?* *# ?* ?* ?* ?*";
-
 BrowserListing parse(const std::vector<std::string>& lines, bool mergeBlanks = false) {
-    const std::vector<std::string_view> views(lines.begin(), lines.end());
-    return ParseDirectoryListing(views, {.mergeBlanks = mergeBlanks});
+    return ParseDirectoryListing(std::vector<std::string_view>(lines.begin(), lines.end()),
+                                 {.mergeBlanks = mergeBlanks});
 }
 
-// The texts of an entry, to compare and to print.
-std::string entryText(const BrowserEntry& entry) {
-    std::string text = std::to_string(static_cast<int>(entry.type));
-    for (const std::string_view field : std::initializer_list<std::string_view>{
-             entry.access, entry.owner, entry.group, entry.size, entry.date, entry.name}) {
-        text += '|';
-        text += field;
-    }
-    return text;
-}
-
+// The texts of the entries between bars, to compare and to print.
 std::string listingText(const BrowserListing& listing) {
     std::string text;
     for (const BrowserEntry& entry : listing.entries) {
-        text += entryText(entry) + '\n';
+        text += text.empty() ? "" : "\n";
+        text += join({std::to_string(static_cast<int>(entry.type)), entry.access, entry.owner, entry.group,
+                      entry.size, entry.date, entry.name},
+                     "|");
     }
     return text;
 }
@@ -100,31 +91,21 @@ std::string listingText(const BrowserListing& listing) {
 // Whether a line is an entry, by the pattern itself; the parser goes over the bytes once instead.
 bool isEntry(std::string_view line) {
     const auto matches = [](std::string_view text) {
-        return !text.starts_with("211 ") && !text.starts_with("211-") && matchesPattern(text, longFormat);
+        return !text.starts_with("211 ") && !text.starts_with("211-") &&
+               matchesPattern(text, "?????????? * ?* ?* *# ?* ?* ?* ?*");
     };
     return matches(line) || (line.starts_with(' ') && matches(line.substr(1)));
 }
 
-void expectAcceptedAsThePatternSays(const std::string& line, const char* name) {
-    for (const bool mergeBlanks : {false, true}) {
-        ASSERT_EQ(parse({line}, mergeBlanks).isRecognised, isEntry(line)) << name << ": \"" << line << '"';
-    }
-}
-
 TEST(Listing, ReadsTheLinesOfManyServers) {
-    std::vector<std::string> lines = {"211-Status of /pub:"};
-    std::string all;
     for (const ListingSample& sample : samples) {
-        const std::string end = sample.entry.empty() ? "" : "\n";
-        EXPECT_EQ(listingText(parse({sample.line})), sample.entry + end) << sample.name;
-        EXPECT_EQ(listingText(parse({sample.line}, true)), sample.merged + end) << sample.name << ", merged";
-        lines.push_back(sample.line);
-        all += sample.entry + end;
+        EXPECT_EQ(listingText(parse({sample.line})), sample.entry) << sample.name;
+        EXPECT_EQ(listingText(parse({sample.line}, true)), sample.merged) << sample.name << ", merged";
+        for (std::size_t cut = 0; cut <= sample.line.size(); ++cut) {
+            const std::string start = sample.line.substr(0, cut);
+            ASSERT_EQ(parse({start}).isRecognised, isEntry(start)) << start;
+        }
     }
-    lines.insert(lines.end(), {"211 End of Status", ""});
-    const BrowserListing listing = parse(lines);
-    EXPECT_EQ(listingText(listing), all);
-    EXPECT_EQ(listing.fileCount + listing.directoryCount + 1, listing.entries.size()) << "all but \"..\"";
 }
 
 TEST(Listing, AcceptsExactlyWhatThePatternMatches) {
@@ -132,26 +113,18 @@ TEST(Listing, AcceptsExactlyWhatThePatternMatches) {
     constexpr std::string_view alphabet = "    5a-.";
     std::mt19937 random(20); // NOLINT: the same lines in every run
     int accepted = 0;
-    for (int round = 0; round < 60000; ++round) {
+    for (int round = 0; round < 30000; ++round) {
         std::string line(random() % 3 == 0 ? " " : "");
-        line += random() % 20 == 0 ? "211-x" : "drwxr";
-        line += "-xr-x ";
-        const std::size_t length = 10 + random() % 22;
-        while (line.size() < 11 + length) {
+        line += random() % 20 == 0 ? "211-x-xr-x " : "drwxr-xr-x ";
+        const std::size_t length = 21 + random() % 22;
+        while (line.size() < length) {
             line += alphabet[random() % alphabet.size()];
         }
         accepted += isEntry(line) ? 1 : 0;
-        expectAcceptedAsThePatternSays(line, "random");
+        ASSERT_EQ(parse({line}).isRecognised, isEntry(line)) << '"' << line << '"';
+        ASSERT_EQ(parse({line}, true).isRecognised, isEntry(line)) << '"' << line << '"';
     }
-    EXPECT_GT(accepted, 5000);
-    EXPECT_LT(accepted, 55000);
-    for (const ListingSample& sample : samples) {
-        for (std::size_t cut = 0; cut <= sample.line.size(); ++cut) {
-            expectAcceptedAsThePatternSays(sample.line.substr(0, cut), sample.name);
-            expectAcceptedAsThePatternSays(sample.line.substr(0, cut) + " " + sample.line.substr(cut),
-                                           sample.name);
-        }
-    }
+    EXPECT_TRUE(accepted > 2500 && accepted < 27500) << accepted;
 }
 
 TEST(Listing, CountsEntriesByWhatTheyAreAndOwnsTheirText) {
@@ -171,7 +144,7 @@ TEST(Listing, CountsEntriesByWhatTheyAreAndOwnsTheirText) {
         keys += std::to_string(typeKey(entry)) + std::to_string(imageIndex(entry)) + " ";
     }
     EXPECT_EQ(keys, "01 11 22 33 ");
-    EXPECT_EQ(entryText(listing.entries.back()), "2|-rw-r--r--|u|g|1|01/5 12:00|f");
+    EXPECT_TRUE(listingText(listing).ends_with("2|-rw-r--r--|u|g|1|01/5 12:00|f"));
 }
 
 TEST(Listing, PadsSizesSoThatTheyLineUp) {
