@@ -34,10 +34,6 @@ bool mayBegin(const SiteSession& session, const Job& job, bool isBatchRunning) {
            });
 }
 
-std::string countText(std::size_t count, std::string_view what) {
-    return std::to_string(count).append(" ").append(what).append(count == 1 ? " was" : "s were");
-}
-
 } // namespace
 
 Job jobOf(const CommandSequence& sequence) {
@@ -213,8 +209,9 @@ void Outbox::giveUp(int site, Box& box) {
         give(started, false);
     }
     if (unsent > 0) {
-        log_.LogCommandResults(site, countText(unsent, "command") + " not sent: the connection ended" +
-                                         (progress.empty() ? "" : ", " + progress));
+        log_.LogCommandResults(
+            site, std::to_string(unsent) + (unsent == 1 ? " command was" : " commands were") +
+                      " not sent: the connection ended" + (progress.empty() ? "" : ", " + progress));
     } else if (!progress.empty()) {
         log_.LogCommandResults(site, "The connection ended, " + progress);
     }

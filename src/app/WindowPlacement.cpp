@@ -73,13 +73,9 @@ Rectangle placedOnScreens(Rectangle window, std::span<const Rectangle> screens, 
     return window;
 }
 
-SplitterLayout splitterAt(int listWidth, int barWidth) {
-    return {
-        .listWidth = listWidth, .barLeft = listWidth - 1, .tabLeft = listWidth + barWidth, .dragOffset = 0};
-}
-
-SplitterLayout splitterWithin(SplitterLayout layout, int barWidth, int windowWidth) {
-    return layout.listWidth > windowWidth / 2 ? splitterAt(windowWidth / 2, barWidth) : layout;
+SplitterLayout splitterWithin(SplitterLayout layout, int windowWidth) {
+    layout.listWidth = std::min(layout.listWidth, windowWidth / 2);
+    return layout;
 }
 
 SplitterLayout splitterPressed(SplitterLayout layout, double x) {
@@ -87,24 +83,11 @@ SplitterLayout splitterPressed(SplitterLayout layout, double x) {
     return layout;
 }
 
-SplitterLayout splitterMoved(SplitterLayout layout, double x, int barWidth, int windowWidth) {
-    if (layout.dragOffset <= 0) {
-        return layout;
+SplitterLayout splitterMoved(SplitterLayout layout, double x, int windowWidth) {
+    const auto wanted = static_cast<int>(std::nearbyint(layout.listWidth - 1 + x - layout.dragOffset));
+    if (layout.dragOffset > 0 && wanted >= 0) {
+        layout.listWidth = std::min(wanted, windowWidth / 2);
     }
-    const int wanted = static_cast<int>(std::nearbyint(layout.barLeft + (x - layout.dragOffset)));
-    const int position = std::min(wanted, windowWidth / 2);
-    if (position < 0) {
-        return layout;
-    }
-    layout.barLeft = position - 1;
-    layout.listWidth = position;
-    layout.tabLeft = position + barWidth;
-    return layout;
-}
-
-SplitterLayout splitterReleased(SplitterLayout layout) {
-    layout.dragOffset = 0;
-    layout.barLeft = layout.listWidth - 1;
     return layout;
 }
 

@@ -10,7 +10,7 @@ namespace corvel {
 
 mdlMain::mdlMain(Ports ports, std::string directory)
     : ports_(std::move(ports)), directory_(std::move(directory)),
-      sitesKeeper_(ports_.prompts, ports_.lock, ports_.clock, BuildAppPath("sites.ini", "*", directory_)),
+      sitesKeeper_(ports_.prompts, ports_.lock, ports_.clock, BuildAppPath("sites.ini", directory_)),
       sites_(1), log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
       channel_(sites_, connection_, log_, ports_.views, settings_, replyHandlers()),
       outbox_(sites_, channel_, log_), browser_(sites_, outbox_, ports_.prompts, ports_.views),
@@ -30,7 +30,7 @@ std::vector<std::string> mdlMain::LoadWindowState() {
 }
 
 std::vector<std::string> mdlMain::LoadSettingsFile() {
-    SettingsReading reading = readSettings(BuildAppPath("settings.ini", "*", directory_));
+    SettingsReading reading = readSettings(BuildAppPath("settings.ini", directory_));
     settings_ = std::move(reading.settings);
     return std::move(reading.problems);
 }

@@ -39,18 +39,6 @@ void appendRepeated(std::string& text, std::string_view character, std::size_t c
     }
 }
 
-std::size_t blanksBefore(FieldAlign align, std::size_t room) {
-    switch (align) {
-    case FieldAlign::right:
-        return room;
-    case FieldAlign::centre:
-        return room / 2;
-    case FieldAlign::left:
-        break;
-    }
-    return 0;
-}
-
 std::string_view valueOf(std::string_view name, const MenuVariables& variables) {
     const std::string wanted = toLower(name);
     const auto found = std::ranges::find_if(
@@ -105,11 +93,12 @@ std::string FormatField(std::string_view value, std::size_t width, FieldAlign al
         return shown;
     }
     const std::string_view character = fill.empty() ? std::string_view(" ") : leftPart(fill, 1);
-    const std::size_t before = blanksBefore(align, width - length);
+    const std::size_t room = width - length;
+    const std::size_t before = align == FieldAlign::right ? room : align == FieldAlign::centre ? room / 2 : 0;
     std::string result;
     appendRepeated(result, character, before);
     result += shown;
-    appendRepeated(result, character, width - length - before);
+    appendRepeated(result, character, room - before);
     return result;
 }
 

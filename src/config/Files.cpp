@@ -27,9 +27,8 @@ std::filesystem::path filePath(std::string_view path) {
     }
 }
 
-std::string BuildAppPath(std::string_view fileName, std::string_view directory,
-                         std::string_view applicationDirectory) {
-    std::string path(directory == "*" ? applicationDirectory : directory);
+std::string BuildAppPath(std::string_view fileName, std::string_view directory) {
+    std::string path(directory);
     if (path.empty() || separators.find(path.back()) == std::string_view::npos) {
         path += separator;
     }

@@ -15,10 +15,8 @@ namespace corvel {
 // path for the file system; empty for one that it cannot hold: with a NUL in it, or not in its character set.
 std::filesystem::path filePath(std::string_view path);
 
-// fileName in directory, with one separator of the platform between them. The directory "*" stands for
-// applicationDirectory, where the running program lies.
-std::string BuildAppPath(std::string_view fileName, std::string_view directory,
-                         std::string_view applicationDirectory);
+// fileName in directory, with one separator of the platform between them.
+std::string BuildAppPath(std::string_view fileName, std::string_view directory);
 
 // Whether path names an existing file, not a directory, whose length can be read.
 bool FileExists(std::string_view path);

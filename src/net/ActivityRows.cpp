@@ -71,34 +71,19 @@ std::array<std::string, activityColumnCount> textsOf(const Fields& fields, std::
     constexpr std::size_t cidWidth = 5;
     constexpr double bytesPerMegabyte = 1024.0 * 1024.0;
     std::array<std::string, activityColumnCount> texts;
-    for (std::size_t column = 0; column < activityColumnCount; ++column) {
-        const std::string_view field = fields[shownFields[column]];
-        std::string& text = texts[column];
-        switch (static_cast<ActivityCell>(column)) {
-        case ActivityCell::icon:
-            break;
-        case ActivityCell::position:
-            text = std::to_string(number);
-            break;
-        case ActivityCell::cid:
-            text.append(cidWidth - std::min(cidWidth, field.size()), ' ').append(field);
-            break;
-        case ActivityCell::action: {
-            const Action* const action = findAction(&Action::status, field);
-            text = action == nullptr ? field : action->text;
-            break;
-        }
-        case ActivityCell::speed:
-            text = std::to_string(speed) + " kBps";
-            break;
-        case ActivityCell::transferred:
-            text = numberText(amount / bytesPerMegabyte, 2) + " MB";
-            break;
-        default:
-            text = field;
-            break;
-        }
+    const auto at = [&texts](ActivityCell cell) -> std::string& {
+        return texts[static_cast<std::size_t>(cell)];
+    };
+    for (std::size_t column = firstMovableColumn; column < activityColumnCount; ++column) {
+        texts[column] = fields[shownFields[column]];
     }
+    const Action* const action = findAction(&Action::status, fields[statusField]);
+    const std::string_view cid = fields[cidField];
+    at(ActivityCell::position) = std::to_string(number);
+    at(ActivityCell::cid).insert(0, cidWidth - std::min(cidWidth, cid.size()), ' ');
+    at(ActivityCell::action) = action == nullptr ? fields[statusField] : action->text;
+    at(ActivityCell::speed) = std::to_string(speed) + " kBps";
+    at(ActivityCell::transferred) = numberText(amount / bytesPerMegabyte, 2) + " MB";
     return texts;
 }
 

@@ -177,18 +177,23 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
     if (code >= 400) {
         services_.log.tell(site, last);
     }
+    const ReplyHandler* const handler = handlerOf(session.current.iHandler);
     if (!session.bLoggedIn) {
         logIn(site, code);
-        SendNext(site);
-        return;
+    } else if (handler != nullptr) {
+        const Reply reply{.site = site,
+                          .command = session.current,
+                          .session = session,
+                          .lines = lines,
+                          .lastChunk = lastChunk,
+                          .lastLine = last,
+                          .code = code};
+        try {
+            handler->handle(services_, reply);
+        } catch (const ParseError& error) {
+            reportProblem(services_, reply, describe(error));
+        }
     }
-    dispatch({.site = site,
-              .command = session.current,
-              .session = session,
-              .lines = lines,
-              .lastChunk = lastChunk,
-              .lastLine = last,
-              .code = code});
     SendNext(site);
 }
 
@@ -209,18 +214,6 @@ void CommandChannel::logIn(int site, int code) {
         SendCommand(site, {.sCommand = "SITE CorvelExt usertable", .iHandler = handler::userTable});
         SendCommand(site, {.sCommand = "SITE CorvelExt grouptable", .iHandler = handler::groupTable});
         SendCommand(site, {.sCommand = "CWD /", .iHandler = handler::browser});
-    }
-}
-
-void CommandChannel::dispatch(const Reply& reply) {
-    const ReplyHandler* const handler = handlerOf(reply.command.iHandler);
-    if (handler == nullptr) {
-        return;
-    }
-    try {
-        handler->handle(services_, reply);
-    } catch (const ParseError& error) {
-        reportProblem(services_, reply, describe(error));
     }
 }
 

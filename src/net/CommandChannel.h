@@ -78,7 +78,6 @@ class CommandChannel {
     void showWholeLines(int site, std::string_view data);
     void routeReply(int site, std::string_view lastChunk);
     void logIn(int site, int code);
-    void dispatch(const Reply& reply);
 
     Sites& sites_;
     Connection& connection_;

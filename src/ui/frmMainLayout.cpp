@@ -33,7 +33,7 @@ void frmMain::toggleSitesView() {
     const int width = toIcons ? state.splitbar_left_narrow : state.splitbar_left_wide;
     state.sites_list_viewmode = static_cast<std::int32_t>(toIcons ? SitesView::icons : SitesView::report);
     lvwSites_->setReportView(!toIcons);
-    splitter_ = splitterAt(width, barWidth);
+    splitter_ = {.listWidth = width};
     layoutWindow();
 }
 
@@ -45,12 +45,12 @@ void frmMain::showSitesList(bool visible) {
 void frmMain::layoutWindow() {
     const QRect area = area_->rect();
     const bool withList = showSitesList_->isChecked();
-    const SplitterLayout shown = splitterWithin(splitter_, barWidth, unitsFromPixels(area.width()));
+    const SplitterLayout shown = splitterWithin(splitter_, unitsFromPixels(area.width()));
     lvwSites_->setVisible(withList);
     imgSplit_->setVisible(withList);
     lvwSites_->setGeometry(0, 0, pixelsFromUnits(shown.listWidth), area.height());
-    imgSplit_->setGeometry(pixelsFromUnits(shown.barLeft), 0, pixelsFromUnits(barWidth), area.height());
-    const int tabLeft = withList ? pixelsFromUnits(shown.tabLeft) : 0;
+    imgSplit_->setGeometry(pixelsFromUnits(shown.listWidth - 1), 0, pixelsFromUnits(barWidth), area.height());
+    const int tabLeft = withList ? pixelsFromUnits(shown.listWidth + barWidth) : 0;
     tabMain_->setGeometry(tabLeft, 0, area.width() - tabLeft, area.height());
 }
 
@@ -66,13 +66,13 @@ bool frmMain::dragSplitter(const QEvent& event) {
     const int windowWidth = unitsFromPixels(area_->width());
     switch (event.type()) {
     case QEvent::MouseButtonPress:
-        splitter_ = splitterPressed(splitterWithin(splitter_, barWidth, windowWidth), x());
+        splitter_ = splitterPressed(splitterWithin(splitter_, windowWidth), x());
         return true;
     case QEvent::MouseMove:
-        splitter_ = splitterMoved(splitter_, x(), barWidth, windowWidth);
+        splitter_ = splitterMoved(splitter_, x(), windowWidth);
         break;
     case QEvent::MouseButtonRelease:
-        splitter_ = splitterReleased(splitter_);
+        splitter_.dragOffset = 0;
         break;
     default:
         return false;
@@ -110,8 +110,7 @@ void frmMain::applyWindowState() {
     const WindowState& state = program_.windowState();
     const bool isReport = state.sites_list_viewmode != static_cast<std::int32_t>(SitesView::icons);
     lvwSites_->setReportView(isReport);
-    splitter_ =
-        splitterAt(std::max(0, isReport ? state.splitbar_left_wide : state.splitbar_left_narrow), barWidth);
+    splitter_ = {.listWidth = std::max(0, isReport ? state.splitbar_left_wide : state.splitbar_left_narrow)};
     showSitesList_->setChecked(state.show_sites_list);
     tabMain_->setCurrentIndex(std::clamp(state.selected_tab, 1, tabMain_->count()) - 1);
     settings_->chkAlwaysOnTop().setChecked(state.always_on_top);

@@ -180,49 +180,6 @@ TEST(Outbox, SaysWhatAConnectionTookWithIt) {
     }
 }
 
-TEST(Outbox, GivesEveryJobItsReceipt) {
-    TestProgram ports(sitesFile(1));
-    Sites sites(2);
-    auto owned = std::make_unique<FakeSocket>();
-    FakeSocket& socket = *owned;
-    sites[1].wSock = std::move(owned);
-    socket.current = SocketState::connected;
-    sites[1].session.bLoggedIn = true;
-    const Settings settings;
-    ConsoleLog log(sites, ports.clock, ports.views);
-    Connection connection(sites, log, ports.views, settings);
-    CommandChannel channel(sites, connection, log, ports.views, settings, {});
-    Outbox outbox(sites, channel, log);
-    Texts receipts;
-    const auto start = [&](Job job) {
-        const std::string name = job.commands.front().sCommand;
-        outbox.start(1, std::move(job), [&receipts, name](const Receipt& receipt) {
-            receipts.push_back(name + ": " + std::to_string(static_cast<int>(receipt.end)) + " " +
-                               std::to_string(receipt.sent) + "/" + std::to_string(receipt.commands) + " " +
-                               receipt.refusedCommand + " " + receipt.refusal);
-        });
-    };
-    const auto reply = [&](const std::string& text) {
-        outbox.during(1, [&] { channel.ReplyRouter(1, text); });
-    };
-    start({{{"good"}}});
-    start({{{"a"}, {"b"}, {"c"}}});
-    start({{{"old"}}, "w"});
-    start({{{"new"}}, "w"});
-    EXPECT_EQ(receipts, Texts{"old: 3 0/1  "});
-    reply("200 ok\r\n");
-    EXPECT_EQ(receipts.back(), "good: 0 0/1  ");
-    reply("200 ok\r\n");
-    reply("550-no\r\n550 b is not here\r\n");
-    reply("500 nor c\r\n");
-    EXPECT_EQ(receipts.back(), "a: 1 0/3 b 550 b is not here");
-    start({{{"x"}, {"y"}}});
-    reply("200 ok\r\n");
-    outbox.during(1, [&] { connection.ResetSession(1); });
-    EXPECT_EQ(receipts.back(), "x: 2 1/2  ");
-    EXPECT_EQ(receipts.size(), 5U);
-}
-
 // A view that wants something sent while a reply is being dealt with does not get between the reply and what
 // its handler asks for.
 TEST(Outbox, NothingGoesOutFromInsideAReply) {

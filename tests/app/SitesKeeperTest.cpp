@@ -61,18 +61,5 @@ TEST(SitesKeeper, SaysWhatStandsInItsWay) {
     }
 }
 
-// Both began without a file, and each has a site of its own at the end.
-TEST(SitesKeeper, TwoCopiesThatEndTogetherLoseNothing) {
-    TestProgram first("");
-    RecordingPrompts prompts;
-    SitesKeeper second(prompts, first.lock, first.clock, first.directory.fileNamed("sites.ini"));
-    second.load();
-    first.main.addSite(form);
-    EXPECT_TRUE(first.main.SaveSites());
-    EXPECT_FALSE(second.save({{.name = "second"}}));
-    EXPECT_EQ(first.directory.read("sites.ini"), mine);
-    EXPECT_EQ(first.directory.read(kept), sitesText({{.name = "second"}}, platformLineEnd));
-}
-
 } // namespace
 } // namespace corvel::test

@@ -4,19 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace corvel::test {
 namespace {
-
-TEST(Files, BuildsPaths) {
-    const std::string separator(1, static_cast<char>(std::filesystem::path::preferred_separator));
-    EXPECT_EQ(BuildAppPath("f", "*", "app"), "app" + separator + "f");
-    EXPECT_EQ(BuildAppPath("f", "*", "app" + separator), "app" + separator + "f");
-    EXPECT_EQ(BuildAppPath("f", "dir", "app"), "dir" + separator + "f");
-}
 
 TEST(Files, TellsFilesFromDirectoriesAndNothing) {
     const TemporaryDirectory directory;

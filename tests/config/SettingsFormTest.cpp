@@ -1,4 +1,4 @@
-#include "config/SettingsForm.h"
+#include "config/Settings.h"
 
 #include <gtest/gtest.h>
 

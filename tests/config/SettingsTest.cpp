@@ -51,31 +51,6 @@ TEST(Settings, ReadsEachKindOfKey) {
                                    {"color_a", "0"}, {"color_b", "&hFF0000"}, {"color_c", "0"}}));
 }
 
-// Two keys that led to one member by a slip of the table would end up equal here.
-TEST(Settings, EveryTextKeyHasAMemberOfItsOwn) {
-    const std::vector<std::string> keys = {
-        "textbox_fontname",       "ssl_tunnel_host",      "site_nuke_syntax",     "window_caption_online",
-        "window_caption_offline", "trayicon_text_online", "trayicon_text_offline"};
-    const std::vector<std::string> menus = {"menu_tray", "menu_browser", "menu_userlist", "menu_grouplist",
-                                            "menu_activity"};
-    std::vector<std::string> lines;
-    for (const std::string& key : keys) {
-        lines.push_back(std::string(key).append(" = ").append(key));
-    }
-    for (const std::string& key : menus) {
-        lines.push_back(std::string(key).append(" = ").append(key).append(" | c"));
-    }
-    const Settings read = parseSettings(lines).settings;
-    EXPECT_EQ(keys, (std::vector{read.textbox_fontname, read.ssl_tunnel_host, read.site_nuke_syntax,
-                                 read.window_caption_online, read.window_caption_offline,
-                                 read.trayicon_text_online, read.trayicon_text_offline}));
-    const std::vector members = {&read.menu_tray, &read.menu_browser, &read.menu_userlist,
-                                 &read.menu_grouplist, &read.menu_activity};
-    for (std::size_t i = 0; i < menus.size(); ++i) {
-        EXPECT_EQ(*members[i], (std::vector<MenuEntry>{{menus[i], "c"}}));
-    }
-}
-
 TEST(Settings, DefaultsAndReportsWhatIsNoNumber) {
     const SettingsReading reading =
         parseSettings({"textbox_fontsize = 9pt", "textbox_fontsize = 1001", "ssl_tunnel_port = 99999999999",

@@ -37,7 +37,7 @@ class TemporaryDirectory {
         const std::u8string path = path_.u8string();
         return {path.begin(), path.end()};
     }
-    std::string fileNamed(const std::string& name) const { return BuildAppPath(name, path(), {}); }
+    std::string fileNamed(const std::string& name) const { return BuildAppPath(name, path()); }
     void write(const std::string& name, const std::string& bytes) const {
         std::ofstream(filePath(fileNamed(name)), std::ios::binary) << bytes;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/SettingsForm.h"
+#include "config/Settings.h"
 #include "config/Sites.h"
 
 #include <QString>

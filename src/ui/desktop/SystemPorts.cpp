@@ -13,8 +13,7 @@
 
 namespace corvel {
 
-LockFile::LockFile(const std::string& directory)
-    : file_(fromCore(BuildAppPath("corvel.lock", "*", directory))) {
+LockFile::LockFile(const std::string& directory) : file_(fromCore(BuildAppPath("corvel.lock", directory))) {
     file_.setStaleLockTime(0); // age alone says nothing: a program may run for weeks
 }
 
