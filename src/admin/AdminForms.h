@@ -2,7 +2,7 @@
 
 #include "admin/AccountEditors.h"
 #include "common/Ports.h"
-#include "common/SelectableEntry.h"
+#include "common/Text.h"
 
 #include <array>
 #include <cstddef>

@@ -2,7 +2,7 @@
 
 #include "browser/Listing.h"
 #include "common/Command.h"
-#include "common/SelectableEntry.h"
+#include "common/Text.h"
 
 #include <array>
 #include <cstddef>

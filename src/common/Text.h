@@ -58,4 +58,12 @@ bool isOneLine(std::string_view text);
 // for itself, case-sensitively. Costs at most text size times pattern size, without recursion.
 bool matchesPattern(std::string_view text, std::string_view pattern);
 
+// An entry of a list box in which several entries can be selected; the text is in the server's bytes.
+struct SelectableEntry {
+    std::string sText;
+    bool bSelected = false;
+
+    bool operator==(const SelectableEntry&) const = default;
+};
+
 } // namespace corvel

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/SelectableEntry.h"
+#include "common/Text.h"
 #include "common/TextEncoding.h"
 
 #include <QDialog>

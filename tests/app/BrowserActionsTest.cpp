@@ -124,17 +124,6 @@ TEST(BrowserActions, ButtonsSendTheirCommands) {
     program.expectSent({"CWD /"}, "root");
 }
 
-TEST(BrowserActions, NavigationThatTheServerRefusesComesBack) {
-    Browsing program;
-    program.browser().open(1, directoryRow);
-    program.answer({expect("CWD /pub/b dir"), send("550 b dir: Permission denied\r\n"), expect("PWD"),
-                    send("257 \"/pub\" is the current directory\r\n")},
-                   "refused");
-    EXPECT_TRUE(program.session(1).browser.order.empty());
-    EXPECT_EQ(program.session(1).browser.listing.directoryCount, 0U);
-    EXPECT_EQ(program.session(1).sCwd, "/pub");
-}
-
 // Does to the rows what a person can do, and expects that nothing is asked, opened or sent, and why.
 void expectUnusable(Browsing& program, const std::string& why, const std::string& name) {
     const std::size_t asked = program.prompts.asked.size();

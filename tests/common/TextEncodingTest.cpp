@@ -9,27 +9,25 @@ namespace corvel {
 namespace {
 
 TEST(TextEncoding, KnowsWellFormedUtf8) {
-    const std::vector<std::string> good = {
-        "",
-        "\x7F",
-        "\xC2\x80\xDF\xBF", // the first and the last of two, three and four bytes
-        "\xE0\xA0\x80\xEF\xBF\xBF",
-        "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF",
-        "\xED\x9F\xBF\xEE\x80\x80", // around the surrogates
-    };
-    const std::vector<std::string> bad = {
-        "\xED\xA0\x80",         // a surrogate
-        "\xF4\x90\x80\x80",     // beyond the last character
-        "\xF8\x88\x80\x80\x80", // a lead of five bytes
-        "\xC0\x80",             // more bytes than are needed
-        "\xE0\x9F\xBF",
-        "\xF0\x8F\xBF\xBF",
-        "\x80",
-        "\xC3",
-        "\xE2\x82",
-        "\xE2\x82z",
-        "\xC3\xC3\xA9",
-    };
+    // The first and the last of each length; then surrogates, what is too long or beyond the last, and
+    // pieces.
+    const std::vector<std::string> good = {"",
+                                           "\x7F",
+                                           "\xC2\x80\xDF\xBF",
+                                           "\xE0\xA0\x80\xEF\xBF\xBF",
+                                           "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF",
+                                           "\xED\x9F\xBF\xEE\x80\x80"};
+    const std::vector<std::string> bad = {"\xED\xA0\x80",
+                                          "\xF4\x90\x80\x80",
+                                          "\xF8\x88\x80\x80\x80",
+                                          "\xC0\x80",
+                                          "\xE0\x9F\xBF",
+                                          "\xF0\x8F\xBF\xBF",
+                                          "\x80",
+                                          "\xC3",
+                                          "\xE2\x82",
+                                          "\xE2\x82z",
+                                          "\xC3\xC3\xA9"};
     for (const std::string& bytes : good) {
         EXPECT_TRUE(isValidUtf8(bytes + "abc")) << bytes;
     }

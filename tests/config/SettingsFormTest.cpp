@@ -17,16 +17,6 @@ TEST(SettingsForm, ShowsTheColumnsInTheirOrderOnScreen) {
     EXPECT_EQ(columnName(form.lvwAL[1]), "session time");
 }
 
-TEST(SettingsForm, MovesAColumnWithinTheList) {
-    SettingsForm form = settingsForm({}, {});
-    EXPECT_EQ(moveColumn(form, 0, -1), 0U);
-    EXPECT_EQ(moveColumn(form, 15, 1), 15U);
-    EXPECT_EQ(form, settingsForm({}, {}));
-    EXPECT_EQ(moveColumn(form, 0, 1), 1U);
-    EXPECT_EQ(moveColumn(form, 15, -1), 14U);
-    EXPECT_EQ(form.lvwAL[0].id + 100 * form.lvwAL[14].id, 3U + 100 * 17U);
-}
-
 TEST(SettingsForm, GivesBackWhatItShowsAndItsOwnAlone) {
     WindowState state;
     state.columns[4].width = 77;

@@ -129,14 +129,5 @@ TEST(SitesFile, IsWrittenOnlyWhereNothingIsLostUnseen) {
     }
 }
 
-TEST(SitesFile, SaysWhyItGivesNoSites) {
-    const auto problemOf = [](std::string bytes) {
-        return sitesProblem({.state = FileContent::State::known, .bytes = std::move(bytes)});
-    };
-    EXPECT_EQ(problemOf(" \r\n") + problemOf("name=a\n"), "");
-    EXPECT_EQ(problemOf("{}"), "no site is in it");
-    EXPECT_NE(problemOf(std::string("\xFF\xFEn\0a\0m\0e\0=\0a\0", 14)).find("UTF-16"), std::string::npos);
-}
-
 } // namespace
 } // namespace corvel
