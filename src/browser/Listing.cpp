@@ -175,9 +175,13 @@ int imageIndex(const BrowserEntry& entry) {
 }
 
 std::string_view listedText(const BrowserEntry& entry, BrowserColumn column) {
-    const std::array<std::string_view, browserColumnCount> texts = {
-        entry.name, entry.size, entry.date, entry.owner, entry.group, entry.access, {}};
-    return texts[static_cast<std::size_t>(column)];
+    static constexpr std::array<std::string_view BrowserEntry::*, browserColumnCount> texts = {
+        &BrowserEntry::name,  &BrowserEntry::size,   nullptr, &BrowserEntry::owner,
+        &BrowserEntry::group, &BrowserEntry::access, nullptr};
+    const auto text = texts[static_cast<std::size_t>(column)];
+    return text != nullptr                 ? entry.*text
+           : column == BrowserColumn::date ? std::string_view(entry.date)
+                                           : std::string_view();
 }
 
 std::optional<std::uint64_t> sizeNumber(std::string_view size) {

@@ -14,41 +14,15 @@ namespace {
 
 constexpr std::size_t typeKeyCount = 4;
 
-// The texts of one column in the form in which they are compared, one behind the other.
-class FoldedTexts {
-  public:
-    FoldedTexts(const BrowserListing& listing, BrowserColumn column, TextEncoding encoding)
-        : encoding_(encoding) {
-        ends_.reserve(listing.entries.size());
-        for (const BrowserEntry& entry : listing.entries) {
-            // Sizes are ordered as numbers where they are any.
-            const bool isNumber = column == BrowserColumn::size && sizeNumber(entry.size);
-            add(isNumber ? std::string_view() : listedText(entry, column));
-        }
+// Appends bytes in the form in which two that differ only in case are equal.
+void appendFolded(std::string& text, std::string_view bytes, TextEncoding encoding) {
+    if (std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
+        const auto first = text.insert(text.end(), bytes.begin(), bytes.end());
+        std::transform(first, text.end(), first, lowerAscii);
+    } else {
+        text += foldCase(toUtf8(bytes, encoding));
     }
-
-    std::string_view operator[](std::size_t row) const {
-        const std::size_t start = row == 0 ? 0 : ends_[row - 1];
-        return std::string_view(text_).substr(start, ends_[row] - start);
-    }
-
-  private:
-    void add(std::string_view bytes) {
-        const bool isAscii =
-            std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-        if (isAscii) {
-            const auto first = text_.insert(text_.end(), bytes.begin(), bytes.end());
-            std::transform(first, text_.end(), first, lowerAscii);
-        } else {
-            text_ += foldCase(toUtf8(bytes, encoding_));
-        }
-        ends_.push_back(text_.size());
-    }
-
-    TextEncoding encoding_;
-    std::string text_;
-    std::vector<std::size_t> ends_;
-};
+}
 
 // What a row is ordered by: first, then second, then text. The numbers spare nearly every look at the texts:
 // with these alone 100,000 names take twice as long.
@@ -75,12 +49,12 @@ std::uint64_t eightBytes(std::string_view text, std::size_t place) {
     return bytes;
 }
 
-SortKey keyOf(const BrowserEntry& entry, BrowserColumn column, std::string_view text) {
+SortKey keyOf(const BrowserEntry& entry, BrowserColumn column, std::string_view text, std::uint32_t row) {
     if (column == BrowserColumn::size) {
         constexpr std::uint64_t last = std::numeric_limits<std::uint64_t>::max();
-        return {.first = sizeNumber(entry.size).value_or(last), .text = text};
+        return {sizeNumber(entry.size).value_or(last), 0, text, row};
     }
-    return {.first = eightBytes(text, 0), .second = eightBytes(text, sizeof(std::uint64_t)), .text = text};
+    return {eightBytes(text, 0), eightBytes(text, sizeof(std::uint64_t)), text, row};
 }
 
 } // namespace
@@ -92,13 +66,23 @@ BrowserSort columnClick(BrowserSort sort, BrowserColumn column) {
 
 std::vector<std::uint32_t> displayOrder(const BrowserListing& listing, BrowserSort sort,
                                         TextEncoding encoding) {
-    const FoldedTexts texts(listing, sort.column, encoding);
+    std::string texts; // one behind the other
+    std::vector<std::size_t> ends;
+    ends.reserve(listing.entries.size());
+    for (const BrowserEntry& entry : listing.entries) {
+        // Sizes are ordered as numbers where they are any.
+        if (sort.column != BrowserColumn::size || !sizeNumber(entry.size)) {
+            appendFolded(texts, listedText(entry, sort.column), encoding);
+        }
+        ends.push_back(texts.size());
+    }
     std::array<std::vector<SortKey>, typeKeyCount> groups;
-    for (std::uint32_t row = 0; row < listing.entries.size(); ++row) {
+    std::size_t start = 0;
+    for (std::uint32_t row = 0; row < ends.size(); ++row) {
         const BrowserEntry& entry = listing.entries[row];
-        std::vector<SortKey>& group = groups[static_cast<std::size_t>(typeKey(entry))];
-        group.push_back(keyOf(entry, sort.column, texts[row]));
-        group.back().row = row;
+        const std::string_view text = std::string_view(texts).substr(start, ends[row] - start);
+        groups[static_cast<std::size_t>(typeKey(entry))].push_back(keyOf(entry, sort.column, text, row));
+        start = ends[row];
     }
     std::vector<std::uint32_t> order;
     order.reserve(listing.entries.size());

@@ -27,7 +27,6 @@ const std::vector<ListingSample> samples = {
      "1|lrwxrwxrwx|u|g|10|01/5 12:00|name -> /target"},
     {"parent", "drwxr-xr-x 2 root root 4096 Dec 31 23:59 ..", "0|drwxr-xr-x|root|root|4096|12/31 23:59|.."},
     {"the directory itself", "drwxr-xr-x 2 root root 4096 Dec 31 23:59 .", ""},
-    {"month of another language", "-rw-r--r-- 1 u g 1 Mai 5 12:34 f", "2|-rw-r--r--|u|g|1|/5 12:34|f"},
 
     // Columns padded as ls pads them.
     {"padded numbers", "drwxr-xr-x    2 0        0            4096 Jan 05 12:00 files",
@@ -46,7 +45,6 @@ const std::vector<ListingSample> samples = {
     {"two leading blanks", "  drwxr-xr-x   3 ftp      ftp          4096 Oct 10 10:10 incoming", ""},
 
     // Access texts of ten characters and what some systems put behind them.
-    {"access list mark", "drwxr-xr-x+ 3 u g 4096 Jan 5 12:00 shared", ""},
     {"character device", "crw-rw-rw- 1 root root 1, 3 Jan 5 12:00 null",
      "0|crw-rw-rw-|root|root|1,|/Jan 5|12:00 null"},
 
@@ -59,12 +57,8 @@ const std::vector<ListingSample> samples = {
     {"blanks inside", "-rw-r--r-- 1 u g 1 Jan 5 12:00 a  b   c", "2|-rw-r--r--|u|g|1|01/5 12:00|a  b   c"},
     {"looks like an entry", "-rw-r--r-- 1 u g 1 Jan 5 12:00 -rw-r--r-- 1 u g 1 Jan 5 12:00 f",
      "2|-rw-r--r--|u|g|1|01/5 12:00|-rw-r--r-- 1 u g 1 Jan 5 12:00 f"},
-    {"one byte a letter", "-rw-r--r-- 1 u g 1 Jan 5 12:00 \xE9t\xE9 \x80",
-     "2|-rw-r--r--|u|g|1|01/5 12:00|\xE9t\xE9 \x80"},
-    {"no name", "-rw-r--r-- 1 u g 1 Jan 5 12:00 ", ""},
 
     // Lines that are no entries, and some that look enough like one.
-    {"refusal", "550 /nowhere: No such file or directory", ""},
     {"header that looks like an entry", "211-Status of / a b 5 c d e f", ""},
     {"trailer that looks like an entry", "211 End ab of a b 5 c d e f", ""},
     {"header with a long path", "212-Status of /a b 5 c d e f", "0|212-Status|/a|b|5|/d e|f"},
