@@ -209,8 +209,10 @@ void FormBoxes::collect() const {
     }
 }
 
-DialogOverForm::DialogOverForm(const char* name, const QString& title, TextEncoding encoding, QWidget* parent)
-    : QDialog(parent), encoding_(encoding) {
+DialogOverForm::DialogOverForm(const char* name, const QString& title, const TextEncoding* encoding,
+                               QWidget* parent)
+    : QDialog(parent), encoding_(encoding != nullptr ? *encoding : TextEncoding::utf8),
+      connection_(encoding) {
     setObjectName(QLatin1String(name));
     // Qt reads a single [*] as the place of a "modified" mark.
     setWindowTitle(QString(title).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
@@ -226,6 +228,10 @@ QDialogButtonBox* DialogOverForm::buttons(const ConfirmButtons& wanted) {
     both->addButton(wanted.cancelCaption, QDialogButtonBox::RejectRole)
         ->setObjectName(QLatin1String(wanted.cancelName));
     connect(both, &QDialogButtonBox::accepted, this, [this] {
+        if (connection_ != nullptr) {
+            encoding_ = *connection_;
+            boxes_.setEncoding(encoding_);
+        }
         boxes_.collect();
         collect();
         confirmed();

@@ -162,10 +162,11 @@ struct ConfirmButtons {
     QString cancelCaption = QDialog::tr("Cancel");
 };
 
-// What every FormDialog is. Its texts are in the encoding.
+// What every FormDialog is. Its texts are in the encoding of a connection, of which it asks again as what was
+// typed is sent.
 class DialogOverForm : public QDialog {
   protected:
-    DialogOverForm(const char* name, const QString& title, TextEncoding encoding, QWidget* parent);
+    DialogOverForm(const char* name, const QString& title, const TextEncoding* encoding, QWidget* parent);
 
     // The buttons, to be put into its layout once.
     QDialogButtonBox* buttons(const ConfirmButtons& wanted = {});
@@ -184,6 +185,8 @@ class DialogOverForm : public QDialog {
 
   private:
     virtual std::optional<std::string> accepted() = 0;
+
+    const TextEncoding* connection_;
 };
 
 // A dialog over a form record. Its confirm button stores what the controls hold in the record, and Accept
@@ -194,10 +197,11 @@ class FormDialog : public DialogOverForm {
   public:
     using Accept = std::function<std::optional<std::string>(const Form&)>;
 
-    // What it opens with. The texts are in the encoding, that of the connection.
+    // What it opens with. encoding: that of the connection, which outlives the dialog; where there is none,
+    // what is typed is in the encoding of what it replaces.
     struct Opening {
         Form form;
-        TextEncoding encoding = TextEncoding::utf8;
+        const TextEncoding* encoding = nullptr;
     };
 
   protected:

@@ -1,4 +1,5 @@
 #include "browser/BrowserCommands.h"
+#include "net/qt/wSock.h"
 #include "ui/WindowDriver.h"
 
 #include <QCheckBox>
@@ -10,7 +11,6 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollBar>
-#include <QTcpSocket>
 
 #include <utility>
 
@@ -110,12 +110,12 @@ TEST_F(BrowserDialogs, HideADirectory) {
 }
 
 TEST_F(BrowserDialogs, HideNothingBeforeTheServerHasAnswered) {
-    for (QTcpSocket* const client : server_.findChildren<QTcpSocket*>()) {
-        client->blockSignals(true); // the server hears nothing more on this connection
-    }
+    auto& socket = dynamic_cast<wSock&>(*driver_->window->program().site(1).wSock);
+    socket.blockSignals(true); // nothing is heard of the server from here on
     Driver dialog = open(u"empty"_s, "chattr");
     dialog.press("lstUsers", Qt::Key_Return);
     driver_->chooseSitesMenu(1);
+    socket.blockSignals(false);
     ASSERT_TRUE(driver_->logIn(1));
     EXPECT_FALSE(dialog.find<QPushButton>("Command1").isEnabled()) << "the answer was lost";
     dialog.press("lstUsers", Qt::Key_Escape);

@@ -83,8 +83,8 @@ struct Form {
 
 class TestDialog : public FormDialog<Form> {
   public:
-    explicit TestDialog(Accept accept)
-        : FormDialog("frmTest", u"a[*]b"_s, {{}, TextEncoding::windows1252}, std::move(accept), nullptr) {
+    TestDialog(const TextEncoding& encoding, Accept accept)
+        : FormDialog("frmTest", u"a[*]b"_s, {{}, &encoding}, std::move(accept), nullptr) {
         auto* const layout = new QVBoxLayout(this);
         layout->addWidget(boxes_.add(form_.text));
         layout->addWidget(buttons());
@@ -95,7 +95,8 @@ class TestDialog : public FormDialog<Form> {
 TEST(FormDialog, StaysOpenForAsLongAsThereIsAProblem) {
     std::vector<std::string> confirmed;
     std::optional<std::string> problem;
-    TestDialog dialog([&](const Form& form) {
+    TextEncoding encoding = TextEncoding::windows1252;
+    TestDialog dialog(encoding, [&](const Form& form) {
         confirmed.push_back(form.text);
         return problem;
     });
@@ -119,9 +120,11 @@ TEST(FormDialog, StaysOpenForAsLongAsThereIsAProblem) {
     EXPECT_EQ(dialog.findChild<QMessageBox*>(), nullptr);
     EXPECT_TRUE(dialog.isVisible());
     problem.reset();
+    dialog.findChild<QLineEdit*>()->setText(u"th\u00E9"_s);
+    encoding = TextEncoding::utf8; // as the connection has shown since
     press("cmdOK");
     EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(confirmed, std::vector<std::string>(3, "caf\xE9"));
+    EXPECT_EQ(confirmed, (std::vector<std::string>{"caf\xE9", "caf\xE9", "th\xC3\xA9"}));
 }
 
 } // namespace

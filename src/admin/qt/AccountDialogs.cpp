@@ -28,7 +28,7 @@ void open(mdlMain& program, int site, QWidget* parent, Form form, Send send) {
     const auto accept = [&program, &session, site, send](const Form& filled) -> std::optional<std::string> {
         return send(program.admin(), session, site, filled);
     };
-    openDialog(*new Dialog({std::move(form), session.encoding}, accept, parent));
+    openDialog(*new Dialog({std::move(form), &session.encoding}, accept, parent));
 }
 
 } // namespace

@@ -156,13 +156,12 @@ class frmBrowserCHATTR : public FormDialog<ChattrForm> {
         resize(fontMetrics().averageCharWidth() * 64, fontMetrics().height() * 24);
     }
 
-    // Shows the server's answer, in the encoding, which is that of what is typed too from now on.
+    // Shows the server's answer, in the encoding.
     void setAnswer(const ChattrAnswer& answer, TextEncoding encoding) {
         form_.txtCurrent = answer.txtCurrent;
         form_.isRefused = answer.isRefused;
         txtCurrent_->setText(displayTextOf(answer.txtCurrent, encoding));
         txtCurrent_->setCursorPosition(0);
-        boxes_.setEncoding(encoding);
         Command1_->setEnabled(true);
     }
 
@@ -231,7 +230,7 @@ std::vector<SelectableEntry> namesOf(const std::vector<Record>& table) {
 void openChmod(mdlMain& program, int site, const BrowserEntry& entry, BrowserPanel& panel) {
     const SiteSession& session = program.site(site).session;
     openDialog(*new frmBrowserCHMOD(
-        {chmodForm(session.sCwd, entry), session.encoding},
+        {chmodForm(session.sCwd, entry), &session.encoding},
         [&program, site](const ChmodForm& form) {
             return program.browser().send(site, {chmodCommand(form)});
         },
@@ -242,7 +241,7 @@ void openNuke(mdlMain& program, int site, const BrowserEntry& entry, BrowserPane
     const SiteSession& session = program.site(site).session;
     const Settings& settings = program.settings();
     openDialog(*new frmBrowserNUKE(
-        {{.txtPath = session.sCwd, .txtName = std::string(entry.name)}, session.encoding},
+        {{.txtPath = session.sCwd, .txtName = std::string(entry.name)}, &session.encoding},
         !settings.site_nuke_syntax.empty(),
         [&program, &session, &settings, site, sCwd = session.sCwd](const NukeForm& form) {
             const auto inBytes = [&](const std::string& text) {
@@ -266,7 +265,7 @@ void openChattr(mdlMain& program, int site, const BrowserEntry& entry, BrowserPa
                              .lstUsers = namesOf(session.Users),
                              .lstGroups = namesOf(session.Groups)};
     auto* const dialog = new frmBrowserCHATTR(
-        {form, session.encoding},
+        {form, &session.encoding},
         [&program, site, sCwd = session.sCwd](const ChattrForm& confirmed) {
             return program.browser().sendIn(site, sCwd, chattrCommands(confirmed));
         },

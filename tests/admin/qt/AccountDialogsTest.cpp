@@ -20,7 +20,7 @@ struct Opened {
     TextEncoding encoding = TextEncoding::utf8;
     std::optional<std::string> problem = {};
     int confirmed = 0;
-    Dialog dialog{{form, encoding}, [this](const Form& filled) {
+    Dialog dialog{{form, &encoding}, [this](const Form& filled) {
                       ++confirmed;
                       form = filled;
                       return problem;
