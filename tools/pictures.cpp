@@ -61,11 +61,7 @@ void useDarkPalette() {
 
 std::string sampleSettings() {
     const DemoHome home;
-    std::string text;
-    for (const std::string& line : ReadAllLines(home.directory() + "/settings.ini")) {
-        text += line + '\n';
-    }
-    return text;
+    return readFile(home.directory() + "/settings.ini").bytes;
 }
 
 // Takes pictures of one window.
@@ -169,7 +165,7 @@ class Photographer {
         menu(MenuKind::activity, "activity");
     }
     void menu(MenuKind kind, const std::string& name) {
-        QMenu* const menu = driver_.window->customMenus().prepare(static_cast<int>(kind));
+        QMenu* const menu = driver_.window->customMenus().prepare(kind);
         if (menu == nullptr) {
             throw std::runtime_error("no menu for " + name);
         }

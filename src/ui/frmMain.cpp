@@ -85,7 +85,7 @@ frmMain::frmMain(StateStore& store, const std::string& directory)
                 .lock = lock_,
                 .makeSocket = [this](int site) { return makeSocket(site); }},
                directory),
-      customMenus_(program_, this), sitesModel_(images_) {
+      customMenus_(program_, this) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Corvel"));
     setWindowIcon(icon("corvel"));
@@ -146,6 +146,24 @@ std::unique_ptr<Socket> frmMain::makeSocket(int site) {
     return socket;
 }
 
+// Makes one of the large panels as it is first wanted.
+template <typename Panel>
+Panel& frmMain::madePanel(Panel*& panel, QWidget& tab, MenuKind menu) {
+    if (panel == nullptr) {
+        panel = new Panel(program_);
+        opensMenu(*panel, customMenus_, menu);
+        QWidget* const page = newScrollPage(*panel);
+        tab.layout()->addWidget(page);
+        page->show(); // at once, not with the next turn of the loop
+        panel->showSite(program_.currentSite());
+    }
+    return *panel;
+}
+
+UsersPanel& frmMain::users() {
+    return madePanel(users_, *usersTab_, MenuKind::userList);
+}
+
 void frmMain::createArea() {
     createNotice();
     area_ = new QWidget;
@@ -161,7 +179,7 @@ void frmMain::createArea() {
 
 void frmMain::createPanels() {
     createArea();
-    lvwSites_ = new SitesList(sitesModel_, area_);
+    lvwSites_ = new SitesList(images_, area_);
     lvwSites_->setObjectName(QStringLiteral("lvwSites"));
     connect(lvwSites_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { program_.selectSite(current.row() + 1); });
@@ -201,7 +219,7 @@ void frmMain::createPanels() {
         if (tabMain_->currentWidget() == usersTab_) {
             users();
         } else if (tabMain_->currentWidget() == groupsTab_) {
-            groups();
+            madePanel(groups_, *groupsTab_, MenuKind::groupList);
         }
         tmrSocketStatus_Timer();
     });
@@ -211,7 +229,7 @@ void frmMain::createPanels() {
 
 void frmMain::showAddedSite(int site) {
     const std::string& name = program_.site(site).config.name;
-    sitesModel_.addSite(displayTextOf(name, encodingOf(name)));
+    lvwSites_->addSite(displayTextOf(name, encodingOf(name)));
     changedSockets_.insert(site);
 
     addTimer("tmrNoop", site, noopInterval, [this, site] { program_.tmrNoop_Timer(site); }).start();
@@ -236,7 +254,7 @@ void frmMain::showChange(const ViewChange& change) {
         break;
     case ViewPart::renamed: {
         const std::string& name = program_.site(site).config.name;
-        sitesModel_.setName(site - 1, displayTextOf(name, encodingOf(name)));
+        lvwSites_->setName(site, displayTextOf(name, encodingOf(name)));
         showStatus();
         break;
     }
@@ -289,30 +307,6 @@ void frmMain::showLog(int site, LogKind log) {
     }
 }
 
-UsersPanel& frmMain::users() {
-    if (users_ == nullptr) {
-        users_ = new UsersPanel(program_);
-        opensMenu(*users_, customMenus_, MenuKind::userList);
-        QWidget* const page = newScrollPage(*users_);
-        usersTab_->layout()->addWidget(page);
-        page->show(); // at once, not with the next turn of the loop
-        users_->showSite(program_.currentSite());
-    }
-    return *users_;
-}
-
-GroupsPanel& frmMain::groups() {
-    if (groups_ == nullptr) {
-        groups_ = new GroupsPanel(program_);
-        opensMenu(*groups_, customMenus_, MenuKind::groupList);
-        QWidget* const page = newScrollPage(*groups_);
-        groupsTab_->layout()->addWidget(page);
-        page->show(); // at once, not with the next turn of the loop
-        groups_->showSite(program_.currentSite());
-    }
-    return *groups_;
-}
-
 void frmMain::openDialog(int site, Dialog dialog) {
     switch (dialog) {
     case Dialog::chmod:
@@ -337,7 +331,7 @@ std::vector<AccountsPanel*> frmMain::accountsPanels() const {
 
 void frmMain::showCurrentSite() {
     const int site = program_.currentSite();
-    lvwSites_->setCurrentIndex(sitesModel_.index(site - 1, 0));
+    lvwSites_->select(site);
     console_->showSite(site);
     activity_->showSite(site);
     browser_->showSite(site);

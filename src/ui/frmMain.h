@@ -83,7 +83,8 @@ class frmMain : public QMainWindow {
     void showLog(int site, LogKind log);
     std::vector<AccountsPanel*> accountsPanels() const; // those that are made
     UsersPanel& users();
-    GroupsPanel& groups();
+    template <typename Panel>
+    Panel& madePanel(Panel*& panel, QWidget& tab, MenuKind menu);
     void layoutWindow();
     void rememberGeometry();
     void placeWindow();
@@ -106,7 +107,6 @@ class frmMain : public QMainWindow {
     CustomMenus customMenus_;
 
     ImageLists images_;
-    SitesModel sitesModel_;
     SitesList* lvwSites_ = nullptr;
     QFrame* notice_ = nullptr; // with something that a person should know and nothing waits for
     QLabel* noticeText_ = nullptr;

@@ -45,8 +45,8 @@ void frmMain::createStatusBar() {
 void frmMain::tmrSocketStatus_Timer() {
     for (const int site : std::exchange(changedSockets_, {})) {
         const Socket& socket = *program_.site(site).wSock;
-        sitesModel_.setState(site - 1, fromCore(SocketStateText(socket)),
-                             socket.state() == SocketState::connected);
+        lvwSites_->setState(site, fromCore(SocketStateText(socket)),
+                            socket.state() == SocketState::connected);
         for (AccountsPanel* const panel : accountsPanels()) {
             panel->connectionChanged(site);
         }

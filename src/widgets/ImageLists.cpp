@@ -14,32 +14,11 @@ namespace corvel {
 
 namespace {
 
-struct BuiltIn {
-    ImageList list;
-    std::string_view key;
-};
-
-// The images of each list in their order.
-constexpr std::array<BuiltIn, 18> builtIns = {{
-    {ImageList::tray, "tray-idle"},
-    {ImageList::tray, "tray-up"},
-    {ImageList::tray, "tray-down"},
-    {ImageList::tray, "tray-both"},
-    {ImageList::tray, "tray-offline"},
-    {ImageList::activity, "activity-idle"},
-    {ImageList::activity, "activity-up"},
-    {ImageList::activity, "activity-down"},
-    {ImageList::sites, "site-connected"},
-    {ImageList::sites, "site-disconnected"},
-    {ImageList::tabs, "tab-console"},
-    {ImageList::tabs, "tab-activity"},
-    {ImageList::tabs, "tab-browser"},
-    {ImageList::tabs, "tab-stats"},
-    {ImageList::tabs, "tab-users"},
-    {ImageList::tabs, "tab-groups"},
-    {ImageList::tabs, "tab-settings"},
-    {ImageList::tabs, "tab-results"},
-}};
+// The program's own images, as in imageKeys.
+constexpr std::array<std::string_view, imageKeys.size()> builtIns = {
+    "tray-idle",   "tray-up",       "tray-down",      "tray-both",         "tray-offline", "activity-idle",
+    "activity-up", "activity-down", "site-connected", "site-disconnected", "tab-console",  "tab-activity",
+    "tab-browser", "tab-stats",     "tab-users",      "tab-groups",        "tab-settings", "tab-results"};
 
 constexpr int largestSide = 256; // in pixels; no place shows an image larger
 
@@ -64,21 +43,17 @@ QIcon readPicture(const QString& fileName) {
 } // namespace
 
 ImageLists::ImageLists() {
-    for (const BuiltIn& builtIn : builtIns) {
-        lists_[static_cast<std::size_t>(builtIn.list)].push_back(
-            {.key = builtIn.key, .picture = icon(builtIn.key), .isReplaced = false});
-    }
+    std::ranges::transform(builtIns, images_.begin(), [](std::string_view key) { return Image{icon(key)}; });
 }
 
 void ImageLists::ReplaceImage(ImageList list, std::string_view fileName, int index) {
-    std::vector<Image>& images = lists_[static_cast<std::size_t>(list)];
-    if (index < 1 || index > static_cast<int>(images.size()) || !FileExists(fileName)) {
+    const auto place = std::ranges::find_if(
+        imageKeys, [&](const ImageKey& key) { return key.list == list && key.index == index; });
+    if (place == imageKeys.end() || !FileExists(fileName)) {
         return;
     }
     if (const QIcon picture = readPicture(fromCore(fileName)); !picture.isNull()) {
-        Image& replaced = images[static_cast<std::size_t>(index) - 1];
-        replaced.picture = picture;
-        replaced.isReplaced = true;
+        images_[static_cast<std::size_t>(place - imageKeys.begin())] = {picture, true};
     }
 }
 
@@ -88,23 +63,13 @@ void ImageLists::replaceImages(const Settings& settings) {
     }
 }
 
-const ImageLists::Image* ImageLists::find(std::string_view key) const {
-    for (const std::vector<Image>& images : lists_) {
-        if (const auto found = std::ranges::find(images, key, &Image::key); found != images.end()) {
-            return &*found;
-        }
-    }
-    return nullptr;
-}
-
-QIcon ImageLists::image(std::string_view key) const {
-    const Image* const found = find(key);
-    return found == nullptr ? QIcon() : found->picture;
-}
-
 QIcon ImageLists::image(std::string_view key, const QColor& line) const {
-    const Image* const found = find(key);
-    return found == nullptr || found->isReplaced ? image(key) : icon(key, line);
+    const auto place = std::ranges::find(builtIns, key);
+    if (place == builtIns.end()) {
+        return {};
+    }
+    const Image& found = images_[static_cast<std::size_t>(place - builtIns.begin())];
+    return found.isReplaced || !line.isValid() ? found.picture : icon(key, line);
 }
 
 } // namespace corvel

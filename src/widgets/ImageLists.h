@@ -6,7 +6,6 @@
 
 #include <array>
 #include <string_view>
-#include <vector>
 
 namespace corvel {
 
@@ -25,22 +24,17 @@ class ImageLists {
     void replaceImages(const Settings& settings);
 
     // The image of a key, which is the name that icon() has for the program's own; without a picture where
-    // there is no such image.
-    QIcon image(std::string_view key) const;
-
-    // As image, for a coloured ground: where the image is the program's own, its lines have this colour.
-    QIcon image(std::string_view key, const QColor& line) const;
+    // there is no such image. line: for a coloured ground; where the image is the program's own, its lines
+    // have this colour.
+    QIcon image(std::string_view key, const QColor& line = {}) const;
 
   private:
     struct Image {
-        std::string_view key;
         QIcon picture;
         bool isReplaced = false;
     };
 
-    const Image* find(std::string_view key) const;
-
-    std::array<std::vector<Image>, 4> lists_; // as in ImageList
+    std::array<Image, imageKeys.size()> images_; // as in imageKeys
 };
 
 } // namespace corvel

@@ -2,9 +2,9 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QFontMetrics>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QtTest/QTest>
 
@@ -13,13 +13,15 @@
 #include <algorithm>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 namespace corvel {
 namespace {
 
-// Three columns, the last hidden; a cell reads "r<row>c<column>" unless the test sets another text.
+// Three columns, the last hidden; a cell reads "r<row>c<column>" unless the
+// test sets another text.
 class ReportViewTest : public testing::Test {
   protected:
     ReportViewTest() {
@@ -72,15 +74,10 @@ TEST_F(ReportViewTest, ClicksAndKeysAreReportedOnceEach) {
     EXPECT_EQ(takeEvents(), (Events{"picked 1"}));
     QTest::keyClick(&view_, Qt::Key_Down);
     EXPECT_EQ(takeEvents(), (Events{"current 2", "picked 2", "key Down 2"}));
-    QTest::keyClick(&view_, Qt::Key_Delete);
-    QTest::keyClick(&view_, Qt::Key_Return);
-    EXPECT_EQ(takeEvents(), (Events{"key Del 2", "key Return 2"}));
     QTest::keyClick(&view_, Qt::Key_Delete, Qt::ControlModifier);
     EXPECT_EQ(takeEvents(), Events{});
     QTest::mouseDClick(view_.viewport(), Qt::LeftButton, {}, middleOf(2));
     EXPECT_EQ(takeEvents(), (Events{"picked 2", "double 2"}));
-    QTest::mouseDClick(view_.viewport(), Qt::RightButton, {}, middleOf(2));
-    EXPECT_EQ(std::ranges::count(takeEvents(), "double 2"), 0);
     const QRect header = view_.header()->viewport()->rect();
     const QPoint second(view_.header()->sectionViewportPosition(1) + 20, header.center().y());
     QTest::mouseClick(view_.header()->viewport(), Qt::LeftButton, {}, second);
@@ -110,8 +107,6 @@ TEST_F(ReportViewTest, ContextMenuNamesTheRowUnderTheMouseOrTheCurrentRow) {
     openMenu(QContextMenuEvent::Mouse, {10, 390});
     EXPECT_EQ(takeEvents(), (Events{"menu -1"}));
     EXPECT_EQ(view_.currentRow(), 3);
-    openMenu(QContextMenuEvent::Keyboard, {});
-    EXPECT_EQ(takeEvents(), (Events{"menu 3"}));
     openMenu(QContextMenuEvent::Mouse, middleOf(1));
     EXPECT_EQ(takeEvents(), (Events{"current 1", "picked 1", "menu 1"})) << "without a click before";
     QTest::keyClick(&view_, Qt::Key_Menu);
@@ -119,28 +114,31 @@ TEST_F(ReportViewTest, ContextMenuNamesTheRowUnderTheMouseOrTheCurrentRow) {
 }
 
 TEST_F(ReportViewTest, LabelEditsAreAnnouncedAndChangeNothing) {
-    struct Row {
+    struct Case {
         const char* name;
-        const char* typed;
+        QString label;
+        QString typed; // nothing: Enter alone
         Qt::Key end;
         Events events;
     };
-    const std::vector<Row> table = {
-        {"another text", "new", Qt::Key_Return, {"edited new 2"}},
-        {"the same text", "label 2", Qt::Key_Return, {}},
-        {"given up", "new", Qt::Key_Escape, {}},
+    const QString label = QStringLiteral("label");
+    const std::vector<Case> cases = {
+        {"another text", label, QStringLiteral("new"), Qt::Key_Return, {"edited new 2"}},
+        {"the same text", label, label, Qt::Key_Return, {}},
+        {"given up", label, QStringLiteral("new"), Qt::Key_Escape, {}},
+        {"what the box cannot show", QStringLiteral("a\u2028z\nb"), {}, Qt::Key_Return, {}},
     };
-    view_.setSource(source(5));
-    view_.setCurrentRow(2);
-    for (const Row& row : table) {
+    for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
+        ReportSource named = source(5);
+        named.editText = [&](int) { return row.label; };
+        view_.setSource(named);
+        view_.setCurrentRow(2);
         takeEvents();
         view_.editLabel(2);
         ASSERT_NE(editor(), nullptr);
-        EXPECT_EQ(editor()->text(), QStringLiteral("label 2"));
-        EXPECT_EQ(editor()->selectedText(), QStringLiteral("label 2"));
-        QTest::keyClick(editor(), Qt::Key_Delete);
-        QTest::keyClicks(editor(), QString::fromLatin1(row.typed));
+        EXPECT_EQ(editor()->selectedText(), editor()->text());
+        QTest::keyClicks(editor(), row.typed);
         QTest::keyClick(editor(), row.end);
         // The editor commits and closes from the event loop.
         QApplication::sendPostedEvents();
@@ -149,37 +147,6 @@ TEST_F(ReportViewTest, LabelEditsAreAnnouncedAndChangeNothing) {
         EXPECT_EQ(editor(), nullptr);
         EXPECT_EQ(view_.model()->index(2, 0).data().toString(), QStringLiteral("r2c0"));
     }
-}
-
-TEST_F(ReportViewTest, EnterAloneIsNoEdit) {
-    for (const QString& name : {QStringLiteral("a\u2028z"), QStringLiteral("a\nz")}) {
-        ReportSource named = source(1);
-        named.editText = [&](int) { return name; };
-        view_.setSource(named);
-        view_.setCurrentRow(0);
-        takeEvents();
-        view_.editLabel(0);
-        ASSERT_NE(editor(), nullptr);
-        QTest::keyClick(editor(), Qt::Key_Return);
-        QApplication::sendPostedEvents();
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_EQ(takeEvents(), Events{});
-    }
-}
-
-TEST_F(ReportViewTest, NothingButEditLabelStartsAnEdit) {
-    view_.setSource(source(5));
-    view_.setCurrentRow(2);
-    QTest::keyClick(&view_, Qt::Key_F2);
-    QTest::mouseDClick(view_.viewport(), Qt::LeftButton, {}, middleOf(2));
-    EXPECT_EQ(editor(), nullptr);
-    view_.editLabel(7);
-    EXPECT_EQ(editor(), nullptr);
-    ReportSource readOnly = source(5);
-    readOnly.editText = nullptr;
-    view_.setSource(readOnly);
-    view_.editLabel(2);
-    EXPECT_EQ(editor(), nullptr);
 }
 
 TEST_F(ReportViewTest, ANewSourceDropsTheEditUnderWay) {
@@ -197,26 +164,15 @@ TEST_F(ReportViewTest, ANewSourceDropsTheEditUnderWay) {
 }
 
 TEST_F(ReportViewTest, CurrentRowIsKeptOrCleared) {
-    struct Row {
-        const char* name;
-        int before, rows;
-        ReportView::CurrentRow mode;
-        int after;
-    };
     using enum ReportView::CurrentRow;
-    const std::vector<Row> table = {
-        {"kept", 3, 9, keep, 3},
-        {"kept at the end", 3, 2, keep, 1},
-        {"no rows left", 3, 0, keep, -1},
-        {"cleared", 3, 9, clear, -1},
-    };
-    for (const Row& row : table) {
-        SCOPED_TRACE(row.name);
+    const std::vector<std::tuple<int, ReportView::CurrentRow, int>> cases = {
+        {9, keep, 3}, {2, keep, 1}, {0, keep, -1}, {9, clear, -1}};
+    for (const auto& [rows, mode, after] : cases) {
         view_.setSource(source(5));
-        view_.setCurrentRow(row.before);
-        view_.setSource(source(row.rows), row.mode);
-        EXPECT_EQ(view_.currentRow(), row.after);
-        EXPECT_EQ(view_.selectedRows(), row.after < 0 ? std::vector<int>{} : std::vector<int>{row.after});
+        view_.setCurrentRow(3);
+        view_.setSource(source(rows), mode);
+        EXPECT_EQ(view_.currentRow(), after);
+        EXPECT_EQ(view_.selectedRows(), after < 0 ? std::vector<int>{} : std::vector<int>{after});
     }
 }
 
@@ -247,85 +203,32 @@ TEST_F(ReportViewTest, OnlyChangedRowsInSightArePaintedAgain) {
     EXPECT_EQ(view_.verticalScrollBar()->value(), place);
 }
 
-// What column fitting is for: the longest text is not cut, and little room is wasted.
+// The longest text is not cut, by whichever way it is found.
 TEST_F(ReportViewTest, FittedColumnsShowTheirWidestCellWhole) {
     constexpr int widestRow = 90; // out of sight
-    struct Row {
-        const char* name;
-        const char* widest; // UTF-8
-    };
-    const std::vector<Row> table = {
-        {"wide letters", "WWWWWWWWWWWW"},
-        {"many narrow letters", "iiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiiii"},
-        {"Cyrillic", "длинное имя файла"},
-        {"a wide character of few bytes", "\uFDFA\uFDFA\uFDFA\uFDFA"},
-        {"shorter than the header", "x"},
-    };
-    for (const Row& row : table) {
-        const std::string widest = row.widest;
-        const auto bytes = [&](int at, int) -> std::string_view {
-            return at == widestRow ? std::string_view(widest) : "short";
-        };
+    const std::vector<QString> texts = {QStringLiteral("WWWWWWWWWWWW"), QString(45, u'i'),
+                                        QString(4, u'\uFDFA'), QStringLiteral("x")};
+    for (const QString& widest : texts) {
+        const std::string bytes = widest.toStdString();
         ReportSource cells = source(widestRow + 1);
-        cells.columns[1].header = QStringLiteral("header");
-        cells.text = [bytes](int at, int column) {
-            return QString::fromStdString(std::string(bytes(at, column)));
-        };
+        cells.text = [&](int row, int) { return row == widestRow ? widest : QStringLiteral("short"); };
         ReportSource sent = cells;
         sent.rows = 500;
-        sent.sentText = bytes;
-        ReportSource room = cells;
-        room.columns[1].room = {QString::fromStdString(widest)};
-        room.rows = 2;
-        for (const auto& [way, fitted] :
-             {std::pair("cells", cells), std::pair("what was sent", sent), std::pair("room", room)}) {
-            SCOPED_TRACE(std::string(row.name) + " by " + way);
-            view_.setSource(sent);
-            const QModelIndex widestCell = view_.model()->index(widestRow, 1);
-            const int cellWidth = view_.sizeHintForIndex(widestCell).width();
+        sent.sentText = [&](int row, int) { return row == widestRow ? std::string_view(bytes) : "short"; };
+        ReportSource room = source(2);
+        room.columns[1].room = {widest};
+        for (const ReportSource& fitted : {cells, sent, room}) {
+            SCOPED_TRACE(bytes + " in a list of " + std::to_string(fitted.rows));
+            view_.setSource(cells);
+            const int needed = std::max(view_.sizeHintForIndex(view_.model()->index(widestRow, 1)).width(),
+                                        view_.header()->sectionSizeHint(1));
             view_.setSource(fitted);
             view_.fitColumns(0, 2);
-            const int needed = std::max(cellWidth, view_.header()->sectionSizeHint(1));
-            const int text = QFontMetrics(view_.font()).horizontalAdvance(QString::fromStdString(widest));
-            const int width = view_.header()->sectionSize(1);
-            EXPECT_GE(width, needed);
-            EXPECT_LE(width, std::max(view_.header()->sectionSizeHint(1), text + 24));
+            EXPECT_GE(view_.header()->sectionSize(1), needed);
+            EXPECT_LE(view_.header()->sectionSize(1), needed + 40) << "little room is wasted";
             EXPECT_TRUE(view_.isColumnHidden(2));
         }
     }
-}
-
-TEST_F(ReportViewTest, TheIconHasItsRoomInAFittedColumn) {
-    ReportSource withIcon = source(1);
-    withIcon.icon = [](int) {
-        QPixmap pixmap(16, 16);
-        pixmap.fill(Qt::red);
-        return QIcon(pixmap);
-    };
-    view_.setSource(withIcon);
-    view_.fitColumns(0, 0);
-    EXPECT_GE(view_.header()->sectionSize(0), view_.sizeHintForIndex(view_.model()->index(0, 0)).width());
-}
-
-TEST_F(ReportViewTest, RowColoursReachTheRightEdge) {
-    ReportSource coloured = source(2);
-    coloured.colours = [](int row) { return row == 1 ? RowColours{Qt::white, Qt::blue} : RowColours{}; };
-    view_.setSource(coloured);
-    const QImage image = view_.viewport()->grab().toImage();
-    EXPECT_EQ(image.pixelColor(image.width() - 2, middleOf(1).y()), QColor(Qt::blue));
-    EXPECT_NE(image.pixelColor(image.width() - 2, middleOf(0).y()), QColor(Qt::blue));
-}
-
-TEST_F(ReportViewTest, ThePlaceholderShowsOnlyInAnEmptyList) {
-    view_.setSource(source(0));
-    const QImage blank = view_.viewport()->grab().toImage();
-    view_.setPlaceholder(QStringLiteral("Nothing here yet"));
-    const QImage explained = view_.viewport()->grab().toImage();
-    EXPECT_NE(explained, blank);
-    view_.setSource(source(1));
-    const QImage row = view_.viewport()->grab().toImage();
-    view_.setPlaceholder({});
-    EXPECT_EQ(view_.viewport()->grab().toImage(), row);
 }
 
 TEST_F(ReportViewTest, SeveralRowsCanBeSelectedWhereAllowed) {
@@ -338,6 +241,52 @@ TEST_F(ReportViewTest, SeveralRowsCanBeSelectedWhereAllowed) {
         QTest::mouseClick(view_.viewport(), Qt::LeftButton, Qt::ControlModifier, middleOf(row));
     }
     EXPECT_EQ(view_.selectedRows(), (std::vector<int>{0, 1, 3, 4}));
+}
+
+// Two fixed columns of five, which the mouse drags about, each step upon the
+// last.
+TEST(ColumnMoves, LeaveTheFixedColumnsInFront) {
+    constexpr int columnCount = 5;
+    constexpr int columnPixels = 60;
+    ReportView list;
+    ReportSource source;
+    source.columns.resize(columnCount);
+    source.text = [](int, int) { return QString(); };
+    list.setSource(source);
+    list.letColumnsMove(2);
+    list.resize(columnCount * columnPixels + 50, 200);
+    list.show();
+    QHeaderView& header = *list.header();
+    for (int column = 0; column < columnCount; ++column) {
+        header.resizeSection(column, columnPixels);
+    }
+    struct Case {
+        int from, to;
+        std::vector<int> order; // afterwards
+    };
+    const std::vector<Case> cases = {
+        {2, 4, {0, 1, 3, 4, 2}}, {4, 2, {0, 1, 2, 3, 4}}, {3, 0, {0, 1, 3, 2, 4}}, {4, 1, {0, 1, 4, 3, 2}},
+        {0, 3, {0, 1, 4, 3, 2}}, {1, 2, {0, 1, 4, 3, 2}}, {2, 3, {0, 1, 3, 4, 2}},
+    };
+    for (const Case& row : cases) {
+        const int offset =
+            row.to > row.from ? columnPixels - 10 : 10; // past the middle, where columns change
+        const QPoint start(row.from * columnPixels + columnPixels / 2, header.height() / 2);
+        const QPoint end(row.to * columnPixels + offset, start.y());
+        QWidget* const area = header.viewport();
+        QTest::mousePress(area, Qt::LeftButton, {}, start);
+        for (const QPoint& place : {(start + end) / 2, end}) {
+            QMouseEvent move(QEvent::MouseMove, place, area->mapToGlobal(place), Qt::NoButton, Qt::LeftButton,
+                             {});
+            QApplication::sendEvent(area, &move);
+        }
+        QTest::mouseRelease(area, Qt::LeftButton, {}, end);
+        std::vector<int> order;
+        for (int place = 0; place < columnCount; ++place) {
+            order.push_back(header.logicalIndex(place));
+        }
+        EXPECT_EQ(order, row.order) << row.from << " to " << row.to;
+    }
 }
 
 } // namespace

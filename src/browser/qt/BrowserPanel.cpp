@@ -27,29 +27,19 @@ namespace {
 constexpr int nameColumn = static_cast<int>(BrowserColumn::name);
 constexpr int sizeColumn = static_cast<int>(BrowserColumn::size);
 constexpr int accessColumn = static_cast<int>(BrowserColumn::access);
-constexpr int typeKeyColumn = static_cast<int>(BrowserColumn::typeKey);
 
-struct ColumnHeader {
-    const char* text;
-    Qt::Alignment alignment;
-};
-
-constexpr std::array<ColumnHeader, browserColumnCount> headers = {{
-    {QT_TRANSLATE_NOOP("BrowserPanel", "name"), Qt::AlignLeft},
-    {QT_TRANSLATE_NOOP("BrowserPanel", "size"), Qt::AlignRight},
-    {QT_TRANSLATE_NOOP("BrowserPanel", "date"), Qt::AlignLeft},
-    {QT_TRANSLATE_NOOP("BrowserPanel", "owner"), Qt::AlignLeft},
-    {QT_TRANSLATE_NOOP("BrowserPanel", "group"), Qt::AlignLeft},
-    {QT_TRANSLATE_NOOP("BrowserPanel", "access"), Qt::AlignLeft},
-    {QT_TRANSLATE_NOOP("BrowserPanel", "type"), Qt::AlignLeft},
-}};
+constexpr std::array<const char*, browserColumnCount> headers = {
+    QT_TRANSLATE_NOOP("BrowserPanel", "name"),  QT_TRANSLATE_NOOP("BrowserPanel", "size"),
+    QT_TRANSLATE_NOOP("BrowserPanel", "date"),  QT_TRANSLATE_NOOP("BrowserPanel", "owner"),
+    QT_TRANSLATE_NOOP("BrowserPanel", "group"), QT_TRANSLATE_NOOP("BrowserPanel", "access"),
+    QT_TRANSLATE_NOOP("BrowserPanel", "type")};
 
 std::vector<ReportColumn> reportColumns() {
     std::vector<ReportColumn> columns;
-    columns.reserve(headers.size());
-    for (const ColumnHeader& header : headers) {
-        columns.push_back({.header = BrowserPanel::tr(header.text), .alignment = header.alignment});
+    for (const char* const header : headers) {
+        columns.push_back({.header = BrowserPanel::tr(header)});
     }
+    columns[sizeColumn].alignment = Qt::AlignRight;
     columns.back().hidden = true;
     return columns;
 }

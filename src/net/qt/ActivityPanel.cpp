@@ -84,8 +84,7 @@ ReportSource listSource(const SiteSession& session, const WindowState& state, co
     source.sentText = bytesAt;
     source.icon = [&images, &state, rowAt](int row) {
         const ActivityIcon icon = rowAt(row).icon();
-        const QColor text = rowColours(state, icon).text;
-        return text.isValid() ? images.image(imageKey(icon), text) : images.image(imageKey(icon));
+        return images.image(imageKey(icon), rowColours(state, icon).text);
     };
     source.colours = [&state, rowAt](int row) { return rowColours(state, rowAt(row).icon()); };
     return source;

@@ -96,61 +96,40 @@ class SiteDelegate : public QStyledItemDelegate {
 
 } // namespace
 
-SitesModel::SitesModel(const ImageLists& images, QObject* parent)
-    : QAbstractTableModel(parent), images_(images) {}
-
-int SitesModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
-
-int SitesModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : 2;
-}
-
-QVariant SitesModel::data(const QModelIndex& index, int role) const {
-    const Row& row = rows_[static_cast<std::size_t>(index.row())];
-    switch (role) {
-    case Qt::DisplayRole:
-        return index.column() == nameColumn ? row.name : row.state;
-    case Qt::DecorationRole:
-        return images_.image(row.connected ? "site-connected" : "site-disconnected");
-    case Qt::ToolTipRole:
-        return toolTipOf(row.name + QStringLiteral(": ") + row.state);
-    case Qt::AccessibleTextRole:
-        return row.name + QStringLiteral(": ") + row.state;
-    default:
-        return {};
-    }
-}
-
-void SitesModel::addSite(const QString& name) {
-    const int row = rowCount();
-    beginInsertRows({}, row, row);
-    rows_.push_back({.name = name, .state = {}, .connected = false});
-    endInsertRows();
-}
-
-void SitesModel::setName(int row, const QString& name) {
-    rows_[static_cast<std::size_t>(row)].name = name;
-    emit dataChanged(index(row, nameColumn), index(row, nameColumn));
-}
-
-void SitesModel::setState(int row, const QString& text, bool connected) {
-    Row& target = rows_[static_cast<std::size_t>(row)];
-    if (target.state == text && target.connected == connected) {
-        return;
-    }
-    target.state = text;
-    target.connected = connected;
-    emit dataChanged(index(row, nameColumn), index(row, stateColumn));
-}
-
-SitesList::SitesList(SitesModel& model, QWidget* parent) : QListView(parent) {
-    setModel(&model);
+SitesList::SitesList(const ImageLists& images, QWidget* parent) : QListView(parent), images_(images) {
+    setModel(&sites_);
     setItemDelegate(new SiteDelegate(*this, this));
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setAccessibleName(tr("Sites"));
     setReportView(true);
+}
+
+void SitesList::addSite(const QString& name) {
+    sites_.appendRow(
+        {new QStandardItem(images_.image("site-disconnected"), name), new QStandardItem(QString())});
+    describe(sites_.rowCount() - 1);
+}
+
+void SitesList::setName(int site, const QString& name) {
+    sites_.item(site - 1, nameColumn)->setText(name);
+    describe(site - 1);
+}
+
+void SitesList::setState(int site, const QString& text, bool connected) {
+    QStandardItem& state = *sites_.item(site - 1, stateColumn);
+    if (state.text() != text) {
+        state.setText(text);
+        sites_.item(site - 1, nameColumn)
+            ->setIcon(images_.image(connected ? "site-connected" : "site-disconnected"));
+        describe(site - 1);
+    }
+}
+
+void SitesList::describe(int row) {
+    QStandardItem& name = *sites_.item(row, nameColumn);
+    const QString whole = name.text() + QStringLiteral(": ") + sites_.item(row, stateColumn)->text();
+    name.setToolTip(toolTipOf(whole));
+    name.setAccessibleText(whole);
 }
 
 void SitesList::setReportView(bool report) {
