@@ -160,7 +160,7 @@ std::string dispatch(std::initializer_list<DemoTable> tables, DemoRequest& reque
         if (command->whoMay != WhoMay::anyone && request.user == nullptr) {
             return reply(530, {"Please login with USER and PASS."});
         }
-        if (command->whoMay == WhoMay::masters && !request.user->isMaster()) {
+        if (command->whoMay == WhoMay::masters && request.user != nullptr && !request.user->isMaster()) {
             refuse({"Access denied: this command is for master users."});
         }
         request.argument = request.treePath = rest;
