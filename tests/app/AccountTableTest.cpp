@@ -163,57 +163,31 @@ TEST(AccountTable, DetailsGoToTheirAccountWhereverItsRowIsNow) {
     }
 }
 
-// What is typed into the editor of bob, what a button does about it, and what is asked for that.
-TEST(AccountTable, EditorsSendWhatTheyShould) {
-    struct Row {
-        const char* name;
-        std::vector<std::pair<std::size_t, std::string>> typed;
-        void (*act)(Administering& program);
-        std::string answer;
-        Texts sent; // before bob's file is read again; nothing: that is not either
-        std::string asked;
-    };
-    const auto save = [](Administering& program) { program.users().save(1); };
-    const auto reset = [](Administering& program) { program.main.admin().resetPassword(1); };
+TEST(AccountTable, EditorsAskAndSendWhatTheyShould) {
     const std::string master = "You are giving this user the Master flag (M). Are u sure u want to continue?";
-    const std::vector<Row> rows = {
-        {"flags of a master, thought better of",
-         {{flagsBox, "3M"}, {taglineBox, "boss"}},
-         save,
-         "no",
-         {"SITE change bob tagline boss"},
-         master},
-        {"flags of a master", {{flagsBox, "3M"}}, save, "yes", {"SITE CorvelExt setflags 7 3M"}, master},
-        {"a password for the name in the box",
-         {{nameBox, "typed"}},
-         reset,
-         "new pass",
-         {"SITE change typed passwd new pass"},
-         "Enter new password for typed@staff"},
-        {"a password for nobody", {{nameBox, ""}}, reset, "new pass", {}, ""},
-        {"an empty password", {}, reset, "", {}, "Enter new password for bob@staff"},
-        {"delete",
-         {},
-         [](Administering& program) { program.users().remove(1, aliceRow); },
-         "no",
-         {},
-         "Are u sure u want to delete this user:\r\nalice@staff"},
-    };
-    for (const Row& row : rows) {
-        Administering program;
-        program.openBob();
-        program.prompts.answers = {row.answer};
-        for (const auto& [box, text] : row.typed) {
-            program.users().typed(1, box, text);
-        }
-        row.act(program);
-        Script script;
-        for (const std::string& line : row.sent) {
-            script = script + Script{expect(line), send(ok)};
-        }
-        program.answer(row.sent.empty() ? script : script + Script{expect(getBob), send(bobFile)}, row.name);
-        EXPECT_EQ(program.prompts.asked, row.asked.empty() ? Texts{} : Texts{row.asked}) << row.name;
-    }
+    const Script readAgain = {expect(getBob), send(bobFile)};
+    Administering program;
+    AccountTable<UserKind>& users = program.users();
+    program.openBob();
+    program.prompts.answers = {"no", "yes", "new pass", "", "no"};
+    users.typed(1, flagsBox, "3M");
+    users.typed(1, taglineBox, "boss");
+    users.save(1);
+    program.answer(Script{expect("SITE change bob tagline boss"), send(ok)} + readAgain, "all but the flags");
+    users.save(1);
+    program.answer(Script{expect("SITE CorvelExt setflags 7 3M"), send(ok)} + readAgain, "the flags");
+    users.typed(1, nameBox, "typed");
+    program.main.admin().resetPassword(1);
+    program.answer(Script{expect("SITE change typed passwd new pass"), send(ok)} + readAgain, "a password");
+    users.typed(1, nameBox, ""); // nobody, then no password, then a deletion that was thought better of
+    program.main.admin().resetPassword(1);
+    users.typed(1, nameBox, std::nullopt);
+    program.main.admin().resetPassword(1);
+    users.remove(1, aliceRow);
+    program.answer({}, "nothing more");
+    EXPECT_EQ(program.prompts.asked,
+              (Texts{master, master, "Enter new password for typed@staff", "Enter new password for bob@staff",
+                     "Are u sure u want to delete this user:\r\nalice@staff"}));
 }
 
 TEST(AccountTable, WhatIsTypedStaysUntilItIsSaved) {
