@@ -33,10 +33,12 @@ std::string megabytes(std::string_view kilobytes) {
     return numberText(std::clamp(leadingNumber(kilobytes), -largest, largest) / 1024, 0);
 }
 
-void appendRepeated(std::string& text, std::string_view character, std::size_t count) {
+std::string repeated(std::string_view character, std::size_t count) {
+    std::string text;
     for (std::size_t i = 0; i < count; ++i) {
         text += character;
     }
+    return text;
 }
 
 std::string_view valueOf(std::string_view name, const MenuVariables& variables) {
@@ -48,14 +50,23 @@ std::string_view valueOf(std::string_view name, const MenuVariables& variables) 
 
 // The replacement for a placeholder with this text between its brackets.
 std::string expandPlaceholder(std::string_view inner, const MenuVariables& variables) {
+    constexpr double widest = 4096;
     std::vector<std::string_view> pieces = split(inner, ",");
     pieces.resize(std::max<std::size_t>(pieces.size(), 5));
-    const double width = std::clamp(leadingNumber(pieces[1]), 0.0, static_cast<double>(widestField));
-    const FieldAlign align = pieces[2] == "R"   ? FieldAlign::right
-                             : pieces[2] == "C" ? FieldAlign::centre
-                                                : FieldAlign::left;
-    return FormatField(valueOf(pieces[0], variables), static_cast<std::size_t>(std::nearbyint(width)), align,
-                       pieces[3], pieces[4] == "1");
+    const auto width =
+        static_cast<std::size_t>(std::nearbyint(std::clamp(leadingNumber(pieces[1]), 0.0, widest)));
+    const std::string_view align = pieces[2];
+    const std::string_view fill = pieces[3].empty() || pieces[3] == "$" ? " " : leftPart(pieces[3], 1);
+    std::string shown(valueOf(pieces[0], variables));
+    if (pieces[3] == "$") {
+        shown = megabytes(shown);
+    }
+    if (pieces[4] == "1") {
+        shown = leftPart(shown, width);
+    }
+    const std::size_t room = width - std::min(width, lengthOf(shown));
+    const std::size_t before = align == "R" ? room : align == "C" ? room / 2 : 0;
+    return repeated(fill, before) + shown + repeated(fill, room - before);
 }
 
 } // namespace
@@ -75,31 +86,6 @@ std::string ExpandTemplate(std::string_view text, const MenuVariables& variables
         text.remove_prefix(end + 1);
     }
     return result.append(text);
-}
-
-std::string FormatField(std::string_view value, std::size_t width, FieldAlign align, std::string_view fill,
-                        bool cut) {
-    width = std::min(width, widestField);
-    std::string shown(value);
-    if (fill == "$") {
-        shown = megabytes(value);
-        fill = {};
-    }
-    if (cut) {
-        shown = leftPart(shown, width);
-    }
-    const std::size_t length = lengthOf(shown);
-    if (width <= length) {
-        return shown;
-    }
-    const std::string_view character = fill.empty() ? std::string_view(" ") : leftPart(fill, 1);
-    const std::size_t room = width - length;
-    const std::size_t before = align == FieldAlign::right ? room : align == FieldAlign::centre ? room / 2 : 0;
-    std::string result;
-    appendRepeated(result, character, before);
-    result += shown;
-    appendRepeated(result, character, room - before);
-    return result;
 }
 
 } // namespace corvel

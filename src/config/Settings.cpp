@@ -91,7 +91,7 @@ void apply(const EntryLine& entry, Settings& settings) {
                image != imageKeys.end()) {
         settings.images[static_cast<std::size_t>(image - imageKeys.begin())] = entry.value;
     } else if (entry.key.starts_with("color_")) {
-        settings.colors[entry.key] = normalizedColor(entry.value);
+        settings.colors[entry.key] = toUpper(entry.value).starts_with("&H") ? entry.value : "0";
     }
 }
 
@@ -107,10 +107,6 @@ constexpr std::array<SamplePlace, 3> samplePlaces = {{
 }};
 
 } // namespace
-
-std::string normalizedColor(std::string_view value) {
-    return toUpper(value).starts_with("&H") ? std::string(value) : "0";
-}
 
 SettingsReading parseSettings(const std::vector<std::string>& lines) {
     const bool isUtf8 = std::ranges::all_of(lines, isValidUtf8);

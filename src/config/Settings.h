@@ -76,8 +76,9 @@ struct Settings {
     std::vector<MenuEntry> menu_activity;
 
     std::array<std::string, imageKeys.size()>
-        images;                                // file names, as in imageKeys; empty: the built-in picture
-    std::map<std::string, std::string> colors; // by key "color_...", made regular by normalizedColor
+        images; // file names, as in imageKeys; empty: the built-in picture
+    std::map<std::string, std::string>
+        colors; // by key "color_...": as written where it begins like a colour ("&H"), else "0"
 
     bool operator==(const Settings&) const = default;
 };
@@ -88,10 +89,6 @@ struct SettingsReading {
     Settings settings;
     std::vector<std::string> problems;
 };
-
-// value when it begins like a colour ("&H" in either case, then hexadecimal digits with red in the low byte),
-// else "0".
-std::string normalizedColor(std::string_view value);
 
 // lines: of a settings.ini, UTF-8 or, where they are not valid UTF-8 as a whole, in the character
 // set of the system (utf8FromSystem). Lines and keys
