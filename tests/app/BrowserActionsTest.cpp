@@ -96,23 +96,6 @@ TEST(BrowserActions, RenameSendsBothNamesOrNone) {
     EXPECT_NE(program.session(1).browserReplyLog.text().find("> RNFR a.txt"), std::string::npos);
 }
 
-TEST(BrowserActions, ButtonsSendTheirCommands) {
-    Browsing program;
-    program.browser().refreshAndNoop(1);
-    program.expectSent({"STAT -a", "NOOP", "PWD"}, "the button called mkdir");
-    program.prompts.answers = {"", "new dir"};
-    program.answer({send("200 ok\r\n")}, "idle");
-    program.browser().makeDirectory(1);
-    program.expectSent({}, "no name");
-    program.browser().makeDirectory(1);
-    program.expectSent({"MKD new dir"}, "a directory");
-    EXPECT_EQ(program.prompts.asked, Texts(2, "Please enter a name for the directory:"));
-    program.answer({send("257 ok\r\n")}, "made");
-    program.browser().root(1);
-    EXPECT_EQ(program.session(1).sCwd, "/");
-    program.expectSent({"CWD /"}, "root");
-}
-
 // Does to the rows what a person can do, and expects that nothing is asked, opened or sent, and why.
 void expectUnusable(Browsing& program, const std::string& why, const std::string& name) {
     const std::size_t asked = program.prompts.asked.size();

@@ -39,26 +39,5 @@ TEST(WindowPlacement, BringsAWindowBackWhereItCanBeReached) {
     }
 }
 
-TEST(SplitterDrag, FollowsTheMouseWithinItsBounds) {
-    constexpr int windowWidth = 12001;
-    struct Row {
-        const char* name;
-        double pressedAt;
-        double movedTo;
-        int listWidth;
-    };
-    const std::vector<Row> rows = {
-        {"to the right", 30, 330, 1799},
-        {"to the left, a half rounded to even", 30, -269.5, 1200},
-        {"past the middle of the window", 30, 9000, 6000},
-        {"out of the window on the left has no effect", 30, -1600, 1500},
-        {"pressed on the bar's very edge is no drag", 0, 300, 1500},
-    };
-    for (const Row& row : rows) {
-        const SplitterLayout layout = splitterPressed({.listWidth = 1500}, row.pressedAt);
-        EXPECT_EQ(splitterMoved(layout, row.movedTo, windowWidth).listWidth, row.listWidth) << row.name;
-    }
-}
-
 } // namespace
 } // namespace corvel

@@ -1,9 +1,11 @@
 #include "config/Files.h"
 
+#include "config/FileReplacement.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -33,6 +35,66 @@ TEST(Files, ReadsLines) {
     };
     for (const auto& [text, lines] : rows) {
         EXPECT_EQ(linesOf(text), lines) << text;
+    }
+}
+
+TEST(FileReplacement, ReplacesTheWholeFileOrNothing) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.fileNamed("sites.ini");
+    for (const char* old : {"", "old text\n"}) {
+        directory.write("sites.ini", old);
+        std::filesystem::permissions(filePath(path), std::filesystem::perms::owner_read);
+        EXPECT_EQ(replaceFile(path, "new text\n").outcome, SaveResult::Outcome::saved);
+        EXPECT_EQ(directory.read("sites.ini"), "new text\n");
+    }
+    const SaveResult result = replaceFile(directory.fileNamed("missing/sites.ini"), "new text\n");
+    EXPECT_EQ(result.outcome, SaveResult::Outcome::failed);
+    EXPECT_FALSE(result.reason.empty());
+}
+
+TEST(FileReplacement, KeepsTextsBesideUnderNamesOfTheirOwn) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.fileNamed("f");
+    directory.write("f", "theirs");
+    const KeptText mine = keepBeside(path, "mine", "1");
+    EXPECT_EQ(mine.path, directory.fileNamed("f.other-1"));
+    EXPECT_EQ(keepBeside(path, "later", "1").path, directory.fileNamed("f.other-1-2"));
+    EXPECT_EQ(putInPlace(mine.path, path, "1").outcome, SaveResult::Outcome::saved);
+    EXPECT_EQ(directory.read("f"), "mine");
+    EXPECT_EQ(directory.read("f.other-1-2"), "later");
+    EXPECT_EQ(directory.read("f.other-1-3"), "theirs");
+    EXPECT_FALSE(FileExists(mine.path));
+
+    // What stood there has gone meanwhile.
+    DeleteFileForce(path);
+    const KeptText again = keepBeside(path, "again", "2");
+    EXPECT_EQ(putInPlace(again.path, path, "2").outcome, SaveResult::Outcome::saved);
+    EXPECT_EQ(directory.read("f"), "again");
+    EXPECT_FALSE(FileExists(directory.fileNamed("f.other-2-2")));
+
+    // And where the kept text has gone, the other one stays.
+    EXPECT_EQ(putInPlace(again.path, path, "3").outcome, SaveResult::Outcome::failed);
+    EXPECT_EQ(directory.read("f"), "again");
+}
+
+TEST(FileReplacement, EndsWhatACrashOfAnEarlierVersionLeft) {
+    struct Row {
+        const char* name;
+        const char* old; // of the file; null: no such file
+        const char* beside;
+        const char* result;
+    };
+    for (const Row& row : {Row{"before the new text was whole", nullptr, "f.part", ""},
+                           Row{"after the old file was gone", nullptr, "f.new", "new"},
+                           Row{"where the old file was empty", "", "f.new", "new"},
+                           Row{"before the old file was gone", "old", "f.new", "old"}}) {
+        const TemporaryDirectory directory;
+        if (row.old != nullptr) {
+            directory.write("f", row.old);
+        }
+        directory.write(row.beside, "new");
+        finishReplacement(directory.fileNamed("f"));
+        EXPECT_EQ(directory.read("f"), row.result) << row.name;
     }
 }
 

@@ -1,7 +1,9 @@
 #include "net/ActivityRows.h"
+#include "net/Statistics.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,15 +72,6 @@ TEST_F(Activity, ShowsAndCountsTheRecords) {
     }
 }
 
-TEST_F(Activity, TakesTheLinesThatAreRecords) {
-    const std::string fields = recordOf("7").substr(7);
-    for (const std::string& line :
-         {recordOf("7").substr(0, recordOf("7").rfind(" | ")), "200-cid " + fields, "200-CID" + fields,
-          "200-cidr" + fields, "250-cid" + fields, std::string("200-cid")}) {
-        EXPECT_EQ(reply({line}), Texts()) << line;
-    }
-}
-
 TEST_F(Activity, RowsGoByTheirPlaceAndSomeAreLeftOver) {
     EXPECT_EQ(reply({recordOf("1"), recordOf("2", "1 | 0 | 6")}).size(), 2U);
     EXPECT_EQ(reply({recordOf("1"), recordOf("2", "1 | 0 | 6")}), Texts());
@@ -103,6 +96,37 @@ TEST_F(Activity, LeavesOutRecordsWithNumbersOutOfRange) {
               "reply line 2: \"2147483648\" is no 32-bit number, the line is left out, and so are 2 more");
     reply({recordOf("1", "1 | 0 | 2147483647"), recordOf("1", "1 | 0 | 1")});
     EXPECT_EQ(counters_.downloadSpeed, 2147483647);
+}
+
+const Status online = {
+    .hasSites = true,
+    .sitename = "home",
+    .isOnline = true,
+    .activity = {.uploadSpeed = 120, .downloadSpeed = 40, .uploaders = 3, .downloaders = 1, .idlers = 7}};
+
+TEST(Statistics, SumUpWhoIsOnline) {
+    std::string rows;
+    for (const MenuVariable& row : statisticsRows(online)) {
+        rows += row.sName + "=" + row.sValue + ";";
+    }
+    EXPECT_EQ(rows, "sitename=home;online_all=11;online_transfer=4;online_up=3;online_down=1;online_idle=7;"
+                    "bandwidth_total=160;bandwidth_up=120;bandwidth_down=40;");
+    EXPECT_EQ(transfersText(online.activity), "3 up 120 kBps · 1 down 40 kBps");
+    EXPECT_EQ(transfersText({.idlers = 4}), "");
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    EXPECT_EQ(statisticsText({most, most, most, most, most}),
+              "Idlers: 2147483647\nUpload: 2147483647 @ 2147483647 kBps \n"
+              "Download: 2147483647 @ 2147483647 kBps \nTotal: 6442450941 @ 4294967294 kBps ");
+}
+
+TEST(Statistics, FillTheTemplateOfTheState) {
+    Status offline = online;
+    offline.isOnline = false;
+    EXPECT_EQ(statusText({}, "on", ""), "Corvel");
+    EXPECT_EQ(statusText(online, "", "off"), "Corvel - home");
+    EXPECT_EQ(statusText(offline, "on", ""), "Corvel - home");
+    EXPECT_EQ(statusText(offline, "on", "%(sitename) is away"), "home is away");
+    EXPECT_EQ(statusText(online, "%(sitename): %(ONLINE_UP,4,R) up", "off"), "home:    3 up");
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "net/CommandChannel.h"
-
+#include "net/Connection.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>
@@ -198,6 +198,94 @@ TEST(CommandChannel, TwoSitesDoNotNoticeEachOther) {
     EXPECT_EQ(program.console(2), "wSock_Connect()\r\n220 two\r\n> USER bob\r\n"
                                   "wSock_Error() -> Connection reset (1)\r\n"
                                   "----------- connection closed -----------\r\n");
+}
+
+TEST(Connection, ResetsAllButWhatOutlivesAConnection) {
+    LoggedIn program;
+    program.main.sendConsoleCommand(1, "loud");
+    program.main.sendConsoleCommand(1, "waiting");
+    program.main.wSock_DataArrival(1, "211-half a reply");
+    program.main.disconnectSite(1);
+
+    const SiteSession& session = program.session(1);
+    EXPECT_EQ(program.socket(1).state(), SocketState::closed);
+    EXPECT_FALSE(session.bLoggedIn || session.bAwaitingReply);
+    EXPECT_EQ(session.sCwd, "/");
+    EXPECT_TRUE(session.CommandQueue[0].sCommand.empty());
+    EXPECT_TRUE(session.sReplyBuffer.text().empty());
+    EXPECT_EQ(session.current.sCommand, "loud");
+    EXPECT_FALSE(session.current.bQuiet);
+    EXPECT_EQ(session.sConsolePartial, "211-half a reply");
+}
+
+TEST(Connection, ChoosesWhereToConnect) {
+    struct Row {
+        const char* name;
+        std::string site;
+        std::string settings;
+        std::string connectedTo;
+        std::string userCommand;
+    };
+    const std::vector<Row> rows = {
+        {"direct", "name=a\nhost=h\nport=2121\nuser=u\npass=p\n", "", "h:2121", "USER u"},
+        {"through the proxy", "name=a\nhost=h\nport=2121\nuser=u\npass=p\nusesslproxy=1\n",
+         "ssl_tunnel_host=127.0.0.1\nssl_tunnel_port=4000\n", "127.0.0.1:4000", "USER u@h:2121"},
+        {"port above 16 bits is no other port", "name=a\nhost=h\nport=65557\n", "", "", ""},
+        {"no proxy is configured", "name=a\nhost=h\nport=21\nusesslproxy=1\n", "", "", ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        TestProgram program(row.site, row.settings);
+        program.main.connectSite(1);
+        EXPECT_EQ(program.socket(1).connectedTo, row.connectedTo) << row.name;
+        if (row.connectedTo.empty()) {
+            EXPECT_NE(program.console(1).find("is no port (1 - 65535)"), std::string::npos);
+            EXPECT_EQ(program.console(1).find("ssl_tunnel_port") != std::string::npos,
+                      row.site.find("usesslproxy") != std::string::npos);
+        } else {
+            play(program, 1, {send("220 hi\r\n"), expect(row.userCommand)}, {}, row.name);
+        }
+    }
+}
+
+TEST(Who, IsAskedOnlyByAnIdleLoginThatIsNotFrozen) {
+    LoggedIn program;
+    program.main.connectSite(1);
+    program.socket(1).current = SocketState::connected;
+    program.main.tmrRefreshWho_Timer(1, false);
+    program.main.tmrNoop_Timer(1);
+    EXPECT_TRUE(program.socket(1).takeSentLines().empty()) << "not logged in";
+    program.logIn();
+    program.main.tmrRefreshWho_Timer(1, true);
+    EXPECT_TRUE(program.socket(1).takeSentLines().empty()) << "frozen";
+    program.main.tmrRefreshWho_Timer(1, false);
+    program.main.tmrRefreshWho_Timer(1, false);
+    program.main.tmrNoop_Timer(1);
+    EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"SITE CorvelExt who"});
+}
+
+TEST(Who, FillsTheRowsUntilTheConnectionEnds) {
+    const std::string record = "200-cid | bob | staff | 7 | ftp | bobby | 10.0.0.5 | host | 10.0.0.6 | "
+                               "STOR Größe | 150 | /srv/pub | /pub | 12 | 345 | 2 | 1572864 | ";
+    LoggedIn program;
+    const SiteSession& session = program.session(1);
+    const auto ask = [&](const std::string& reply) {
+        program.main.tmrRefreshWho_Timer(1, false);
+        program.answer({expect("SITE CorvelExt who"), send(reply)}, "who");
+    };
+    ask("200-who\r\n" + record + "33\r\n" + record + "9999999999\r\n200 ok\r\n");
+    ASSERT_EQ(session.activityRows.rows.size(), 1U);
+    EXPECT_EQ(session.activityRows.rows[0].text(ActivityCell::lastCommand), "STOR Größe");
+    EXPECT_TRUE(program.told("activityChanged 1"));
+    EXPECT_TRUE(
+        program.console(1).ends_with("Reply to \"SITE CorvelExt who\": reply line 3: \"9999999999\" is no "
+                                     "32-bit number, the line is left out\r\n"));
+    ask("550-no\r\n550 Not you.\r\n");
+    EXPECT_EQ(session.activityRows.problem, "550 Not you.");
+    EXPECT_EQ(session.activityRows.rows[0].text(ActivityCell::user), "--");
+    EXPECT_EQ(session.activity, ActivityCounters{});
+    program.main.disconnectSite(1);
+    EXPECT_TRUE(session.activityRows.rows.empty());
 }
 
 } // namespace

@@ -1,0 +1,146 @@
+#include "common/Text.h"
+#include "net/LogText.h"
+#include "net/ReplyBuffer.h"
+#include "net/Telnet.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvel {
+namespace {
+
+TEST(Telnet, CommandsInFrontOfALineAreTakenOffHoweverTheyAreCut) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"\xFF\xFC\x01\x35\x35\x30 no\r\n", "550 no\r\n"},
+        {"211-a\r\n\xFF\xFB\x01\xFF\xF1\xFF\xFE\r211 b\r\n", "211-a\r\n211 b\r\n"},
+        {"\xFF\xFA\x18\xFF\xFF\xF0x\xFF\xF0 200 ok\r\n", " 200 ok\r\n"}, // a negotiation with an FF in it
+        {"211- \xFF\xFF\xFF\xFF x\r\n", "211- \xFF\xFF x\r\n"},
+        // Inside a line, and where no command follows, everything else is text.
+        {"-\xFF\xFC\x01 \xFF\xF1\r\n", "-\xFF\xFC\x01 \xFF\xF1\r\n"},
+        {"\xFF x\r\n", "\xFF x\r\n"},
+        {"-\n\xFF\xF1\r\n", "-\n\xFF\xF1\r\n"},
+        {"-\xFF\r\n\xFF\xF1-\r\n", "-\xFF\r\n-\r\n"},
+    };
+    for (const auto& [bytes, plain] : rows) {
+        TelnetReader byByte;
+        std::string text;
+        for (const char byte : bytes) {
+            text += byByte.read({&byte, 1});
+        }
+        EXPECT_EQ(text, plain);
+        for (std::size_t cut = 0; cut < bytes.size(); ++cut) {
+            TelnetReader reader;
+            const std::string first = reader.read(bytes.substr(0, cut));
+            EXPECT_EQ(first + reader.read(bytes.substr(cut)), plain) << "cut at " << cut;
+        }
+    }
+}
+
+TEST(Telnet, NoByteOfALineBeginsACommand) {
+    EXPECT_EQ(telnetEscaped("DELE \xFF\xFE"), "DELE \xFF\xFF\xFE");
+    EXPECT_EQ(telnetEscaped("DELE \xFF\xF0\xFF\xEF\xFF"), "DELE \xFF\xFF\xF0\xFF\xEF\xFF");
+    EXPECT_EQ(telnetEscaped("\xFF\xFF x"), "\xFF\xFF\xFF x");
+}
+
+const std::vector<std::pair<std::string, bool>> replies = {
+    {"220 ready\r\n", true},
+    {"220 ready\n", false},
+    {"211-status of /:\r\n", false},
+    {"211-status of /:\r\n drwx\r\n211 End\r\n", true},
+    {"211-x\r\n123 early\r\nmore\r\n", true},
+    {"211-x\r\n123 early\r\nmo", false},
+    {"220\r\n", false},
+    {"220 \r\n", true},
+    {"x\n220 y\r\n", false},
+    {"x\r220 y\r\n", false},
+    {"22a x\r\n", false},
+    {"\r\n220 x\r\n", true},
+    {std::string("220 a\0b\r\n", 9), true},
+    {std::string("\0\r\n220 x\r\n", 10), true},
+};
+
+// What the reply's definition says about the whole of the bytes.
+bool isCompleteByDefinition(const std::string& bytes) {
+    return matchesPattern(bytes, "*\r\n### *\r\n") || matchesPattern(bytes, "### *\r\n");
+}
+
+TEST(ReplyBuffer, KnowsACompleteReplyHoweverItWasCut) {
+    for (const auto& [bytes, isComplete] : replies) {
+        ReplyBuffer byByte;
+        for (std::size_t size = 1; size <= bytes.size(); ++size) {
+            EXPECT_EQ(byByte.append(bytes.substr(size - 1, 1)) == ReplyProgress::complete,
+                      isCompleteByDefinition(bytes.substr(0, size)))
+                << bytes << " byte " << size;
+            ReplyBuffer inTwo;
+            inTwo.append(bytes.substr(0, size));
+            EXPECT_EQ(inTwo.append(bytes.substr(size)) == ReplyProgress::complete, isComplete)
+                << bytes << " cut at " << size;
+        }
+        EXPECT_EQ(byByte.take(), bytes);
+    }
+}
+
+TEST(ReplyBuffer, LimitsALine) {
+    const std::string longest(ReplyBuffer::longestLine, 'x');
+    ReplyBuffer atLimit;
+    EXPECT_EQ(atLimit.append(longest + "\r"), ReplyProgress::incomplete);
+    EXPECT_EQ(atLimit.append("\n"), ReplyProgress::incomplete);
+    EXPECT_EQ(ReplyBuffer().append(longest + "xx"), ReplyProgress::lineTooLong);
+    EXPECT_EQ(ReplyBuffer().append(longest + "x\r\n220 x\r\n"), ReplyProgress::lineTooLong);
+    EXPECT_EQ(atLimit.append("220 x\r\n" + longest + "xx"), ReplyProgress::lineTooLong) << "behind the end";
+}
+
+TEST(ReplyBuffer, LimitsBytesAndLinesOfAReply) {
+    ReplyBuffer buffer;
+    const std::string chunk = std::string(1022, 'x') + "\r\n";
+    for (std::size_t arrived = 0; arrived < ReplyBuffer::longestReply; arrived += chunk.size()) {
+        ASSERT_EQ(buffer.append(chunk), ReplyProgress::incomplete);
+    }
+    EXPECT_EQ(buffer.append(chunk), ReplyProgress::replyTooLong);
+    buffer.clear();
+    for (std::size_t lines = 0; lines < ReplyBuffer::mostLines; ++lines) {
+        ASSERT_EQ(buffer.append("a\r\n"), ReplyProgress::incomplete);
+    }
+    EXPECT_EQ(buffer.append("211 end\r\n"), ReplyProgress::tooManyLines);
+    buffer.clear();
+    EXPECT_EQ(buffer.append("220 x\r\n"), ReplyProgress::complete);
+}
+
+using Style = LogText::Style;
+
+TEST(LogText, WritesItsLinesAndKeepsTheLastCharacters) {
+    struct Row {
+        const char* name;
+        Style style;
+        std::vector<std::string> messages;
+        std::string kept; // of 12 characters
+    };
+    const std::vector<Row> rows = {
+        {"a line", Style::linesEnd, {"ab"}, "t ab\r\n"},
+        {"lines, and empty ones", Style::linesEnd, {"a\r\n\r\nb\r\n"}, "t a\r\nt b\r\n"},
+        {"nothing", Style::linesPart, {"", "\r\n"}, ""},
+        {"empty lines push nothing out", Style::linesEnd, {"ab\r\n\r\n\r\n\r\n\r\n\r\n\r\n"}, "t ab\r\n"},
+        {"parted lines", Style::linesPart, {"a", "b"}, "[t] a\r\n[t] b"},
+        {"past the limit", Style::linesEnd, {"a", "b", "c"}, "\r\nt b\r\nt c\r\n"},
+        {"one long line", Style::linesEnd, {"abcdefghijklmnop"}, "ghijklmnop\r\n"},
+        {"characters, not bytes", Style::linesEnd, {"äöüß€€€€"}, "t äöüß€€€€\r\n"},
+        {"every line for itself", Style::linesEnd, {"\xC3\xA9\r\n\xE9"}, "t é\r\nt é\r\n"},
+        {"what steers is shown", Style::linesEnd, {"a\x1B[2J"}, "t a␛[2J\r\n"},
+        {"the end of a long message",
+         Style::linesEnd,
+         {std::string(999, 'x') + "\r\nab\r\nc"},
+         "\nt ab\r\nt c\r\n"},
+    };
+    for (const Row& row : rows) {
+        LogText log(12, row.style);
+        for (const std::string& message : row.messages) {
+            log.append(message, "t");
+        }
+        EXPECT_EQ(log.text(), row.kept) << row.name;
+    }
+}
+
+} // namespace
+} // namespace corvel
