@@ -140,8 +140,7 @@ void lastEvent(benchmark::State& state) {
         sites[1].wSock = std::move(socket);
         sites[1].session.bLoggedIn = true;
         ConsoleLog log(sites, clock, views);
-        Connection connection(sites, log, views, settings);
-        CommandChannel channel(sites, connection, log, views, settings, replyHandlers());
+        CommandChannel channel(sites, log, views, settings, replyHandlers());
         channel.SendCommand(1, {.sCommand = "stat", .bQuiet = false});
         cutInto(reply, 262144, [&](std::string_view chunk) { channel.ReplyRouter(1, chunk); });
         times.push_back(seconds([&] {

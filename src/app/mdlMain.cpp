@@ -11,9 +11,9 @@ namespace corvel {
 mdlMain::mdlMain(Ports ports, std::string directory)
     : ports_(std::move(ports)), directory_(std::move(directory)),
       sitesKeeper_(ports_.prompts, ports_.lock, ports_.clock, BuildAppPath("sites.ini", directory_)),
-      sites_(1), log_(sites_, ports_.clock, ports_.views), connection_(sites_, log_, ports_.views, settings_),
-      channel_(sites_, connection_, log_, ports_.views, settings_, replyHandlers()),
-      outbox_(sites_, channel_, log_), browser_(sites_, outbox_, ports_.prompts, ports_.views),
+      sites_(1), log_(sites_, ports_.clock, ports_.views),
+      channel_(sites_, log_, ports_.views, settings_, replyHandlers()), outbox_(sites_, channel_, log_),
+      browser_(sites_, outbox_, ports_.prompts, ports_.views),
       admin_({sites_, outbox_, log_, ports_.prompts, ports_.views}), menus_({.sites = sites_,
                                                                              .settings = settings_,
                                                                              .browser = browser_,
@@ -41,7 +41,7 @@ std::vector<std::string> mdlMain::LoadSites() {
     }
     for (int site = 1; site <= siteCount(); ++site) {
         if (at(sites_, site).config.connectonstartup) {
-            connection_.Connect(site);
+            channel_.Connect(site);
         }
     }
     return sitesKeeper_.problems();
@@ -68,13 +68,13 @@ void mdlMain::selectSite(int site) {
 
 void mdlMain::connectSite(int site) {
     if (site > 0) {
-        outbox_.during(site, [&] { connection_.Connect(site); });
+        outbox_.during(site, [&] { channel_.Connect(site); });
     }
 }
 
 void mdlMain::disconnectSite(int site) {
     if (site > 0) {
-        outbox_.during(site, [&] { connection_.ResetSession(site); });
+        outbox_.during(site, [&] { channel_.ResetSession(site); });
     }
 }
 
@@ -109,7 +109,7 @@ void mdlMain::wSock_DataArrival(int site, std::string_view bytes) {
 void mdlMain::wSock_Close(int site) {
     outbox_.during(site, [&] {
         log_.LogConsole(site, "wSock_Close()");
-        connection_.ResetSession(site);
+        channel_.ResetSession(site);
     });
 }
 
@@ -117,7 +117,7 @@ void mdlMain::wSock_Error(int site, std::string_view description, int number) {
     outbox_.during(site, [&] {
         log_.LogConsole(site,
                         "wSock_Error() -> " + std::string(description) + " (" + std::to_string(number) + ")");
-        connection_.ResetSession(site);
+        channel_.ResetSession(site);
     });
 }
 

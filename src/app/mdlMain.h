@@ -10,7 +10,6 @@
 #include "config/Sites.h"
 #include "config/WindowState.h"
 #include "net/CommandChannel.h"
-#include "net/Connection.h"
 #include "net/SiteSession.h"
 #include "net/Statistics.h"
 
@@ -109,7 +108,6 @@ class mdlMain {
     int currentSite_ = 0;
 
     ConsoleLog log_;
-    Connection connection_;
     CommandChannel channel_;
     Outbox outbox_;
     BrowserActions browser_;

@@ -3,6 +3,7 @@
 #include "common/Errors.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
+#include "common/TextEncoding.h"
 
 #include <algorithm>
 #include <optional>
@@ -45,6 +46,82 @@ std::vector<std::string_view> linesOf(std::string_view text, std::size_t lineCou
 
 } // namespace
 
+std::string SocketStateText(const Socket& socket) {
+    switch (socket.state()) {
+    case SocketState::closed:
+        return "Socket closed";
+    case SocketState::open:
+        return "Open";
+    case SocketState::listening:
+        return "Listening on port " + std::to_string(socket.localPort()) + " ...";
+    case SocketState::connectionPending:
+        return "Pending...";
+    case SocketState::resolvingHost:
+        return "Resolving host...";
+    case SocketState::hostResolved:
+        return "Host resolved";
+    case SocketState::connecting:
+        return "Connecting... ( " + visibleText(toUtf8(socket.remoteHost())) + ":" +
+               std::to_string(socket.remotePort()) + " )";
+    case SocketState::connected:
+        return "Connected (" + socket.remoteAddress() + ":" + std::to_string(socket.remotePort()) + ")";
+    case SocketState::closing:
+        return "Closing socket...";
+    case SocketState::error:
+        return "ERROR";
+    }
+    return {};
+}
+
+void CommandChannel::Connect(int site) {
+    Site& target = at(sites_, site);
+    if (target.wSock->state() != SocketState::closed) {
+        ResetSession(site);
+    }
+    const bool viaProxy = target.config.usesslproxy;
+    const std::string& host = viaProxy ? services_.settings.ssl_tunnel_host : target.config.host;
+    const std::int32_t port = viaProxy ? services_.settings.ssl_tunnel_port : target.config.port;
+    if (port < 1 || port > 65535) {
+        services_.log.LogConsole(
+            site, "Can't connect: " + std::to_string(port) + " is no port (1 - 65535)" +
+                      (viaProxy ? ", see ssl_tunnel_host and ssl_tunnel_port in settings.ini" : ""));
+        return;
+    }
+    SiteSession& session = target.session;
+    services_.log.LogConsole(site, std::exchange(session.sConsolePartial, {}));
+    session.telnet = {};
+    session.seenTexts = {};
+    session.encoding = TextEncoding::utf8;
+    services_.log.tell(site, {});
+    target.wSock->Connect(host, port);
+}
+
+void CommandChannel::ResetSession(int site) {
+    Site& target = at(sites_, site);
+    SiteSession& session = target.session;
+    target.wSock->Close();
+    session.bLoggedIn = false;
+    session.bAwaitingReply = false;
+    session.isGreeted = false;
+    session.sCwd = "/";
+    session.sReplyBuffer.clear();
+    services_.log.LogConsole(site, "----------- connection closed -----------");
+    for (Command& slot : session.CommandQueue) {
+        slot.sCommand.clear();
+    }
+    session.iQueueHead = 0;
+    session.Users = emptyUserTable();
+    session.Groups = emptyGroupTable();
+    for (AccountView* const view : {&session.userView, &session.groupView}) {
+        *view = {.order = view->order, .drafts = std::move(view->drafts)};
+    }
+    session.activity = {};
+    session.activityRows = {};
+    session.browser.since = RemoteList::Since::connectionEnded;
+    services_.views.sessionReset(site);
+    services_.views.listingChanged(site);
+}
+
 void reportProblem(const ReplyServices& services, const Reply& reply, std::string_view problem) {
     services.log.LogConsole(reply.site,
                             "Reply to \"" + reply.command.sCommand + "\": " + std::string(problem));
@@ -76,7 +153,7 @@ void CommandChannel::SendNext(int site) {
     Site& target = at(sites_, site);
     SiteSession& session = target.session;
     if (target.wSock->state() != SocketState::connected) {
-        connection_.ResetSession(site);
+        ResetSession(site);
         return;
     }
     if (session.bAwaitingReply) {
@@ -129,7 +206,7 @@ void CommandChannel::ReplyRouter(int site, std::string_view bytes) {
                                           ? "of more than 1000000 lines"
                                           : "of more than 32 MiB without an end";
         services_.log.LogConsole(site, "Reply " + std::string(what) + ", closing the connection");
-        connection_.ResetSession(site);
+        ResetSession(site);
     }
 }
 

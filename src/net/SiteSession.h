@@ -32,7 +32,7 @@ struct Answer {
 // The runtime record of one site is its parts. All texts are in the server's bytes unless a comment says
 // otherwise.
 
-// The control connection. Connection opens and ends it, CommandChannel does everything else; the outbox takes
+// The control connection: CommandChannel does everything with it; the outbox takes
 // the answers away.
 struct ChannelState {
     static constexpr std::size_t queueSlots = 26;

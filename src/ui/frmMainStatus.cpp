@@ -1,4 +1,4 @@
-#include "net/Connection.h"
+#include "net/CommandChannel.h"
 #include "ui/desktop/Desktop.h"
 #include "ui/frmMain.h"
 #include "widgets/Forms.h"

@@ -214,16 +214,6 @@ TEST(Outbox, NothingPushesItselfIntoTheLogin) {
          Script{send("331 go on\r\n"), expect("PASS secret"), send("230 in\r\n")} + tables +
              answered({"before the greeting"}) + listingScript("211 x\r\n") + answered({"between"}),
          {}, "login");
-
-    TestProgram refused(sitesFile(1));
-    refused.main.connectSite(1);
-    play(refused, 1, {send("220 hi\r\n"), expect("USER bob"), send("530 not you\r\n")}, {}, "refused");
-    refused.main.admin().users().reload(1);
-    refused.main.sendConsoleCommand(1, "USER eve");
-    play(refused, 1,
-         Script{expect("USER eve"), send("331 go on\r\n"), expect("PASS secret"), send("230 in\r\n")} +
-             tables + answered({"SITE CorvelExt usertable"}),
-         {}, "by hand");
 }
 
 } // namespace

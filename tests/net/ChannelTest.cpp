@@ -1,5 +1,4 @@
 #include "net/CommandChannel.h"
-#include "net/Connection.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>
@@ -74,8 +73,7 @@ struct Channel {
     FixedClock clock;
     RecordingViews views;
     ConsoleLog log{sites, clock, views};
-    Connection connection{sites, log, views, settings};
-    CommandChannel channel{sites, connection, log, views, settings, {}};
+    CommandChannel channel{sites, log, views, settings, {}};
 };
 
 TEST(CommandChannel, RingTakes26AndSendsTheLatestBeforeTheWaiting) {
