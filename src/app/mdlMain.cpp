@@ -14,14 +14,8 @@ mdlMain::mdlMain(Ports ports, std::string directory)
       sites_(1), log_(sites_, ports_.clock, ports_.views),
       channel_(sites_, log_, ports_.views, settings_, replyHandlers()), outbox_(sites_, channel_, log_),
       browser_(sites_, outbox_, ports_.prompts, ports_.views),
-      admin_({sites_, outbox_, log_, ports_.prompts, ports_.views}), menus_({.sites = sites_,
-                                                                             .settings = settings_,
-                                                                             .browser = browser_,
-                                                                             .admin = admin_,
-                                                                             .outbox = outbox_,
-                                                                             .prompts = ports_.prompts,
-                                                                             .views = ports_.views,
-                                                                             .shell = ports_.shell}) {}
+      admin_({sites_, outbox_, log_, ports_.prompts, ports_.views}),
+      menus_({sites_, settings_, browser_, admin_, outbox_, ports_.prompts, ports_.views, ports_.shell}) {}
 
 std::vector<std::string> mdlMain::LoadWindowState() {
     WindowStateReading reading = loadWindowState(ports_.store, windowState_);

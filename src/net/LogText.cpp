@@ -7,15 +7,6 @@
 
 namespace corvel {
 
-namespace {
-
-// Whether line reads as it stands. Counting, unlike a search, takes many bytes at a time.
-bool isPlain(std::string_view line) {
-    return std::ranges::count_if(line, [](char byte) { return byte < ' ' || byte > '~'; }) == 0;
-}
-
-} // namespace
-
 void LogText::append(std::string_view message, std::string_view time) {
     message = lastLines(message);
     const std::size_t before = text_.size();
@@ -49,12 +40,7 @@ void LogText::appendLine(std::string_view line, std::string_view time) {
         text_ += lineEnd;
     }
     text_.append(isParted ? "[" : "").append(time).append(isParted ? "] " : " ");
-    if (isPlain(line)) {
-        text_ += line;
-    } else {
-        text_ += visibleText(toUtf8(line));
-    }
-    text_ += isParted ? "" : lineEnd;
+    text_.append(visibleText(toUtf8(line))).append(isParted ? "" : lineEnd);
 }
 
 void LogText::cut() {

@@ -11,7 +11,6 @@
 #include "net/ActivityRows.h"
 #include "net/LogText.h"
 #include "net/ReplyBuffer.h"
-#include "net/Telnet.h"
 
 #include <array>
 #include <cstdint>

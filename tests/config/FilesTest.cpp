@@ -78,23 +78,13 @@ TEST(FileReplacement, KeepsTextsBesideUnderNamesOfTheirOwn) {
 }
 
 TEST(FileReplacement, EndsWhatACrashOfAnEarlierVersionLeft) {
-    struct Row {
-        const char* name;
-        const char* old; // of the file; null: no such file
-        const char* beside;
-        const char* result;
-    };
-    for (const Row& row : {Row{"before the new text was whole", nullptr, "f.part", ""},
-                           Row{"after the old file was gone", nullptr, "f.new", "new"},
-                           Row{"where the old file was empty", "", "f.new", "new"},
-                           Row{"before the old file was gone", "old", "f.new", "old"}}) {
+    for (const auto& [old, beside, result] :
+         {std::tuple("", "f.part", ""), {"", "f.new", "new"}, {"old", "f.new", "old"}}) {
         const TemporaryDirectory directory;
-        if (row.old != nullptr) {
-            directory.write("f", row.old);
-        }
-        directory.write(row.beside, "new");
+        directory.write("f", old);
+        directory.write(beside, "new");
         finishReplacement(directory.fileNamed("f"));
-        EXPECT_EQ(directory.read("f"), row.result) << row.name;
+        EXPECT_EQ(directory.read("f"), result);
     }
 }
 

@@ -91,20 +91,11 @@ TEST(SettingsForm, GivesBackWhatItShowsAndItsOwnAlone) {
 
     moveColumn(form, 0, 1);
     form.lvwAL[0].show = false;
-    form.lvwAL[1].autosize = false;
-    form.chkALUseColors = true;
-    form.lblSampleColors = {{{1, 2}, {3, 4}, {5, 6}}};
+    form.lblSampleColors[2].background = 6;
     WindowState expected = state;
     expected.columns[3].position = 2;
     expected.columns[3].shown = false;
     expected.columns[2].position = 3;
-    expected.columns[2].autosize = false;
-    expected.activitylist_use_colors = true;
-    expected.activitylist_color_idle_fg = 1;
-    expected.activitylist_color_idle_bg = 2;
-    expected.activitylist_color_up_fg = 3;
-    expected.activitylist_color_up_bg = 4;
-    expected.activitylist_color_dn_fg = 5;
     expected.activitylist_color_dn_bg = 6;
     EXPECT_EQ(savedSettings(form, state), expected);
 }

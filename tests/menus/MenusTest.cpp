@@ -7,16 +7,6 @@
 namespace corvel {
 namespace {
 
-TEST(Menus, ExpandCaptionsAndCommands) {
-    const std::vector<MenuEntry> entries = {
-        {"CHMOD %(name)", "chmod %(name)"}, {"-", "null"}, {"%(user)", "copy %(GROUP)|%(pwd)/%(name)"}};
-    EXPECT_EQ(expandMenu(entries, {{"pwd", "/pub"}, {"name", "file.txt"}, {"user", "-"}, {"group", "staff"}}),
-              (std::vector<MenuItem>{{"CHMOD file.txt", "chmod file.txt"},
-                                     {"-", "null", true},
-                                     {"-", "copy staff|/pub/file.txt"}}))
-        << "a value that reads as a separator is none";
-}
-
 TEST(Menus, CommandLinesAreRead) {
     const std::vector<std::pair<const char*, MenuCommand>> cases = {
         {"", {}},

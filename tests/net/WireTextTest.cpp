@@ -1,7 +1,6 @@
 #include "common/Text.h"
 #include "net/LogText.h"
 #include "net/ReplyBuffer.h"
-#include "net/Telnet.h"
 
 #include <gtest/gtest.h>
 
