@@ -69,7 +69,7 @@ void orderUserTable(benchmark::State& state) {
     const ListOrder order{static_cast<int>(state.range(0)), true};
     compare(
         state, "parse", [&] { benchmark::DoNotOptimize(ParseUserTable(1, lines)); },
-        [&] { benchmark::DoNotOptimize(orderedRows(users, order, TextEncoding::utf8)); });
+        [&] { benchmark::DoNotOptimize(orderedRows(users, order)); });
 }
 BENCHMARK(orderUserTable)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
 

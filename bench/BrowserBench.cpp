@@ -121,8 +121,7 @@ void parseAgainstScan(benchmark::State& state) {
 void orderAgainstParse(benchmark::State& state, BrowserColumn column, double bound) {
     const BrowserListing listing = ParseDirectoryListing(lines(), {});
     compare(
-        state, bound,
-        [&] { benchmark::DoNotOptimize(displayOrder(listing, {.column = column}, TextEncoding::utf8)); },
+        state, bound, [&] { benchmark::DoNotOptimize(displayOrder(listing, {.column = column})); },
         [] { benchmark::DoNotOptimize(ParseDirectoryListing(lines(), {})); });
 }
 
@@ -139,8 +138,7 @@ void orderBySize(benchmark::State& state) {
 void oneHugeSize(benchmark::State& state) {
     const auto work = [](const std::vector<std::string_view>& from) {
         const BrowserListing listing = ParseDirectoryListing(from, {});
-        for (const std::uint32_t row :
-             displayOrder(listing, {.column = BrowserColumn::size}, TextEncoding::utf8)) {
+        for (const std::uint32_t row : displayOrder(listing, {.column = BrowserColumn::size})) {
             benchmark::DoNotOptimize(cellText(listing, row, BrowserColumn::size, ","));
         }
     };

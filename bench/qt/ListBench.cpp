@@ -77,7 +77,7 @@ ReportSource source(const BrowserListing& listing, const std::vector<std::uint32
 // bound: one look at every byte of the cells.
 void showList(benchmark::State& state, bool isAscii) {
     const BrowserListing records = listing(isAscii);
-    const std::vector<std::uint32_t> order = displayOrder(records, {}, TextEncoding::utf8);
+    const std::vector<std::uint32_t> order = displayOrder(records, {});
     double work = 0;
     double bound = 0;
     double memory = 0;
@@ -118,7 +118,7 @@ BENCHMARK_CAPTURE(showList, cyrillic, false)->Unit(benchmark::kMillisecond);
 // The same rows in another order: what a click on a header costs beyond the ordering.
 void reorderList(benchmark::State& state) {
     const BrowserListing records = listing(true);
-    std::vector<std::uint32_t> order = displayOrder(records, {}, TextEncoding::utf8);
+    std::vector<std::uint32_t> order = displayOrder(records, {});
     ReportView view;
     view.resize(900, 600);
     view.show();
@@ -141,7 +141,7 @@ void paintLongNames(benchmark::State& state) {
     ReportSource longNames;
     longNames.rows = rows;
     longNames.columns = {{QStringLiteral("name")}};
-    longNames.text = [&](int, int) { return cellTextOf(name, TextEncoding::utf8); };
+    longNames.text = [&](int, int) { return cellTextOf(name); };
     ReportView view;
     view.resize(900, 600);
     view.show();

@@ -38,7 +38,7 @@ std::int16_t orderNumber(const clsGroup& group, GroupColumn column) {
 }
 
 template <typename Column, typename Record>
-std::vector<std::size_t> ordered(const std::vector<Record>& table, ListOrder order, TextEncoding encoding,
+std::vector<std::size_t> ordered(const std::vector<Record>& table, ListOrder order,
                                  std::initializer_list<Column> textColumns) {
     const auto column = static_cast<Column>(order.column);
     const bool isText = std::ranges::find(textColumns, column) != textColumns.end();
@@ -46,7 +46,7 @@ std::vector<std::size_t> ordered(const std::vector<Record>& table, ListOrder ord
     keys.reserve(table.size());
     for (const Record& record : table) {
         keys.emplace_back(orderNumber(record, column),
-                          isText ? foldCase(toUtf8(rowText(record, column), encoding)) : std::string());
+                          isText ? foldCase(toUtf8(rowText(record, column))) : std::string());
     }
     std::vector<std::size_t> rows(table.size() == 1 && isPlaceholder(table.front()) ? 0 : table.size());
     std::iota(rows.begin(), rows.end(), std::size_t{0});
@@ -105,12 +105,12 @@ ListOrder afterHeaderClick(ListOrder order, int column) {
     return {column, order.column == column && !order.isDescending};
 }
 
-std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order, TextEncoding encoding) {
-    return ordered(users, order, encoding, {UserColumn::userName, UserColumn::group, UserColumn::flags});
+std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order) {
+    return ordered(users, order, {UserColumn::userName, UserColumn::group, UserColumn::flags});
 }
 
-std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order, TextEncoding encoding) {
-    return ordered(groups, order, encoding, {GroupColumn::groupName});
+std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order) {
+    return ordered(groups, order, {GroupColumn::groupName});
 }
 
 Command userTableCommand() {

@@ -67,10 +67,10 @@ struct AccountView {
 // The order after a click on the header of column: by that column, or the other way round on a second click.
 ListOrder afterHeaderClick(ListOrder order, int column);
 
-// The indexes of the rows in that order: ids and counts as numbers, texts, which the server
-// writes in encoding, without regard to case, equal rows as the server sent them.
-std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order, TextEncoding encoding);
-std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order, TextEncoding encoding);
+// The indexes of the rows in that order: ids and counts as numbers, texts without regard to case, equal
+// rows as the server sent them.
+std::vector<std::size_t> orderedRows(const UserTable& users, ListOrder order);
+std::vector<std::size_t> orderedRows(const GroupTable& groups, ListOrder order);
 
 // What the users' and groups' lists send and ask. Names are the server's bytes.
 

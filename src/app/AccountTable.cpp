@@ -81,7 +81,7 @@ template <typename Kind>
 void AccountTable<Kind>::sortBy(int site, int column) {
     AccountView& view = session(site).*Kind::view;
     view.order = afterHeaderClick(view.order, column);
-    view.rows = orderedRows(session(site).*Kind::table, view.order, session(site).encoding);
+    view.rows = orderedRows(session(site).*Kind::table, view.order);
     changed(site, AccountChange::order);
 }
 
@@ -320,7 +320,7 @@ void AccountTable<Kind>::tableReply(const ReplyServices& services, const Reply& 
     AccountView& view = reply.session.*Kind::view;
     auto read = Kind::parseTable(reply.site, reply.lines);
     reply.session.*Kind::table = std::move(read.table);
-    view.rows = orderedRows(reply.session.*Kind::table, view.order, reply.session.encoding);
+    view.rows = orderedRows(reply.session.*Kind::table, view.order);
     view.isRead = true;
     view.problem = isSuccess(reply) ? std::string_view() : reply.lastLine;
     // A new table knows no details: those of the open record are asked for again.
@@ -364,7 +364,7 @@ void AccountTable<Kind>::detailsReply(const ReplyServices& services, const Reply
         throw;
     }
     if (before != rowOf(*record)) {
-        view.rows = orderedRows(reply.session.*Kind::table, view.order, reply.session.encoding);
+        view.rows = orderedRows(reply.session.*Kind::table, view.order);
         if (const auto draft = view.drafts.find(record->*Kind::id); draft != view.drafts.end()) {
             draft->second.sName = record->sName;
         }

@@ -37,7 +37,7 @@ void BrowserActions::remove(int site, int row) {
         return;
     }
     const SiteSession& session = at(sites_, site).session;
-    const std::optional<Deletion> wanted = deletion(*entry, session.encoding);
+    const std::optional<Deletion> wanted = deletion(*entry);
     if (wanted && isUsable(site)) {
         prompts_.AskYesNo(wanted->question,
                           [this, site, sCwd = session.sCwd, command = wanted->command](bool yes) {
@@ -73,7 +73,7 @@ void BrowserActions::sortBy(int site, int column) {
     SiteSession& session = at(sites_, site).session;
     session.browser.sort = columnClick(session.browser.sort, static_cast<BrowserColumn>(column));
     if (session.browser.isArranged) {
-        corvel::arrange(session.browser, session.encoding);
+        corvel::arrange(session.browser);
     }
     views_.listingChanged(site);
 }
@@ -81,7 +81,7 @@ void BrowserActions::sortBy(int site, int column) {
 void BrowserActions::arrange(int site) {
     SiteSession& session = at(sites_, site).session;
     if (!session.browser.isArranged) {
-        corvel::arrange(session.browser, session.encoding);
+        corvel::arrange(session.browser);
     }
 }
 

@@ -15,24 +15,24 @@ namespace {
 // The variables of a menu for a row of its list: what the row reads, UTF-8; empty texts without one.
 MenuVariables browserVariables(const SiteSession& session, const BrowserEntry* entry) {
     const auto text = [&](std::string_view BrowserEntry::*member) {
-        return entry == nullptr ? std::string() : toUtf8(entry->*member, session.encoding);
+        return entry == nullptr ? std::string() : toUtf8(entry->*member);
     };
-    return {{"pwd", toUtf8(session.sCwd, session.encoding)},
+    return {{"pwd", toUtf8(session.sCwd)},
             {"name", text(&BrowserEntry::name)},
             {"user", text(&BrowserEntry::owner)},
             {"group", text(&BrowserEntry::group)}};
 }
 
-MenuVariables userVariables(const SiteSession& session, const clsUser* user) {
-    const std::string name = user == nullptr ? "" : toUtf8(user->sName, session.encoding);
+MenuVariables userVariables(const clsUser* user) {
+    const std::string name = user == nullptr ? "" : toUtf8(user->sName);
     return {{"name", name},
             {"user", name},
             {"uid", user == nullptr ? "" : std::to_string(user->iUID)},
-            {"group", user == nullptr ? "" : toUtf8(user->sStdGroup, session.encoding)}};
+            {"group", user == nullptr ? "" : toUtf8(user->sStdGroup)}};
 }
 
-MenuVariables groupVariables(const SiteSession& session, const clsGroup* group) {
-    return {{"name", group == nullptr ? "" : toUtf8(group->sName, session.encoding)},
+MenuVariables groupVariables(const clsGroup* group) {
+    return {{"name", group == nullptr ? "" : toUtf8(group->sName)},
             {"gid", group == nullptr ? "" : std::to_string(group->iGID)}};
 }
 
@@ -40,7 +40,7 @@ MenuVariables connectionVariables(const SiteSession& session) {
     const std::vector<ActivityRow>& rows = session.activityRows.rows;
     const auto row = static_cast<std::size_t>(session.activityRow);
     const auto text = [&](ActivityCell cell) {
-        return row < rows.size() ? toUtf8(rows[row].text(cell), session.encoding) : std::string();
+        return row < rows.size() ? toUtf8(rows[row].text(cell)) : std::string();
     };
     return {{"cid", std::string(trim(text(ActivityCell::cid)))},
             {"user", text(ActivityCell::user)},
@@ -125,9 +125,9 @@ std::vector<MenuItem> MenuActions::ShowCustomMenu(int site, MenuKind kind) const
     case MenuKind::browser:
         return expandMenu(settings.menu_browser, browserVariables(session, browser.selectedEntry(site)));
     case MenuKind::userList:
-        return expandMenu(settings.menu_userlist, userVariables(session, admin.users().current(site)));
+        return expandMenu(settings.menu_userlist, userVariables(admin.users().current(site)));
     case MenuKind::groupList:
-        return expandMenu(settings.menu_grouplist, groupVariables(session, admin.groups().current(site)));
+        return expandMenu(settings.menu_grouplist, groupVariables(admin.groups().current(site)));
     case MenuKind::activity:
         return expandMenu(settings.menu_activity, connectionVariables(session));
     }

@@ -38,8 +38,7 @@ void browserChain(const ReplyServices& services, const Reply& reply) {
         dropRows(session.browser, session.sCwd); // before its successor needs as much memory
         showListing(session.browser,
                     ParseDirectoryListing(listingLines(reply.command.sCommand, reply.lines, reply.code),
-                                          {.mergeBlanks = services.settings.listing_merge_blanks}),
-                    session.encoding);
+                                          {.mergeBlanks = services.settings.listing_merge_blanks}));
         services.views.listingChanged(reply.site);
         services.channel.SendCommand(reply.site, printDirectoryCommand());
         return;

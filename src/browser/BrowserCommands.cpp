@@ -81,15 +81,14 @@ std::vector<Command> mkdirButtonCommands() {
     return {listCommand(), quietCommand("NOOP", "", handler::console)};
 }
 
-std::optional<Deletion> deletion(const BrowserEntry& entry, TextEncoding encoding) {
+std::optional<Deletion> deletion(const BrowserEntry& entry) {
     if (entry.type == BrowserEntryType::file) {
         return Deletion{"Are u sure u want to delete this file:", fileCommand("DELE ", entry.name)};
     }
     if (entry.type != BrowserEntryType::directory || entry.name == "..") {
         return std::nullopt;
     }
-    return Deletion{"Are u sure u want to delete this directory:\r\n" +
-                        visibleText(toUtf8(entry.name, encoding)),
+    return Deletion{"Are u sure u want to delete this directory:\r\n" + visibleText(toUtf8(entry.name)),
                     fileCommand("RMD ", entry.name)};
 }
 

@@ -46,8 +46,8 @@ struct Deletion {
     bool operator==(const Deletion&) const = default;
 };
 
-// The deletion of a row, by its type key; nothing for ".." and links. encoding: how the name is read.
-std::optional<Deletion> deletion(const BrowserEntry& entry, TextEncoding encoding);
+// The deletion of a row, by its type key; nothing for ".." and links.
+std::optional<Deletion> deletion(const BrowserEntry& entry);
 
 // Makes a directory; nothing for an empty name.
 std::vector<Command> makeDirectoryCommands(std::string_view name);

@@ -15,12 +15,12 @@ namespace {
 constexpr std::size_t typeKeyCount = 4;
 
 // Appends bytes in the form in which two that differ only in case are equal.
-void appendFolded(std::string& text, std::string_view bytes, TextEncoding encoding) {
+void appendFolded(std::string& text, std::string_view bytes) {
     if (std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
         const auto first = text.insert(text.end(), bytes.begin(), bytes.end());
         std::transform(first, text.end(), first, lowerAscii);
     } else {
-        text += foldCase(toUtf8(bytes, encoding));
+        text += foldCase(toUtf8(bytes));
     }
 }
 
@@ -64,15 +64,14 @@ BrowserSort columnClick(BrowserSort sort, BrowserColumn column) {
     return {column, turns ? SortOrder::descending : SortOrder::ascending};
 }
 
-std::vector<std::uint32_t> displayOrder(const BrowserListing& listing, BrowserSort sort,
-                                        TextEncoding encoding) {
+std::vector<std::uint32_t> displayOrder(const BrowserListing& listing, BrowserSort sort) {
     std::string texts; // one behind the other
     std::vector<std::size_t> ends;
     ends.reserve(listing.entries.size());
     for (const BrowserEntry& entry : listing.entries) {
         // Sizes are ordered as numbers where they are any.
         if (sort.column != BrowserColumn::size || !sizeNumber(entry.size)) {
-            appendFolded(texts, listedText(entry, sort.column), encoding);
+            appendFolded(texts, listedText(entry, sort.column));
         }
         ends.push_back(texts.size());
     }

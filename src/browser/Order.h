@@ -23,10 +23,9 @@ BrowserSort columnClick(BrowserSort sort, BrowserColumn column);
 
 // The rows of listing in the order in which they are shown, as indexes into its entries: "..", directories,
 // links, files, and within each of these by the texts of the chosen column in the chosen direction. Texts
-// are compared without regard to case; encoding says how the listing's bytes are read. Sizes are ordered as
+// are compared without regard to case. Sizes are ordered as
 // numbers, behind them as texts those that are none. Rows that are equal keep the listing's order in both
 // directions.
-std::vector<std::uint32_t> displayOrder(const BrowserListing& listing, BrowserSort sort,
-                                        TextEncoding encoding);
+std::vector<std::uint32_t> displayOrder(const BrowserListing& listing, BrowserSort sort);
 
 } // namespace corvel

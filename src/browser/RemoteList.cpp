@@ -42,20 +42,20 @@ void dropRows(RemoteList& list, std::string_view directory) {
     list.directory = directory;
 }
 
-void showListing(RemoteList& list, BrowserListing listing, TextEncoding encoding) {
+void showListing(RemoteList& list, BrowserListing listing) {
     list.listing = std::move(listing);
     list.since = RemoteList::Since::listed;
     ++list.listings;
     if (list.listing.entries.size() <= arrangedAtOnce) {
-        arrange(list, encoding);
+        arrange(list);
     }
 }
 
-void arrange(RemoteList& list, TextEncoding encoding) {
+void arrange(RemoteList& list) {
     if (const BrowserEntry* const selected = entryAt(list, list.row)) {
         list.selectedName = selected->name;
     }
-    list.order = displayOrder(list.listing, list.sort, encoding);
+    list.order = displayOrder(list.listing, list.sort);
     list.isArranged = true;
     const std::string name = std::exchange(list.selectedName, {});
     const auto row = std::ranges::find(

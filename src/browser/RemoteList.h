@@ -39,10 +39,10 @@ void dropRows(RemoteList& list, std::string_view directory);
 
 // Shows a listing in place of the rows that were dropped, from now on usable. The row with the name that was
 // selected is selected. A listing of many entries is not arranged yet.
-void showListing(RemoteList& list, BrowserListing listing, TextEncoding encoding);
+void showListing(RemoteList& list, BrowserListing listing);
 
 // Orders the rows as list.sort says; the selected entry stays selected.
-void arrange(RemoteList& list, TextEncoding encoding);
+void arrange(RemoteList& list);
 
 // The entry in a display row, or nothing when there is no such row.
 const BrowserEntry* entryAt(const RemoteList& list, int row);

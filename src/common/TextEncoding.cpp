@@ -138,10 +138,11 @@ bool isValidUtf8(std::string_view bytes) {
     }
 }
 
-std::string toUtf8(std::string_view bytes, TextEncoding encoding) {
-    if (encoding == TextEncoding::utf8 && isValidUtf8(bytes)) {
-        return std::string(bytes);
-    }
+std::string toUtf8(std::string_view bytes) {
+    return isValidUtf8(bytes) ? std::string(bytes) : fromWindows1252(bytes);
+}
+
+std::string fromWindows1252(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size());
     for (const char byte : bytes) {

@@ -16,10 +16,12 @@ constexpr bool continuesCharacter(char byte) {
 // Whether bytes are well-formed UTF-8 (RFC 3629: shortest forms only, no surrogates, up to U+10FFFF).
 bool isValidUtf8(std::string_view bytes);
 
-// bytes as UTF-8. utf8: unchanged where they are valid, else as windows1252: every byte becomes a character;
-// the five bytes that the code page leaves undefined become the C1 control of the same value, so that
-// fromUtf8 gives back exactly these bytes.
-std::string toUtf8(std::string_view bytes, TextEncoding encoding = TextEncoding::utf8);
+// Windows-1252 bytes as UTF-8: every byte becomes a character; the five that the code page leaves undefined
+// become the C1 control of the same value, so that fromUtf8 gives back exactly these bytes.
+std::string fromWindows1252(std::string_view bytes);
+
+// bytes as UTF-8: unchanged where they are that, else read as Windows-1252.
+std::string toUtf8(std::string_view bytes);
 
 // The inverse: text (valid UTF-8) in the given encoding; unchanged where a character has no place in it.
 std::string fromUtf8(std::string_view text, TextEncoding encoding);

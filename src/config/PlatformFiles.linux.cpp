@@ -102,7 +102,7 @@ std::error_code syncDirectory(const std::filesystem::path& directory) {
 }
 
 std::string utf8FromSystem(std::string_view bytes) {
-    return toUtf8(bytes, TextEncoding::windows1252);
+    return fromWindows1252(bytes);
 }
 
 std::string errorText(const std::error_code& error) {

@@ -229,7 +229,7 @@ void frmMain::createPanels() {
 
 void frmMain::showAddedSite(int site) {
     const std::string& name = program_.site(site).config.name;
-    lvwSites_->addSite(displayTextOf(name, encodingOf(name)));
+    lvwSites_->addSite(displayTextOf(name));
     changedSockets_.insert(site);
 
     addTimer("tmrNoop", site, noopInterval, [this, site] { program_.tmrNoop_Timer(site); }).start();
@@ -254,7 +254,7 @@ void frmMain::showChange(const ViewChange& change) {
         break;
     case ViewPart::renamed: {
         const std::string& name = program_.site(site).config.name;
-        lvwSites_->setName(site, displayTextOf(name, encodingOf(name)));
+        lvwSites_->setName(site, displayTextOf(name));
         showStatus();
         break;
     }

@@ -152,7 +152,7 @@ void frmMain::sitesMenuTriggered(int index) {
 void frmMain::editSite(int site) {
     const bool isNew = site == 0;
     const SiteForm form = isNew ? SiteForm{} : siteForm(program_.site(site).config);
-    const QString name = displayTextOf(form.txtSitename, encodingOf(form.txtSitename));
+    const QString name = displayTextOf(form.txtSitename);
     openSiteDialog(*this, isNew ? tr("Add new site") : QStringLiteral("Editing site \"%1\"").arg(name),
                    isNew ? tr("Add and close") : tr("Save changes"), form,
                    [this, site, isNew](const SiteForm& filled) {

@@ -71,15 +71,13 @@ void frmMain::showActivity() {
     }
     const Settings& settings = program_.settings();
     QString caption =
-        displayTextOf(statusText(status, settings.window_caption_online, settings.window_caption_offline),
-                      TextEncoding::utf8);
+        displayTextOf(statusText(status, settings.window_caption_online, settings.window_caption_offline));
     caption.replace(QStringLiteral("[*]"),
                     QStringLiteral("[*][*]")); // alone it would mark a changed document
     setWindowTitle(caption);
     tray_.TrayModify(
         images_.image(trayImage(status)),
-        displayTextOf(statusText(status, settings.trayicon_text_online, settings.trayicon_text_offline),
-                      TextEncoding::utf8));
+        displayTextOf(statusText(status, settings.trayicon_text_online, settings.trayicon_text_offline)));
     stats_->showStatus(status);
     statusTransfers_->showText(fromCore(transfersText(status.activity)));
     shownStatus_ = std::move(status);
@@ -113,9 +111,9 @@ void frmMain::showStatus() {
     if (site > 0) {
         const SiteConfig& config = program_.site(site).config;
         const SiteSession& session = program_.site(site).session;
-        connection = displayTextOf(config.name, encodingOf(config.name)) + QStringLiteral(": ") +
+        connection = displayTextOf(config.name) + QStringLiteral(": ") +
                      fromCore(SocketStateText(*program_.site(site).wSock));
-        error = displayTextOf(session.lastErrorLine, session.encoding);
+        error = displayTextOf(session.lastErrorLine);
     }
     statusConnection_->showText(connection);
     statusError_->showText(error);
@@ -157,7 +155,7 @@ void frmMain::showProblems(const std::vector<std::string>& problems) {
     QStringList lines;
     for (const std::string& problem : problems) {
         std::cerr << problem << '\n';
-        lines.append(displayTextOf(problem, TextEncoding::utf8));
+        lines.append(displayTextOf(problem));
     }
     if (const qsizetype more = lines.size() - mostLines; more > 0) {
         lines = lines.first(mostLines);

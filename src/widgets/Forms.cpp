@@ -141,15 +141,14 @@ void OneLineEdit::mouseReleaseEvent(QMouseEvent* event) {
     isFirstClick_ = false;
 }
 
-void BytesEdit::setBytes(std::string_view bytes, TextEncoding encoding, const std::optional<QString>& typed) {
+void BytesEdit::setBytes(std::string_view bytes, const std::optional<QString>& typed) {
     if (bytes == bytes_ && typed == text()) {
         return; // nothing new, and the person can still undo
     }
     const QString before = text();
     const int cursor = cursorPosition();
     bytes_ = bytes;
-    encoding_ = isValidUtf8(bytes) ? encoding : TextEncoding::windows1252;
-    setText(textOf(bytes, encoding_));
+    setText(textOf(bytes));
     shown_ = text();
     if (typed) {
         setText(*typed);
@@ -157,16 +156,16 @@ void BytesEdit::setBytes(std::string_view bytes, TextEncoding encoding, const st
     setCursorPosition(text() == before ? cursor : 0);
 }
 
-std::string BytesEdit::bytes() const {
-    return isTouched() ? bytesOf(text(), encoding_) : bytes_;
+std::string BytesEdit::bytes(const TextEncoding* connection) const {
+    const TextEncoding own = isValidUtf8(bytes_) ? TextEncoding::utf8 : TextEncoding::windows1252;
+    return isTouched() ? bytesOf(text(), connection != nullptr ? *connection : own) : bytes_;
 }
 
-SelectableList::SelectableList(std::vector<SelectableEntry> entries, TextEncoding encoding)
-    : entries_(std::move(entries)) {
+SelectableList::SelectableList(std::vector<SelectableEntry> entries) : entries_(std::move(entries)) {
     setSelectionMode(QAbstractItemView::MultiSelection);
     setUniformItemSizes(true);
     for (const SelectableEntry& entry : entries_) {
-        auto* const entryItem = new QListWidgetItem(displayTextOf(entry.sText, encoding), this);
+        auto* const entryItem = new QListWidgetItem(displayTextOf(entry.sText), this);
         entryItem->setSelected(entry.bSelected);
     }
 }
@@ -191,28 +190,21 @@ BytesEdit* FormBoxes::addRow(QFormLayout& layout, std::string& member, const cha
     return box;
 }
 
-void FormBoxes::show(TextEncoding encoding) const {
+void FormBoxes::show() const {
     for (const auto& [member, box] : fields_) {
-        box->setBytes(*member, encoding);
+        box->setBytes(*member);
     }
 }
 
-void FormBoxes::setEncoding(TextEncoding encoding) const {
+void FormBoxes::collect(const TextEncoding* connection) const {
     for (const auto& [member, box] : fields_) {
-        box->setEncoding(encoding);
-    }
-}
-
-void FormBoxes::collect() const {
-    for (const auto& [member, box] : fields_) {
-        *member = box->bytes();
+        *member = box->bytes(connection);
     }
 }
 
 DialogOverForm::DialogOverForm(const char* name, const QString& title, const TextEncoding* encoding,
                                QWidget* parent)
-    : QDialog(parent), encoding_(encoding != nullptr ? *encoding : TextEncoding::utf8),
-      connection_(encoding) {
+    : QDialog(parent), connection_(encoding) {
     setObjectName(QLatin1String(name));
     // Qt reads a single [*] as the place of a "modified" mark.
     setWindowTitle(QString(title).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
@@ -228,11 +220,7 @@ QDialogButtonBox* DialogOverForm::buttons(const ConfirmButtons& wanted) {
     both->addButton(wanted.cancelCaption, QDialogButtonBox::RejectRole)
         ->setObjectName(QLatin1String(wanted.cancelName));
     connect(both, &QDialogButtonBox::accepted, this, [this] {
-        if (connection_ != nullptr) {
-            encoding_ = *connection_;
-            boxes_.setEncoding(encoding_);
-        }
-        boxes_.collect();
+        boxes_.collect(connection_);
         collect();
         confirmed();
     });
@@ -257,7 +245,7 @@ void DialogOverForm::send() {
     } else if (!problem->empty()) {
         QStringList lines;
         for (const std::string_view line : split(*problem, lineEnd)) {
-            lines.append(displayTextOf(line, encoding_));
+            lines.append(displayTextOf(line));
         }
         openDialog(*newMessageBox(this, lines.join(QLatin1Char('\n'))));
     }

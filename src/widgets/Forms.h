@@ -101,29 +101,25 @@ class BytesEdit : public OneLineEdit {
   public:
     using OneLineEdit::OneLineEdit;
 
-    // Shows bytes, and reads what is typed from now on in the encoding, that of the connection.
-    // typed: what a person has made of them, which is shown instead; bytes come back only when it is taken
-    // back. A text that stays the same keeps its cursor.
-    void setBytes(std::string_view bytes, TextEncoding encoding, const std::optional<QString>& typed = {});
-    // Keeps the text, for a box that outlives the connection; typed text alone is read in another encoding.
-    void setEncoding(TextEncoding encoding) { encoding_ = encoding; }
+    // Shows bytes. typed: what a person has made of them, which is shown instead; bytes come back only when
+    // it is taken back. A text that stays the same keeps its cursor.
+    void setBytes(std::string_view bytes, const std::optional<QString>& typed = {});
 
-    std::string bytes() const;
+    // What is typed is in the encoding of the connection; without one in that of what it replaces.
+    std::string bytes(const TextEncoding* connection = nullptr) const;
     // Whether the text is another one than what was shown.
     bool isTouched() const { return text() != shown_; }
 
   private:
     std::string bytes_;
     QString shown_; // what the box made of bytes_
-    TextEncoding encoding_ = TextEncoding::utf8;
 };
 
 // A list box in which a click, or the space bar, selects an entry or takes its selection back, whatever else
 // is selected.
 class SelectableList : public QListWidget {
   public:
-    // Shows entries, whose texts are in the encoding.
-    SelectableList(std::vector<SelectableEntry> entries, TextEncoding encoding);
+    explicit SelectableList(std::vector<SelectableEntry> entries);
 
     // The entries with the selection as it is now; a hidden entry is not selected.
     std::vector<SelectableEntry> entries() const;
@@ -140,14 +136,11 @@ class FormBoxes {
     // The same with a label, in a new row of layout, which takes it over.
     BytesEdit* addRow(QFormLayout& layout, std::string& member, const char* name, const QString& caption);
 
-    // Loads every box from its member, whose bytes are in the encoding of the connection.
-    void show(TextEncoding encoding) const;
+    // Loads every box from its member.
+    void show() const;
 
-    // Reads what is typed in another encoding from now on, as BytesEdit does; the texts stay.
-    void setEncoding(TextEncoding encoding) const;
-
-    // Stores what the boxes hold in the members.
-    void collect() const;
+    // Stores what the boxes hold in the members, as BytesEdit has it.
+    void collect(const TextEncoding* connection = nullptr) const;
 
   private:
     std::vector<std::pair<std::string*, BytesEdit*>> fields_;
@@ -162,8 +155,7 @@ struct ConfirmButtons {
     QString cancelCaption = QDialog::tr("Cancel");
 };
 
-// What every FormDialog is. Its texts are in the encoding of a connection, of which it asks again as what was
-// typed is sent.
+// What every FormDialog is. What is typed is in the encoding that its connection has as it is sent.
 class DialogOverForm : public QDialog {
   protected:
     DialogOverForm(const char* name, const QString& title, const TextEncoding* encoding, QWidget* parent);
@@ -180,7 +172,8 @@ class DialogOverForm : public QDialog {
     // Sends the record, and closes, or says why it was not sent and stays.
     void send();
 
-    TextEncoding encoding_;
+    TextEncoding encoding() const { return connection_ != nullptr ? *connection_ : TextEncoding::utf8; }
+
     FormBoxes boxes_;
 
   private:
@@ -197,8 +190,7 @@ class FormDialog : public DialogOverForm {
   public:
     using Accept = std::function<std::optional<std::string>(const Form&)>;
 
-    // What it opens with. encoding: that of the connection, which outlives the dialog; where there is none,
-    // what is typed is in the encoding of what it replaces.
+    // What it opens with. encoding: that of the connection, which outlives the dialog; nullptr for none.
     struct Opening {
         Form form;
         const TextEncoding* encoding = nullptr;

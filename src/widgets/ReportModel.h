@@ -48,18 +48,16 @@ struct ReportSource {
     std::function<QString(int row)> editText = {};
 };
 
-// The content of a list whose rows are records with a text, in the encoding, for each of the columns. rows:
+// The content of a list whose rows are records with a text for each of the columns. rows:
 // borrowed, must outlive the source as it is.
 template <typename Row>
 ReportSource sourceOf(const std::vector<Row>& rows, std::vector<ReportColumn> columns,
-                      std::vector<std::string Row::*> texts, TextEncoding encoding) {
+                      std::vector<std::string Row::*> texts) {
     ReportSource source = {.rows = static_cast<int>(rows.size()), .columns = std::move(columns)};
     source.sentText = [&rows, texts = std::move(texts)](int row, int column) -> std::string_view {
         return rows[static_cast<std::size_t>(row)].*texts[static_cast<std::size_t>(column)];
     };
-    source.text = [sent = source.sentText, encoding](int row, int column) {
-        return cellTextOf(sent(row, column), encoding);
-    };
+    source.text = [sent = source.sentText](int row, int column) { return cellTextOf(sent(row, column)); };
     return source;
 }
 

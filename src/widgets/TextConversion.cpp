@@ -14,36 +14,32 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 } // namespace
 
-QString textOf(std::string_view bytes, TextEncoding encoding) {
-    return fromCore(toUtf8(bytes, encoding));
+QString textOf(std::string_view bytes) {
+    return fromCore(toUtf8(bytes));
 }
 
 std::string bytesOf(const QString& text, TextEncoding encoding) {
     return fromUtf8(toCore(text), encoding);
 }
 
-QString displayTextOf(std::string_view bytes, TextEncoding encoding) {
-    return fromCore(visibleText(toUtf8(bytes, encoding)));
+QString displayTextOf(std::string_view bytes) {
+    return fromCore(visibleText(toUtf8(bytes)));
 }
 
-QString cellTextOf(std::string_view bytes, TextEncoding encoding) {
+QString cellTextOf(std::string_view bytes) {
     constexpr std::size_t longest = 1000;
     if (bytes.size() <= longest) {
-        return displayTextOf(bytes, encoding);
+        return displayTextOf(bytes);
     }
     std::size_t end = longest;
     while (end > longest - 4 && continuesCharacter(bytes[end])) {
         --end;
     }
-    return displayTextOf(bytes.substr(0, end), encoding) + QChar(0x2026);
+    return displayTextOf(bytes.substr(0, end)) + QChar(0x2026);
 }
 
 QString toolTipOf(const QString& text) {
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
-}
-
-TextEncoding encodingOf(std::string_view bytes) {
-    return isValidUtf8(bytes) ? TextEncoding::utf8 : TextEncoding::windows1252;
 }
 
 QString fromCore(std::string_view utf8) {

@@ -155,14 +155,13 @@ TEST(ListRows, AreOrderedByAColumn) {
         {{1, true}, {3, 0, 1, 2}},  {{2, false}, {0, 1, 2, 3}}, {{9, true}, {0, 1, 2, 3}},
     };
     for (const auto& [order, rows] : cases) {
-        EXPECT_EQ(orderedRows(users, order, TextEncoding::utf8), rows) << order.column << order.isDescending;
+        EXPECT_EQ(orderedRows(users, order), rows) << order.column << order.isDescending;
     }
-    EXPECT_EQ(orderedRows(emptyUserTable(), {1, false}, TextEncoding::utf8), Rows{});
-    EXPECT_EQ(orderedRows(threeGroups(), {2, false}, TextEncoding::utf8), (Rows{1, 0, 2})) << "2 before 12";
+    EXPECT_EQ(orderedRows(emptyUserTable(), {1, false}), Rows{});
+    EXPECT_EQ(orderedRows(threeGroups(), {2, false}), (Rows{1, 0, 2})) << "2 before 12";
     const GroupTable latin =
         ParseGroupTable(1, Lines{"p | 1 | \xE4 | 0", "p | 2 | \xC4 | 0", "p | 3 | z | 0"}).table;
-    EXPECT_EQ(orderedRows(latin, {1, false}, TextEncoding::windows1252), (Rows{2, 0, 1}))
-        << "one letter, two cases";
+    EXPECT_EQ(orderedRows(latin, {1, false}), (Rows{2, 0, 1})) << "one letter, two cases";
 }
 
 TEST(TableCommands, AreWhatTheServerKnows) {

@@ -51,11 +51,10 @@ TEST(BrowserCommands, AreSentAsTheyStand) {
     EXPECT_EQ(sent({printDirectoryCommand()}), "PWD/100q0;");
     EXPECT_EQ(sent(makeDirectoryCommands(" ")), "MKD  /108q0;");
     EXPECT_EQ(sent(renameCommands("a b", "c")), "RNFR a b/108q0;RNTO c/108q0;");
-    const auto directory =
-        deletion({.name = "\xE9\x1b", .type = BrowserEntryType::directory}, TextEncoding::windows1252);
+    const auto directory = deletion({.name = "\xE9\x1b", .type = BrowserEntryType::directory});
     EXPECT_EQ(directory->question, "Are u sure u want to delete this directory:\r\n\xC3\xA9\xE2\x90\x9B");
     EXPECT_EQ(sent({directory->command}), "RMD \xE9\x1b/108q0;") << "the bytes as they came";
-    EXPECT_EQ(deletion({.name = ".."}, TextEncoding::utf8), std::nullopt);
+    EXPECT_EQ(deletion({.name = ".."}), std::nullopt);
 }
 
 TEST(BrowserReplies, AreRecognised) {

@@ -51,15 +51,15 @@ TEST(RemoteList, KeepsTheSelectedEntryInTheSameDirectory) {
         SCOPED_TRACE(row.directory + std::to_string(row.others));
         RemoteList list;
         dropRows(list, "/pub");
-        showListing(list, files(3), TextEncoding::utf8);
+        showListing(list, files(3));
         list.row = 3;
         list.since = row.since;
         dropRows(list, row.directory);
         EXPECT_EQ(entryAt(list, 0), nullptr);
-        showListing(list, files(row.others), TextEncoding::utf8);
+        showListing(list, files(row.others));
         EXPECT_EQ(list.isArranged, row.others < 30000);
         EXPECT_EQ(entryAt(list, 0) != nullptr, list.isArranged);
-        arrange(list, TextEncoding::utf8);
+        arrange(list);
         EXPECT_EQ(list.row, row.row);
         EXPECT_EQ(whyNotUsable(list), "");
     }

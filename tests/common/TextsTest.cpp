@@ -168,13 +168,13 @@ TEST(TextEncoding, KnowsWellFormedUtf8) {
 TEST(TextEncoding, EveryByteOfWindows1252GoesThereAndBack) {
     for (int value = 0; value < 256; ++value) {
         const std::string byte(1, static_cast<char>(value));
-        const std::string text = toUtf8(byte, TextEncoding::windows1252);
+        const std::string text = toUtf8(byte);
         EXPECT_TRUE(isValidUtf8(text)) << value;
         EXPECT_EQ(characterCount(text), 1U) << value;
         EXPECT_EQ(fromUtf8(text, TextEncoding::windows1252), byte) << value;
     }
     EXPECT_EQ(characterCount("a\u00E9\u20AC\U0001F600"), 4U);
-    EXPECT_EQ(toUtf8("\x80\x9F\xA0\xFF", TextEncoding::windows1252), "\u20AC\u0178\u00A0\u00FF");
+    EXPECT_EQ(toUtf8("\x80\x9F\xA0\xFF"), "\u20AC\u0178\u00A0\u00FF");
     EXPECT_EQ(toUtf8("gr\xFC\xDF"), toUtf8("gr\u00FC\u00DF"));
     for (const char* text : {"\u0416", "a\u0100", "\U0001F600", "\u0080", "\u009F", "\xC3"}) {
         EXPECT_EQ(fromUtf8(text, TextEncoding::windows1252), text) << "it has no place there";

@@ -46,7 +46,7 @@ frmAddGroup::frmAddGroup(Opening opening, Accept accept, QWidget* parent)
         *boxes_.addRow(*layout, form_.txtGroupLeechslots, "txtGroupLeechslots", tr("&Leech slots:")), 6);
     boxes_.addRow(*layout, form_.txtGroupVFS, "txtGroupVFS", tr("&VFS file:"));
     layout->addRow(buttons());
-    boxes_.show(encoding_);
+    boxes_.show();
 }
 
 frmCopyUser::frmCopyUser(Opening opening, Accept accept, QWidget* parent)
@@ -59,7 +59,7 @@ frmCopyUser::frmCopyUser(Opening opening, Accept accept, QWidget* parent)
     txtNewUsername_->setMinimumWidth(fontMetrics().averageCharWidth() * 32);
     layout->addRow(labelFor(*txtNewUsername_, "txtNewUsername", tr("&New user name:")), txtNewUsername_);
     layout->addRow(buttons());
-    boxes_.show(encoding_);
+    boxes_.show();
     tmrSetfocus_->setObjectName(QStringLiteral("tmrSetfocus"));
     tmrSetfocus_->setSingleShot(true);
     connect(tmrSetfocus_, &QTimer::timeout, txtNewUsername_, [this] { txtNewUsername_->setFocus(); });
@@ -73,15 +73,14 @@ void frmCopyUser::showEvent(QShowEvent* event) {
 }
 
 void frmCopyUser::collect() {
-    form_.txtNewUsername = withoutBlanks(bytesOf(txtNewUsername_->text(), encoding_));
-    txtNewUsername_->setText(textOf(form_.txtNewUsername, encoding_));
+    form_.txtNewUsername = withoutBlanks(bytesOf(txtNewUsername_->text(), encoding()));
+    txtNewUsername_->setText(textOf(form_.txtNewUsername));
 }
 
 frmChangeUserGroups::frmChangeUserGroups(Opening opening, Accept accept, QWidget* parent)
     : FormDialog("frmChangeUserGroups", {}, std::move(opening), std::move(accept), parent),
-      lstGroups_(new SelectableList(form_.lstGroups, encoding_)),
-      lstGAdmin_(new SelectableList(form_.lstGAdmin, encoding_)) {
-    setWindowTitle(tr("Change groups - %1").arg(displayTextOf(form_.sUserName, encoding_)));
+      lstGroups_(new SelectableList(form_.lstGroups)), lstGAdmin_(new SelectableList(form_.lstGAdmin)) {
+    setWindowTitle(tr("Change groups - %1").arg(displayTextOf(form_.sUserName)));
     auto* const layout = new QGridLayout(this);
     layout->addWidget(labelFor(*lstGroups_, "lstGroups", tr("&Member of:")), 0, 0);
     layout->addWidget(labelFor(*lstGAdmin_, "lstGAdmin", tr("Group &admin of:")), 0, 1);
@@ -98,7 +97,7 @@ void frmChangeUserGroups::collect() {
 
 frmUserSections::frmUserSections(Opening opening, Accept accept, QWidget* parent)
     : FormDialog("frmUserSections", {}, std::move(opening), std::move(accept), parent) {
-    setWindowTitle(tr("Sections - %1").arg(displayTextOf(form_.sUserName, encoding_)));
+    setWindowTitle(tr("Sections - %1").arg(displayTextOf(form_.sUserName)));
     auto* const layout = new QGridLayout(this);
     layout->addWidget(new QLabel(tr("Section")), 0, 0);
     layout->addWidget(new QLabel(tr("Ratio")), 0, 1, Qt::AlignRight);
@@ -128,7 +127,7 @@ frmUserSections::frmUserSections(Opening opening, Accept accept, QWidget* parent
     }
     layout->setRowStretch(sections + 1, 1);
     layout->addWidget(buttons({"cmdSave", tr("Save")}), sections + 2, 0, 1, 3);
-    boxes_.show(encoding_);
+    boxes_.show();
 }
 
 void openAddUser(mdlMain& program, int site, QWidget* parent) {

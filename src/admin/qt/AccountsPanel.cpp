@@ -59,8 +59,7 @@ EditorBoxes::EditorBoxes(std::size_t count, const char* problemName, Typed typed
     }
 }
 
-void EditorBoxes::showBox(std::size_t number, const std::string& bytes, const Draft* draft,
-                          TextEncoding encoding) {
+void EditorBoxes::showBox(std::size_t number, const std::string& bytes, const Draft* draft) {
     BytesEdit& box = *boxes_[number];
     box.setEnabled(isKnown_);
     const std::string* typed = nullptr;
@@ -68,11 +67,11 @@ void EditorBoxes::showBox(std::size_t number, const std::string& bytes, const Dr
         const auto found = draft->boxes.find(number);
         typed = found == draft->boxes.end() ? nullptr : &found->second;
     }
-    box.setBytes(bytes, encoding, typed == nullptr ? std::nullopt : std::optional(fromCore(*typed)));
+    box.setBytes(bytes, typed == nullptr ? std::nullopt : std::optional(fromCore(*typed)));
     mark(box, typed != nullptr);
 }
 
-void EditorBoxes::showProblem(Details details, const std::string& problem, TextEncoding encoding) {
+void EditorBoxes::showProblem(Details details, const std::string& problem) {
     switch (details) {
     case Details::none:
     case Details::known:
@@ -83,7 +82,7 @@ void EditorBoxes::showProblem(Details details, const std::string& problem, TextE
         problem_->showText(isKnown_ ? QString() : say("Waiting for the details ..."));
         return;
     case Details::refused:
-        problem_->showText(say("No details: %1").arg(displayTextOf(problem, encoding)));
+        problem_->showText(say("No details: %1").arg(displayTextOf(problem)));
         return;
     }
 }
@@ -185,7 +184,7 @@ void AccountsPanel::connectionChanged(int site) {
 QString AccountsPanel::emptyText(int site) const {
     const AccountView& view = session(site).*outline_.view;
     if (!view.problem.empty()) {
-        return outline_.refused.arg(displayTextOf(view.problem, session(site).encoding));
+        return outline_.refused.arg(displayTextOf(view.problem));
     }
     if (program_.site(site).wSock->state() != SocketState::connected) {
         return tr("Not connected.");

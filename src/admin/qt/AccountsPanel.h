@@ -65,7 +65,7 @@ AccountsOutline withTable(AccountsOutline outline, mdlMain& program, AccountTabl
             source.columns.push_back({.header = fromCore(titles[i]), .alignment = alignments[i]});
         }
         source.text = [&session, recordIn](int row, int column) {
-            return cellTextOf(rowText(recordIn(row), static_cast<Column>(column)), session.encoding);
+            return cellTextOf(rowText(recordIn(row), static_cast<Column>(column)));
         };
         source.sentText = [recordIn, sent](int row, int column) -> std::string_view {
             return recordIn(row).*sent[static_cast<std::size_t>(column)];
@@ -98,8 +98,8 @@ class EditorBoxes {
     ElidedLabel* problem() const { return problem_; }
 
   protected:
-    void showBox(std::size_t number, const std::string& bytes, const Draft* draft, TextEncoding encoding);
-    void showProblem(Details details, const std::string& problem, TextEncoding encoding);
+    void showBox(std::size_t number, const std::string& bytes, const Draft* draft);
+    void showProblem(Details details, const std::string& problem);
 
     bool isKnown_ = false; // the record's details are in the boxes
 
@@ -136,19 +136,17 @@ class RecordEditor : public EditorBoxes {
     // they are asked for again.
     bool show(int site) {
         AccountEditor<Form> editor = site > 0 ? table_.editor(site) : AccountEditor<Form>();
-        const TextEncoding encoding = site > 0 ? program_.site(site).session.encoding : TextEncoding::utf8;
         const bool isAsked = editor.details == Details::asked || editor.details == Details::wanted;
         const bool stays = isAsked && isKnown_ && editor.id == id_;
         if (!stays) {
             isKnown_ = editor.details == Details::known;
             for (std::size_t number = 0; number < Form::boxCount; ++number) {
-                showBox(number, editor.form.box(number), editor.draft, encoding);
+                showBox(number, editor.form.box(number), editor.draft);
             }
             form_ = std::move(editor.form);
-            encoding_ = encoding;
         }
         id_ = editor.id;
-        showProblem(editor.details, editor.problem, encoding);
+        showProblem(editor.details, editor.problem);
         for (QPushButton* const button : forDetails_) {
             button->setEnabled(editor.details == Details::known);
         }
@@ -160,7 +158,6 @@ class RecordEditor : public EditorBoxes {
 
     // As they were shown last.
     const Form& form() const { return form_; }
-    TextEncoding encoding() const { return encoding_; }
 
   private:
     mdlMain& program_;
@@ -169,7 +166,6 @@ class RecordEditor : public EditorBoxes {
     std::vector<QPushButton*> forRecords_;
     std::optional<std::int16_t> id_;
     Form form_;
-    TextEncoding encoding_ = TextEncoding::utf8;
 };
 
 // The outline of the users tab and of the groups tab: a list for every site, made when the site is first

@@ -25,7 +25,7 @@ BatchPanel::BatchPanel(Perform perform, QWidget* parent)
     const int row = rows_->rowCount();
     rows_->addWidget(performButton, row, 0, 1, 2, Qt::AlignLeft);
     rows_->setRowStretch(row + 1, 1);
-    boxes_.show(TextEncoding::utf8);
+    boxes_.show();
 }
 
 void BatchPanel::addRows() {
@@ -87,7 +87,7 @@ void BatchPanel::cmdBatchPerform_Click() {
     for (const auto& [ticked, tick] : ticks_) {
         *ticked = tick->isChecked();
     }
-    boxes_.collect();
+    boxes_.collect(connection_);
     perform_(form_);
 }
 

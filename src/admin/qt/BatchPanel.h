@@ -27,8 +27,9 @@ class BatchPanel : public QWidget {
 
     explicit BatchPanel(Perform perform, QWidget* parent = nullptr);
 
-    // How what is typed goes out: the encoding of the current site's connection.
-    void setEncoding(TextEncoding encoding) { boxes_.setEncoding(encoding); }
+    // How what is typed goes out: the encoding of the current site's connection, which outlives the panel;
+    // nullptr for none.
+    void setConnection(const TextEncoding* encoding) { connection_ = encoding; }
 
   private:
     // A box of a row. Only where a row has several do they have captions of their own.
@@ -48,6 +49,7 @@ class BatchPanel : public QWidget {
     Perform perform_;
     std::vector<std::pair<bool*, QCheckBox*>> ticks_;
     FormBoxes boxes_;
+    const TextEncoding* connection_ = nullptr;
     QGridLayout* rows_;
 };
 

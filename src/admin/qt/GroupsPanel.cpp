@@ -103,10 +103,10 @@ void GroupsPanel::showEditor(int site) {
     const GroupForm& form = editor_.form();
     gid_->setText(fromCore(form.txtGroupGID));
     lblGroupMembers_->setText(fromCore(form.lblGroupMembers));
-    lvwGroupMembers_->setSource(
-        sourceOf(form.lvwGroupMembers, {{tr("uid"), Qt::AlignRight}, {tr("username")}, {tr("gadmin")}},
-                 {&MemberRow::sId, &MemberRow::sName, &MemberRow::sGadmin}, editor_.encoding()),
-        ReportView::CurrentRow::keep);
+    lvwGroupMembers_->setSource(sourceOf(form.lvwGroupMembers,
+                                         {{tr("uid"), Qt::AlignRight}, {tr("username")}, {tr("gadmin")}},
+                                         {&MemberRow::sId, &MemberRow::sName, &MemberRow::sGadmin}),
+                                ReportView::CurrentRow::keep);
     lvwGroupMembers_->fitColumns(0, 2);
 }
 

@@ -75,16 +75,15 @@ void UserEditorPanel::showSite(int site) {
         return;
     }
     const UserForm& form = editor_.form();
-    const TextEncoding encoding = editor_.encoding();
-    txtUserUID_->setBytes(form.txtUserUID, encoding);
-    txtUserGroup_->setBytes(form.txtUserGroup, encoding);
+    txtUserUID_->setBytes(form.txtUserUID);
+    txtUserGroup_->setBytes(form.txtUserGroup);
     lstUserIP_->clear();
     for (const std::string& mask : form.lstUserIP) {
-        lstUserIP_->addItem(displayTextOf(mask, encoding));
+        lstUserIP_->addItem(displayTextOf(mask));
     }
     lvwUserGroups_->setSource(sourceOf(form.lvwUserGroups,
                                        {{tr("gid"), Qt::AlignRight}, {tr("groupname")}, {tr("gadmin")}},
-                                       {&MemberRow::sId, &MemberRow::sName, &MemberRow::sGadmin}, encoding),
+                                       {&MemberRow::sId, &MemberRow::sName, &MemberRow::sGadmin}),
                               ReportView::CurrentRow::keep);
     lvwUserGroups_->fitColumns(0, 2);
     lvwUserSections_->setSource(
@@ -92,7 +91,7 @@ void UserEditorPanel::showSite(int site) {
                  {{tr("section"), Qt::AlignRight},
                   {tr("ratio"), Qt::AlignRight},
                   {tr("credits (MB)"), Qt::AlignRight}},
-                 {&UserSectionRow::sSection, &UserSectionRow::sRatio, &UserSectionRow::sCredits}, encoding));
+                 {&UserSectionRow::sSection, &UserSectionRow::sRatio, &UserSectionRow::sCredits}));
     lvwUserSections_->fitColumns(0, 2);
 }
 
@@ -220,7 +219,7 @@ void UserEditorPanel::editSections() {
 void UserEditorPanel::addressPicked(int row) {
     const std::vector<std::string>& masks = editor_.form().lstUserIP;
     if (row >= 0 && row < static_cast<int>(masks.size()) && lstUserIP_->item(row)->isSelected()) {
-        txtUserIP_->setText(textOf(masks[static_cast<std::size_t>(row)], editor_.encoding()));
+        txtUserIP_->setText(textOf(masks[static_cast<std::size_t>(row)]));
     }
 }
 

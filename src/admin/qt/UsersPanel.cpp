@@ -57,7 +57,7 @@ QLayout* UsersPanel::createButtons() {
 }
 
 void UsersPanel::showEditor(int site) {
-    batch_->setEncoding(site > 0 ? session(site).encoding : TextEncoding::utf8);
+    batch_->setConnection(site > 0 ? &session(site).encoding : nullptr);
     editor_->showSite(site);
 }
 

@@ -38,7 +38,7 @@ frmAddUser::frmAddUser(Opening opening, Accept accept, QWidget* parent)
     columns->addSpacing(gap);
     columns->addLayout(createMasks(), 1);
     layout->addWidget(buttons());
-    boxes_.show(encoding_);
+    boxes_.show();
 }
 
 // Captions stand in the even columns, boxes in the odd ones; a text reaches across all of them.
@@ -59,7 +59,7 @@ QLayout* frmAddUser::createAccount() {
     addText(form_.txtPassword, "txtPassword", tr("&Password:"))->setEchoMode(QLineEdit::Password);
     txtMainGroup_ = new QComboBox;
     for (const SelectableEntry& group : form_.lstAllGroup) {
-        txtMainGroup_->addItem(displayTextOf(group.sText, encoding_));
+        txtMainGroup_->addItem(displayTextOf(group.sText));
     }
     txtMainGroup_->setCurrentIndex(-1);
     connect(txtMainGroup_, &QComboBox::currentIndexChanged, this, &frmAddUser::mainGroupChanged);
@@ -91,7 +91,7 @@ void frmAddUser::addNumbers(QGridLayout& layout, const std::vector<NumberBox>& b
 }
 
 QLayout* frmAddUser::createGroups() {
-    lstAllGroup_ = new SelectableList(form_.lstAllGroup, encoding_);
+    lstAllGroup_ = new SelectableList(form_.lstAllGroup);
     lstAllGroup_->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
     auto* const layout = new QVBoxLayout;
     layout->addWidget(labelFor(*lstAllGroup_, "lstAllGroup", tr("&Other groups:")));
@@ -178,7 +178,7 @@ void frmAddUser::collect() {
     form_.lstAllGroup = lstAllGroup_->entries();
     form_.lstUserIP.clear();
     for (int i = 0; i < lstUserIP_->count(); ++i) {
-        form_.lstUserIP.push_back(bytesOf(lstUserIP_->item(i)->text(), encoding_));
+        form_.lstUserIP.push_back(bytesOf(lstUserIP_->item(i)->text(), encoding()));
     }
 }
 

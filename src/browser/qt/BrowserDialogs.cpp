@@ -37,7 +37,7 @@ class frmBrowserCHMOD : public FormDialog<ChmodForm> {
         setDigitsWide(*txtCHMODval_, 4);
         connect(txtCHMODval_, &QLineEdit::textEdited, this, [this] { modeEdited(); });
         layout->addRow(buttons());
-        boxes_.show(encoding_);
+        boxes_.show();
         chkX_.front()->setFocus();
     }
 
@@ -68,7 +68,7 @@ class frmBrowserCHMOD : public FormDialog<ChmodForm> {
         for (std::size_t i = 0; i < permissionCount; ++i) {
             form_.chkX[i] = chkX_[i]->isChecked();
         }
-        txtCHMODval_->setBytes(chmodValue(form_.chkX, txtCHMODval_->bytes()), encoding_);
+        txtCHMODval_->setBytes(chmodValue(form_.chkX, txtCHMODval_->bytes()));
     }
 
     // The boxes follow a mode that is typed, so that the next click on one changes that mode and no other.
@@ -105,7 +105,7 @@ class frmBrowserNUKE : public FormDialog<NukeForm> {
             layout->addRow(hint);
         }
         layout->addRow(buttons());
-        boxes_.show(encoding_);
+        boxes_.show();
         txtMultip->installEventFilter(this);
         txtMultip->setFocus();
         txtMultip->selectAll();
@@ -133,9 +133,8 @@ class frmBrowserCHATTR : public FormDialog<ChattrForm> {
     frmBrowserCHATTR(Opening opening, Accept accept, QWidget* parent)
         : FormDialog("frmBrowserCHATTR", tr("Hide directory (SITE CHATTR)"), std::move(opening),
                      std::move(accept), parent),
-          txtCurrent_(shownOnly({})), chkFlags_(new QCheckBox),
-          lstUsers_(new SelectableList(form_.lstUsers, encoding_)),
-          lstGroups_(new SelectableList(form_.lstGroups, encoding_)) {
+          txtCurrent_(shownOnly({})), chkFlags_(new QCheckBox), lstUsers_(new SelectableList(form_.lstUsers)),
+          lstGroups_(new SelectableList(form_.lstGroups)) {
         auto* const layout = new QVBoxLayout(this);
         layout->addLayout(createTop());
         auto* const lists = new QGridLayout;
@@ -151,23 +150,22 @@ class frmBrowserCHATTR : public FormDialog<ChattrForm> {
         Command1_ = both->findChild<QPushButton*>(QStringLiteral("Command1"));
         Command1_->setEnabled(false);
         layout->addWidget(both);
-        boxes_.show(encoding_);
+        boxes_.show();
         chkFlags_->setFocus();
         resize(fontMetrics().averageCharWidth() * 64, fontMetrics().height() * 24);
     }
 
-    // Shows the server's answer, in the encoding.
-    void setAnswer(const ChattrAnswer& answer, TextEncoding encoding) {
+    void setAnswer(const ChattrAnswer& answer) {
         form_.txtCurrent = answer.txtCurrent;
         form_.isRefused = answer.isRefused;
-        txtCurrent_->setText(displayTextOf(answer.txtCurrent, encoding));
+        txtCurrent_->setText(displayTextOf(answer.txtCurrent));
         txtCurrent_->setCursorPosition(0);
         Command1_->setEnabled(true);
     }
 
   private:
     QLineEdit* shownOnly(std::string_view text) const {
-        auto* const box = new QLineEdit(displayTextOf(text, encoding_));
+        auto* const box = new QLineEdit(displayTextOf(text));
         setShownOnly(*box);
         box->setCursorPosition(0);
         return box;
@@ -274,7 +272,7 @@ void openChattr(mdlMain& program, int site, const BrowserEntry& entry, BrowserPa
     QObject::connect(&panel, &BrowserPanel::chattrAnswered, dialog,
                      [&session, dialog, site, query = chattrQuery(form.sName).sCommand](int answered) {
                          if (answered == site && session.chattrAnswer.sQuery == query) {
-                             dialog->setAnswer(session.chattrAnswer, session.encoding);
+                             dialog->setAnswer(session.chattrAnswer);
                          }
                      });
     openDialog(*dialog);

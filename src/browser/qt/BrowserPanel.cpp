@@ -62,16 +62,15 @@ ReportSource listSource(const SiteSession& session) {
     source.columns = reportColumns();
     source.text = [&session, separator](int row, int column) {
         const auto cell = static_cast<BrowserColumn>(column);
-        const TextEncoding encoding = cell == BrowserColumn::size ? TextEncoding::utf8 : session.encoding;
         const std::uint32_t index = session.browser.order[static_cast<std::size_t>(row)];
-        return cellTextOf(cellText(session.browser.listing, index, cell, separator), encoding);
+        return cellTextOf(cellText(session.browser.listing, index, cell, separator));
     };
     source.sentText = [entryAt](int row, int column) {
         return listedText(entryAt(row), static_cast<BrowserColumn>(column));
     };
     source.icon = [entryAt](int row) { return icon(iconName(entryAt(row))); };
     source.isDimmed = [&rows] { return !whyNotUsable(rows).empty(); };
-    source.editText = [&session, entryAt](int row) { return textOf(entryAt(row).name, session.encoding); };
+    source.editText = [&session, entryAt](int row) { return textOf(entryAt(row).name); };
     return source;
 }
 
@@ -84,7 +83,7 @@ void fitName(ReportView& list) {
 }
 
 void showPath(QLineEdit& path, const SiteSession& session) {
-    path.setText(displayTextOf(session.sBrowserPWD, session.encoding));
+    path.setText(displayTextOf(session.sBrowserPWD));
 }
 
 } // namespace

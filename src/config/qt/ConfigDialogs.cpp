@@ -266,7 +266,7 @@ class frmSitesAddEdit : public FormDialog<SiteForm> {
         layout->addRow(QString(), useSslProxy_);
         layout->addRow(buttons({"OKButton", okCaption, "CancelButton"}));
         setMinimumWidth(sizeHint().width() + fontMetrics().averageCharWidth() * 12);
-        boxes_.show(encoding_);
+        boxes_.show();
     }
 
   private:

@@ -78,9 +78,7 @@ ReportSource listSource(const SiteSession& session, const WindowState& state, co
     ReportSource source;
     source.rows = static_cast<int>(session.activityRows.rows.size());
     source.columns = reportColumns(state);
-    source.text = [&session, bytesAt](int row, int column) {
-        return cellTextOf(bytesAt(row, column), session.encoding);
-    };
+    source.text = [&session, bytesAt](int row, int column) { return cellTextOf(bytesAt(row, column)); };
     source.sentText = bytesAt;
     source.icon = [&images, &state, rowAt](int row) {
         const ActivityIcon icon = rowAt(row).icon();
@@ -94,7 +92,7 @@ ReportSource listSource(const SiteSession& session, const WindowState& state, co
 QString emptyListText(const SiteSession& session) {
     if (!session.activityRows.problem.empty()) {
         return ActivityPanel::tr("The server did not say who is online:\n%1")
-            .arg(displayTextOf(session.activityRows.problem, session.encoding));
+            .arg(displayTextOf(session.activityRows.problem));
     }
     return session.activityRows.replies > 0
                ? ActivityPanel::tr("Nobody is online.")

@@ -45,7 +45,7 @@ void StatsPanel::showStatus(const Status& status) {
             rows_,
             {{.header = tr("name")},
              {.header = tr("value"), .alignment = Qt::AlignRight, .room = {QString(longestNumber, u'8')}}},
-            {&MenuVariable::sName, &MenuVariable::sValue}, TextEncoding::utf8),
+            {&MenuVariable::sName, &MenuVariable::sValue}),
         ReportView::CurrentRow::keep);
     list_->fitColumns(0, 1);
     text_->setPlainText(fromCore(statisticsText(status.activity)));

@@ -55,7 +55,7 @@ void wSock::Connect(const std::string& host, std::int32_t port) {
     host_ = host;
     port_ = port;
     isConnecting_ = true; // Windows refuses an address on the spot
-    socket_.connectToHost(textOf(host, encodingOf(host)), static_cast<quint16>(port));
+    socket_.connectToHost(textOf(host), static_cast<quint16>(port));
     isConnecting_ = false;
 }
 

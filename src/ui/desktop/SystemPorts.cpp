@@ -56,12 +56,12 @@ std::string QtClock::stamp() const {
 
 void DesktopShell::open(const std::string& target) {
     if (!target.empty()) {
-        openTarget(textOf(target, TextEncoding::utf8), programDirectory_, window_);
+        openTarget(textOf(target), programDirectory_, window_);
     }
 }
 
 void DesktopShell::setClipboardText(const std::string& text) {
-    QGuiApplication::clipboard()->setText(textOf(text, TextEncoding::utf8));
+    QGuiApplication::clipboard()->setText(textOf(text));
 }
 
 ProcessId DesktopShell::FindProcessByPath(const std::string& pattern) const {

@@ -217,7 +217,7 @@ TEST(BatchPanel, ATickSendsItsOwnBoxesAlone) {
     driver.setText("txtBatchTagline", u"\u00E9"_s);
     for (const auto& [encoding, bytes] :
          {std::pair(TextEncoding::windows1252, "\xE9"), std::pair(TextEncoding::utf8, "\xC3\xA9")}) {
-        panel.setEncoding(encoding);
+        panel.setConnection(&encoding);
         driver.click("cmdBatchPerform");
         EXPECT_EQ(performed.txtBatchTagline, bytes);
     }
