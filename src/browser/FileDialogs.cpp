@@ -1,7 +1,6 @@
 #include "browser/FileDialogs.h"
 
 #include "browser/BrowserCommands.h"
-#include "common/Template.h"
 #include "common/Text.h"
 
 namespace corvel {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/Template.h"
+#include "common/Text.h"
 #include "config/Settings.h"
 
 #include <string>

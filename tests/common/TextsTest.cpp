@@ -1,4 +1,3 @@
-#include "common/Template.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
 
