@@ -23,7 +23,6 @@ TEST(LockFile, IsHeldByOneUntilItEndsAndNeverInTheWayWhereNothingCanBeLocked) {
     std::optional<LockFile> first(directory.path());
     LockFile second(directory.path());
     EXPECT_TRUE(first->take());
-    EXPECT_TRUE(first->take());
     EXPECT_FALSE(second.take());
     first.reset();
     EXPECT_TRUE(second.take());
@@ -40,19 +39,6 @@ TEST(SettingsStore, KeepsEveryTextInThePlaceOfTheProgramsState) {
         EXPECT_EQ(SettingsStore().value("key"), value);
     }
     EXPECT_NE(directory.read("Voskar Drennix/Corvel2.conf").find("\nkey="), std::string::npos);
-}
-
-TEST(QtClock, WritesALongTimeWithoutItsZoneInEveryLocale) {
-    const QTime time(21, 7, 5);
-    EXPECT_EQ(QLocale::c().toString(time, longTimeFormat(QLocale::c())), u"21:07:05"_s);
-    for (const QLocale& locale :
-         QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry)) {
-        const QString text = locale.toString(time, longTimeFormat(locale));
-        EXPECT_TRUE(text.contains(locale.toString(5))) << "no seconds in " << text.toStdString();
-        EXPECT_FALSE(text.contains(u'(') || text.contains(u'[') || text.contains(u"UTC"_s))
-            << text.toStdString();
-        EXPECT_EQ(text, text.trimmed());
-    }
 }
 
 // Takes the addresses that would go to the desktop.
@@ -94,7 +80,6 @@ TEST(OpenTarget, LeavesAllButProgramsToTheDesktop) {
         {notes, {notesAddress}},
         {name, {notesAddress}}, // beside the program
         {u"no-such-file"_s, {}},
-        {u"C:\\x"_s, {}},
         {u"/a & \"b\"; `c` | %(pwd) %s \u00FC"_s, {}},
     };
     const QWidget window;

@@ -129,9 +129,6 @@ class WindowDriver : public Driver {
 // The first row of a list with this text in a column; -1 when there is none.
 int rowWith(const ReportView& list, int column, const QString& text);
 
-// Whether a window is shown, in the band of those that lie over all others.
-bool isTopmost(const QWidget& window);
-
 // One site of a sites.ini.
 std::string siteRecord(const std::string& name, int port, const std::string& user,
                        const std::string& password);

@@ -34,21 +34,6 @@ TEST(OneLineEdit, LineBreaksArePastedAway) {
     }
 }
 
-TEST(OneLineEdit, AClickSelectsTheSampleUntilItIsReplaced) {
-    for (const bool isSample : {true, false}) {
-        OneLineEdit edit;
-        edit.selectSampleOnFocus("mask");
-        edit.setText(isSample ? u"mask"_s : u"own text"_s);
-        edit.show();
-        QFocusEvent focus(QEvent::FocusIn, Qt::MouseFocusReason);
-        QApplication::sendEvent(&edit, &focus);
-        for (const bool isSelected : {isSample, false}) { // a second click places the caret
-            QTest::mouseClick(&edit, Qt::LeftButton, {}, {12, edit.height() / 2});
-            EXPECT_EQ(edit.hasSelectedText(), isSelected);
-        }
-    }
-}
-
 TEST(BytesEdit, UntouchedBytesComeBackAndTypedTextIsEncoded) {
     struct Case {
         const char* name;
