@@ -155,24 +155,6 @@ TEST_F(DemoSites, TwoSitesLogInSideBySide) {
     EXPECT_FALSE(text("txtLogFTP_2").contains(u"SYST"_s));
 }
 
-TEST_F(DemoSites, BrowserWalksAndSorts) {
-    ASSERT_TRUE(driver_->logIn(1));
-    ASSERT_TRUE(driver_->waitForRow(u"pub"_s));
-    driver_->doubleClick(u"pub"_s);
-    ASSERT_TRUE(eventually([&] { return driver_->path() == u"/pub"_s && driver_->isIdle(1); }));
-    const QAbstractItemModel& model = *driver_->browser().model();
-    EXPECT_EQ(model.index(0, 0).data().toString(), u".."_s);
-    const QString last = model.index(model.rowCount() - 1, 0).data().toString();
-    driver_->select(last);
-    emit driver_->browser().headerClicked(0);
-    EXPECT_EQ(driver_->browser().currentIndex().data().toString(), last);
-    EXPECT_EQ(model.index(0, 0).data().toString(), u".."_s);
-    EXPECT_NE(model.index(model.rowCount() - 1, 0).data().toString(), last);
-
-    driver_->click("cmdBrowser_0");
-    EXPECT_TRUE(eventually([&] { return driver_->path() == u"/"_s; }));
-}
-
 TEST_F(DemoSites, BrowserChangesTheServer) {
     ASSERT_TRUE(driver_->logIn(1));
     driver_->press(Qt::Key_Insert);

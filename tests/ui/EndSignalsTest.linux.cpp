@@ -19,18 +19,5 @@ TEST(EndSignals, CloseTheWindowSoThatEverythingIsSaved) {
     }
 }
 
-// As nohup starts a program that is to outlive its terminal.
-TEST(EndSignals, LeaveAnIgnoredSignalIgnored) {
-    auto* const before = std::signal(SIGHUP, SIG_IGN);
-    {
-        WindowDriver driver(siteRecord("home", 1, "bob", "secret"));
-        const EndSignals watched(*driver.window);
-        ASSERT_EQ(std::raise(SIGHUP), 0);
-        QTest::qWait(50);
-        EXPECT_TRUE(driver.window->isVisible());
-    }
-    EXPECT_EQ(std::signal(SIGHUP, before), SIG_IGN);
-}
-
 } // namespace
 } // namespace corvel::test

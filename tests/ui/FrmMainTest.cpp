@@ -25,12 +25,6 @@ std::string onDisk(std::string_view lines) {
 
 const std::string oneSite = siteRecord("home", 1, "bob", "secret");
 
-TEST(FrmMain, TellsANewUserHowToStart) {
-    WindowDriver driver("");
-    const QList<QLabel*> hints = driver.window->findChildren<QLabel*>(u"lblNoSites"_s);
-    EXPECT_TRUE(std::ranges::any_of(hints, &QLabel::isVisible));
-}
-
 TEST(FrmMain, AddsAndEditsASite) {
     WindowDriver driver("");
     driver.chooseSitesMenu(6);

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QtTest/QTest>
 
@@ -135,39 +134,6 @@ TEST_F(ReportViewTest, CurrentRowIsKeptOrCleared) {
         view_.setSource(source(rows), mode);
         EXPECT_EQ(view_.currentRow(), after);
         EXPECT_EQ(view_.selectedRows(), after < 0 ? std::vector<int>{} : std::vector<int>{after});
-    }
-}
-
-TEST_F(ReportViewTest, SeveralRowsCanBeSelectedWhereAllowed) {
-    view_.setSource(source(5));
-    click(3);
-    QTest::mouseClick(view_.viewport(), Qt::LeftButton, Qt::ControlModifier, middleOf(1));
-    EXPECT_EQ(view_.selectedRows(), (std::vector<int>{1}));
-    view_.setMultiSelection(true);
-    for (const int row : {3, 4, 0}) {
-        QTest::mouseClick(view_.viewport(), Qt::LeftButton, Qt::ControlModifier, middleOf(row));
-    }
-    EXPECT_EQ(view_.selectedRows(), (std::vector<int>{0, 1, 3, 4}));
-}
-
-// Two fixed columns of five.
-TEST(ColumnMoves, LeaveTheFixedColumnsInFront) {
-    ReportView list;
-    ReportSource source;
-    source.columns.resize(5);
-    source.text = [](int, int) { return QString(); };
-    list.setSource(source);
-    list.letColumnsMove(2);
-    QHeaderView& header = *list.header();
-    const std::vector<std::pair<std::pair<int, int>, std::vector<int>>> cases = {{{2, 4}, {0, 1, 3, 4, 2}},
-                                                                                 {{3, 0}, {0, 1, 4, 3, 2}}};
-    for (const auto& [move, order] : cases) {
-        header.moveSection(move.first, move.second);
-        std::vector<int> shown;
-        for (int place = 0; place < header.count(); ++place) {
-            shown.push_back(header.logicalIndex(place));
-        }
-        EXPECT_EQ(shown, order) << move.first << " to " << move.second;
     }
 }
 
