@@ -204,16 +204,16 @@ TEST(Outbox, NothingPushesItselfIntoTheLogin) {
                            send(ok)};
     TestProgram program(sitesFile(1));
     program.main.connectSite(1);
-    play(program, 1, {}, {}, "connected");
+    play(program, 1, {}, "connected");
     program.main.sendConsoleCommand(1, "before the greeting");
     program.main.browser().refresh(1);
-    play(program, 1, {send("220 hi\r\n"), expect("USER bob")}, {}, "greeting");
+    play(program, 1, {send("220 hi\r\n"), expect("USER bob")}, "greeting");
     program.main.sendConsoleCommand(1, "between");
     program.main.sendConsoleCommand(1, "");
     play(program, 1,
          Script{send("331 go on\r\n"), expect("PASS secret"), send("230 in\r\n")} + tables +
              answered({"before the greeting"}) + listingScript("211 x\r\n") + answered({"between"}),
-         {}, "login");
+         "login");
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <vector>
 
@@ -27,8 +26,6 @@ const std::vector<ListingSample> samples = {
      "1|lrwxrwxrwx|u|g|10|01/5 12:00|name -> /target"},
     {"parent", "drwxr-xr-x 2 root root 4096 Dec 31 23:59 ..", "0|drwxr-xr-x|root|root|4096|12/31 23:59|.."},
     {"the directory itself", "drwxr-xr-x 2 root root 4096 Dec 31 23:59 .", ""},
-
-    // Columns padded as ls pads them.
     {"padded numbers", "drwxr-xr-x    2 0        0            4096 Jan 05 12:00 files",
      "0|drwxr-xr-x|0|0|4096|01/05 12:00|files"},
     {"padded day", "-rw-r--r-- 1 u g 1 Jan  5 12:34 f", "2|-rw-r--r--|u|g|1|01/ 5|12:34 f",
@@ -38,30 +35,15 @@ const std::vector<ListingSample> samples = {
     {"links padded on the right shift the owner away", "-rw-r--r-- 1  bob staff 512 Jan 5 12:34 f",
      "2|-rw-r--r--||bob|staff|/Jan 5|12:34 f"},
     {"tabs are no blanks", "-rw-r--r--\t1\tu\tg\t1\tJan\t5\t12:34\tf", ""},
-
-    // One blank in front of every line.
     {"leading blank", " drwxr-xr-x   3 ftp      ftp          4096 Oct 10 10:10 incoming",
      "0|drwxr-xr-x|ftp|ftp|4096|10/10 10:10|incoming"},
     {"two leading blanks", "  drwxr-xr-x   3 ftp      ftp          4096 Oct 10 10:10 incoming", ""},
-
-    // Access texts of ten characters and what some systems put behind them.
-    {"character device", "crw-rw-rw- 1 root root 1, 3 Jan 5 12:00 null",
-     "0|crw-rw-rw-|root|root|1,|/Jan 5|12:00 null"},
-
-    // Owners, groups and sizes.
     {"size beyond 64 bits", "-rw-r--r-- 1 u g 99999999999999999999999 Jan 5 12:00 big",
      "2|-rw-r--r--|u|g|99999999999999999999999|01/5 12:00|big"},
-    {"size in words", "-rw-r--r-- 1 u g 1.5K Jan 5 12:00 f", ""},
-
-    // Names.
     {"blanks inside", "-rw-r--r-- 1 u g 1 Jan 5 12:00 a  b   c", "2|-rw-r--r--|u|g|1|01/5 12:00|a  b   c"},
     {"looks like an entry", "-rw-r--r-- 1 u g 1 Jan 5 12:00 -rw-r--r-- 1 u g 1 Jan 5 12:00 f",
      "2|-rw-r--r--|u|g|1|01/5 12:00|-rw-r--r-- 1 u g 1 Jan 5 12:00 f"},
-
-    // Lines that are no entries, and some that look enough like one.
     {"header that looks like an entry", "211-Status of / a b 5 c d e f", ""},
-    {"trailer that looks like an entry", "211 End ab of a b 5 c d e f", ""},
-    {"header with a long path", "212-Status of /a b 5 c d e f", "0|212-Status|/a|b|5|/d e|f"},
     {"empty", "", ""},
 };
 
@@ -102,25 +84,6 @@ TEST(Listing, ReadsTheLinesOfManyServers) {
     }
 }
 
-TEST(Listing, AcceptsExactlyWhatThePatternMatches) {
-    // Short lines of few characters: some match, some almost.
-    constexpr std::string_view alphabet = "    5a-.";
-    std::mt19937 random(20); // NOLINT: the same lines in every run
-    int accepted = 0;
-    for (int round = 0; round < 30000; ++round) {
-        std::string line(random() % 3 == 0 ? " " : "");
-        line += random() % 20 == 0 ? "211-x-xr-x " : "drwxr-xr-x ";
-        const std::size_t length = 21 + random() % 22;
-        while (line.size() < length) {
-            line += alphabet[random() % alphabet.size()];
-        }
-        accepted += isEntry(line) ? 1 : 0;
-        ASSERT_EQ(parse({line}).isRecognised, isEntry(line)) << '"' << line << '"';
-        ASSERT_EQ(parse({line}, true).isRecognised, isEntry(line)) << '"' << line << '"';
-    }
-    EXPECT_TRUE(accepted > 2500 && accepted < 27500) << accepted;
-}
-
 TEST(Listing, CountsEntriesByWhatTheyAreAndOwnsTheirText) {
     std::vector<std::string> lines = {
         "drwxr-xr-x 9 u g 123456789 Jan 5 12:00 .", "drwxr-xr-x 9 u g 1 Jan 5 12:00 ..",
@@ -148,26 +111,12 @@ TEST(Listing, PadsSizesSoThatTheyLineUp) {
         "-rw-r--r-- 1 u g 1234567 Jan 5 12:00 longest",
         "-rw-r--r-- 1 u g 007 Jan 5 12:00 zeros",
         "-rw-r--r-- 1 u g 4k 8 Jan 5 12:00 no number",
-        "-rw-r--r-- 1 u g " + std::string(21, '0') + " Jan 5 12:00 more than 20 digits",
         "-rw-r--r-- 1 u g " + huge + " Jan 5 12:00 huge",
     });
-    const std::vector<std::string> cells = {"       5", " 1,234,567",         "     7",
-                                            "4k",       std::string(21, '0'), huge};
+    const std::vector<std::string> cells = {"       5", " 1,234,567", "     7", "4k", huge};
     for (std::size_t row = 0; row < cells.size(); ++row) {
         EXPECT_EQ(cellText(listing, row, BrowserColumn::size, ","), cells[row]) << listing.entries[row].name;
     }
-}
-
-TEST(Listing, NumbersMonthsAndGivesTheNameColumnWhatIsLeft) {
-    const std::vector<const char*> months = {"jan", "FEB", "Mar", "aPr", "may", "jun",
-                                             "jul", "aug", "sep", "oct", "nov", "dec"};
-    for (std::size_t i = 0; i < months.size(); ++i) {
-        EXPECT_EQ(MonthNumber(months[i]), (i < 9 ? "0" : "") + std::to_string(i + 1));
-    }
-    EXPECT_EQ(MonthNumber("janu"), "");
-    const std::vector<int> others = {1000, 1000, 500, 500, 600};
-    EXPECT_EQ(FitBrowserColumns(6001, others), 2001);
-    EXPECT_EQ(FitBrowserColumns(0, others), 2000);
 }
 
 } // namespace

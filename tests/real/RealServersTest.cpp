@@ -4,12 +4,10 @@
 #include <QDir>
 #include <QFile>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
-#include <QTimeZone>
 
 #include <gtest/gtest.h>
 
@@ -107,15 +105,11 @@ const passwd& sessionAccount() {
 // A port on which nothing listens, from below those that the system gives to outgoing connections and to
 // whoever asks for any: nobody takes it between this look and the server's start.
 std::uint16_t freePort() {
-    constexpr int first = 20000;
-    constexpr int count = 10000;
-    for (int tried = 0; tried < count; ++tried) {
-        const auto port = static_cast<std::uint16_t>(first + (static_cast<int>(getpid()) + tried) % count);
-        if (QTcpServer probe; probe.listen(QHostAddress::LocalHost, port)) {
-            return port;
-        }
+    auto port = static_cast<std::uint16_t>(20000 + getpid() % 10000);
+    for (QTcpServer probe; !probe.listen(QHostAddress::LocalHost, port);) {
+        ++port;
     }
-    throw std::runtime_error("no free port on loopback");
+    return port;
 }
 
 // One such server as a process of its own, listening on loopback, over a scratch home whose directory work it
@@ -153,9 +147,7 @@ class RealServer {
     RealServer& operator=(const RealServer&) = delete;
 
     // How a site logs in to it.
-    std::string site(const char* with = password) const {
-        return siteRecord("real", port_, isProftpd_ ? "corvel" : "ftp", with);
-    }
+    std::string site() const { return siteRecord("real", port_, isProftpd_ ? "corvel" : "ftp", password); }
     // The directory work as the machine names it, and as the server does.
     QString localPath() const { return scratch_.filePath(u"home/work"_s); }
     QString serverPath() const { return isRoot() ? u"/work"_s : localPath(); }
@@ -172,10 +164,6 @@ class RealServer {
             writeFile(u"home/work/"_s + file, "text\n");
         }
         QFile::link(u"dir"_s, localPath() + u"/link"_s);
-        QFile old(writeFile(u"home/work/old.txt"_s, "old\n")); // servers pad its day and year
-        const QDateTime dated(QDate(2020, 1, 5), QTime(12, 0), QTimeZone::utc());
-        require(old.open(QIODevice::ReadWrite) && old.setFileTime(dated, QFileDevice::FileModificationTime),
-                "old.txt could not be dated");
         if (isRoot()) {
             const std::filesystem::path top = localPath().toStdString();
             const passwd& account = sessionAccount();
@@ -261,13 +249,10 @@ INSTANTIATE_TEST_SUITE_P(Kinds, RealServers, testing::Values(ServerKind::proftpd
                          });
 
 TEST_P(RealServers, AreWalkedAndChanged) {
-    ASSERT_TRUE(driver_.logIn(1)) << driver_.find<QPlainTextEdit>("txtLogFTP_1").toPlainText().toStdString();
+    ASSERT_TRUE(driver_.logIn(1));
     driver_.window->program().sendConsoleCommand(1, "CWD " + server_.serverPath().toStdString());
     driver_.refresh();
     ASSERT_TRUE(arrivesAt(u""_s) && driver_.waitForRow(u"Grüße.txt"_s));
-    const int old = driver_.rowOf(u"old.txt"_s);
-    ASSERT_GE(old, 0);
-    EXPECT_EQ(driver_.browser().model()->index(old, 2).data().toString().right(4), u"2020"_s);
     driver_.doubleClick(u"link -> dir"_s);
     ASSERT_TRUE(driver_.waitForRow(u"inner.txt"_s) && eventually([&] { return driver_.isIdle(1); }));
     driver_.doubleClick(u".."_s);
@@ -301,15 +286,6 @@ TEST_P(RealServers, AreWalkedAndChanged) {
 
     driver_.chooseSitesMenu(1);
     EXPECT_FALSE(driver_.session(1).bLoggedIn);
-}
-
-TEST_P(RealServers, SaysWhyALoginIsRefused) {
-    WindowDriver stranger(server_.site("wrong"));
-    stranger.chooseSitesMenu(0);
-    EXPECT_TRUE(eventually([&] {
-        return stranger.find<QPlainTextEdit>("txtLogFTP_1").toPlainText().contains(u"530 Login incorrect."_s);
-    }));
-    EXPECT_FALSE(stranger.session(1).bLoggedIn);
 }
 
 } // namespace

@@ -47,21 +47,8 @@ std::string TestProgram::console(int site) const {
 std::string TestProgram::commandResults(int site) const {
     return replaceAll(session(site).commandResultsLog.text(), "12:34:56 ", "");
 }
-std::vector<Cutting> everyCutting(const Script& script) {
-    std::size_t bytes = 0;
-    for (const Step& step : script) {
-        bytes += step.kind == Step::Kind::send ? step.text.size() : 0;
-    }
-    std::vector<Cutting> cuttings = {{}, {.pieceSize = 1}};
-    for (std::size_t position = 1; position < bytes; ++position) {
-        cuttings.push_back({.cutAt = position});
-    }
-    return cuttings;
-}
-
-void play(TestProgram& program, int site, const Script& script, Cutting cutting, const std::string& name) {
-    SCOPED_TRACE(name + ", pieces of " + std::to_string(cutting.pieceSize) + ", cut at " +
-                 std::to_string(cutting.cutAt));
+void play(TestProgram& program, int site, const Script& script, const std::string& name, std::size_t cutAt) {
+    SCOPED_TRACE(name + ", cut at " + std::to_string(cutAt));
     FakeSocket& socket = program.socket(site);
     if (socket.current == SocketState::connecting) {
         socket.current = SocketState::connected;
@@ -82,10 +69,8 @@ void play(TestProgram& program, int site, const Script& script, Cutting cutting,
         }
         case Step::Kind::send:
             while (!text.empty()) {
-                std::size_t size = std::min(text.size(), cutting.pieceSize);
-                if (delivered < cutting.cutAt) {
-                    size = std::min(size, cutting.cutAt - delivered);
-                }
+                const std::size_t size =
+                    delivered < cutAt ? std::min(text.size(), cutAt - delivered) : text.size();
                 program.main.wSock_DataArrival(site, text.substr(0, size));
                 delivered += size;
                 text.erase(0, size);

@@ -56,19 +56,11 @@ inline Step hangUp() {
 
 using Script = std::vector<Step>;
 
-// How the server's bytes reach the client: in pieces of at most pieceSize bytes, and cut once more at byte
-// cutAt of everything that the script sends.
-struct Cutting {
-    std::size_t pieceSize = std::string::npos;
-    std::size_t cutAt = std::string::npos;
-};
-
-// Every way of cutting that a conversation is tried in: whole, byte by byte, and once at every position.
-std::vector<Cutting> everyCutting(const Script& script);
-
 // Plays the server of a site that is connecting or connected. Fails the test when the client sends another
-// line than the script expects, or any line more. name: which conversation, for the failure's text.
-void play(TestProgram& program, int site, const Script& script, Cutting cutting, const std::string& name);
+// line than the script expects, or any line more. name: which conversation, for the failure's text. cutAt:
+// where everything that the server sends is cut in two; otherwise each text of the script arrives as a whole.
+void play(TestProgram& program, int site, const Script& script, const std::string& name,
+          std::size_t cutAt = std::string::npos);
 
 // The login of "bob" up to the point where the client's own commands are answered: the tables with
 // "500 Unknown" and the root directory as empty.
@@ -89,9 +81,7 @@ struct LoggedIn : TestProgram {
     void logIn();
 
     // Plays the server of site 1.
-    void answer(const Script& script, const std::string& name, Cutting cutting = {}) {
-        play(*this, 1, script, cutting, name);
-    }
+    void answer(const Script& script, const std::string& name) { play(*this, 1, script, name); }
 };
 
 } // namespace corvel::test
