@@ -1,5 +1,7 @@
 #include "browser/Listing.h"
 
+#include "browser/Order.h"
+#include "browser/RemoteList.h"
 #include "common/Text.h"
 
 #include <gtest/gtest.h>
@@ -116,6 +118,107 @@ TEST(Listing, PadsSizesSoThatTheyLineUp) {
     const std::vector<std::string> cells = {"       5", " 1,234,567", "     7", "4k", huge};
     for (std::size_t row = 0; row < cells.size(); ++row) {
         EXPECT_EQ(cellText(listing, row, BrowserColumn::size, ","), cells[row]) << listing.entries[row].name;
+    }
+}
+
+using Column = BrowserColumn;
+using Type = BrowserEntryType;
+using enum SortOrder;
+
+// The names of entries in the order in which they are shown.
+std::string shown(std::vector<BrowserEntry> entries, BrowserSort sort = {}) {
+    BrowserListing listing;
+    listing.entries = std::move(entries);
+    std::string names;
+    for (const std::uint32_t row : displayOrder(listing, sort)) {
+        names.append(names.empty() ? "" : " ").append(listing.entries[row].name);
+    }
+    return names;
+}
+
+TEST(Order, GroupsByTypeThenSortsTheColumn) {
+    const std::vector<BrowserEntry> entries = {
+        {.name = "b", .date = "02/1 2020", .owner = "Ann", .size = "20", .type = Type::file},
+        {.name = "A", .date = "01/1 2021", .owner = "ann", .size = "100", .type = Type::file},
+        {.name = "z", .date = "12/1 2019", .owner = "bob", .size = "9", .type = Type::directory},
+        {.name = "..", .date = "03/1 2019", .owner = "zed", .size = "4096", .type = Type::directory},
+        {.name = "l", .date = "03/1 2019", .owner = "zed", .size = "3", .type = Type::link},
+        {.name = "C", .date = "03/1 2019", .owner = "ANN", .size = "3", .type = Type::file},
+        {.name = "K", .date = "12/1 2018", .owner = "bob", .size = "10", .type = Type::link},
+    };
+    EXPECT_EQ(shown(entries, {Column::name, ascending}), ".. z K l A b C");
+    EXPECT_EQ(shown(entries, {Column::name, descending}), ".. z l K C b A");
+    EXPECT_EQ(shown(entries, {Column::size, ascending}), ".. z l K C b A");
+    EXPECT_EQ(shown(entries, {Column::owner, descending}), ".. z l K b A C") << "ties as sent";
+}
+
+TEST(Order, ComparesWholeTextsInTheirEncodingAndSizesAsNumbers) {
+    EXPECT_EQ(shown({{.name = "\u00C9s"}, {.name = "\u00E9r"}, {.name = "z"}}), "z \u00E9r \u00C9s");
+    EXPECT_EQ(shown({{.name = "\xC9s"}, {.name = "\xE9r"}, {.name = "\x80"}}), "\xE9r \xC9s \x80");
+    const std::string huge(60000, '9');
+    EXPECT_EQ(shown({{.name = "word", .size = "4k"},
+                     {.name = "huge", .size = huge},
+                     {.name = "most", .size = "18446744073709551615"},
+                     {.name = "twelve", .size = "0012"},
+                     {.name = "nine", .size = "9"}},
+                    {Column::size, ascending}),
+              "nine twelve most word huge");
+}
+
+using Since = RemoteList::Since;
+
+// So many files of one name, and "z".
+BrowserListing files(std::size_t count) {
+    BrowserListing listing;
+    listing.entries.assign(count, {.name = "file", .type = BrowserEntryType::file});
+    listing.entries.push_back({.name = "z", .type = BrowserEntryType::file});
+    return listing;
+}
+
+TEST(RemoteList, SaysWhyNothingCanBeDoneWithItsRows) {
+    RemoteList list;
+    const auto says = [&list](const char* part) {
+        return whyNotUsable(list).find(part) != std::string_view::npos;
+    };
+    EXPECT_TRUE(says("no directory"));
+    list.since = Since::movedAway;
+    EXPECT_TRUE(says("another directory"));
+    list.since = Since::connectionEnded;
+    EXPECT_TRUE(says("connection ended"));
+    list.since = Since::listed;
+    EXPECT_EQ(whyNotUsable(list), "");
+    list.navigations = 1;
+    EXPECT_TRUE(says("on its way"));
+}
+
+TEST(RemoteList, KeepsTheSelectedEntryInTheSameDirectory) {
+    struct Row {
+        Since since;
+        const char* directory;
+        std::size_t others; // beside the entry
+        int row;
+    };
+    const std::vector<Row> table = {
+        {Since::listed, "/pub", 5, 5},
+        {Since::listed, "/pub", 30000, 30000}, // a long list is ordered later
+        {Since::listed, "/other", 5, -1},
+        {Since::movedAway, "/pub", 5, -1}, // nobody knows which directory
+    };
+    for (const Row& row : table) {
+        SCOPED_TRACE(row.directory + std::to_string(row.others));
+        RemoteList list;
+        dropRows(list, "/pub");
+        showListing(list, files(3));
+        list.row = 3;
+        list.since = row.since;
+        dropRows(list, row.directory);
+        EXPECT_EQ(entryAt(list, 0), nullptr);
+        showListing(list, files(row.others));
+        EXPECT_EQ(list.isArranged, row.others < 30000);
+        EXPECT_EQ(entryAt(list, 0) != nullptr, list.isArranged);
+        arrange(list);
+        EXPECT_EQ(list.row, row.row);
+        EXPECT_EQ(whyNotUsable(list), "");
     }
 }
 
