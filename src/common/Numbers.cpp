@@ -36,17 +36,39 @@ std::string_view numberPart(std::string_view text) {
     return text.substr(start, end - start);
 }
 
-long double exactNumber(std::string_view text) {
-    const std::string_view part = numberPart(text);
-    long double number = 0;
-    const auto result =
-        std::from_chars(part.data(), part.data() + part.size(), number, std::chars_format::fixed);
-    const std::string_view whole = part.substr(0, part.find('.'));
-    if (result.ec == std::errc::result_out_of_range && whole.find_first_of("123456789") != whole.npos) {
-        number = std::numeric_limits<long double>::infinity(); // too large rather than too small
-        return whole.front() == '-' ? -number : number;
+// A product without its sign.
+struct Product {
+    bool isNegative;
+    std::uint64_t value;
+};
+
+// The number that part spells times factor, exact but for being rounded, halves to even; nothing where 64
+// bits do not hold what comes up on the way.
+std::optional<Product> product(std::string_view part, std::uint64_t factor) {
+    constexpr std::size_t mostDigits = std::numeric_limits<std::uint64_t>::digits10;
+    const bool isNegative = part.starts_with('-');
+    part.remove_prefix(std::min(part.find_first_not_of("-0"), part.size()));
+    const std::size_t point = std::min(part.find('.'), part.size());
+    const std::string_view fraction = part.substr(std::min(point + 1, part.size()));
+    const std::string_view kept = fraction.substr(0, mostDigits - std::min(point, mostDigits));
+    const bool isMore = fraction.find_first_not_of('0', kept.size()) != std::string_view::npos;
+    const std::string digits = "0" + std::string(part.substr(0, point)) + std::string(kept);
+    std::uint64_t value = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), value).ec != std::errc()) {
+        return std::nullopt;
     }
-    return number;
+    std::uint64_t divisor = 1;
+    for (std::size_t i = 0; i < kept.size(); ++i) {
+        (factor % 10 == 0 ? factor /= 10 : divisor *= 10);
+    }
+    if (value > std::numeric_limits<std::uint64_t>::max() / factor) {
+        return std::nullopt;
+    }
+    const std::uint64_t rest = value * factor % divisor;
+    value = value * factor / divisor;
+    const bool isHalf = rest == divisor - rest;
+    return Product{isNegative,
+                   value + (rest > divisor - rest || (isHalf && (isMore || value % 2 == 1)) ? 1U : 0U)};
 }
 
 template <typename Integer>
@@ -68,24 +90,19 @@ Integer orThrow(std::optional<Integer> number, std::string_view text, std::strin
     return number ? *number : throw ConversionError(text, expected);
 }
 
-// number as numberText writes it.
-template <typename Number>
-std::string decimalText(Number number, int decimals) {
-    std::array<char, 330> buffer;
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                                      std::chars_format::fixed, decimals);
-    std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
-    if (decimals > 0) {
-        text = text.substr(0, text.find_last_not_of('0') + 1);
-        text = text.substr(0, text.find_last_not_of('.') + 1);
-    }
-    return text == "-0" ? "0" : std::string(text);
-}
-
 } // namespace
 
 double leadingNumber(std::string_view text) {
-    return static_cast<double>(exactNumber(text));
+    const std::string_view part = numberPart(text);
+    double number = 0;
+    const auto result =
+        std::from_chars(part.data(), part.data() + part.size(), number, std::chars_format::fixed);
+    const std::string_view whole = part.substr(0, part.find('.'));
+    if (result.ec == std::errc::result_out_of_range && whole.find_first_of("123456789") != whole.npos) {
+        number = std::numeric_limits<double>::infinity(); // too large rather than too small
+        return whole.front() == '-' ? -number : number;
+    }
+    return number;
 }
 
 bool hasLeadingNumber(std::string_view text) {
@@ -122,12 +139,12 @@ std::int32_t toInt32(std::string_view text) {
 }
 
 std::int64_t toCurrency(std::string_view text) {
-    constexpr long double limit = 9223372036854775808.0L; // 2 to the power of 63
-    const long double amount = std::nearbyint(exactNumber(text) * 10000);
-    if (!isNumber(text) || amount < -limit || amount >= limit) {
+    const std::optional<Product> amount = isNumber(text) ? product(numberPart(text), 10000) : std::nullopt;
+    const auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    if (!amount || amount->value > most + (amount->isNegative ? 1 : 0)) {
         throw ConversionError(text, "amount");
     }
-    return static_cast<std::int64_t>(amount);
+    return static_cast<std::int64_t>(amount->isNegative ? 0 - amount->value : amount->value);
 }
 
 bool toBoolean(std::string_view text) {
@@ -139,12 +156,23 @@ bool toBoolean(std::string_view text) {
 }
 
 std::string numberText(double number, int decimals) {
-    return decimalText(number, decimals);
+    std::array<char, 330> buffer;
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                                      std::chars_format::fixed, decimals);
+    std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
+    if (decimals > 0) {
+        text = text.substr(0, text.find_last_not_of('0') + 1);
+        text = text.substr(0, text.find_last_not_of('.') + 1);
+    }
+    return text == "-0" ? "0" : std::string(text);
 }
 
 std::string wholeNumberText(std::string_view text, std::uint32_t factor) {
-    constexpr long double longest = std::numeric_limits<double>::max();
-    return decimalText(std::clamp(exactNumber(text) * factor, -longest, longest), 0);
+    constexpr double longest = std::numeric_limits<double>::max();
+    if (const std::optional<Product> exact = product(numberPart(text), factor)) {
+        return (exact->isNegative && exact->value != 0 ? "-" : "") + std::to_string(exact->value);
+    }
+    return numberText(std::clamp(leadingNumber(text) * factor, -longest, longest), 0);
 }
 
 std::string groupThousands(std::string_view digits, std::string_view separator) {

@@ -65,6 +65,7 @@ TEST(Numbers, AreKeptToTheRangeOfTheirKind) {
     expectReads<std::int64_t>(toCurrency,
                               {{" -1.5 ", -15000},
                                {"0.00015", 2},
+                               {"0.00005000000000000000000001", 1},
                                {"922337203685477.5807", std::numeric_limits<std::int64_t>::max()},
                                {"-922337203685477.5808", std::numeric_limits<std::int64_t>::min()}},
                               {"922337203685477.5808", "", ".", "12x", "1 2", "1e5"});
@@ -81,6 +82,8 @@ TEST(Numbers, AreWritten) {
         EXPECT_EQ(wholeNumberText(text), written) << text;
     }
     EXPECT_EQ(wholeNumberText("0.00146484375", 1024), "2");
+    EXPECT_EQ(wholeNumberText("9007199254740993", 1024), "9223372036854776832");
+    EXPECT_EQ(wholeNumberText("0001234567890123456789"), "1234567890123456789");
     EXPECT_EQ(wholeNumberText(std::string(6000, '9')).size(), 309U);
     EXPECT_EQ(numberText(1.5, 2) + numberText(0.125, 2) + numberText(100, 2), "1.50.12100");
 }
