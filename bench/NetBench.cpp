@@ -1,4 +1,4 @@
-#include "app/ReplyHandlers.h"
+#include "app/mdlMain.h"
 #include "net/CommandChannel.h"
 #include "net/ReplyBuffer.h"
 #include "support/TestPorts.h"

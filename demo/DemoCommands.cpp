@@ -1,7 +1,6 @@
 #include "demo/DemoCommands.h"
 
 #include "common/Text.h"
-#include "demo/DemoContents.h"
 #include "demo/DemoWords.h"
 
 #include <algorithm>

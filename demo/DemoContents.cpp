@@ -1,5 +1,4 @@
-#include "demo/DemoContents.h"
-
+#include "demo/DemoCommands.h"
 #include "demo/DemoWords.h"
 
 #include <algorithm>

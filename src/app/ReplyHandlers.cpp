@@ -1,7 +1,5 @@
-#include "app/ReplyHandlers.h"
-
 #include "admin/AccountLists.h"
-#include "app/AccountTable.h"
+#include "app/mdlMain.h"
 #include "browser/BrowserCommands.h"
 #include "browser/FileDialogs.h"
 

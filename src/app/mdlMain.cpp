@@ -1,6 +1,5 @@
 #include "app/mdlMain.h"
 
-#include "app/ReplyHandlers.h"
 #include "config/Files.h"
 
 #include <algorithm>

@@ -14,11 +14,16 @@
 #include "net/Statistics.h"
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace corvel {
+
+// The table of every reply kind: code, echo, and what is done with the answer. A new kind is one entry here
+// and one parser.
+std::span<const ReplyHandler> replyHandlers();
 
 // What the program needs from the outside world. Everything is borrowed and must outlive mdlMain.
 struct Ports {

@@ -6,7 +6,7 @@
 
 namespace corvel {
 
-// The first running process whose program file's path, lower-cased, matches pattern as common/Pattern has it;
+// The first running process whose program file's path, lower-cased, matches pattern as common/Text has it;
 // 0 when there is none. pattern: UTF-8, lower-cased as foldCase does. Processes whose program cannot be seen
 // are passed over.
 ProcessId FindProcessByPath(std::string_view pattern);

@@ -27,7 +27,6 @@ class SettingsPanel : public QWidget {
     // with the entry.
     void startTest(QLineEdit& entry);
     void stopTest() { test_.stop(); }
-    bool isTesting() const { return test_.isActive(); }
 
   signals:
     void testWanted();

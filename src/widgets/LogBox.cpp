@@ -47,6 +47,11 @@ void LogBox::setLogFont(const QString& family, int pointSize) {
 
 void LogBox::showText() {
     isUpdateDue_ = false;
+    if (textCursor().hasSelection()) { // somebody is about to copy it; what is new is shown when he lets go
+        connect(this, &QPlainTextEdit::selectionChanged, this, &LogBox::scheduleUpdate,
+                static_cast<Qt::ConnectionType>(Qt::UniqueConnection | Qt::SingleShotConnection));
+        return;
+    }
     setPlainText(text_());
     moveCursor(QTextCursor::End);
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());

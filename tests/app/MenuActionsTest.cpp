@@ -73,19 +73,6 @@ TEST(MenuActions, MenusAreMadeForTheSelectedRow) {
     EXPECT_EQ(program.first(MenuKind::groupList), "staff,1");
 }
 
-TEST(MenuActions, ConnectionsAreNamedAsTheListShowsThem) {
-    Choosing program;
-    program.main.tmrRefreshWho_Timer(1, false);
-    program.answer({expect("SITE CorvelExt who"),
-                    send("200-cid | bob | staff | 101 | ftp | id | 10.0.0.1 | host | data | NOOP | 200 | "
-                         "/srv/a b | /a b | 0 | 95 | 0 | 0 | 0\r\n200 end\r\n")},
-                   "who");
-    for (const auto& [row, command] : {std::pair(-1, " @ "), {1, " @ "}, {0, "101 id@10.0.0.1 /a b"}}) {
-        program.main.selectActivityRow(1, row);
-        EXPECT_EQ(program.first(MenuKind::activity), command);
-    }
-}
-
 TEST(MenuActions, FtpSendsNamesInTheServersBytes) {
     Choosing program;
     EXPECT_EQ(program.run(program.itemFor(directoryRow).command), (Texts{"site wipe gr\xF6\xDF\x65"}));

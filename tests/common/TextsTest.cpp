@@ -32,20 +32,6 @@ TEST(Text, IsSplitAndJoined) {
     EXPECT_EQ(replaceAll("aaa", "a", "aa"), "aaaaaa");
 }
 
-TEST(Text, FieldsAreCutWhereSplitCuts) {
-    for (const std::string_view text : {"", "a | b", " | | ", " | |  |  | ", "x | y | z | w", "|||  | ||"}) {
-        const std::vector<std::string_view> pieces = split(text, fieldSeparator);
-        for (std::size_t count = 1; count <= 5; ++count) {
-            std::vector<std::string_view> fields(count);
-            ASSERT_EQ(cutFields(text, fields), pieces.size() == count) << '"' << text << "\" into " << count;
-            ASSERT_EQ(cutLeadingFields(text, fields), pieces.size() >= count) << '"' << text << '"';
-            if (pieces.size() >= count) {
-                EXPECT_EQ(fields, split(text, fieldSeparator, count)) << '"' << text << '"';
-            }
-        }
-    }
-}
-
 TEST(Text, CaseOfLetters) {
     EXPECT_EQ(toLower("AZ[@\xC4"), "az[@\xC4"); // nothing but A to Z, whatever the encoding
     const std::vector<std::pair<std::string, std::string>> sameText = {

@@ -1,4 +1,3 @@
-#include "ui/SettingsPanel.h"
 #include "ui/WindowDriver.h"
 
 #include <QCheckBox>
@@ -23,9 +22,6 @@ class SettingsTab : public DemoWindow {
         return (isShown ? u"x "_s : u"- "_s) + cell(row, 1) + u' ' + cell(row, 2) + u' ' + cell(row, 3);
     }
     std::string stored(const char* key) { return driver_->store.value(key).value_or("nothing"); }
-
-    QString console() { return QString::fromStdString(driver_->session(1).consoleLog.text()).remove(u'\r'); }
-    bool isTesting() { return driver_->window->findChild<SettingsPanel*>()->isTesting(); }
 };
 
 TEST_F(SettingsTab, TheDialogChangesColumnsAndColors) {
@@ -61,29 +57,6 @@ TEST_F(SettingsTab, TheDialogChangesColumnsAndColors) {
     EXPECT_EQ(stored("activitylist_autosize_2"), "False");
     EXPECT_EQ(stored("activitylist_use_colors"), "1");
     EXPECT_EQ(stored("activitylist_color_up_bg"), "197121");
-}
-
-TEST_F(SettingsTab, TheLoadTestRunsWhileTheBoxIsCheckedAndTheWindowIsOpen) {
-    ASSERT_TRUE(driver_->logIn(1));
-    press("Command1");
-    EXPECT_TRUE(eventually([&] { return !isTesting(); })) << "the box is not checked";
-    EXPECT_FALSE(console().contains(u"site test list"_s));
-
-    box("chkAlwaysOnTop").click();
-    press("Command1");
-    ASSERT_TRUE(eventually([&] { return console().count(u"> site test list\n"_s) > 60; }));
-    press("cmdConfigRehash");
-    EXPECT_TRUE(eventually([&] { return console().contains(u"> SITE config rehash"_s); }));
-    EXPECT_TRUE(isTesting());
-    box("chkAlwaysOnTop").click();
-    EXPECT_TRUE(eventually([&] { return !isTesting() && driver_->isIdle(1); }));
-
-    box("chkAlwaysOnTop").click();
-    press("Command1");
-    ASSERT_TRUE(isTesting());
-    driver_->close();
-    EXPECT_FALSE(isTesting());
-    EXPECT_TRUE(driver_->waitForIdle());
 }
 
 } // namespace

@@ -47,23 +47,5 @@ TEST(ImageLists, EachKeyReplacesItsOwnImage) {
     }
 }
 
-TEST(ImageLists, WhatCannotReplaceAnImageLeavesIt) {
-    const TemporaryDirectory directory;
-    const std::string picture = writePicture(directory);
-    directory.write("text.png", "no picture");
-    const std::vector<std::pair<std::string, int>> cases = {
-        {picture, 0},
-        {picture, 3},
-        {directory.fileNamed("missing.png"), 1},
-        {directory.fileNamed("text.png"), 1},
-    };
-    const ImageLists builtIn;
-    for (const auto& [fileName, index] : cases) {
-        ImageLists lists;
-        lists.ReplaceImage(ImageList::sites, fileName, index);
-        EXPECT_EQ(shown(lists, "site-connected"), shown(builtIn, "site-connected")) << fileName << index;
-    }
-}
-
 } // namespace
 } // namespace corvel::test

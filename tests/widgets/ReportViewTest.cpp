@@ -1,5 +1,7 @@
 #include "widgets/ReportView.h"
 
+#include "widgets/LogBox.h"
+
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QLineEdit>
@@ -74,6 +76,15 @@ TEST_F(ReportViewTest, ClicksAndKeysAreReportedOnceEach) {
     EXPECT_EQ(takeEvents(), (Events{"picked 2", "double 2"}));
 }
 
+TEST_F(ReportViewTest, APressThatSlipsToTheNextRowPicksTheHighlightedOne) {
+    view_.setSource(source(3));
+    QTest::mousePress(view_.viewport(), Qt::LeftButton, {}, middleOf(0));
+    QTest::mouseMove(view_.viewport(), middleOf(1));
+    QTest::mouseRelease(view_.viewport(), Qt::LeftButton, {}, middleOf(1));
+    EXPECT_EQ(view_.currentRow(), 1);
+    EXPECT_EQ(takeEvents().back(), "picked 1");
+}
+
 TEST_F(ReportViewTest, ContextMenuNamesTheRowUnderTheMouseOrTheCurrentRow) {
     view_.setSource(source(5));
     const auto openMenu = [this](QContextMenuEvent::Reason reason, QPoint position) {
@@ -135,6 +146,19 @@ TEST_F(ReportViewTest, CurrentRowIsKeptOrCleared) {
         EXPECT_EQ(view_.currentRow(), after);
         EXPECT_EQ(view_.selectedRows(), after < 0 ? std::vector<int>{} : std::vector<int>{after});
     }
+}
+
+TEST(LogBox, ASelectionIsKeptUntilItIsLetGo) {
+    QString log = u"first line"_s;
+    LogBox box([&] { return log; });
+    box.scheduleUpdate();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return box.toPlainText() == log; }));
+    box.selectAll();
+    log += u"\nsecond line"_s;
+    box.scheduleUpdate();
+    EXPECT_FALSE(QTest::qWaitFor([&] { return !box.textCursor().hasSelection(); }, 100));
+    box.moveCursor(QTextCursor::Start);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return box.toPlainText() == log; }));
 }
 
 } // namespace

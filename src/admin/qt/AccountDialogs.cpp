@@ -2,10 +2,17 @@
 
 #include "widgets/TextConversion.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QKeyEvent>
+#include <QPushButton>
+#include <QSignalBlocker>
 #include <QTimer>
+
+#include <algorithm>
+#include <utility>
 
 namespace corvel {
 
@@ -20,6 +27,15 @@ class CopyNameEdit : public OneLineEdit {
         }
     }
 };
+
+constexpr int boxColumns = 6;
+
+QPushButton* maskButton(int index, const QString& caption) {
+    auto* const button = new QPushButton(caption);
+    button->setObjectName(elementName("cmdUserAddDelIp", index));
+    button->setAutoDefault(false);
+    return button;
+}
 
 // Opens a dialog for the site. send: gives why the form cannot be sent, or nothing when it was.
 template <typename Dialog, typename Form, typename Send>
@@ -168,6 +184,170 @@ void openUserSections(mdlMain& program, int site, const clsUser& user, QWidget* 
         program, site, parent, sectionsForm(user),
         [uid = user.iUID](AdminActions& admin, const SiteSession& /*session*/, int of,
                           const SectionsForm& form) { return admin.changeSections(of, uid, form); });
+}
+
+frmAddUser::frmAddUser(Opening opening, Accept accept, QWidget* parent)
+    : FormDialog("frmAddUser", tr("Add user"), std::move(opening), std::move(accept), parent) {
+    auto* const layout = new QVBoxLayout(this);
+    auto* const columns = new QHBoxLayout;
+    layout->addLayout(columns, 1);
+    const int gap = fontMetrics().averageCharWidth();
+    columns->addLayout(createAccount(), 1);
+    columns->addSpacing(gap);
+    columns->addLayout(createGroups(), 1);
+    columns->addSpacing(gap);
+    columns->addLayout(createMasks(), 1);
+    layout->addWidget(buttons());
+    boxes_.show();
+}
+
+// Captions stand in the even columns, boxes in the odd ones; a text reaches across all of them.
+QLayout* frmAddUser::createAccount() {
+    auto* const layout = new QGridLayout;
+    layout->setColumnStretch(boxColumns - 1, 1);
+    const auto addRow = [layout](QWidget& box, const char* name, const QString& caption) {
+        const int row = layout->rowCount();
+        layout->addWidget(labelFor(box, name, caption), row, 0);
+        layout->addWidget(&box, row, 1, 1, boxColumns - 1);
+    };
+    const auto addText = [&](std::string& member, const char* name, const QString& caption) {
+        BytesEdit* const box = boxes_.add(member);
+        addRow(*box, name, caption);
+        return box;
+    };
+    addText(form_.txtUserName, "txtUserName", tr("User &name:"));
+    addText(form_.txtPassword, "txtPassword", tr("&Password:"))->setEchoMode(QLineEdit::Password);
+    txtMainGroup_ = new QComboBox;
+    for (const SelectableEntry& group : form_.lstAllGroup) {
+        txtMainGroup_->addItem(displayTextOf(group.sText));
+    }
+    txtMainGroup_->setCurrentIndex(-1);
+    connect(txtMainGroup_, &QComboBox::currentIndexChanged, this, &frmAddUser::mainGroupChanged);
+    addRow(*txtMainGroup_, "txtMainGroup", tr("Main &group:"));
+    addText(form_.txtUserFlags, "txtUserFlags", tr("&Flags:"));
+    addText(form_.txtUserTagLine, "txtUserTagLine", tr("&Tagline:"))->selectSampleOnFocus(taglinePlaceholder);
+    addNumbers(*layout, {{&form_.txtUserCredits, "txtUserCredits", tr("&Credits (MB):")},
+                         {&form_.txtRatio, "txtRatio", tr("&Ratio:")}});
+    addNumbers(*layout, {{&form_.txtNumOfLogins[0], "txtNumOfLogins_0", tr("FTP logins:")},
+                         {&form_.txtNumOfLogins[1], "txtNumOfLogins_1", tr("telnet:")},
+                         {&form_.txtNumOfLogins[2], "txtNumOfLogins_2", tr("HTTP:")}});
+    addNumbers(*layout, {{&form_.txtUserBwUp, "txtUserBwUp", tr("Upload limit (kB/s):")},
+                         {&form_.txtUserBwDn, "txtUserBwDn", tr("download:")}});
+    layout->setRowStretch(layout->rowCount(), 1);
+    return layout;
+}
+
+void frmAddUser::addNumbers(QGridLayout& layout, const std::vector<NumberBox>& boxes) {
+    const int row = layout.rowCount();
+    int column = 0;
+    for (const NumberBox& box : boxes) {
+        BytesEdit* const edit = boxes_.add(*box.member);
+        QLabel* const label = labelFor(*edit, box.name, box.caption);
+        setDigitsWide(*edit, 6);
+        layout.addWidget(label, row, column, column == 0 ? Qt::Alignment() : Qt::AlignRight);
+        layout.addWidget(edit, row, column + 1, Qt::AlignLeft);
+        column += 2;
+    }
+}
+
+QLayout* frmAddUser::createGroups() {
+    lstAllGroup_ = new SelectableList(form_.lstAllGroup);
+    lstAllGroup_->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
+    auto* const layout = new QVBoxLayout;
+    layout->addWidget(labelFor(*lstAllGroup_, "lstAllGroup", tr("&Other groups:")));
+    layout->addWidget(lstAllGroup_);
+    return layout;
+}
+
+QLayout* frmAddUser::createMasks() {
+    BytesEdit* const mask = boxes_.add(form_.txtUserIP);
+    mask->selectSampleOnFocus(maskPlaceholder);
+    txtUserIP_ = mask;
+    lstUserIP_ = new QListWidget;
+    QPushButton* const add = maskButton(0, tr("A&dd"));
+    QPushButton* const remove = maskButton(1, tr("D&elete"));
+    auto* const layout = new QGridLayout;
+    layout->addWidget(labelFor(*mask, "txtUserIP", tr("&IP or ident mask:")), 0, 0, 1, 2);
+    layout->addWidget(mask, 1, 0, 1, 2);
+    layout->addWidget(add, 2, 0);
+    layout->addWidget(remove, 2, 1);
+    layout->addWidget(labelFor(*lstUserIP_, "lstUserIP", tr("&Logs in from:")), 3, 0, 1, 2);
+    layout->addWidget(lstUserIP_, 4, 0, 1, 2);
+    layout->setRowStretch(4, 1);
+    connect(add, &QPushButton::clicked, this, &frmAddUser::addMasks);
+    connect(remove, &QPushButton::clicked, this, &frmAddUser::deleteMask);
+    connect(lstUserIP_, &QListWidget::itemSelectionChanged, this, [this] {
+        for (const QListWidgetItem* const item : lstUserIP_->selectedItems()) {
+            txtUserIP_->setText(item->text());
+        }
+    });
+    mask->installEventFilter(this);
+    lstUserIP_->installEventFilter(this);
+    return layout;
+}
+
+// Enter adds or deletes a mask; without this it would press the default button.
+bool frmAddUser::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
+        if (watched == txtUserIP_ && isEnter) {
+            addMasks();
+            return true;
+        }
+        if (watched == lstUserIP_ && (isEnter || key == Qt::Key_Delete)) {
+            deleteMask();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// The server would toggle the account out of its main group if that were among the other groups.
+void frmAddUser::mainGroupChanged(int index) {
+    for (int i = 0; i < lstAllGroup_->count(); ++i) {
+        QListWidgetItem* const item = lstAllGroup_->item(i);
+        item->setHidden(i == index);
+        if (i == index) {
+            item->setSelected(false);
+        }
+    }
+}
+
+// The text stays in the box, selected: another Enter finds it in the list and adds nothing.
+void frmAddUser::addMasks() {
+    for (const QString& mask : txtUserIP_->text().split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (lstUserIP_->findItems(mask, Qt::MatchExactly | Qt::MatchCaseSensitive).isEmpty()) {
+            lstUserIP_->addItem(mask);
+        }
+    }
+    txtUserIP_->setFocus();
+    txtUserIP_->selectAll();
+}
+
+void frmAddUser::deleteMask() {
+    const QSignalBlocker blocker(lstUserIP_);
+    qDeleteAll(lstUserIP_->findItems(txtUserIP_->text(), Qt::MatchExactly | Qt::MatchCaseSensitive));
+    lstUserIP_->setCurrentRow(-1);
+}
+
+void frmAddUser::collect() {
+    const int mainGroup = txtMainGroup_->currentIndex();
+    form_.txtMainGroup =
+        mainGroup < 0 ? std::string() : form_.lstAllGroup[static_cast<std::size_t>(mainGroup)].sText;
+    form_.lstAllGroup = lstAllGroup_->entries();
+    form_.lstUserIP.clear();
+    for (int i = 0; i < lstUserIP_->count(); ++i) {
+        form_.lstUserIP.push_back(bytesOf(lstUserIP_->item(i)->text(), encoding()));
+    }
+}
+
+void frmAddUser::confirmed() {
+    if (const std::optional<std::string> question = addUserQuestion(form_)) {
+        askBefore(*question);
+    } else {
+        send();
+    }
 }
 
 } // namespace corvel

@@ -9,6 +9,7 @@
 #include <QClipboard>
 #include <QDateTime>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QWidget>
 
 namespace corvel {
@@ -32,8 +33,10 @@ void SettingsStore::setValue(std::string_view key, std::string_view value) {
     settings_.setValue(fromCore(key), fromCore(value));
 }
 
-// The zone is the "t" outside quoted text, and whatever brackets stand around it.
-QString longTimeFormat(const QLocale& locale) {
+// As the locale writes it at length, but for its time zone: the "t" outside quoted text, and whatever
+// brackets stand around it.
+std::string QtClock::timeOfDay() const {
+    const QLocale locale = QLocale::system();
     QString format;
     bool isQuoted = false;
     for (const QChar character : locale.timeFormat(QLocale::LongFormat)) {
@@ -42,12 +45,8 @@ QString longTimeFormat(const QLocale& locale) {
             format += character;
         }
     }
-    return format.remove(QStringLiteral("()")).remove(QStringLiteral("[]")).trimmed();
-}
-
-std::string QtClock::timeOfDay() const {
-    const QLocale locale = QLocale::system();
-    return toCore(locale.toString(QTime::currentTime(), longTimeFormat(locale)));
+    format = format.remove(QStringLiteral("()")).remove(QStringLiteral("[]")).trimmed();
+    return toCore(locale.toString(QTime::currentTime(), format));
 }
 
 std::string QtClock::stamp() const {

@@ -2,7 +2,6 @@
 
 #include "common/Ports.h"
 
-#include <QLocale>
 #include <QLockFile>
 #include <QSettings>
 #include <QString>
@@ -36,9 +35,6 @@ class SettingsStore : public StateStore {
   private:
     QSettings settings_;
 };
-
-// How the locale writes a time of day at length, without its time zone; a format for QLocale::toString.
-QString longTimeFormat(const QLocale& locale);
 
 // The Clock port over the system's time and its settings for writing it.
 class QtClock : public Clock {

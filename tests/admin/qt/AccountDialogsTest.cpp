@@ -28,21 +28,6 @@ struct Opened {
 using AddUser = Opened<frmAddUser, AddUserForm>;
 using ChangeUserGroups = Opened<frmChangeUserGroups, ChangeUserGroupsForm>;
 
-TEST(frmAddGroup, EveryBoxReachesItsCommand) {
-    Opened<frmAddGroup, AddGroupForm> opened;
-    opened.driver.setTexts({{"txtGroupname", u"pilots"_s},
-                            {"txtGroupdescr", u"who fly"_s},
-                            {"txtGroupGroupslots", u"7"_s},
-                            {"txtGroupLeechslots", u"02"_s},
-                            {"txtGroupVFS", u"/vfs/pilots"_s}});
-    opened.driver.press("txtGroupVFS", Qt::Key_Return);
-    const CommandSequence sequence = addGroupSequence(opened.form);
-    EXPECT_EQ(written({sequence.first}), Texts{"110 tag -1 SITE grpadd pilots"});
-    EXPECT_EQ(sequence.sBatchLines, "site change pilots groupslots 7 2\r\n"
-                                    "site change pilots groupdescription who fly\r\n"
-                                    "site change pilots groupvfsfile /vfs/pilots\r\n");
-}
-
 // Group membership is toggled: asked for twice, the account would leave its main group.
 TEST(frmAddUser, EveryBoxReachesItsCommand) {
     AddUser opened{addUserForm(threeGroups())};
