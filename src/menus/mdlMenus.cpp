@@ -9,6 +9,7 @@ namespace corvel {
 
 std::vector<MenuItem> expandMenu(const std::vector<MenuEntry>& entries, const MenuVariables& variables) {
     std::vector<MenuItem> items;
+    items.reserve(entries.size());
     for (const MenuEntry& entry : entries) {
         items.push_back({.caption = ExpandTemplate(entry.caption, variables),
                          .command = ExpandTemplate(entry.command, variables),
