@@ -165,7 +165,7 @@ class Photographer {
         menu(MenuKind::activity, "activity");
     }
     void menu(MenuKind kind, const std::string& name) {
-        QMenu* const menu = driver_.window->customMenus().prepare(kind);
+        QMenu* const menu = driver_.window->findChild<CustomMenus*>()->prepare(kind);
         if (menu == nullptr) {
             throw std::runtime_error("no menu for " + name);
         }

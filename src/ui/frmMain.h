@@ -51,7 +51,6 @@ class frmMain : public QMainWindow {
     void start();
 
     mdlMain& program() { return program_; }
-    CustomMenus& customMenus() { return customMenus_; }
 
   protected:
     void closeEvent(QCloseEvent* event) override;

@@ -7,6 +7,7 @@
 #include <QPalette>
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 namespace corvel {
@@ -29,25 +30,24 @@ struct Stroke {
 struct IconPicture {
     std::string_view name;
     std::vector<Stroke> strokes;
-    bool isBadge = false; // filled throughout, so legible on any ground
 };
 
-// Every picture that there is. Letters are strokes, since a font's letter would differ everywhere; the
-// notification area gets badges, since the ground there is nobody's guess.
-const std::vector<IconPicture>& iconPictures() {
-    static const QColor blue(0x3B, 0x7D, 0xC4);
-    static const QColor amber(0xD9, 0xA4, 0x3B);
-    static const QColor green(0x3C, 0x9D, 0x5B);
-    static const QColor grey(0x8A, 0x8F, 0x98);
-    static const QColor slate(0x6F, 0x82, 0x9C);
-    static const QColor violet(0x8E, 0x6B, 0xC0);
-    static const QColor red(0xC9, 0x5A, 0x50);
-    static const QColor white(Qt::white);
-    static constexpr const char* page = "M 3.5 1.5 L 9.5 1.5 L 12.5 4.5 L 12.5 14.5 L 3.5 14.5 Z";
-    static constexpr const char* fold = "M 9.5 1.5 L 9.5 4.5 L 12.5 4.5";
-    static constexpr const char* badge = "R 1.5 1.5 13 13 3";
-    static constexpr const char* tray = "R 0.5 0.5 15 15 4";
-    static const std::vector<IconPicture> pictures = {
+constexpr QColor blue(0x3B, 0x7D, 0xC4);
+constexpr QColor amber(0xD9, 0xA4, 0x3B);
+constexpr QColor green(0x3C, 0x9D, 0x5B);
+constexpr QColor grey(0x8A, 0x8F, 0x98);
+constexpr QColor slate(0x6F, 0x82, 0x9C);
+constexpr QColor violet(0x8E, 0x6B, 0xC0);
+constexpr QColor red(0xC9, 0x5A, 0x50);
+constexpr QColor white(0xFF, 0xFF, 0xFF);
+constexpr const char* page = "M 3.5 1.5 L 9.5 1.5 L 12.5 4.5 L 12.5 14.5 L 3.5 14.5 Z";
+constexpr const char* fold = "M 9.5 1.5 L 9.5 4.5 L 12.5 4.5";
+constexpr const char* badge = "R 1.5 1.5 13 13 3";
+constexpr const char* tray = "R 0.5 0.5 15 15 4";
+
+// Letters are strokes, since a font's letter would differ everywhere.
+std::vector<IconPicture> pictures() {
+    return {
         {"corvel",
          {{blue, "R 2 8.5 12 5.5 1.5", 60},
           {blue, "M 11.5 11.2 L 11.51 11.2"},
@@ -86,40 +86,39 @@ const std::vector<IconPicture>& iconPictures() {
           {green, "M 1.5 8 L 2.8 9.3 L 5 6.5", 0, 1.4},
           {green, "M 1.5 12.5 L 2.8 13.8 L 5 11", 0, 1.4},
           {slate, "M 7.5 3.5 L 14.5 3.5 M 7.5 8 L 14.5 8 M 7.5 12.5 L 14.5 12.5"}}},
+        {"activity-idle", {{grey, "M 5.5 4.5 L 5.5 11.5 M 10.5 4.5 L 10.5 11.5", 0, 1.6}}},
+        {"activity-up", {{red, "M 8 13 L 8 3 M 4.75 6.25 L 8 3 L 11.25 6.25", 0, 1.8}}},
+        {"activity-down", {{blue, "M 8 3 L 8 13 M 4.75 9.75 L 8 13 L 11.25 9.75", 0, 1.8}}},
+        {"tray-offline", {{grey, "R 1 1 14 14 3.5", 40, 1.4}, {grey, "M 5 5 L 11 11 M 11 5 L 5 11", 0, 1.6}}},
+    };
+}
+
+// These are filled throughout, so legible on any ground: that of the notification area is nobody's guess.
+std::vector<IconPicture> badges() {
+    return {
         {"user-M",
-         {{red, badge, 255, 0.5}, {white, "M 4.5 11.5 L 4.5 4.5 L 8 9 L 11.5 4.5 L 11.5 11.5", 0, 1.6}},
-         true},
-        {"user-V", {{violet, badge, 255, 0.5}, {white, "M 4.5 4.5 L 8 11.5 L 11.5 4.5", 0, 1.6}}, true},
+         {{red, badge, 255, 0.5}, {white, "M 4.5 11.5 L 4.5 4.5 L 8 9 L 11.5 4.5 L 11.5 11.5", 0, 1.6}}},
+        {"user-V", {{violet, badge, 255, 0.5}, {white, "M 4.5 4.5 L 8 11.5 L 11.5 4.5", 0, 1.6}}},
         {"user-G",
          {{green, badge, 255, 0.5},
           {white,
            "M 11.2 5.6 L 9.8 4.5 L 6.4 4.5 L 4.6 6.3 L 4.6 9.7 L 6.4 11.5 L 9.6 11.5 L 11.3 10 L 11.3 8.3 "
            "L 8.6 8.3",
-           0, 1.6}},
-         true},
+           0, 1.6}}},
         {"user-A",
          {{blue, badge, 255, 0.5},
           {white, "M 4.5 11.5 L 8 4.5 L 11.5 11.5", 0, 1.6},
-          {white, "M 6 9.3 L 10 9.3", 0, 1.4}},
-         true},
-        {"activity-idle", {{grey, "M 5.5 4.5 L 5.5 11.5 M 10.5 4.5 L 10.5 11.5", 0, 1.6}}},
-        {"activity-up", {{red, "M 8 13 L 8 3 M 4.75 6.25 L 8 3 L 11.25 6.25", 0, 1.8}}},
-        {"activity-down", {{blue, "M 8 3 L 8 13 M 4.75 9.75 L 8 13 L 11.25 9.75", 0, 1.8}}},
-        {"tray-idle", {{slate, tray, 255, 0.5}, {white, "M 4.5 8 L 11.5 8", 0, 1.8}}, true},
+          {white, "M 6 9.3 L 10 9.3", 0, 1.4}}},
+        {"tray-idle", {{slate, tray, 255, 0.5}, {white, "M 4.5 8 L 11.5 8", 0, 1.8}}},
         {"tray-up",
-         {{red, tray, 255, 0.5}, {white, "M 8 12.5 L 8 3.5 M 5.075 6.425 L 8 3.5 L 10.925 6.425", 0, 1.8}},
-         true},
+         {{red, tray, 255, 0.5}, {white, "M 8 12.5 L 8 3.5 M 5.075 6.425 L 8 3.5 L 10.925 6.425", 0, 1.8}}},
         {"tray-down",
-         {{blue, tray, 255, 0.5}, {white, "M 8 3.5 L 8 12.5 M 5.075 9.575 L 8 12.5 L 10.925 9.575", 0, 1.8}},
-         true},
+         {{blue, tray, 255, 0.5}, {white, "M 8 3.5 L 8 12.5 M 5.075 9.575 L 8 12.5 L 10.925 9.575", 0, 1.8}}},
         {"tray-both",
          {{violet, tray, 255, 0.5},
           {white, "M 4.8 11.6 L 4.8 4.4 M 2.46 6.74 L 4.8 4.4 L 7.14 6.74", 0, 1.5},
-          {white, "M 11.2 4.4 L 11.2 11.6 M 8.86 9.26 L 11.2 11.6 L 13.54 9.26", 0, 1.5}},
-         true},
-        {"tray-offline", {{grey, "R 1 1 14 14 3.5", 40, 1.4}, {grey, "M 5 5 L 11 11 M 11 5 L 5 11", 0, 1.6}}},
+          {white, "M 11.2 4.4 L 11.2 11.6 M 8.86 9.26 L 11.2 11.6 L 13.54 9.26", 0, 1.5}}},
     };
-    return pictures;
 }
 
 QPainterPath pathOf(const char* text) {
@@ -188,7 +187,8 @@ void tint(QPainter& painter, QColor color) {
 
 class Engine : public QIconEngine {
   public:
-    Engine(const IconPicture& picture, const QColor& line) : picture_(picture), line_(line) {}
+    Engine(const IconPicture& picture, const QColor& line, bool isBadge)
+        : picture_(picture), line_(line), isBadge_(isBadge) {}
 
     void paint(QPainter* painter, const QRect& area, QIcon::Mode mode, QIcon::State /*state*/) override {
         // On a picture of its own: some drawings cut holes, which must not reach the ground.
@@ -211,7 +211,7 @@ class Engine : public QIconEngine {
         const QPalette lists = QApplication::palette("QAbstractItemView");
         const QColor selected = lists.color(QPalette::HighlightedText);
         // A selection that leaves the text its own color leaves the pictures theirs.
-        if (mode == QIcon::Selected && !picture_.isBadge && selected != lists.color(QPalette::Text)) {
+        if (mode == QIcon::Selected && !isBadge_ && selected != lists.color(QPalette::Text)) {
             tint(painter, selected);
         } else if (line_.isValid()) {
             tint(painter, line_);
@@ -228,19 +228,24 @@ class Engine : public QIconEngine {
         return sizes;
     }
 
-    QIconEngine* clone() const override { return new Engine(picture_, line_); }
+    QIconEngine* clone() const override { return new Engine(picture_, line_, isBadge_); }
 
   private:
     const IconPicture& picture_;
     QColor line_;
+    bool isBadge_;
 };
 
 } // namespace
 
 QIcon icon(std::string_view name, const QColor& line) {
-    const std::vector<IconPicture>& all = iconPictures();
-    const auto found = std::ranges::find(all, name, &IconPicture::name);
-    return found == all.end() ? QIcon() : QIcon(new Engine(*found, line));
+    static const std::array tables = {pictures(), badges()};
+    for (const std::vector<IconPicture>& table : tables) {
+        if (const auto found = std::ranges::find(table, name, &IconPicture::name); found != table.end()) {
+            return QIcon(new Engine(*found, line, &table == &tables.back()));
+        }
+    }
+    return {};
 }
 
 } // namespace corvel

@@ -126,7 +126,7 @@ TEST_F(CustomMenusTest, WhatWasMadeForARowGoesToTheSiteOfTheRow) {
     program.selectSite(1);
     driver_->select(u"pub"_s);
     for (const MenuKind kind : {MenuKind::tray, MenuKind::browser}) {
-        driver_->window->customMenus().prepare(kind);
+        driver_->window->findChild<CustomMenus*>()->prepare(kind);
     }
     program.selectSite(2);
     for (const char* const item : {"mnuTray_0", "mnuBrowser_0"}) {

@@ -93,14 +93,12 @@ void wSock::tell(const std::function<void()>& event) {
         event();
         return;
     }
-    QMetaObject::invokeMethod(
-        this,
-        [this, event, attempt = attempt_] {
-            if (attempt == attempt_) {
-                event();
-            }
-        },
-        Qt::QueuedConnection);
+    const auto later = [this, event, attempt = attempt_] {
+        if (attempt == attempt_) {
+            event();
+        }
+    };
+    QMetaObject::invokeMethod(this, later, Qt::QueuedConnection);
 }
 
 void wSock::takeData() {
