@@ -70,11 +70,8 @@ void frmMain::showActivity() {
         return;
     }
     const Settings& settings = program_.settings();
-    QString caption =
-        displayTextOf(statusText(status, settings.window_caption_online, settings.window_caption_offline));
-    caption.replace(QStringLiteral("[*]"),
-                    QStringLiteral("[*][*]")); // alone it would mark a changed document
-    setWindowTitle(caption);
+    setWindowTitle(titleOf(
+        displayTextOf(statusText(status, settings.window_caption_online, settings.window_caption_offline))));
     tray_.TrayModify(
         images_.image(trayImage(status)),
         displayTextOf(statusText(status, settings.trayicon_text_online, settings.trayicon_text_offline)));

@@ -206,8 +206,7 @@ DialogOverForm::DialogOverForm(const char* name, const QString& title, const Tex
                                QWidget* parent)
     : QDialog(parent), connection_(encoding) {
     setObjectName(QLatin1String(name));
-    // Qt reads a single [*] as the place of a "modified" mark.
-    setWindowTitle(QString(title).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+    setWindowTitle(titleOf(title));
 }
 
 QDialogButtonBox* DialogOverForm::buttons(const ConfirmButtons& wanted) {

@@ -42,6 +42,10 @@ QString toolTipOf(const QString& text) {
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
+QString titleOf(const QString& text) {
+    return QString(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
+
 QString fromCore(std::string_view utf8) {
     QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
     if (utf8.starts_with(byteOrderMark)) {

@@ -31,6 +31,9 @@ QString cellTextOf(std::string_view bytes);
 // it.
 QString toolTipOf(const QString& text);
 
+// text for the title of a window. Qt reads a single [*] in one as the place of a mark for "modified".
+QString titleOf(const QString& text);
+
 // Texts that are UTF-8 by contract: the program's own wording, and what was made with toUtf8.
 QString fromCore(std::string_view utf8);
 std::string toCore(const QString& text);

@@ -70,7 +70,7 @@ struct Form {
 class TestDialog : public FormDialog<Form> {
   public:
     TestDialog(const TextEncoding& encoding, Accept accept)
-        : FormDialog("frmTest", u"a[*]b"_s, {{}, &encoding}, std::move(accept), nullptr) {
+        : FormDialog("frmTest", u"test"_s, {{}, &encoding}, std::move(accept), nullptr) {
         auto* const layout = new QVBoxLayout(this);
         layout->addWidget(boxes_.add(form_.text));
         layout->addWidget(buttons());
@@ -90,7 +90,6 @@ TEST(FormDialog, StaysOpenForAsLongAsThereIsAProblem) {
         dialog.show();
         dialog.findChild<QPushButton*>(QLatin1String(button))->click();
     };
-    EXPECT_EQ(dialog.windowTitle(), u"a[*][*]b"_s) << "a single one is the place of a mark";
     press("cmdCancel");
     EXPECT_FALSE(dialog.isVisible());
     problem = "not <b>sent\r\n\xE9";

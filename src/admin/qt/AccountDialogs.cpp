@@ -96,7 +96,7 @@ void frmCopyUser::collect() {
 frmChangeUserGroups::frmChangeUserGroups(Opening opening, Accept accept, QWidget* parent)
     : FormDialog("frmChangeUserGroups", {}, std::move(opening), std::move(accept), parent),
       lstGroups_(new SelectableList(form_.lstGroups)), lstGAdmin_(new SelectableList(form_.lstGAdmin)) {
-    setWindowTitle(tr("Change groups - %1").arg(displayTextOf(form_.sUserName)));
+    setWindowTitle(titleOf(tr("Change groups - %1").arg(displayTextOf(form_.sUserName))));
     auto* const layout = new QGridLayout(this);
     layout->addWidget(labelFor(*lstGroups_, "lstGroups", tr("&Member of:")), 0, 0);
     layout->addWidget(labelFor(*lstGAdmin_, "lstGAdmin", tr("Group &admin of:")), 0, 1);
@@ -113,7 +113,7 @@ void frmChangeUserGroups::collect() {
 
 frmUserSections::frmUserSections(Opening opening, Accept accept, QWidget* parent)
     : FormDialog("frmUserSections", {}, std::move(opening), std::move(accept), parent) {
-    setWindowTitle(tr("Sections - %1").arg(displayTextOf(form_.sUserName)));
+    setWindowTitle(titleOf(tr("Sections - %1").arg(displayTextOf(form_.sUserName))));
     auto* const layout = new QGridLayout(this);
     layout->addWidget(new QLabel(tr("Section")), 0, 0);
     layout->addWidget(new QLabel(tr("Ratio")), 0, 1, Qt::AlignRight);

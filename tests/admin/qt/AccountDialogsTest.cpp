@@ -114,7 +114,10 @@ TEST(frmChangeUserGroups, ClicksToggleOneEntryEach) {
 // Two groups that look the same on screen are still two groups, each with its own bytes.
 TEST(frmChangeUserGroups, NamesComeBackAsTheServersBytes) {
     const GroupTable groups = ParseGroupTable(1, Lines{"p | 5 | caf\xE9\x07 | 1"}).table;
-    ChangeUserGroups opened{changeUserGroupsForm(bob(), groups), TextEncoding::windows1252};
+    ChangeUserGroupsForm form = changeUserGroupsForm(bob(), groups);
+    form.sUserName = "[*]";
+    ChangeUserGroups opened{form, TextEncoding::windows1252};
+    EXPECT_EQ(opened.dialog.windowTitle(), u"Change groups - [*][*]"_s) << "shown as [*]";
     EXPECT_EQ(opened.driver.find<QListWidget>("lstGroups").item(0)->text(), u"caf\u00E9\u2407"_s);
     opened.driver.clickRow("lstGroups", 0);
     opened.driver.press("lstGroups", Qt::Key_Return);
