@@ -104,7 +104,7 @@ struct MenuActions::Executor {
     // The reply to the query fills the dialog, so the query goes first.
     void chattr() const {
         const BrowserEntry* const entry = services.browser.selectedEntry(site);
-        if (entry != nullptr && typeKey(*entry) == 1 && services.browser.isUsable(site)) {
+        if (entry != nullptr && typeKey(*entry) == directoryKey && services.browser.isUsable(site)) {
             if (entry->name.find('"') != std::string_view::npos) {
                 services.prompts.Message("A directory with a double quote in its name cannot be hidden: the "
                                          "command has its name between double quotes.");

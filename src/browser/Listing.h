@@ -61,6 +61,7 @@ inline constexpr std::size_t browserColumnCount = 7;
 
 // What rows are grouped by: 0 for "..", else 1 directory, 2 link, 3 file.
 int typeKey(const BrowserEntry& entry);
+inline constexpr int directoryKey = 1;
 
 // The number of the row's icon: 1 directory, 2 link, 3 file; ".." has the one of its type.
 int imageIndex(const BrowserEntry& entry);

@@ -90,9 +90,8 @@ struct SettingsReading {
     std::vector<std::string> problems;
 };
 
-// lines: of a settings.ini, UTF-8 or, where they are not valid UTF-8 as a whole, in the character
-// set of the system (utf8FromSystem). Lines and keys
-// that it does not know are passed over.
+// lines: of a settings.ini, UTF-8 or, where they are not valid UTF-8 as a whole, in the character set of the
+// system (utf8FromSystem). Lines and keys that it does not know are passed over.
 SettingsReading parseSettings(const std::vector<std::string>& lines);
 
 // Reads the settings.ini at path (UTF-8); without one, every setting keeps its default.

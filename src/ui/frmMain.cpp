@@ -228,8 +228,7 @@ void frmMain::createPanels() {
 }
 
 void frmMain::showAddedSite(int site) {
-    const std::string& name = program_.site(site).config.name;
-    lvwSites_->addSite(displayTextOf(name));
+    lvwSites_->addSite(displayTextOf(program_.site(site).config.name));
     changedSockets_.insert(site);
 
     addTimer("tmrNoop", site, noopInterval, [this, site] { program_.tmrNoop_Timer(site); }).start();
@@ -252,12 +251,10 @@ void frmMain::showChange(const ViewChange& change) {
     case ViewPart::added:
         showAddedSite(site);
         break;
-    case ViewPart::renamed: {
-        const std::string& name = program_.site(site).config.name;
-        lvwSites_->setName(site, displayTextOf(name));
+    case ViewPart::renamed:
+        lvwSites_->setName(site, displayTextOf(program_.site(site).config.name));
         showStatus();
         break;
-    }
     case ViewPart::current:
         showCurrentSite();
         break;

@@ -17,7 +17,7 @@ class LogBox : public QPlainTextEdit {
     explicit LogBox(std::function<QString()> text, QWidget* parent = nullptr);
 
     // Says that the log changed. Cheap: the text is fetched and shown once, within a few milliseconds,
-    // however often this is called until then.
+    // however often this is called until then. It waits for as long as somebody has text selected.
     void scheduleUpdate();
 
     // The platform's fixed-width font, or another by name; pointSize 0 or less keeps the size.

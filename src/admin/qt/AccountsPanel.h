@@ -64,7 +64,7 @@ AccountsOutline withTable(AccountsOutline outline, mdlMain& program, AccountTabl
         for (std::size_t i = 0; i < count; ++i) {
             source.columns.push_back({.header = fromCore(titles[i]), .alignment = alignments[i]});
         }
-        source.text = [&session, recordIn](int row, int column) {
+        source.text = [recordIn](int row, int column) {
             return cellTextOf(rowText(recordIn(row), static_cast<Column>(column)));
         };
         source.sentText = [recordIn, sent](int row, int column) -> std::string_view {

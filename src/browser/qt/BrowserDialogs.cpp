@@ -20,8 +20,6 @@ namespace corvel {
 
 namespace {
 
-constexpr int directoryKey = 1;
-
 // The permissions of an entry, as boxes to check or as a mode to type.
 class frmBrowserCHMOD : public FormDialog<ChmodForm> {
   public:

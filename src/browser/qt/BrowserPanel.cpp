@@ -36,6 +36,7 @@ constexpr std::array<const char*, browserColumnCount> headers = {
 
 std::vector<ReportColumn> reportColumns() {
     std::vector<ReportColumn> columns;
+    columns.reserve(headers.size());
     for (const char* const header : headers) {
         columns.push_back({.header = BrowserPanel::tr(header)});
     }
@@ -70,7 +71,7 @@ ReportSource listSource(const SiteSession& session) {
     };
     source.icon = [entryAt](int row) { return icon(iconName(entryAt(row))); };
     source.isDimmed = [&rows] { return !whyNotUsable(rows).empty(); };
-    source.editText = [&session, entryAt](int row) { return textOf(entryAt(row).name); };
+    source.editText = [entryAt](int row) { return textOf(entryAt(row).name); };
     return source;
 }
 

@@ -78,7 +78,7 @@ ReportSource listSource(const SiteSession& session, const WindowState& state, co
     ReportSource source;
     source.rows = static_cast<int>(session.activityRows.rows.size());
     source.columns = reportColumns(state);
-    source.text = [&session, bytesAt](int row, int column) { return cellTextOf(bytesAt(row, column)); };
+    source.text = [bytesAt](int row, int column) { return cellTextOf(bytesAt(row, column)); };
     source.sentText = bytesAt;
     source.icon = [&images, &state, rowAt](int row) {
         const ActivityIcon icon = rowAt(row).icon();
