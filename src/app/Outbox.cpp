@@ -225,6 +225,7 @@ void Outbox::end(Box& box, std::optional<Started>& started) {
 bool Outbox::isChannelFree(int site) const {
     const Site& target = at(sites_, site);
     return target.wSock->state() == SocketState::connected && !target.session.bAwaitingReply &&
+           !target.session.isHeldBack() &&
            std::ranges::all_of(target.session.CommandQueue,
                                [](const Command& slot) { return slot.sCommand.empty(); });
 }

@@ -1,6 +1,7 @@
 #include "app/mdlMain.h"
 
 #include "config/Files.h"
+#include "config/TrustedCertificates.h"
 
 #include <algorithm>
 #include <utility>
@@ -89,7 +90,68 @@ std::optional<std::string> mdlMain::changeSite(int site, const SiteForm& form) {
 }
 
 void mdlMain::wSock_Connect(int site) {
-    outbox_.during(site, [&] { log_.LogConsole(site, "wSock_Connect()"); });
+    outbox_.during(site, [&] { channel_.Connected(site); });
+}
+
+void mdlMain::wSock_Encrypted(int site) {
+    outbox_.during(site, [&] { channel_.Encrypted(site); });
+}
+
+void mdlMain::wSock_Certificate(int site, std::vector<std::string> problems) {
+    const Site& target = at(sites_, site);
+    if (target.wSock->encryption().chain.empty()) {
+        outbox_.during(site, [&] {
+            channel_.Refuse(site, "Not encrypted, closing the connection: the server has no certificate");
+        });
+        return;
+    }
+    const CertificateQuestion question{
+        .site = site,
+        .siteName = target.config.name,
+        .host = target.wSock->remoteHost(),
+        .port = target.wSock->remotePort(),
+        .problems = std::move(problems),
+        .certificate = target.wSock->encryption().chain.front(),
+        .remembered =
+            corvel::trustedFingerprint(ports_.store, target.wSock->remoteHost(), target.wSock->remotePort())};
+    if (question.certificate.fingerprint == question.remembered) {
+        target.wSock->AcceptCertificate();
+        return;
+    }
+    ports_.prompts.AskCertificate(
+        question, [this, question](CertificateAnswer answer) { answerCertificate(question, answer); });
+}
+
+// The connection may be another one by now, or none: only the certificate that was shown is accepted.
+void mdlMain::answerCertificate(const CertificateQuestion& question, CertificateAnswer answer) {
+    const std::string& fingerprint = question.certificate.fingerprint;
+    if (answer == CertificateAnswer::alwaysTrust) {
+        trustCertificate(ports_.store, question.host, question.port, fingerprint);
+    }
+    const Site& target = at(sites_, question.site);
+    const std::vector<Certificate>& chain = target.wSock->encryption().chain;
+    if (target.session.encryption != Encryption::handshake || chain.empty() ||
+        chain.front().fingerprint != fingerprint) {
+        return;
+    }
+    if (answer == CertificateAnswer::disconnect) {
+        outbox_.during(question.site, [&] {
+            channel_.Refuse(question.site,
+                            "Not encrypted, closing the connection: the certificate was refused");
+        });
+    } else {
+        target.wSock->AcceptCertificate();
+    }
+}
+
+std::string mdlMain::trustedFingerprint(int site) const {
+    const SiteConfig& config = at(sites_, site).config;
+    return corvel::trustedFingerprint(ports_.store, config.host, config.port);
+}
+
+void mdlMain::forgetFingerprint(int site) {
+    const SiteConfig& config = at(sites_, site).config;
+    trustCertificate(ports_.store, config.host, config.port, {});
 }
 
 void mdlMain::wSock_DataArrival(int site, std::string_view bytes) {
@@ -102,15 +164,24 @@ void mdlMain::wSock_DataArrival(int site, std::string_view bytes) {
 void mdlMain::wSock_Close(int site) {
     outbox_.during(site, [&] {
         log_.LogConsole(site, "wSock_Close()");
-        channel_.ResetSession(site);
+        if (at(sites_, site).session.isHeldBack()) {
+            channel_.Refuse(site, "The server ended the connection before it was encrypted");
+        } else {
+            channel_.ResetSession(site);
+        }
     });
 }
 
 void mdlMain::wSock_Error(int site, std::string_view description, int number) {
     outbox_.during(site, [&] {
-        log_.LogConsole(site,
-                        "wSock_Error() -> " + std::string(description) + " (" + std::to_string(number) + ")");
-        channel_.ResetSession(site);
+        const std::string line =
+            "wSock_Error() -> " + std::string(description) + " (" + std::to_string(number) + ")";
+        if (at(sites_, site).session.isHeldBack()) {
+            channel_.Refuse(site, line);
+        } else {
+            log_.LogConsole(site, line);
+            channel_.ResetSession(site);
+        }
     });
 }
 

@@ -73,12 +73,18 @@ class mdlMain {
     // The sites menu. connectSite and disconnectSite do nothing for site 0.
     void connectSite(int site);
     void disconnectSite(int site);
+    // The fingerprint that is trusted for the site's host and port as they are configured; empty for none.
+    std::string trustedFingerprint(int site) const;
+    void forgetFingerprint(int site);
     // Both return the message for a form that is not valid, and then change nothing.
     std::optional<std::string> addSite(const SiteForm& form);
     std::optional<std::string> changeSite(int site, const SiteForm& form);
 
     // Events of a site's socket and keep-alive timer.
     void wSock_Connect(int site);
+    void wSock_Encrypted(int site);
+    // problems: what is wrong with the server's certificate; sentences, UTF-8.
+    void wSock_Certificate(int site, std::vector<std::string> problems);
     void wSock_DataArrival(int site, std::string_view bytes);
     void wSock_Close(int site);
     void wSock_Error(int site, std::string_view description, int number);
@@ -102,6 +108,7 @@ class mdlMain {
 
   private:
     bool isAtRest(int site) const;
+    void answerCertificate(const CertificateQuestion& question, CertificateAnswer answer);
     void appendSite(SiteConfig config);
 
     Ports ports_;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvel {
 
@@ -59,6 +60,31 @@ class MemoryStore : public StateStore {
     std::map<std::string, std::string, std::less<>> values_;
 };
 
+// What a certificate (RFC 5280) says, in UTF-8. The texts are its owner's and may be of any length.
+struct Certificate {
+    std::string subject;
+    std::string issuer;
+    std::string names; // of the hosts that it is for, with ", " between them
+    std::string validFrom;
+    std::string validUntil;
+    std::string fingerprint; // SHA-256, in lower-case hexadecimal digits
+
+    bool operator==(const Certificate&) const = default;
+};
+
+// A certificate for which nobody vouches, and what is to be said about it.
+struct CertificateQuestion {
+    int site = 0;
+    std::string siteName;
+    std::string host; // as configured
+    std::int32_t port = 0;
+    std::vector<std::string> problems; // sentences; UTF-8
+    Certificate certificate;
+    std::string remembered; // the fingerprint that was trusted before; empty where none was
+};
+
+enum class CertificateAnswer { connectOnce, alwaysTrust, disconnect };
+
 // What the program asks a person. Every call returns at once: the window shows a modal box and goes on with
 // its events, and the answer comes later, on the user-interface thread. All texts are UTF-8; line breaks
 // in them are CR LF.
@@ -79,6 +105,11 @@ class Prompts {
     // The same for a password, which nobody can read while it is typed.
     virtual void AskPassword(const std::string& title, const std::string& prompt,
                              std::function<void(std::optional<std::string>)> answer) = 0;
+
+    // Whether to go on with a certificate, in a window of its own for each site, which holds up nothing else.
+    // answer is called once, or never where the site's connection ends before: the question closes then.
+    virtual void AskCertificate(const CertificateQuestion& question,
+                                std::function<void(CertificateAnswer)> answer) = 0;
 };
 
 // A process id of the platform; 0 for none.
@@ -118,15 +149,35 @@ enum class SocketState {
     error = 9,
 };
 
-// One asynchronous TCP client connection. Its events (connected, data, closed, error) reach the program
-// through mdlMain's wSock functions, always from the event loop and never from inside a call made here.
+// How a connection is encrypted.
+struct EncryptionFacts {
+    std::string protocol;           // as "TLS 1.3"; empty where nothing is encrypted
+    std::string cipher;             // as "TLS_AES_256_GCM_SHA384"; empty where the system does not tell it
+    std::vector<Certificate> chain; // of the server; its own first
+
+    bool operator==(const EncryptionFacts&) const = default;
+};
+
+// One asynchronous TCP client connection. Its events (connected, encrypted, certificate, data, closed, error)
+// reach the program through mdlMain's wSock functions, always from the event loop and never from inside a
+// call made here.
 class Socket {
   public:
     virtual ~Socket() = default;
 
     virtual SocketState state() const = 0;
-    // Starts a connection; returns at once. host is a name or an address, port 1 to 65535.
-    virtual void Connect(const std::string& host, std::int32_t port) = 0;
+    // Starts a connection; returns at once. host is a name or an address, port 1 to 65535. mayEncrypt:
+    // whether StartEncryption may follow.
+    virtual void Connect(const std::string& host, std::int32_t port, bool mayEncrypt) = 0;
+    // Begins the TLS handshake (1.2 or later) as the client of the host that was given to Connect. It ends
+    // with the event wSock_Encrypted or wSock_Error; where nobody vouches for the server's certificate, or it
+    // is for another host, the event wSock_Certificate comes before, and the handshake waits for
+    // AcceptCertificate. Until it is over nothing that is sent here goes out, and no byte that arrives in
+    // clear is an event.
+    virtual void StartEncryption() = 0;
+    virtual void AcceptCertificate() = 0;
+    // What was agreed; before the end of the handshake the chain alone, as soon as it is known.
+    virtual const EncryptionFacts& encryption() const = 0;
     // Ends the connection at once and without an event; unsent and unread bytes are dropped.
     virtual void Close() = 0;
     // Hands bytes over for sending; does not wait for them to go out.
@@ -143,13 +194,19 @@ class Socket {
 class NoSocket : public Socket {
   public:
     SocketState state() const override { return SocketState::closed; }
-    void Connect(const std::string& /*host*/, std::int32_t /*port*/) override {}
+    void Connect(const std::string& /*host*/, std::int32_t /*port*/, bool /*mayEncrypt*/) override {}
+    void StartEncryption() override {}
+    void AcceptCertificate() override {}
+    const EncryptionFacts& encryption() const override { return nothing_; }
     void Close() override {}
     void Send(std::string_view /*bytes*/) override {}
     std::int32_t localPort() const override { return 0; }
     std::string remoteHost() const override { return {}; }
     std::string remoteAddress() const override { return {}; }
     std::int32_t remotePort() const override { return 0; }
+
+  private:
+    EncryptionFacts nothing_;
 };
 
 // Makes the socket of a site. The caller owns it.
@@ -182,8 +239,9 @@ enum class ViewPart {
     activity, // who is online, and the counters of it
     chattr,   // to whom a directory is shown
     accounts,
-    session,  // the connection has ended; tables and activity are empty
-    lastError // what the server refused last
+    session,    // the connection has ended; tables and activity are empty
+    encryption, // whether and how the connection is encrypted
+    lastError   // what the server refused last
 };
 
 struct ViewChange {
@@ -221,6 +279,7 @@ class Views {
         changed({.part = ViewPart::accounts, .site = site, .accounts = accounts, .account = change});
     }
     void sessionReset(int site) { changed({.part = ViewPart::session, .site = site}); }
+    void encryptionChanged(int site) { changed({.part = ViewPart::encryption, .site = site}); }
     void lastErrorChanged(int site) { changed({.part = ViewPart::lastError, .site = site}); }
 };
 

@@ -30,6 +30,9 @@ std::string withoutPassword(const std::string& command) {
     return toUpper(command.substr(0, 5)) == "PASS " ? "PASS *****" : command;
 }
 
+// On this port TLS begins with the first byte (RFC 4217, section 2).
+constexpr std::int32_t implicitTlsPort = 990;
+
 // text cut at every CR LF, of which there are lineCount.
 std::vector<std::string_view> linesOf(std::string_view text, std::size_t lineCount) {
     std::vector<std::string_view> lines;
@@ -78,7 +81,8 @@ void CommandChannel::Connect(int site) {
     if (target.wSock->state() != SocketState::closed) {
         ResetSession(site);
     }
-    const bool viaProxy = target.config.usesslproxy;
+    const bool encrypts = isToBeEncrypted(target.config);
+    const bool viaProxy = target.config.usesslproxy && !encrypts;
     const std::string& host = viaProxy ? services_.settings.ssl_tunnel_host : target.config.host;
     const std::int32_t port = viaProxy ? services_.settings.ssl_tunnel_port : target.config.port;
     if (port < 1 || port > 65535) {
@@ -93,7 +97,37 @@ void CommandChannel::Connect(int site) {
     session.seenTexts = {};
     session.encoding = TextEncoding::utf8;
     services_.log.tell(site, {});
-    target.wSock->Connect(host, port);
+    session.encryption = !encrypts                 ? Encryption::none
+                         : port == implicitTlsPort ? Encryption::handshake
+                                                   : Encryption::greeting;
+    target.wSock->Connect(host, port, encrypts);
+}
+
+void CommandChannel::Connected(int site) {
+    Site& target = at(sites_, site);
+    if (target.session.encryption == Encryption::handshake) {
+        target.wSock->StartEncryption();
+        services_.views.encryptionChanged(site);
+    } else {
+        services_.log.LogConsole(site, "wSock_Connect()");
+    }
+}
+
+void CommandChannel::Encrypted(int site) {
+    SiteSession& session = at(sites_, site).session;
+    session.encryption = Encryption::on;
+    services_.views.encryptionChanged(site);
+    if (session.isGreeted) {
+        logIn(site, 220);
+    } else {
+        services_.log.LogConsole(site, "wSock_Connect()");
+    }
+}
+
+void CommandChannel::Refuse(int site, std::string_view why) {
+    services_.log.LogConsole(site, why);
+    services_.log.tell(site, why);
+    ResetSession(site);
 }
 
 void CommandChannel::ResetSession(int site) {
@@ -103,6 +137,7 @@ void CommandChannel::ResetSession(int site) {
     session.bLoggedIn = false;
     session.bAwaitingReply = false;
     session.isGreeted = false;
+    session.encryption = Encryption::none;
     session.sCwd = "/";
     session.sReplyBuffer.clear();
     services_.log.LogConsole(site, "----------- connection closed -----------");
@@ -156,7 +191,7 @@ void CommandChannel::SendNext(int site) {
         ResetSession(site);
         return;
     }
-    if (session.bAwaitingReply) {
+    if (session.bAwaitingReply || session.isHeldBack()) {
         return;
     }
     Command* const slot = findSlot(session, false);
@@ -165,8 +200,14 @@ void CommandChannel::SendNext(int site) {
     }
     // The head stays on the slot that is emptied here, so a command that is queued next goes out next.
     session.iQueueHead = static_cast<std::size_t>(slot - session.CommandQueue.data());
+    transmit(site, std::exchange(*slot, {}));
+}
+
+void CommandChannel::transmit(int site, Command command) {
+    Site& target = at(sites_, site);
+    SiteSession& session = target.session;
     session.bAwaitingReply = true;
-    session.current = std::exchange(*slot, {});
+    session.current = std::move(command);
     target.wSock->Send(telnetEscaped(session.current.sCommand) + std::string(lineEnd));
     if (session.current.iHandler != handler::browser && changesDirectory(session.current.sCommand)) {
         session.browser.since = RemoteList::Since::movedAway;
@@ -198,7 +239,12 @@ void CommandChannel::ReplyRouter(int site, std::string_view bytes) {
         showWholeLines(site, data);
     }
     const ReplyProgress progress = session.sReplyBuffer.append(data);
-    if (progress == ReplyProgress::complete) {
+    const std::size_t replyEnd = session.sReplyBuffer.finalLineEnd();
+    if (session.encryption == Encryption::consent && replyEnd > 0 &&
+        (replyEnd < session.sReplyBuffer.text().size() || data.size() != bytes.size())) {
+        // Whoever sent it in clear need not be who is going to encrypt.
+        Refuse(site, "Not encrypted, closing the connection: something follows the reply to AUTH TLS");
+    } else if (progress == ReplyProgress::complete) {
         routeReply(site, data);
     } else if (progress != ReplyProgress::incomplete) {
         const std::string_view what = progress == ReplyProgress::lineTooLong ? "line of more than 64 KiB"
@@ -254,6 +300,10 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
     if (code >= 400) {
         services_.log.tell(site, last);
     }
+    if (session.isHeldBack()) {
+        goOnToEncrypt(site, code, last);
+        return;
+    }
     const ReplyHandler* const handler = handlerOf(session.current.iHandler);
     if (!session.bLoggedIn) {
         logIn(site, code);
@@ -274,15 +324,41 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
     SendNext(site);
 }
 
+bool CommandChannel::isToBeEncrypted(const SiteConfig& config) const {
+    return config.usesslproxy && services_.settings.ssl_tunnel_host.empty();
+}
+
+// What a reply means that comes in clear where nothing else may (RFC 4217, section 4): the greeting, and then
+// the consent to AUTH TLS.
+void CommandChannel::goOnToEncrypt(int site, int code, std::string_view lastLine) {
+    Site& target = at(sites_, site);
+    SiteSession& session = target.session;
+    if (session.encryption == Encryption::greeting && code == 220) {
+        session.encryption = Encryption::consent;
+        transmit(site, {.sCommand = "AUTH TLS", .bQuiet = false});
+    } else if (session.encryption == Encryption::consent && code == 234) {
+        session.encryption = Encryption::handshake;
+        session.telnet = {};
+        target.wSock->StartEncryption();
+        services_.views.encryptionChanged(site);
+    } else {
+        Refuse(site,
+               "Not encrypted, closing the connection: the server said \"" + std::string(lastLine) + '"');
+    }
+}
+
 // What the login dialogue (RFC 959, section 5.4) does about a reply that arrived before the login. One that
 // is no part of it gives nothing: the person decides what comes next.
 void CommandChannel::logIn(int site, int code) {
     Site& target = at(sites_, site);
     const SiteConfig& config = target.config;
-    if (code == 220) { // through the proxy the user name tells the server that is meant
+    const bool encrypts = isToBeEncrypted(config);
+    if (encrypts && target.session.encryption != Encryption::on && (code == 220 || code == 331)) {
+        Refuse(site, "Not encrypted, closing the connection: the site was changed meanwhile");
+    } else if (code == 220) { // through the proxy the user name tells the server that is meant
         const std::string server = "@" + config.host + ":" + std::to_string(config.port);
-        SendCommand(
-            site, {.sCommand = "USER " + config.user + (config.usesslproxy ? server : ""), .bQuiet = false});
+        const bool viaProxy = config.usesslproxy && !encrypts;
+        SendCommand(site, {.sCommand = "USER " + config.user + (viaProxy ? server : ""), .bQuiet = false});
     } else if (code == 331) {
         SendCommand(site, {.sCommand = "PASS " + config.pass, .bQuiet = false});
     } else if (code == 230) {

@@ -106,8 +106,19 @@ class CommandChannel {
 
     // Starts to connect the site, directly or through the proxy; a connection that is not closed is ended
     // first. A port outside 1 to 65535 gets one console line and no connection. What the console held back of
-    // the last one is shown first.
+    // the last one is shown first. A site that is to use a proxy where none is configured encrypts by itself:
+    // from the first byte on port 990, with AUTH TLS on every other (RFC 4217).
     void Connect(int site);
+
+    // The site's socket has connected.
+    void Connected(int site);
+
+    // The handshake is over: what has waited for it goes out.
+    void Encrypted(int site);
+
+    // Ends a connection that cannot be encrypted, or shall not be, with why as a line of the console and of
+    // the status bar.
+    void Refuse(int site, std::string_view why);
 
     // Ends the connection and brings the session back to its start, but for the command last sent, the
     // batch lines and the console's held-back line, which are kept. Everything that ends one runs through
@@ -134,6 +145,9 @@ class CommandChannel {
     void showWholeLines(int site, std::string_view data);
     void routeReply(int site, std::string_view lastChunk);
     void logIn(int site, int code);
+    void transmit(int site, Command command);
+    bool isToBeEncrypted(const SiteConfig& config) const;
+    void goOnToEncrypt(int site, int code, std::string_view lastLine);
 
     Sites& sites_;
     ReplyServices services_;

@@ -98,7 +98,7 @@ ReplyProgress ReplyBuffer::append(std::string_view bytes) {
     if (lines_ > mostLines) {
         return ReplyProgress::tooManyLines;
     }
-    if (finalLineSeen_ && lineStart_ == text_.size()) {
+    if (finalLineEnd_ > 0 && lineStart_ == text_.size()) {
         return ReplyProgress::complete;
     }
     return text_.size() > longestReply ? ReplyProgress::replyTooLong : ReplyProgress::incomplete;
@@ -107,7 +107,7 @@ ReplyProgress ReplyBuffer::append(std::string_view bytes) {
 std::string ReplyBuffer::take() {
     lineStart_ = 0;
     lines_ = 0;
-    finalLineSeen_ = false;
+    finalLineEnd_ = 0;
     return std::exchange(text_, {});
 }
 
@@ -143,8 +143,10 @@ bool ReplyBuffer::scanLines(std::string_view bytes, std::size_t before) {
             return false;
         }
         const char* const line = lineStart_ >= before ? begin + (lineStart_ - before) : &text_[lineStart_];
-        finalLineSeen_ = finalLineSeen_ || isFinalLine(line, size);
         lineStart_ = position + 1;
+        if (finalLineEnd_ == 0 && isFinalLine(line, size)) {
+            finalLineEnd_ = lineStart_;
+        }
         ++lines_;
     }
     return text_.size() - lineStart_ <= longestLine + 1; // one more for a CR whose LF is still to come

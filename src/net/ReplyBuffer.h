@@ -63,6 +63,8 @@ class ReplyBuffer {
     std::string_view text() const { return text_; }
     // How many lines with their CR LF these are.
     std::size_t lineCount() const { return lines_; }
+    // Where the first line ends that can be the last of a reply; 0 while there is none.
+    std::size_t finalLineEnd() const { return finalLineEnd_; }
 
   private:
     void grow(std::size_t more);
@@ -71,7 +73,7 @@ class ReplyBuffer {
     std::string text_;
     std::size_t lineStart_ = 0; // where the first line without a CR LF begins
     std::size_t lines_ = 0;
-    bool finalLineSeen_ = false;
+    std::size_t finalLineEnd_ = 0;
 };
 
 } // namespace corvel

@@ -31,6 +31,15 @@ struct Answer {
 // The runtime record of one site is its parts. All texts are in the server's bytes unless a comment says
 // otherwise.
 
+// How far a connection has come that is to be encrypted (RFC 4217). Before it is, nothing but AUTH goes out.
+enum class Encryption {
+    none,     // it is not to be
+    greeting, // waits for the server's greeting
+    consent,  // has sent AUTH
+    handshake,
+    on,
+};
+
 // The control connection: CommandChannel does everything with it; the outbox takes
 // the answers away.
 struct ChannelState {
@@ -39,6 +48,7 @@ struct ChannelState {
     bool bLoggedIn = false;      // the server accepted the login
     bool bAwaitingReply = false; // a command is outstanding: at most one per site
     bool isGreeted = false;      // the connection has brought a reply
+    Encryption encryption = Encryption::none;
     TelnetReader telnet;
     SeenTexts seenTexts;
     TextEncoding encoding = TextEncoding::utf8; // of what is typed, as seenTexts has it
@@ -52,6 +62,9 @@ struct ChannelState {
     Command current{.bQuiet = false, .iHandler = 0};
     std::deque<std::string> sBatchLines; // what is left of a sequence of commands
     std::string sConsolePartial;         // an incomplete last line held back from the console
+
+    // Whether what is to be sent has to wait until the connection is encrypted.
+    bool isHeldBack() const { return encryption != Encryption::none && encryption != Encryption::on; }
 
     std::vector<Answer> answers; // since they were last taken away
     std::string lastErrorLine;   // last line of the last reply that refused something

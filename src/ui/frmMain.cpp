@@ -136,6 +136,11 @@ std::unique_ptr<Socket> frmMain::makeSocket(int site) {
     auto socket = std::make_unique<wSock>();
     connect(socket.get(), &wSock::stateChanged, this, [this, site] { changedSockets_.insert(site); });
     connect(socket.get(), &wSock::connected, this, [this, site] { program_.wSock_Connect(site); });
+    connect(socket.get(), &wSock::encrypted, this, [this, site] { program_.wSock_Encrypted(site); });
+    connect(socket.get(), &wSock::certificateDoubted, this,
+            [this, site](const std::vector<std::string>& problems) {
+                program_.wSock_Certificate(site, problems);
+            });
     connect(socket.get(), &wSock::dataArrived, this, [this, site](const QByteArray& bytes) {
         program_.wSock_DataArrival(site, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
     });
@@ -284,6 +289,7 @@ void frmMain::showChange(const ViewChange& change) {
         showChange({.part = ViewPart::accounts, .site = site, .accounts = Accounts::users});
         showChange({.part = ViewPart::accounts, .site = site, .accounts = Accounts::groups});
         break;
+    case ViewPart::encryption:
     case ViewPart::lastError:
         showStatus();
         break;

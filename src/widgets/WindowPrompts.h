@@ -32,6 +32,12 @@ class WindowPrompts : public Prompts {
     void AskPassword(const std::string& title, const std::string& prompt,
                      std::function<void(std::optional<std::string>)> answer) override;
 
+    // Nobody can look at a certificate yet, so none is trusted.
+    void AskCertificate(const CertificateQuestion& /*question*/,
+                        std::function<void(CertificateAnswer)> answer) override {
+        answer(CertificateAnswer::disconnect);
+    }
+
     // Calls act from the event loop once every box is answered, those that an answer brings up too.
     void whenAnswered(std::function<void()> act);
 

@@ -212,7 +212,7 @@ TEST(Connection, ChoosesWhereToConnect) {
         {"through the proxy", "name=a\nhost=h\nport=2121\nuser=u\npass=p\nusesslproxy=1\n",
          "ssl_tunnel_host=127.0.0.1\nssl_tunnel_port=4000\n", "127.0.0.1:4000", "USER u@h:2121"},
         {"port above 16 bits is no other port", "name=a\nhost=h\nport=65557\n", "", "", ""},
-        {"no proxy is configured", "name=a\nhost=h\nport=21\nusesslproxy=1\n", "", "", ""},
+        {"no port of the proxy", "name=a\nhost=h\nport=21\nusesslproxy=1\n", "ssl_tunnel_host=p\n", "", ""},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

@@ -76,6 +76,9 @@ void play(TestProgram& program, int site, const Script& script, const std::strin
                 text.erase(0, size);
             }
             break;
+        case Step::Kind::encrypted:
+            program.main.wSock_Encrypted(site);
+            break;
         case Step::Kind::close:
             program.main.wSock_Close(site);
             break;

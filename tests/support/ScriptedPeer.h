@@ -39,7 +39,7 @@ class TestProgram {
 };
 // One line of a script, from the server's point of view.
 struct Step {
-    enum class Kind { expect, send, close };
+    enum class Kind { expect, send, encrypted, close };
     Kind kind;
     std::string text; // expect: a line without CR LF; send: bytes as they are
 };
@@ -49,6 +49,9 @@ inline Step expect(std::string line) {
 }
 inline Step send(std::string bytes) {
     return {Step::Kind::send, std::move(bytes)};
+}
+inline Step encrypted() {
+    return {Step::Kind::encrypted, {}};
 }
 inline Step hangUp() {
     return {Step::Kind::close, {}};

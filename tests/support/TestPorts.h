@@ -34,9 +34,9 @@ class RecordingViews : public Views {
   public:
     void changed(const ViewChange& change) override {
         static constexpr std::array names = {
-            "siteAdded",       "siteRenamed",     "currentSiteChanged", "", "listingChanged",
-            "pathChanged",     "activityChanged", "chattrAnswered",     "", "sessionReset",
-            "lastErrorChanged"};
+            "siteAdded",         "siteRenamed",     "currentSiteChanged", "", "listingChanged",
+            "pathChanged",       "activityChanged", "chattrAnswered",     "", "sessionReset",
+            "encryptionChanged", "lastErrorChanged"};
         const std::string name = names[static_cast<std::size_t>(change.part)];
         const std::string site = " " + std::to_string(change.site);
         if (change.part == ViewPart::accounts) {
@@ -86,8 +86,15 @@ class RecordingPrompts : public Prompts {
         AskText(title, prompt, std::move(answer));
     }
 
+    void AskCertificate(const CertificateQuestion& question,
+                        std::function<void(CertificateAnswer)> answer) override {
+        asked.push_back(question.host + " " + question.certificate.fingerprint + " " + question.remembered);
+        answerCertificate = std::move(answer); // the test gives it, or nobody
+    }
+
     Texts asked;
     std::deque<std::string> answers;
+    std::function<void(CertificateAnswer)> answerCertificate;
     std::function<void()> beforeAnswer; // what happens while a yes-or-no question is open
 
   private:
@@ -120,10 +127,13 @@ class RecordingShell : public Shell {
 class FakeSocket : public Socket {
   public:
     SocketState state() const override { return current; }
-    void Connect(const std::string& host, std::int32_t port) override {
+    void Connect(const std::string& host, std::int32_t port, bool /*mayEncrypt*/) override {
         connectedTo = host + ":" + std::to_string(port);
         current = SocketState::connecting;
     }
+    void StartEncryption() override { sent += "(handshake)\r\n"; }
+    void AcceptCertificate() override { sent += "(accepted)\r\n"; }
+    const EncryptionFacts& encryption() const override { return facts; }
     void Close() override { current = SocketState::closed; }
     void Send(std::string_view bytes) override { sent += bytes; }
     std::int32_t localPort() const override { return 4711; }
@@ -145,6 +155,7 @@ class FakeSocket : public Socket {
     SocketState current = SocketState::closed;
     std::string connectedTo;
     std::string sent;
+    EncryptionFacts facts;
 };
 
 } // namespace corvel::test

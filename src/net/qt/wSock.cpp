@@ -2,8 +2,16 @@
 
 #include "widgets/TextConversion.h"
 
+#include <QDateTime>
 #include <QHostAddress>
 #include <QNetworkProxy>
+#include <QSslCipher>
+#include <QSslConfiguration>
+#include <QSslSocket>
+
+#include <algorithm>
+#include <array>
+#include <utility>
 
 namespace corvel {
 
@@ -12,26 +20,107 @@ namespace {
 // What one event may take from the network, so that a flood of data never holds up the window.
 constexpr qint64 bytesPerEvent = qint64{256} * 1024;
 
+QSslConfiguration clientConfiguration() {
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setProtocol(QSsl::TlsV1_2OrLater);
+    configuration.setPeerVerifyMode(QSslSocket::VerifyPeer);
+    if (QSslSocket::activeBackend() == QLatin1String("openssl")) {
+        // A renegotiation could bring another certificate, which Qt would not notice.
+        configuration.setBackendConfigurationOption("Options", QByteArray("NoRenegotiation"));
+    }
+    return configuration;
+}
+
+QString timeText(const QDateTime& time) {
+    return time.toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm 'UTC'"));
+}
+
+// As "CN=home, O=Example".
+std::string ownerText(const QSslCertificate& certificate, const QList<QByteArray>& attributes,
+                      QStringList (QSslCertificate::*values)(const QByteArray&) const) {
+    QStringList parts;
+    for (const QByteArray& attribute : attributes) {
+        parts.append(QString::fromUtf8(attribute) + QLatin1Char('=') +
+                     (certificate.*values)(attribute).join(QLatin1Char('+')));
+    }
+    return toCore(parts.join(QStringLiteral(", ")));
+}
+
+Certificate recordOf(const QSslCertificate& certificate) {
+    return {
+        .subject = ownerText(certificate, certificate.subjectInfoAttributes(), &QSslCertificate::subjectInfo),
+        .issuer = ownerText(certificate, certificate.issuerInfoAttributes(), &QSslCertificate::issuerInfo),
+        .names = toCore(certificate.subjectAlternativeNames().values().join(QStringLiteral(", "))),
+        .validFrom = toCore(timeText(certificate.effectiveDate())),
+        .validUntil = toCore(timeText(certificate.expiryDate())),
+        .fingerprint = certificate.digest(QCryptographicHash::Sha256).toHex().toStdString()};
+}
+
+std::vector<Certificate> recordsOf(const QList<QSslCertificate>& chain) {
+    std::vector<Certificate> records;
+    records.reserve(static_cast<std::size_t>(chain.size()));
+    std::ranges::transform(chain, std::back_inserter(records), recordOf);
+    return records;
+}
+
+QString problemText(const QSslError& error, const QString& host) {
+    switch (error.error()) {
+    case QSslError::SelfSignedCertificate:
+        return wSock::tr("It is self-signed.");
+    case QSslError::CertificateExpired:
+        return wSock::tr("It expired on %1.").arg(timeText(error.certificate().expiryDate()));
+    case QSslError::CertificateNotYetValid:
+        return wSock::tr("It is not valid before %1.").arg(timeText(error.certificate().effectiveDate()));
+    case QSslError::HostNameMismatch:
+        return wSock::tr("It is for another name than %1.").arg(host);
+    case QSslError::SelfSignedCertificateInChain:
+    case QSslError::UnableToGetLocalIssuerCertificate:
+    case QSslError::UnableToGetIssuerCertificate:
+    case QSslError::UnableToVerifyFirstCertificate:
+    case QSslError::CertificateUntrusted:
+        return wSock::tr("It comes from an unknown authority.");
+    default:
+        return error.errorString();
+    }
+}
+
+std::string protocolName(QSsl::SslProtocol protocol) {
+    return protocol == QSsl::TlsV1_3 ? "TLS 1.3" : protocol == QSsl::TlsV1_2 ? "TLS 1.2" : "TLS";
+}
+
 } // namespace
 
 wSock::wSock(QObject* parent) : QObject(parent) {
-    socket_.setReadBufferSize(bytesPerEvent);
-    // The desktop's proxy is one for the web; asking for it can hold up the window, too.
-    socket_.setProxy(QNetworkProxy::NoProxy);
-    connect(&socket_, &QTcpSocket::connected, this, [this] { tell([this] { emit connected(); }); });
-    connect(&socket_, &QTcpSocket::readyRead, this, &wSock::takeData);
-    connect(&socket_, &QTcpSocket::stateChanged, this, &wSock::stateChanged);
-    connect(&socket_, &QTcpSocket::errorOccurred, this,
-            [this](QAbstractSocket::SocketError error) { tell([this, error] { reportError(error); }); });
+    use(false);
 }
 
 // The socket must not report its own end to a program that is half gone.
 wSock::~wSock() {
-    socket_.disconnect(this);
+    socket_->disconnect(this);
+}
+
+// A socket that can encrypt is made for those who want it alone: the first one takes its time.
+void wSock::use(bool tls) {
+    tls_ = tls ? new QSslSocket : nullptr;
+    socket_.reset(tls ? tls_ : new QTcpSocket);
+    socket_->setReadBufferSize(bytesPerEvent);
+    // The desktop's proxy is one for the web; asking for it can hold up the window, too.
+    socket_->setProxy(QNetworkProxy::NoProxy);
+    connect(socket_.get(), &QTcpSocket::connected, this, [this] { tell([this] { emit connected(); }); });
+    connect(socket_.get(), &QTcpSocket::readyRead, this, &wSock::takeData);
+    connect(socket_.get(), &QTcpSocket::stateChanged, this, &wSock::stateChanged);
+    connect(socket_.get(), &QTcpSocket::errorOccurred, this,
+            [this](QAbstractSocket::SocketError error) { tell([this, error] { reportError(error); }); });
+    if (tls) {
+        tls_->setSslConfiguration(clientConfiguration());
+        tls_->setPauseMode(QAbstractSocket::PauseOnSslErrors);
+        connect(tls_, &QSslSocket::encrypted, this, &wSock::takeAgreement);
+        connect(tls_, &QSslSocket::sslErrors, this, &wSock::doubtCertificate);
+    }
 }
 
 SocketState wSock::state() const {
-    switch (socket_.state()) {
+    switch (socket_->state()) {
     case QAbstractSocket::UnconnectedState:
         return SocketState::closed;
     case QAbstractSocket::HostLookupState:
@@ -50,30 +139,51 @@ SocketState wSock::state() const {
     return SocketState::error;
 }
 
-void wSock::Connect(const std::string& host, std::int32_t port) {
+void wSock::Connect(const std::string& host, std::int32_t port, bool mayEncrypt) {
     Close();
     host_ = host;
     port_ = port;
-    isConnecting_ = true; // Windows refuses an address on the spot
-    socket_.connectToHost(textOf(host), static_cast<quint16>(port));
-    isConnecting_ = false;
+    if (mayEncrypt != (tls_ != nullptr)) {
+        use(mayEncrypt);
+    }
+    if (tls_ != nullptr) {
+        tls_->setPeerVerifyName(textOf(host));
+    }
+    isInCall_ = true; // Windows refuses an address on the spot
+    socket_->connectToHost(textOf(host), static_cast<quint16>(port));
+    isInCall_ = false;
+}
+
+void wSock::StartEncryption() {
+    isInCall_ = true;
+    tls_->startClientEncryption();
+    isInCall_ = false;
+}
+
+void wSock::AcceptCertificate() {
+    if (std::exchange(isInDoubt_, false)) {
+        tls_->ignoreSslErrors();
+        tls_->resume();
+    }
 }
 
 void wSock::Close() {
     ++attempt_;
     {
-        const QSignalBlocker silence(socket_);
-        socket_.abort();
+        const QSignalBlocker silence(*socket_);
+        socket_->abort();
     }
+    isInDoubt_ = false;
+    encryption_ = {};
     emit stateChanged();
 }
 
 void wSock::Send(std::string_view bytes) {
-    socket_.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
 }
 
 std::int32_t wSock::localPort() const {
-    return socket_.localPort();
+    return socket_->localPort();
 }
 
 std::string wSock::remoteHost() const {
@@ -81,7 +191,7 @@ std::string wSock::remoteHost() const {
 }
 
 std::string wSock::remoteAddress() const {
-    return socket_.peerAddress().toString().toStdString();
+    return socket_->peerAddress().toString().toStdString();
 }
 
 std::int32_t wSock::remotePort() const {
@@ -89,10 +199,14 @@ std::int32_t wSock::remotePort() const {
 }
 
 void wSock::tell(const std::function<void()>& event) {
-    if (!isConnecting_) {
+    if (isInCall_) {
+        tellLater(event);
+    } else {
         event();
-        return;
     }
+}
+
+void wSock::tellLater(const std::function<void()>& event) {
     const auto later = [this, event, attempt = attempt_] {
         if (attempt == attempt_) {
             event();
@@ -102,9 +216,41 @@ void wSock::tell(const std::function<void()>& event) {
 }
 
 void wSock::takeData() {
-    if (state() == SocketState::connected) {
-        emit dataArrived(socket_.readAll());
+    if (state() != SocketState::connected) {
+        return;
     }
+    if (tls_ != nullptr && tls_->isEncrypted() && tls_->peerCertificate() != certificate_) {
+        emit failed(tr("The server came with another certificate"), QAbstractSocket::SslHandshakeFailedError);
+        return;
+    }
+    emit dataArrived(socket_->readAll());
+}
+
+void wSock::takeAgreement() {
+    if (!encryption_.protocol.empty()) {
+        return; // once more: what came with it is looked at with the next bytes
+    }
+    certificate_ = tls_->peerCertificate();
+    encryption_ = {.protocol = protocolName(tls_->sessionProtocol()),
+                   .cipher = toCore(tls_->sessionCipher().name()),
+                   .chain = recordsOf(tls_->peerCertificateChain())};
+    tell([this] { emit encrypted(); });
+}
+
+// Not at once: the socket is paused behind this call, and only a paused one can go on.
+void wSock::doubtCertificate(const QList<QSslError>& errors) {
+    encryption_.chain = recordsOf(tls_->peerCertificateChain());
+    std::vector<std::string> problems;
+    for (const QSslError& error : errors) {
+        std::string problem = toCore(problemText(error, textOf(host_)));
+        if (std::ranges::find(problems, problem) == problems.end()) {
+            problems.push_back(std::move(problem));
+        }
+    }
+    tellLater([this, problems] {
+        isInDoubt_ = true;
+        emit certificateDoubted(problems);
+    });
 }
 
 void wSock::reportError(QAbstractSocket::SocketError error) {
@@ -112,7 +258,7 @@ void wSock::reportError(QAbstractSocket::SocketError error) {
         takeData();
         emit closedByPeer();
     } else {
-        emit failed(socket_.errorString(), error);
+        emit failed(socket_->errorString(), error);
     }
 }
 

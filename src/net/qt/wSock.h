@@ -3,13 +3,20 @@
 #include "common/Ports.h"
 
 #include <QObject>
+#include <QSslCertificate>
+#include <QSslError>
 #include <QTcpSocket>
 
 #include <functional>
+#include <memory>
+#include <vector>
+
+class QSslSocket;
 
 namespace corvel {
 
-// The Socket port over QTcpSocket. Name look-up and connecting run in the background.
+// The Socket port over QTcpSocket, or QSslSocket where the connection may be encrypted. Name look-up and
+// connecting run in the background.
 class wSock : public QObject, public Socket {
     Q_OBJECT
 
@@ -18,7 +25,10 @@ class wSock : public QObject, public Socket {
     ~wSock() override;
 
     SocketState state() const override;
-    void Connect(const std::string& host, std::int32_t port) override;
+    void Connect(const std::string& host, std::int32_t port, bool mayEncrypt) override;
+    void StartEncryption() override;
+    void AcceptCertificate() override;
+    const EncryptionFacts& encryption() const override { return encryption_; }
     void Close() override;
     void Send(std::string_view bytes) override;
     std::int32_t localPort() const override;
@@ -29,21 +39,30 @@ class wSock : public QObject, public Socket {
   signals:
     void stateChanged(); // in whatever way, by Connect and Close too
     void connected();
+    void encrypted();
+    void certificateDoubted(const std::vector<std::string>& problems); // sentences, UTF-8
     void dataArrived(const QByteArray& bytes);
     void closedByPeer();
     void failed(const QString& description, int number);
 
   private:
-    // Emits from the event loop what comes up inside of Connect, unless the connection is another one by
-    // then.
+    void use(bool tls);
+    // Emits from the event loop what comes up inside of a call, unless the connection is another one by then.
     void tell(const std::function<void()>& event);
+    void tellLater(const std::function<void()>& event);
     void takeData();
+    void takeAgreement();
+    void doubtCertificate(const QList<QSslError>& errors);
     void reportError(QAbstractSocket::SocketError error);
 
-    QTcpSocket socket_;
+    std::unique_ptr<QTcpSocket> socket_;
+    QSslSocket* tls_ = nullptr; // the same, where it can encrypt
     std::string host_;
     std::int32_t port_ = 0;
-    bool isConnecting_ = false; // inside of Connect
+    EncryptionFacts encryption_;
+    QSslCertificate certificate_; // with which the encryption began
+    bool isInCall_ = false;       // inside of Connect or StartEncryption
+    bool isInDoubt_ = false;      // the handshake waits for AcceptCertificate
     int attempt_ = 0;
 };
 

@@ -17,7 +17,7 @@ class WSock : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_TRUE(server_.listen(QHostAddress::LocalHost));
-        socket_.Connect("127.0.0.1", server_.serverPort());
+        socket_.Connect("127.0.0.1", server_.serverPort(), false);
         QSignalSpy arrived(&server_, &QTcpServer::newConnection);
         ASSERT_TRUE(server_.hasPendingConnections() || arrived.wait());
         peer_.reset(server_.nextPendingConnection());
@@ -61,7 +61,7 @@ TEST_F(WSock, ClosesWithoutAWord) {
     EXPECT_TRUE(data_.isEmpty() && closed_.isEmpty() && failed_.isEmpty());
     const quint16 port = server_.serverPort();
     server_.close();
-    socket_.Connect("127.0.0.1", port);
+    socket_.Connect("127.0.0.1", port, false);
     EXPECT_TRUE(failed_.isEmpty()) << "no event comes from inside a call";
     ASSERT_TRUE(failed_.wait());
     EXPECT_EQ(failed_.front()[1].toInt(), QAbstractSocket::ConnectionRefusedError);
@@ -76,7 +76,7 @@ TEST(WSockProxy, IsNobodys) {
         {QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), proxy.serverPort()});
     QSignalSpy arrived(&server, &QTcpServer::newConnection);
     wSock socket;
-    socket.Connect("127.0.0.1", server.serverPort());
+    socket.Connect("127.0.0.1", server.serverPort(), false);
     EXPECT_TRUE(arrived.wait());
     QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
     EXPECT_FALSE(proxy.hasPendingConnections());
