@@ -31,9 +31,26 @@ std::string helpReply(std::initializer_list<DemoTable> tables, std::string_view 
     return longReply(214, first, lines.append(lineEnd), "End of help.");
 }
 
+std::string answerAuth(DemoRequest& request) {
+    DemoClient& client = request.client;
+    if (client.isEncrypted || client.uid) {
+        return reply(503, {client.isEncrypted ? "Already encrypted." : "Already logged in."});
+    }
+    if (toUpper(request.argument) != "TLS") {
+        return reply(504, {"Only AUTH TLS is understood."});
+    }
+    client.pendingUser.clear();
+    client.isEncrypted = true;
+    return reply(234, {"Ready for the handshake."});
+}
+
 std::string answerUser(DemoRequest& request) {
-    request.client = DemoClient{};
-    request.client.pendingUser = request.argument;
+    DemoClient& client = request.client;
+    if (client.tls == DemoTls::required && !client.isEncrypted) {
+        return reply(530, {"Nobody logs in here in clear text: send AUTH TLS first."});
+    }
+    client = DemoClient{.tls = client.tls, .isEncrypted = client.isEncrypted};
+    client.pendingUser = request.argument;
     return reply(331, {"Password required for ", request.argument, "."});
 }
 
@@ -65,8 +82,14 @@ std::string answerSyst(DemoRequest&) {
     return reply(215, {"UNIX Type: L8"});
 }
 
-std::string answerFeat(DemoRequest&) {
-    return longReply(211, "Features:", " UTF8\r\n SITE CHMOD\r\n", "End");
+bool offersTls(const DemoClient& client) {
+    return client.tls == DemoTls::offered || client.tls == DemoTls::required;
+}
+
+std::string answerFeat(DemoRequest& request) {
+    return longReply(211, "Features:",
+                     concat({offersTls(request.client) ? " AUTH TLS\r\n" : "", " UTF8\r\n SITE CHMOD\r\n"}),
+                     "End");
 }
 
 std::string answerOpts(DemoRequest& request) {
@@ -108,10 +131,17 @@ constexpr std::array loginCommands = {
     DemoCommand{"STOR", answerNoData},
 };
 
+constexpr std::array tlsCommands = {DemoCommand{"AUTH", answerAuth, WhoMay::anyone, "TLS"}};
+
+DemoTable tlsTable(const DemoClient& client) {
+    return offersTls(client) ? DemoTable(tlsCommands) : DemoTable();
+}
+
 std::string answerHelp(DemoRequest& request) {
     return toUpper(request.argument) == "SITE"
                ? answerSiteHelp(request)
-               : helpReply({loginCommands, fileCommands}, "These commands are understood:");
+               : helpReply({loginCommands, tlsTable(request.client), fileCommands},
+                           "These commands are understood:");
 }
 
 } // namespace
@@ -182,7 +212,7 @@ std::string answerCommand(DemoWorld& world, DemoClient& client, std::string_view
         request.viewer = {user->name, world.accounts.groupNames(*user), client.directory};
     }
     try {
-        return dispatch({loginCommands, fileCommands}, request, line, "");
+        return dispatch({loginCommands, tlsTable(client), fileCommands}, request, line, "");
     } catch (const Refusal& refusal) {
         return reply(refusal.code, {refusal.text});
     } catch (const TreeError& error) {

@@ -21,8 +21,14 @@ struct DemoWorld {
     DemoAccounts accounts;
 };
 
+// When a connection is encrypted: never; after AUTH, for who wants it (RFC 4217); the same, and nobody logs
+// in before; from the first byte on.
+enum class DemoTls { none, offered, required, implicit };
+
 // What the server remembers of one control connection.
 struct DemoClient {
+    DemoTls tls = DemoTls::none;           // of the server
+    bool isEncrypted = false;              // after AUTH: from when the reply to it is out
     std::string pendingUser;               // from USER, until PASS
     std::optional<int> uid;                // of who is logged in
     std::string directory = "/";           // the current directory
