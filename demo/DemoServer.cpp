@@ -1,6 +1,8 @@
 #include "demo/DemoServer.h"
 
 #include <QHostAddress>
+#include <QSslCertificate>
+#include <QSslSocket>
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -21,7 +23,7 @@ constexpr qint64 longestLine = 4096; // with a CR at its end
 class DemoConnection : public QObject {
   public:
     DemoConnection(QTcpSocket* socket, DemoWorld& world, const DemoOptions& options, QObject* parent)
-        : QObject(parent), world_(world), socket_(socket),
+        : QObject(parent), world_(world), socket_(socket), tls_(qobject_cast<QSslSocket*>(socket)),
           pieceSize_(options.chunkBytes > 0 ? static_cast<std::size_t>(options.chunkBytes) : defaultPiece) {
         socket_->setParent(this);
         socket_->setReadBufferSize(readBufferSize);
@@ -31,17 +33,37 @@ class DemoConnection : public QObject {
         latency_.setTimerType(Qt::PreciseTimer);
         latency_.setInterval(options.latencyMilliseconds);
         connect(&latency_, &QTimer::timeout, this, &DemoConnection::sendPiece);
-        connect(socket_, &QTcpSocket::bytesWritten, this, [this] {
-            if (socket_->bytesToWrite() == 0) {
-                sendPiece();
-            }
-        });
+        connect(socket_, &QTcpSocket::bytesWritten, this, &DemoConnection::sendNextPiece);
         connect(socket_, &QTcpSocket::readyRead, this, &DemoConnection::answerNextLine);
         connect(socket_, &QTcpSocket::disconnected, this, &QObject::deleteLater);
-        startReply(demoGreeting());
+        client_.tls = options.tls;
+        if (tls_ != nullptr) {
+            connect(tls_, &QSslSocket::encryptedBytesWritten, this, &DemoConnection::sendNextPiece);
+        }
+        if (options.tls == DemoTls::implicit) {
+            connect(tls_, &QSslSocket::encrypted, this, [this] { startReply(demoGreeting()); });
+            tls_->startServerEncryption();
+        } else {
+            startReply(demoGreeting());
+        }
     }
 
   private:
+    // After the reply to AUTH. What came in clear behind it may be another's than who encrypts, but
+    // QSslSocket would hand it out as if it had come encrypted: so it ends the connection. (What comes in
+    // clear from now on is no handshake and ends it too.)
+    void startEncryption() { tls_->bytesAvailable() > 0 ? tls_->abort() : tls_->startServerEncryption(); }
+
+    // Once the piece before has left this program, encrypted or not: a client that does not read is not to
+    // gather more than a piece. What a handshake writes is not to cut the latency short.
+    void sendNextPiece() {
+        const bool isOut =
+            socket_->bytesToWrite() == 0 && (tls_ == nullptr || tls_->encryptedBytesToWrite() == 0);
+        if (isOut && !latency_.isActive()) {
+            sendPiece();
+        }
+    }
+
     void startReply(std::string text) {
         reply_ = std::move(text);
         sent_ = 0;
@@ -58,7 +80,13 @@ class DemoConnection : public QObject {
         }
         if (sent_ == reply_.size()) {
             reply_ = std::string();
-            client_.isLeaving ? socket_->disconnectFromHost() : answerNextLine();
+            if (client_.isLeaving) {
+                socket_->disconnectFromHost();
+            } else if (client_.isEncrypted && tls_->mode() == QSslSocket::UnencryptedMode) {
+                startEncryption();
+            } else {
+                answerNextLine();
+            }
             return;
         }
         const std::size_t size = std::min(pieceSize_, reply_.size() - sent_);
@@ -85,6 +113,7 @@ class DemoConnection : public QObject {
 
     DemoWorld& world_;
     QTcpSocket* socket_;
+    QSslSocket* tls_; // the same socket, or none where nothing is encrypted
     QTimer latency_;
     std::size_t pieceSize_;
     DemoClient client_;
@@ -96,7 +125,8 @@ class DemoConnection : public QObject {
 } // namespace
 
 DemoServer::DemoServer(const DemoOptions& options, QObject* parent)
-    : QObject(parent), options_(options), world_(options.users, options.entries) {
+    : QObject(parent), options_(options), world_(options.users, options.entries),
+      listener_(options.tls != DemoTls::none) {
     connect(&listener_, &QTcpServer::newConnection, this, &DemoServer::acceptClients);
 }
 
@@ -104,10 +134,16 @@ bool DemoServer::listen() {
     return listener_.listen(QHostAddress::LocalHost, static_cast<quint16>(options_.port));
 }
 
+QSslCertificate DemoServer::certificate() {
+    return DemoListener::certificate();
+}
+
 void DemoServer::acceptClients() {
     while (QTcpSocket* socket = listener_.nextPendingConnection()) {
         if (clientCount() == mostClients) {
-            socket->write("421 Too many connections, try again later.\r\n");
+            if (options_.tls != DemoTls::implicit) { // its clients wait for a handshake, not for text
+                socket->write("421 Too many connections, try again later.\r\n");
+            }
             connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
             socket->disconnectFromHost();
         } else {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "demo/DemoCommands.h"
+#include "demo/DemoListener.h"
 
 #include <QString>
-#include <QTcpServer>
 
 #include <cstdint>
 
@@ -15,6 +15,7 @@ struct DemoOptions {
     int entries = 0;             // above 0: one directory /big with that many files
     int latencyMilliseconds = 0; // every reply waits that long
     int chunkBytes = 0;          // above 0: every reply goes out in writes of that size, one after the other
+    DemoTls tls = DemoTls::none; // other than none: QSslSocket is loaded, which costs milliseconds and MiBs
 };
 
 // The in-memory FTP server of trials and tests: control connections alone, on the loopback address. It needs
@@ -38,6 +39,10 @@ class DemoServer : public QObject {
     // The port that it listens on; 0 when it does not.
     std::uint16_t port() const { return listener_.serverPort(); }
 
+    // The certificate of every demo server that encrypts, made for localhost and 127.0.0.1 and signed by
+    // itself.
+    static QSslCertificate certificate();
+
     int clientCount() const { return static_cast<int>(clients_.children().size()); }
     const DemoWorld& world() const { return world_; }
 
@@ -46,7 +51,7 @@ class DemoServer : public QObject {
 
     DemoOptions options_;
     DemoWorld world_;
-    QTcpServer listener_;
+    DemoListener listener_;
     QObject clients_; // owns the connections; behind the world, at which they look
 };
 

@@ -2,8 +2,10 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QSslCertificate>
 #include <QTextStream>
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <optional>
@@ -11,6 +13,7 @@
 namespace {
 
 using corvel::DemoOptions;
+using corvel::DemoTls;
 
 struct NumberOption {
     const char* name;
@@ -30,6 +33,14 @@ constexpr std::array<NumberOption, 5> numberOptions = {{
      &DemoOptions::chunkBytes},
 }};
 
+struct TlsWord {
+    const char* word;
+    DemoTls value;
+};
+
+constexpr std::array<TlsWord, 3> tlsWords = {
+    {{"explicit", DemoTls::offered}, {"implicit", DemoTls::implicit}, {"required", DemoTls::required}}};
+
 // The options of the command line, or nothing after a line on standard error that says what is wrong.
 std::optional<DemoOptions> readOptions(const QStringList& arguments) {
     QTextStream errors(stderr);
@@ -42,6 +53,13 @@ std::optional<DemoOptions> readOptions(const QStringList& arguments) {
         parser.addOption({QString::fromLatin1(option.name), QString::fromLatin1(option.description),
                           QString::fromLatin1(option.valueName)});
     }
+    const QCommandLineOption tls(
+        QStringLiteral("tls"),
+        QStringLiteral(
+            "Encrypt with a key that everybody knows: explicit (after AUTH TLS, for who sends it), "
+            "required (the same, and no login before it) or implicit (from the first byte on)."),
+        QStringLiteral("WHEN"));
+    parser.addOption(tls);
     parser.process(arguments);
     if (!parser.positionalArguments().isEmpty()) {
         errors << "Unexpected argument: " << parser.positionalArguments().constFirst() << "\n";
@@ -58,6 +76,16 @@ std::optional<DemoOptions> readOptions(const QStringList& arguments) {
             return std::nullopt;
         }
         options.*option.value = value;
+    }
+    if (parser.isSet(tls)) {
+        const QString word = parser.value(tls);
+        const auto row = std::ranges::find(
+            tlsWords, word, [](const TlsWord& each) { return QString::fromLatin1(each.word); });
+        if (row == tlsWords.end()) {
+            errors << "--tls takes explicit, implicit or required, not \"" << word << "\".\n";
+            return std::nullopt;
+        }
+        options.tls = row->value;
     }
     return options;
 }
@@ -81,5 +109,10 @@ int main(int argc, char** argv) {
     QTextStream(stdout) << "Listening on 127.0.0.1:" << server.port()
                         << "\nLogin: " << corvel::DemoServer::userName << " / "
                         << corvel::DemoServer::password << "\n";
+    if (options->tls != DemoTls::none) {
+        QTextStream(stdout) << "Certificate, SHA-256: "
+                            << corvel::DemoServer::certificate().digest(QCryptographicHash::Sha256).toHex(':')
+                            << "\n";
+    }
     return QCoreApplication::exec();
 }
