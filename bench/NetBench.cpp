@@ -140,7 +140,8 @@ void lastEvent(benchmark::State& state) {
         sites[1].wSock = std::move(socket);
         sites[1].session.bLoggedIn = true;
         ConsoleLog log(sites, clock, views);
-        CommandChannel channel(sites, log, views, settings, replyHandlers());
+        MemoryStore store;
+        CommandChannel channel(sites, log, views, settings, store, replyHandlers());
         channel.SendCommand(1, {.sCommand = "stat", .bQuiet = false});
         cutInto(reply, 262144, [&](std::string_view chunk) { channel.ReplyRouter(1, chunk); });
         times.push_back(seconds([&] {

@@ -12,8 +12,8 @@ mdlMain::mdlMain(Ports ports, std::string directory)
     : ports_(std::move(ports)), directory_(std::move(directory)),
       sitesKeeper_(ports_.prompts, ports_.lock, ports_.clock, BuildAppPath("sites.ini", directory_)),
       sites_(1), log_(sites_, ports_.clock, ports_.views),
-      channel_(sites_, log_, ports_.views, settings_, replyHandlers()), outbox_(sites_, channel_, log_),
-      browser_(sites_, outbox_, ports_.prompts, ports_.views),
+      channel_(sites_, log_, ports_.views, settings_, ports_.store, replyHandlers()),
+      outbox_(sites_, channel_, log_), browser_(sites_, outbox_, ports_.prompts, ports_.views),
       admin_({sites_, outbox_, log_, ports_.prompts, ports_.views}),
       menus_({sites_, settings_, browser_, admin_, outbox_, ports_.prompts, ports_.views, ports_.shell}) {}
 
@@ -114,10 +114,6 @@ void mdlMain::wSock_Certificate(int site, std::vector<std::string> problems) {
         .certificate = target.wSock->encryption().chain.front(),
         .remembered =
             corvel::trustedFingerprint(ports_.store, target.wSock->remoteHost(), target.wSock->remotePort())};
-    if (question.certificate.fingerprint == question.remembered) {
-        target.wSock->AcceptCertificate();
-        return;
-    }
     ports_.prompts.AskCertificate(
         question, [this, question](CertificateAnswer answer) { answerCertificate(question, answer); });
 }

@@ -169,12 +169,13 @@ class Socket {
     // Starts a connection; returns at once. host is a name or an address, port 1 to 65535. mayEncrypt:
     // whether StartEncryption may follow.
     virtual void Connect(const std::string& host, std::int32_t port, bool mayEncrypt) = 0;
-    // Begins the TLS handshake (1.2 or later) as the client of the host that was given to Connect. It ends
-    // with the event wSock_Encrypted or wSock_Error; where nobody vouches for the server's certificate, or it
-    // is for another host, the event wSock_Certificate comes before, and the handshake waits for
-    // AcceptCertificate. Until it is over nothing that is sent here goes out, and no byte that arrives in
-    // clear is an event.
-    virtual void StartEncryption() = 0;
+    // Begins the TLS handshake (1.2 or later) as a client of the host that was given to Connect. It ends with
+    // the event wSock_Encrypted or wSock_Error. Where the system does not vouch for the server's certificate
+    // and its fingerprint is not the trusted one (which may be empty), the event wSock_Certificate comes
+    // before, and the handshake waits for AcceptCertificate. Until it is over nothing that is sent here goes
+    // out, and no byte that arrives in clear is an event. A certificate that is another one later ends the
+    // connection.
+    virtual void StartEncryption(const std::string& trusted) = 0;
     virtual void AcceptCertificate() = 0;
     // What was agreed; before the end of the handshake the chain alone, as soon as it is known.
     virtual const EncryptionFacts& encryption() const = 0;
@@ -195,7 +196,7 @@ class NoSocket : public Socket {
   public:
     SocketState state() const override { return SocketState::closed; }
     void Connect(const std::string& /*host*/, std::int32_t /*port*/, bool /*mayEncrypt*/) override {}
-    void StartEncryption() override {}
+    void StartEncryption(const std::string& /*trusted*/) override {}
     void AcceptCertificate() override {}
     const EncryptionFacts& encryption() const override { return nothing_; }
     void Close() override {}

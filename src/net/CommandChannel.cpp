@@ -4,6 +4,7 @@
 #include "common/Numbers.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
+#include "config/TrustedCertificates.h"
 
 #include <algorithm>
 #include <optional>
@@ -104,13 +105,17 @@ void CommandChannel::Connect(int site) {
 }
 
 void CommandChannel::Connected(int site) {
-    Site& target = at(sites_, site);
-    if (target.session.encryption == Encryption::handshake) {
-        target.wSock->StartEncryption();
-        services_.views.encryptionChanged(site);
+    if (at(sites_, site).session.encryption == Encryption::handshake) {
+        startEncryption(site);
     } else {
         services_.log.LogConsole(site, "wSock_Connect()");
     }
+}
+
+void CommandChannel::startEncryption(int site) {
+    Socket& socket = *at(sites_, site).wSock;
+    socket.StartEncryption(trustedFingerprint(store_, socket.remoteHost(), socket.remotePort()));
+    services_.views.encryptionChanged(site);
 }
 
 void CommandChannel::Encrypted(int site) {
@@ -331,16 +336,14 @@ bool CommandChannel::isToBeEncrypted(const SiteConfig& config) const {
 // What a reply means that comes in clear where nothing else may (RFC 4217, section 4): the greeting, and then
 // the consent to AUTH TLS.
 void CommandChannel::goOnToEncrypt(int site, int code, std::string_view lastLine) {
-    Site& target = at(sites_, site);
-    SiteSession& session = target.session;
+    SiteSession& session = at(sites_, site).session;
     if (session.encryption == Encryption::greeting && code == 220) {
         session.encryption = Encryption::consent;
         transmit(site, {.sCommand = "AUTH TLS", .bQuiet = false});
     } else if (session.encryption == Encryption::consent && code == 234) {
         session.encryption = Encryption::handshake;
         session.telnet = {};
-        target.wSock->StartEncryption();
-        services_.views.encryptionChanged(site);
+        startEncryption(site);
     } else {
         Refuse(site,
                "Not encrypted, closing the connection: the server said \"" + std::string(lastLine) + '"');

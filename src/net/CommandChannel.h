@@ -97,12 +97,12 @@ struct ReplyHandler {
 // outstanding per site.
 class CommandChannel {
   public:
-    // All are borrowed and must outlive the channel. settings: the address of the TLS-wrapping proxy.
-    // handlers: the table of reply kinds; a code that is not in it is sent without echo, and its reply is
-    // shown on the console only.
+    // All are borrowed and must outlive the channel. settings: the address of the TLS-wrapping proxy. store:
+    // the certificates that are trusted. handlers: the table of reply kinds; a code that is not in it is sent
+    // without echo, and its reply is shown on the console only.
     CommandChannel(Sites& sites, ConsoleLog& log, Views& views, const Settings& settings,
-                   std::span<const ReplyHandler> handlers)
-        : sites_(sites), services_{*this, log, views, settings}, handlers_(handlers) {}
+                   const StateStore& store, std::span<const ReplyHandler> handlers)
+        : sites_(sites), services_{*this, log, views, settings}, store_(store), handlers_(handlers) {}
 
     // Starts to connect the site, directly or through the proxy; a connection that is not closed is ended
     // first. A port outside 1 to 65535 gets one console line and no connection. What the console held back of
@@ -147,10 +147,12 @@ class CommandChannel {
     void logIn(int site, int code);
     void transmit(int site, Command command);
     bool isToBeEncrypted(const SiteConfig& config) const;
+    void startEncryption(int site);
     void goOnToEncrypt(int site, int code, std::string_view lastLine);
 
     Sites& sites_;
     ReplyServices services_;
+    const StateStore& store_;
     std::span<const ReplyHandler> handlers_;
 };
 

@@ -76,8 +76,9 @@ struct Channel {
     Settings settings;
     FixedClock clock;
     RecordingViews views;
+    MemoryStore store;
     ConsoleLog log{sites, clock, views};
-    CommandChannel channel{sites, log, views, settings, {}};
+    CommandChannel channel{sites, log, views, settings, store, {}};
 };
 
 TEST(CommandChannel, RingTakes26AndSendsTheLatestBeforeTheWaiting) {

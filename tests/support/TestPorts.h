@@ -131,7 +131,7 @@ class FakeSocket : public Socket {
         connectedTo = host + ":" + std::to_string(port);
         current = SocketState::connecting;
     }
-    void StartEncryption() override { sent += "(handshake)\r\n"; }
+    void StartEncryption(const std::string& trusted) override { sent += "(handshake)" + trusted + "\r\n"; }
     void AcceptCertificate() override { sent += "(accepted)\r\n"; }
     const EncryptionFacts& encryption() const override { return facts; }
     void Close() override { current = SocketState::closed; }

@@ -3,14 +3,18 @@
 #include "widgets/TextConversion.h"
 
 #include <QDateTime>
+#include <QFuture>
 #include <QHostAddress>
 #include <QNetworkProxy>
+#include <QPromise>
 #include <QSslCipher>
 #include <QSslConfiguration>
 #include <QSslSocket>
+#include <QThreadPool>
 
 #include <algorithm>
-#include <array>
+#include <iterator>
+#include <memory>
 #include <utility>
 
 namespace corvel {
@@ -20,15 +24,33 @@ namespace {
 // What one event may take from the network, so that a flood of data never holds up the window.
 constexpr qint64 bytesPerEvent = qint64{256} * 1024;
 
+// OpenSSL looks at a certificate that comes with a renegotiation, but Qt hears of it only where an authority
+// is missing, and ends the connection then if it is another one. So the socket knows no authority at all, and
+// who vouches for the first certificate is asked of the system beside it.
+bool isVerifiedBeside() {
+    return QSslSocket::activeBackend() == QLatin1String("openssl");
+}
+
 QSslConfiguration clientConfiguration() {
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
     configuration.setProtocol(QSsl::TlsV1_2OrLater);
     configuration.setPeerVerifyMode(QSslSocket::VerifyPeer);
-    if (QSslSocket::activeBackend() == QLatin1String("openssl")) {
-        // A renegotiation could bring another certificate, which Qt would not notice.
-        configuration.setBackendConfigurationOption("Options", QByteArray("NoRenegotiation"));
+    if (isVerifiedBeside()) {
+        configuration.setCaCertificates({});
     }
     return configuration;
+}
+
+// What is wrong with a chain for a host, asked beside the user-interface thread: the authorities are read
+// anew, which takes a tenth of a second.
+QFuture<QList<QSslError>> errorsOf(const QList<QSslCertificate>& chain, const QString& host) {
+    const auto promise = std::make_shared<QPromise<QList<QSslError>>>();
+    QThreadPool::globalInstance()->start([promise, chain, host] {
+        promise->start();
+        promise->addResult(QSslCertificate::verify(chain, host));
+        promise->finish();
+    });
+    return promise->future();
 }
 
 QString timeText(const QDateTime& time) {
@@ -115,7 +137,7 @@ void wSock::use(bool tls) {
         tls_->setSslConfiguration(clientConfiguration());
         tls_->setPauseMode(QAbstractSocket::PauseOnSslErrors);
         connect(tls_, &QSslSocket::encrypted, this, &wSock::takeAgreement);
-        connect(tls_, &QSslSocket::sslErrors, this, &wSock::doubtCertificate);
+        connect(tls_, &QSslSocket::sslErrors, this, &wSock::verifyCertificate);
     }
 }
 
@@ -154,7 +176,8 @@ void wSock::Connect(const std::string& host, std::int32_t port, bool mayEncrypt)
     isInCall_ = false;
 }
 
-void wSock::StartEncryption() {
+void wSock::StartEncryption(const std::string& trusted) {
+    trusted_ = trusted;
     isInCall_ = true;
     tls_->startClientEncryption();
     isInCall_ = false;
@@ -237,9 +260,29 @@ void wSock::takeAgreement() {
     tell([this] { emit encrypted(); });
 }
 
-// Not at once: the socket is paused behind this call, and only a paused one can go on.
-void wSock::doubtCertificate(const QList<QSslError>& errors) {
+// The socket is paused behind this call, and only a paused one can go on: so nothing is decided at once.
+void wSock::verifyCertificate(const QList<QSslError>& errors) {
+    isInDoubt_ = true;
     encryption_.chain = recordsOf(tls_->peerCertificateChain());
+    const bool isTrusted = !encryption_.chain.empty() && encryption_.chain.front().fingerprint == trusted_;
+    if (isTrusted || !isVerifiedBeside()) {
+        tellLater([this, errors, isTrusted] { doubtCertificate(isTrusted ? QList<QSslError>() : errors); });
+        return;
+    }
+    errorsOf(tls_->peerCertificateChain(), textOf(host_))
+        .then(this, [this, attempt = attempt_](const QList<QSslError>& found) {
+            if (attempt == attempt_) {
+                doubtCertificate(found);
+            }
+        });
+}
+
+// errors: none where there is no doubt.
+void wSock::doubtCertificate(const QList<QSslError>& errors) {
+    if (errors.isEmpty()) {
+        AcceptCertificate();
+        return;
+    }
     std::vector<std::string> problems;
     for (const QSslError& error : errors) {
         std::string problem = toCore(problemText(error, textOf(host_)));
@@ -247,14 +290,13 @@ void wSock::doubtCertificate(const QList<QSslError>& errors) {
             problems.push_back(std::move(problem));
         }
     }
-    tellLater([this, problems] {
-        isInDoubt_ = true;
-        emit certificateDoubted(problems);
-    });
+    emit certificateDoubted(problems);
 }
 
 void wSock::reportError(QAbstractSocket::SocketError error) {
-    if (error == QAbstractSocket::RemoteHostClosedError) {
+    // Qt ends a connection with another certificate under the number of one that the peer has ended.
+    if (error == QAbstractSocket::RemoteHostClosedError &&
+        !socket_->errorString().contains(QLatin1String("renegotiation"))) {
         takeData();
         emit closedByPeer();
     } else {

@@ -26,7 +26,7 @@ class wSock : public QObject, public Socket {
 
     SocketState state() const override;
     void Connect(const std::string& host, std::int32_t port, bool mayEncrypt) override;
-    void StartEncryption() override;
+    void StartEncryption(const std::string& trusted) override;
     void AcceptCertificate() override;
     const EncryptionFacts& encryption() const override { return encryption_; }
     void Close() override;
@@ -52,6 +52,7 @@ class wSock : public QObject, public Socket {
     void tellLater(const std::function<void()>& event);
     void takeData();
     void takeAgreement();
+    void verifyCertificate(const QList<QSslError>& errors);
     void doubtCertificate(const QList<QSslError>& errors);
     void reportError(QAbstractSocket::SocketError error);
 
@@ -59,6 +60,7 @@ class wSock : public QObject, public Socket {
     QSslSocket* tls_ = nullptr; // the same, where it can encrypt
     std::string host_;
     std::int32_t port_ = 0;
+    std::string trusted_; // a fingerprint
     EncryptionFacts encryption_;
     QSslCertificate certificate_; // with which the encryption began
     bool isInCall_ = false;       // inside of Connect or StartEncryption
