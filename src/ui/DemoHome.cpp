@@ -1,8 +1,10 @@
 #include "ui/DemoHome.h"
 
 #include "config/Sites.h"
+#include "config/TrustedCertificates.h"
 
 #include <QFile>
+#include <QSslCertificate>
 
 #include <vector>
 
@@ -14,7 +16,7 @@ static void loadDemoResource() {
 
 namespace corvel {
 
-DemoHome::DemoHome() : server_(DemoOptions{}) {
+DemoHome::DemoHome() : server_(DemoOptions{.tls = DemoTls::offered}) {
     store_.setValue("show_sites_list", "1");
     store_.setValue("splitbar_left_wide", "3000");
     store_.setValue("window_state", "0");
@@ -43,6 +45,9 @@ bool DemoHome::writeSites() {
                              .connectonstartup = true};
     SiteConfig backup = home;
     backup.name = "backup";
+    backup.usesslproxy = true; // none is configured: it encrypts by itself
+    trustCertificate(store_, backup.host, backup.port,
+                     DemoServer::certificate().digest(QCryptographicHash::Sha256).toHex().toStdString());
     const std::string text = sitesText({home, backup}, "\n");
     QFile file(directory_.filePath(QStringLiteral("sites.ini")));
     return file.open(QIODevice::WriteOnly) && file.write(text.data(), static_cast<qint64>(text.size())) > 0;

@@ -178,6 +178,11 @@ void wSock::Connect(const std::string& host, std::int32_t port, bool mayEncrypt)
 
 void wSock::StartEncryption(const std::string& trusted) {
     trusted_ = trusted;
+    if (tls_->bytesAvailable() > 0) { // they would be handed out as if they had come encrypted
+        tellLater(
+            [this] { emit failed(tr("Something came in clear"), QAbstractSocket::SslHandshakeFailedError); });
+        return;
+    }
     isInCall_ = true;
     tls_->startClientEncryption();
     isInCall_ = false;
@@ -239,7 +244,7 @@ void wSock::tellLater(const std::function<void()>& event) {
 }
 
 void wSock::takeData() {
-    if (state() != SocketState::connected) {
+    if (state() != SocketState::connected || socket_->bytesAvailable() == 0) {
         return;
     }
     if (tls_ != nullptr && tls_->isEncrypted() && tls_->peerCertificate() != certificate_) {

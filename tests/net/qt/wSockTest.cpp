@@ -1,13 +1,20 @@
 #include "net/qt/wSock.h"
 
+#include "demo/DemoServer.h"
+#include "ui/WindowDriver.h"
+
 #include <QNetworkProxy>
 #include <QSignalSpy>
+#include <QSslCertificate>
+#include <QSslConfiguration>
 #include <QTcpServer>
 #include <QTcpSocket>
 
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace corvel {
 namespace {
@@ -80,6 +87,142 @@ TEST(WSockProxy, IsNobodys) {
     EXPECT_TRUE(arrived.wait());
     QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
     EXPECT_FALSE(proxy.hasPendingConnections());
+}
+
+using namespace std::string_literals;
+
+std::string trialFingerprint() {
+    return DemoServer::certificate().digest(QCryptographicHash::Sha256).toHex().toStdString();
+}
+
+// Stands between a socket and a server, on an address of its own, and hands on what goes by; no more than so
+// many bytes of the server's, then it hangs up.
+class Tap : public QTcpServer {
+  public:
+    explicit Tap(quint16 server, qint64 bytes = -1) {
+        EXPECT_TRUE(listen(QHostAddress(QStringLiteral("127.0.0.2"))));
+        connect(this, &QTcpServer::newConnection, this, [this, server, bytes] {
+            QTcpSocket* const client = nextPendingConnection();
+            auto* const peer = new QTcpSocket(client);
+            peer->connectToHost(QHostAddress::LocalHost, server);
+            connect(client, &QTcpSocket::readyRead, peer, [this, client, peer] {
+                sent += client->peek(client->bytesAvailable());
+                peer->write(client->readAll());
+            });
+            connect(peer, &QTcpSocket::readyRead, client, [this, client, peer, bytes] {
+                const QByteArray all = peer->readAll();
+                client->write(bytes < 0 ? all : all.left(bytes - received));
+                received += all.size();
+                if (bytes >= 0 && received >= bytes) {
+                    client->disconnectFromHost();
+                }
+            });
+        });
+    }
+
+    QByteArray sent;     // by the client
+    qint64 received = 0; // from the server
+};
+
+// A connection to a demo server that encrypts from the first byte.
+struct Encrypting {
+    explicit Encrypting(qint64 bytes = -1) {
+        EXPECT_TRUE(server.listen());
+        tap = std::make_unique<Tap>(server.port(), bytes);
+        QObject::connect(&socket, &wSock::connected, &socket, [this] { socket.StartEncryption(trusted); });
+    }
+
+    // Until the handshake is over, or waits.
+    void start(const std::string& host = "127.0.0.2") {
+        const bool isTapped = host == "127.0.0.2";
+        socket.Connect(host, isTapped ? tap->serverPort() : server.port(), true);
+        EXPECT_TRUE(test::eventually(
+            [this] { return encrypted.size() + doubted.size() + closed.size() + failed.size() > 0; }));
+    }
+
+    DemoServer server{{.tls = DemoTls::implicit}};
+    std::unique_ptr<Tap> tap;
+    std::string trusted = trialFingerprint();
+    wSock socket;
+    QSignalSpy encrypted{&socket, &wSock::encrypted};
+    QSignalSpy doubted{&socket, &wSock::certificateDoubted};
+    QSignalSpy data{&socket, &wSock::dataArrived};
+    QSignalSpy closed{&socket, &wSock::closedByPeer};
+    QSignalSpy failed{&socket, &wSock::failed};
+};
+
+std::vector<std::string> problems(const Encrypting& connection) {
+    return connection.doubted.isEmpty() ? std::vector<std::string>()
+                                        : connection.doubted[0][0].value<std::vector<std::string>>();
+}
+
+TEST(WSockEncryption, GoesOnWithATrustedCertificateAlone) {
+    Encrypting trusting;
+    trusting.start();
+    ASSERT_EQ(trusting.encrypted.size(), 1);
+    EXPECT_EQ(trusting.socket.encryption().protocol, "TLS 1.3");
+    EXPECT_TRUE(trusting.socket.encryption().cipher.starts_with("TLS_"));
+    EXPECT_EQ(trusting.socket.encryption().chain.front().names, "localhost, 127.0.0.1");
+    trusting.socket.Send("USER marker-7f3\r\n");
+    EXPECT_TRUE(test::eventually([&] { return trusting.data.size() > 1; }));
+    EXPECT_FALSE(trusting.tap->sent.contains("marker"));
+    EXPECT_TRUE(trusting.socket.encryption().chain.front().subject.starts_with("CN=Corvel"));
+
+    Encrypting doubting;
+    doubting.trusted = "ab12";
+    doubting.start();
+    EXPECT_EQ(problems(doubting),
+              (std::vector{"It is for another name than 127.0.0.2."s, "It is self-signed."s}));
+    EXPECT_EQ(doubting.socket.encryption().chain.front().fingerprint, trialFingerprint());
+    EXPECT_TRUE(doubting.encrypted.isEmpty() && doubting.data.isEmpty());
+    doubting.socket.AcceptCertificate();
+    EXPECT_TRUE(test::eventually([&] { return doubting.data.size() > 0; }));
+    EXPECT_EQ(doubting.encrypted.size(), 1);
+}
+
+TEST(WSockEncryption, GoesOnWhereAnAuthorityVouches) {
+    const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+    QSslConfiguration configuration = before;
+    configuration.addCaCertificate(DemoServer::certificate());
+    QSslConfiguration::setDefaultConfiguration(configuration);
+    for (const bool isOtherName : {false, true}) {
+        Encrypting connection;
+        connection.trusted.clear();
+        connection.start(isOtherName ? "127.0.0.2" : "localhost");
+        EXPECT_EQ(connection.encrypted.size(), isOtherName ? 0 : 1);
+        EXPECT_EQ(problems(connection).size(), isOtherName ? 1U : 0U);
+    }
+    QSslConfiguration::setDefaultConfiguration(before);
+}
+
+TEST(WSockEncryption, OfAHandshakeThatIsCutIsNone) {
+    const auto certificateSize = DemoServer::certificate().toDer().size();
+    for (qint64 bytes = 0;; bytes += 50) {
+        Encrypting connection(bytes);
+        connection.start();
+        if (!connection.encrypted.isEmpty()) {
+            EXPECT_GT(bytes, certificateSize);
+            break;
+        }
+        EXPECT_EQ(connection.closed.size() + connection.failed.size(), 1) << bytes;
+        EXPECT_TRUE(connection.data.isEmpty()) << bytes;
+    }
+}
+
+TEST_F(WSock, DamagedAndClearBytesEndAHandshake) {
+    for (const QByteArray& bytes :
+         {QByteArray("\x16\x03\x03\xFF\xFF", 5) + QByteArray(70000, 'x'), QByteArray("220 hi\r\n")}) {
+        connected_.clear();
+        socket_.Connect("127.0.0.1", server_.serverPort(), true);
+        ASSERT_TRUE(
+            test::eventually([&] { return server_.hasPendingConnections() && !connected_.isEmpty(); }));
+        peer_.reset(server_.nextPendingConnection());
+        socket_.StartEncryption({});
+        peer_->write(bytes);
+        failed_.clear();
+        ASSERT_TRUE(failed_.wait());
+        EXPECT_TRUE(data_.isEmpty());
+    }
 }
 
 } // namespace
