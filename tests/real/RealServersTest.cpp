@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QMessageBox>
 #include <QProcess>
+#include <QSslConfiguration>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
@@ -24,8 +25,14 @@ using namespace Qt::StringLiterals;
 namespace corvel::test {
 namespace {
 
-// An FTP server that nobody here wrote, from the packages that scripts/fetch-servers unpacks.
+// An FTP server that nobody here wrote, from the packages that scripts/fetch-servers unpacks, and how it
+// encrypts.
 enum class ServerKind { proftpd, vsftpd };
+struct ServerChoice {
+    ServerKind kind = ServerKind::proftpd;
+    const char* certificate = nullptr; // as make-certificate calls it; null where the server knows no TLS
+    const char* version = "TLSv1.3";   // the only one that the server speaks
+};
 
 constexpr const char* password = "secret";
 
@@ -85,6 +92,36 @@ isolate=NO
 isolate_network=NO
 )";
 
+// These let nobody log in in clear.
+constexpr const char* proftpdEncryption = R"(ModulePath {servers}/proftpd/usr/lib/proftpd
+LoadModule mod_tls.c
+TLSEngine on
+TLSRequired ctrl
+TLSProtocol TLSv1.1 TLSv1.2 TLSv1.3
+TLSCipherSuite DEFAULT:@SECLEVEL=0
+TLSECCertificateFile {scratch}/server.pem
+TLSECCertificateKeyFile {scratch}/server.pem
+)";
+
+constexpr const char* vsftpdEncryption = R"(ssl_enable=YES
+allow_anon_ssl=YES
+force_anon_logins_ssl=YES
+rsa_cert_file={scratch}/server.pem
+ssl_ciphers=DEFAULT:@SECLEVEL=0
+)";
+
+// For the library below both: vsftpd has no setting of its own for the versions. A version that Corvel
+// refuses the server has to accept, or it would be the server's refusal that is seen.
+constexpr const char* libraryConfiguration = R"(openssl_conf = library
+[library]
+ssl_conf = encryption
+[encryption]
+system_default = versions
+[versions]
+MinProtocol = {version}
+MaxProtocol = {version}
+)";
+
 bool isRoot() {
     return geteuid() == 0;
 }
@@ -120,11 +157,15 @@ class RealServer {
   public:
     // Starts the server and waits until it greets; ten seconds at most.
     // Throws std::runtime_error with what the server said if it cannot be had or does not start.
-    explicit RealServer(ServerKind kind) : isProftpd_(kind == ServerKind::proftpd), port_(freePort()) {
+    explicit RealServer(const ServerChoice& choice)
+        : choice_(choice), isProftpd_(choice.kind == ServerKind::proftpd), port_(freePort()) {
         const QString program = QStringLiteral(CORVEL_SERVERS_DIR) +
                                 (isProftpd_ ? u"/proftpd/usr/sbin/proftpd"_s : u"/vsftpd/usr/sbin/vsftpd"_s);
         require(QFile::exists(program), "no " + program.toStdString() + ": scripts/fetch-servers gets it");
         makeHome();
+        if (choice_.certificate != nullptr) {
+            makeCertificate();
+        }
         // timeout leads a process group of its own and hands its end on to the whole group: to the sessions
         // as well.
         QStringList arguments{u"--kill-after=5"_s, u"300"_s, program};
@@ -148,6 +189,8 @@ class RealServer {
 
     // How a site logs in to it.
     std::string site() const { return siteRecord("real", port_, isProftpd_ ? "corvel" : "ftp", password); }
+    // The certificate of the authority that signed its own, unless that is self-signed.
+    QString authorityPath() const { return scratch_.filePath(u"authority.pem"_s); }
     // The directory work as the machine names it, and as the server does.
     QString localPath() const { return scratch_.filePath(u"home/work"_s); }
     QString serverPath() const { return isRoot() ? u"/work"_s : localPath(); }
@@ -173,6 +216,22 @@ class RealServer {
             }
             require(isGiven, "the scratch home could not be given to the FTP server");
         }
+    }
+
+    // The certificate for the server, and what makes the library below it speak one version of TLS alone.
+    void makeCertificate() {
+        QProcess maker;
+        maker.setProcessChannelMode(QProcess::MergedChannels);
+        maker.start(QStringLiteral(CORVEL_REAL_TESTS_DIR "/make-certificate"),
+                    {QLatin1String(choice_.certificate), scratch_.path()});
+        require(maker.waitForFinished(10'000) && maker.exitCode() == 0,
+                "no certificate: " + maker.readAll().toStdString());
+        QFile::setPermissions(scratch_.filePath(u"server.pem"_s), QFile::ReadOwner | QFile::WriteOwner);
+        const QString settings = writeFile(
+            u"openssl.cnf"_s, QByteArray(libraryConfiguration).replace("{version}", choice_.version));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"OPENSSL_CONF"_s, settings);
+        process_.setProcessEnvironment(environment);
     }
 
     // Writes a file below the scratch directory, readable by its owner alone outside the home; gives its full
@@ -202,8 +261,12 @@ class RealServer {
             writeFile(u"passwords"_s, QByteArray(password) + '\n');
             text += isRoot() ? "" : "run_as_launching_user=YES\n";
         }
+        if (choice_.certificate != nullptr) {
+            text += isProftpd_ ? proftpdEncryption : vsftpdEncryption;
+        }
         text.replace("{port}", QByteArray::number(port_))
             .replace("{scratch}", scratch_.path().toUtf8())
+            .replace("{servers}", CORVEL_SERVERS_DIR)
             .replace("{user}", account.pw_name)
             .replace("{group}",
                      owners != nullptr ? QByteArray(owners->gr_name) : QByteArray::number(account.pw_gid))
@@ -225,31 +288,66 @@ class RealServer {
         return false;
     }
 
+    ServerChoice choice_;
     bool isProftpd_;
     std::uint16_t port_;
     QTemporaryDir scratch_; // outlives the process
     QProcess process_;
 };
 
-// Corvel's window on a server that nobody here wrote.
-class RealServers : public testing::TestWithParam<ServerKind> {
+// One server and what is to come of a connection to it.
+struct Encounter {
+    const char* name;
+    ServerChoice server;
+    const char* result; // empty where the site is not to be encrypted
+    bool isAuthorityTrusted = true;
+};
+
+std::string nameOf(const testing::TestParamInfo<Encounter>& test) {
+    return test.param.name;
+}
+
+// Corvel's window on a server that nobody here wrote, with the authority of its certificate among those that
+// the system trusts.
+class RealServers : public testing::TestWithParam<Encounter> {
   protected:
+    void SetUp() override {
+        QSslConfiguration configuration = before_;
+        if (GetParam().isAuthorityTrusted) {
+            configuration.addCaCertificates(server_.authorityPath());
+        }
+        QSslConfiguration::setDefaultConfiguration(configuration);
+    }
+    void TearDown() override { QSslConfiguration::setDefaultConfiguration(before_); }
+
     bool arrivesAt(const QString& directory) {
         return eventually(
             [&] { return driver_.isIdle(1) && driver_.path() == server_.serverPath() + directory; });
     }
+    const Socket& socket() { return *driver_.window->program().site(1).wSock; }
 
-    RealServer server_{GetParam()};
-    WindowDriver driver_{server_.site(), "listing_merge_blanks = 1\n"};
+    RealServer server_{GetParam().server};
+    WindowDriver driver_{server_.site() + (*GetParam().result != '\0' ? "usesslproxy = 1\n" : ""),
+                         "listing_merge_blanks = 1\n"};
+
+  private:
+    const QSslConfiguration before_ = QSslConfiguration::defaultConfiguration();
 };
 
-INSTANTIATE_TEST_SUITE_P(Kinds, RealServers, testing::Values(ServerKind::proftpd, ServerKind::vsftpd),
-                         [](const auto& test) {
-                             return test.param == ServerKind::proftpd ? "ProFTPD" : "vsftpd";
-                         });
+// result: the protocol.
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, RealServers,
+    testing::Values(Encounter{"ProFTPD", {ServerKind::proftpd}, ""},
+                    Encounter{"vsftpd", {ServerKind::vsftpd}, ""},
+                    Encounter{"ProFTPDWithTls12", {ServerKind::proftpd, "trusted", "TLSv1.2"}, "TLS 1.2"},
+                    Encounter{"ProFTPDWithTls13", {ServerKind::proftpd, "trusted"}, "TLS 1.3"},
+                    Encounter{"vsftpdWithTls12", {ServerKind::vsftpd, "trusted", "TLSv1.2"}, "TLS 1.2"},
+                    Encounter{"vsftpdWithTls13", {ServerKind::vsftpd, "trusted"}, "TLS 1.3"}),
+    nameOf);
 
 TEST_P(RealServers, AreWalkedAndChanged) {
     ASSERT_TRUE(driver_.logIn(1));
+    EXPECT_EQ(socket().encryption().protocol, GetParam().result);
     driver_.window->program().sendConsoleCommand(1, "CWD " + server_.serverPath().toStdString());
     driver_.refresh();
     ASSERT_TRUE(arrivesAt(u""_s) && driver_.waitForRow(u"Grüße.txt"_s));
@@ -286,6 +384,23 @@ TEST_P(RealServers, AreWalkedAndChanged) {
 
     driver_.chooseSitesMenu(1);
     EXPECT_FALSE(driver_.session(1).bLoggedIn);
+}
+
+// result: what the console says.
+using RealServersThatDoNotFit = RealServers;
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, RealServersThatDoNotFit,
+    testing::Values(Encounter{"ProFTPDInClear", {ServerKind::proftpd}, "said \"500"},
+                    Encounter{"ProFTPDWithTls11", {ServerKind::proftpd, "trusted", "TLSv1.1"}, "version"},
+                    Encounter{"vsftpdWithTls11", {ServerKind::vsftpd, "trusted", "TLSv1.1"}, "version"}),
+    nameOf);
+
+TEST_P(RealServersThatDoNotFit, AreLeft) {
+    driver_.chooseSitesMenu(0);
+    ASSERT_TRUE(eventually([this] { return !driver_.session(1).lastErrorLine.empty(); }));
+    EXPECT_EQ(socket().state(), SocketState::closed);
+    EXPECT_NE(driver_.session(1).lastErrorLine.find(GetParam().result), std::string::npos)
+        << driver_.session(1).lastErrorLine;
 }
 
 } // namespace
