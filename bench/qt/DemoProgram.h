@@ -1,11 +1,13 @@
 #pragma once
 
 #include "common/Ports.h"
+#include "config/TrustedCertificates.h"
 #include "demo/DemoServer.h"
 #include "ui/frmMain.h"
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QSslCertificate>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QWindow>
@@ -47,20 +49,25 @@ class ServerThread : public QThread {
 };
 
 // A directory with a sites.ini of sites on the server that connect when the window starts.
-inline std::unique_ptr<QTemporaryDir> directoryOf(int sites, int port) {
+inline std::unique_ptr<QTemporaryDir> directoryOf(int sites, int port, bool encrypts = false) {
     auto directory = std::make_unique<QTemporaryDir>();
     QFile file(directory->filePath(QStringLiteral("sites.ini")));
     file.open(QIODevice::WriteOnly);
     for (int i = 0; i < sites; ++i) {
-        const std::string text = "name = site\nhost = 127.0.0.1\nport = " + std::to_string(port) +
-                                 "\nuser = demo\npass = demo\nconnectonstartup = 1\n\n";
+        const std::string text =
+            "name = site\nhost = 127.0.0.1\nport = " + std::to_string(port) +
+            "\nuser = demo\npass = demo\nconnectonstartup = 1\nusesslproxy = " + (encrypts ? "1" : "0") +
+            "\n\n";
         file.write(text.c_str());
     }
     return directory;
 }
 
-inline MemoryStore normalWindow() {
+// port: of a demo server, whose certificate is trusted there.
+inline MemoryStore normalWindow(int port = 0) {
     MemoryStore store;
+    const QByteArray fingerprint = DemoServer::certificate().digest(QCryptographicHash::Sha256).toHex();
+    trustCertificate(store, "127.0.0.1", port, fingerprint.toStdString());
     store.setValue("window_state", "0");
     store.setValue("show_sites_list", "1");
     return store;
