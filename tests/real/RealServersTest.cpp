@@ -1,3 +1,4 @@
+#include "programs/makeCertificate.h"
 #include "ui/WindowDriver.h"
 
 #include <QDeadlineTimer>
@@ -164,7 +165,7 @@ class RealServer {
         require(QFile::exists(program), "no " + program.toStdString() + ": scripts/fetch-servers gets it");
         makeHome();
         if (choice_.certificate != nullptr) {
-            makeCertificate();
+            prepareEncryption();
         }
         // timeout leads a process group of its own and hands its end on to the whole group: to the sessions
         // as well.
@@ -219,13 +220,8 @@ class RealServer {
     }
 
     // The certificate for the server, and what makes the library below it speak one version of TLS alone.
-    void makeCertificate() {
-        QProcess maker;
-        maker.setProcessChannelMode(QProcess::MergedChannels);
-        maker.start(QStringLiteral(CORVEL_REAL_TESTS_DIR "/make-certificate"),
-                    {QLatin1String(choice_.certificate), scratch_.path()});
-        require(maker.waitForFinished(10'000) && maker.exitCode() == 0,
-                "no certificate: " + maker.readAll().toStdString());
+    void prepareEncryption() {
+        makeCertificate(choice_.certificate, scratch_.path());
         QFile::setPermissions(scratch_.filePath(u"server.pem"_s), QFile::ReadOwner | QFile::WriteOwner);
         const QString settings = writeFile(
             u"openssl.cnf"_s, QByteArray(libraryConfiguration).replace("{version}", choice_.version));
