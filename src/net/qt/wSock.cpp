@@ -203,6 +203,7 @@ void wSock::Close() {
     }
     isInDoubt_ = false;
     encryption_ = {};
+    certificate_.reset();
     emit stateChanged();
 }
 

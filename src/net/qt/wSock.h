@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QSslSocket;
@@ -62,9 +63,10 @@ class wSock : public QObject, public Socket {
     std::int32_t port_ = 0;
     std::string trusted_; // a fingerprint
     EncryptionFacts encryption_;
-    QSslCertificate certificate_; // with which the encryption began
-    bool isInCall_ = false;       // inside of Connect or StartEncryption
-    bool isInDoubt_ = false;      // the handshake waits for AcceptCertificate
+    // With which the encryption began. Even an empty one would load the library.
+    std::optional<QSslCertificate> certificate_;
+    bool isInCall_ = false;  // inside of Connect or StartEncryption
+    bool isInDoubt_ = false; // the handshake waits for AcceptCertificate
     int attempt_ = 0;
 };
 
