@@ -82,4 +82,22 @@ std::string_view trayImage(const Status& status) {
                             : "tray-idle";
 }
 
+EncryptionStatus encryptionStatus(const Site& site) {
+    using Lock = EncryptionStatus::Lock;
+    if (site.wSock->state() != SocketState::connected) {
+        return {};
+    }
+    if (site.session.isHeldBack()) {
+        return {.text = "encrypting..."};
+    }
+    if (site.session.encryption == Encryption::on) {
+        const EncryptionFacts& facts = site.wSock->encryption();
+        return {Lock::closed, facts.protocol + (facts.cipher.empty() ? "" : ", " + facts.cipher)};
+    }
+    const std::string address = site.wSock->remoteAddress();
+    const bool isThisMachine =
+        address == "::1" || address.starts_with("127.") || address.starts_with("::ffff:127.");
+    return isThisMachine ? EncryptionStatus{} : EncryptionStatus{Lock::open, "not encrypted"};
+}
+
 } // namespace corvel

@@ -40,4 +40,17 @@ std::string statusText(const Status& status, std::string_view onlineTemplate,
 // The key of the image that the tray shows.
 std::string_view trayImage(const Status& status);
 
+// How a site's connection is protected, for a person.
+struct EncryptionStatus {
+    enum class Lock { none, open, closed };
+    Lock lock = Lock::none;
+    std::string text; // UTF-8; empty where there is nothing to say
+
+    bool operator==(const EncryptionStatus&) const = default;
+};
+
+// Nothing is said of a site that is not connected, nor of one in clear to this machine, where a tunnel may
+// begin.
+EncryptionStatus encryptionStatus(const Site& site);
+
 } // namespace corvel

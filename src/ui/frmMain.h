@@ -74,6 +74,7 @@ class frmMain : public QMainWindow {
     void toggleSitesView();
     void showSitesList(bool visible);
     void openSettings();
+    void openCertificate(int site);
     void openAboutBox();
     void showChange(const ViewChange& change);
     void openDialog(int site, Dialog dialog);
@@ -92,6 +93,7 @@ class frmMain : public QMainWindow {
     bool dragSplitter(const QEvent& event);
     void tmrSocketStatus_Timer();
     void showStatus();
+    void showEncryption(const EncryptionStatus& encryption);
     void showActivity();
     void showBatchProgress();
     void createTray();
@@ -126,6 +128,7 @@ class frmMain : public QMainWindow {
     StatsPanel* stats_ = nullptr;
     SettingsPanel* settings_ = nullptr;
     ElidedLabel* statusConnection_ = nullptr;
+    ElidedLabel* statusEncryption_ = nullptr;
     ElidedLabel* statusTransfers_ = nullptr;
     ElidedLabel* statusError_ = nullptr;
     ElidedLabel* statusBatch_ = nullptr;
@@ -133,6 +136,7 @@ class frmMain : public QMainWindow {
 
     mdlTrayIcon tray_{this};
     std::optional<Status> shownStatus_;
+    EncryptionStatus shownEncryption_;
     SplitterLayout splitter_;
     bool isSavingTried_ = false;   // the sites, as the window was to close
     std::set<int> changedSockets_; // sites whose row is to be looked at by the next tick

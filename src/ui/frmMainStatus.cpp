@@ -2,6 +2,7 @@
 #include "ui/desktop/Desktop.h"
 #include "ui/frmMain.h"
 #include "widgets/Forms.h"
+#include "widgets/Icons.h"
 #include "widgets/TextConversion.h"
 
 #include <QHBoxLayout>
@@ -31,11 +32,14 @@ ElidedLabel* newStatusLabel(const char* name) {
 
 void frmMain::createStatusBar() {
     statusConnection_ = newStatusLabel("lblConnection");
+    statusEncryption_ = newStatusLabel("lblEncryption");
+    statusEncryption_->hide();
     statusTransfers_ = newStatusLabel("lblTransfers");
     statusError_ = newStatusLabel("lblLastError");
     statusError_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // what the others leave
     statusBatch_ = newStatusLabel("lblBatchProgress");
     statusBar()->addWidget(statusConnection_);
+    statusBar()->addWidget(statusEncryption_);
     statusBar()->addWidget(statusTransfers_);
     statusBar()->addWidget(statusError_, 1);
     statusBar()->addPermanentWidget(statusBatch_);
@@ -45,8 +49,8 @@ void frmMain::createStatusBar() {
 void frmMain::tmrSocketStatus_Timer() {
     for (const int site : std::exchange(changedSockets_, {})) {
         const Socket& socket = *program_.site(site).wSock;
-        lvwSites_->setState(site, fromCore(SocketStateText(socket)),
-                            socket.state() == SocketState::connected);
+        lvwSites_->setState(site, fromCore(SocketStateText(socket)), socket.state() == SocketState::connected,
+                            fromCore(encryptionStatus(program_.site(site)).text));
         for (AccountsPanel* const panel : accountsPanels()) {
             panel->connectionChanged(site);
         }
@@ -105,16 +109,35 @@ void frmMain::showStatus() {
     const int site = program_.currentSite();
     QString connection;
     QString error;
+    EncryptionStatus encryption;
     if (site > 0) {
         const SiteConfig& config = program_.site(site).config;
         const SiteSession& session = program_.site(site).session;
         connection = displayTextOf(config.name) + QStringLiteral(": ") +
                      fromCore(SocketStateText(*program_.site(site).wSock));
         error = displayTextOf(session.lastErrorLine);
+        encryption = encryptionStatus(program_.site(site));
     }
     statusConnection_->showText(connection);
+    showEncryption(encryption);
     statusError_->showText(error);
     showBatchProgress();
+}
+
+void frmMain::showEncryption(const EncryptionStatus& encryption) {
+    if (encryption == shownEncryption_) {
+        return;
+    }
+    using Lock = EncryptionStatus::Lock;
+    const bool isEncrypted = encryption.lock == Lock::closed;
+    statusEncryption_->setIcon(isEncrypted                     ? icon("lock-closed")
+                               : encryption.lock == Lock::open ? icon("lock-open")
+                                                               : QIcon());
+    const QString text = fromCore(encryption.text);
+    statusEncryption_->showText(text);
+    statusEncryption_->setAccessibleName(isEncrypted ? tr("Encrypted: %1").arg(text) : text);
+    statusEncryption_->setVisible(!text.isEmpty());
+    shownEncryption_ = encryption;
 }
 
 void frmMain::showBatchProgress() {

@@ -96,13 +96,25 @@ void ElidedLabel::showText(const QString& shown) {
     }
 }
 
+void ElidedLabel::setIcon(const QIcon& picture) {
+    constexpr int gap = 4;
+    picture_ = picture;
+    setIndent(picture.isNull() ? -1 : style()->pixelMetric(QStyle::PM_SmallIconSize) + gap);
+    update();
+}
+
 QSize ElidedLabel::minimumSizeHint() const {
     return {0, QLabel::minimumSizeHint().height()};
 }
 
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const QRect area = contentsRect();
+    QRect area = contentsRect();
+    if (!picture_.isNull()) {
+        const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
+        picture_.paint(&painter, area.left(), area.top(), side, area.height());
+        area.setLeft(area.left() + indent());
+    }
     style()->drawItemText(&painter, area, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), palette(),
                           isEnabled(), fontMetrics().elidedText(text(), Qt::ElideRight, area.width()),
                           foregroundRole());

@@ -4,6 +4,7 @@
 #include "common/TextEncoding.h"
 
 #include <QDialog>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -59,11 +60,16 @@ class ElidedLabel : public QLabel {
 
     // Does nothing where the text is that already.
     void showText(const QString& text);
+    // Puts a picture before the text; a null one takes it away.
+    void setIcon(const QIcon& picture);
 
     QSize minimumSizeHint() const override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QIcon picture_;
 };
 
 // Takes line breaks, CR and LF, out of whatever is typed, pasted or set into a line edit, and refuses

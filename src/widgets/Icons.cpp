@@ -90,6 +90,14 @@ std::vector<IconPicture> pictures() {
         {"activity-up", {{red, "M 8 13 L 8 3 M 4.75 6.25 L 8 3 L 11.25 6.25", 0, 1.8}}},
         {"activity-down", {{blue, "M 8 3 L 8 13 M 4.75 9.75 L 8 13 L 11.25 9.75", 0, 1.8}}},
         {"tray-offline", {{grey, "R 1 1 14 14 3.5", 40, 1.4}, {grey, "M 5 5 L 11 11 M 11 5 L 5 11", 0, 1.6}}},
+        {"lock-closed",
+         {{green, "M 5 7.5 L 5 5 C 5 1 11 1 11 5 L 11 7.5", 0, 1.4},
+          {green, "R 2.5 7.5 11 7 1.5", 110},
+          {green, "M 8 10.3 L 8 11.7", 0, 1.4}}},
+        {"lock-open",
+         {{amber, "M 5 7.5 L 5 4 C 5 0 11 0 11 4", 0, 1.4},
+          {amber, "R 2.5 7.5 11 7 1.5", 110},
+          {amber, "M 8 10.3 L 8 11.7", 0, 1.4}}},
     };
 }
 

@@ -1,5 +1,6 @@
 #include "net/ActivityRows.h"
 #include "net/Statistics.h"
+#include "support/TestPorts.h"
 
 #include <gtest/gtest.h>
 
@@ -117,6 +118,44 @@ TEST(Statistics, FillTheTemplateOfTheState) {
     EXPECT_EQ(statusText(online, "", "off"), "Corvel - home");
     EXPECT_EQ(statusText(offline, "on", "%(sitename) is away"), "home is away");
     EXPECT_EQ(statusText(online, "%(sitename): %(ONLINE_UP,4,R) up", "off"), "home:    3 up");
+}
+
+TEST(Statistics, SayHowAConnectionIsProtected) {
+    struct Row {
+        SocketState state;
+        Encryption encryption;
+        std::string address, cipher, text;
+    };
+    using enum SocketState;
+    const std::vector<Row> rows = {
+        {closed, Encryption::none, "10.0.0.5", "", ""},
+        {connecting, Encryption::greeting, "10.0.0.5", "", ""},
+        {connected, Encryption::greeting, "10.0.0.5", "", "encrypting..."},
+        {connected, Encryption::consent, "127.0.0.1", "", "encrypting..."},
+        {connected, Encryption::handshake, "10.0.0.5", "", "encrypting..."},
+        {connected, Encryption::on, "127.0.0.1", "AES", "closed TLS 1.3, AES"},
+        {connected, Encryption::on, "10.0.0.5", "", "closed TLS 1.3"},
+        {connected, Encryption::none, "127.1.2.3", "", ""},
+        {connected, Encryption::none, "::1", "", ""},
+        {connected, Encryption::none, "::ffff:127.0.0.1", "", ""},
+        {connected, Encryption::none, "10.0.0.5", "", "open not encrypted"},
+        {connected, Encryption::none, "::1:5", "", "open not encrypted"},
+    };
+    for (const Row& row : rows) {
+        auto socket = std::make_unique<test::FakeSocket>();
+        socket->current = row.state;
+        socket->address = row.address;
+        socket->facts = {.protocol = "TLS 1.3", .cipher = row.cipher};
+        Site site;
+        site.session.encryption = row.encryption;
+        site.wSock = std::move(socket);
+        const EncryptionStatus status = encryptionStatus(site);
+        using Lock = EncryptionStatus::Lock;
+        const std::string lock = status.lock == Lock::none   ? ""
+                                 : status.lock == Lock::open ? "open "
+                                                             : "closed ";
+        EXPECT_EQ(lock + status.text, row.text) << row.address;
+    }
 }
 
 } // namespace

@@ -138,7 +138,7 @@ class FakeSocket : public Socket {
     void Send(std::string_view bytes) override { sent += bytes; }
     std::int32_t localPort() const override { return 4711; }
     std::string remoteHost() const override { return connectedTo.substr(0, connectedTo.find(':')); }
-    std::string remoteAddress() const override { return "10.0.0.5"; }
+    std::string remoteAddress() const override { return address; }
     std::int32_t remotePort() const override { return 21; }
 
     // The lines sent since the last call, each without its CR LF; a line without one is marked as cut.
@@ -154,6 +154,7 @@ class FakeSocket : public Socket {
 
     SocketState current = SocketState::closed;
     std::string connectedTo;
+    std::string address = "10.0.0.5"; // of the other end
     std::string sent;
     EncryptionFacts facts;
 };

@@ -13,6 +13,7 @@ namespace {
 
 constexpr int nameColumn = 0;
 constexpr int stateColumn = 1;
+constexpr int encryptionRole = Qt::UserRole; // of the state
 constexpr int margin = 6;
 constexpr int smallIconSize = 16;
 constexpr int largeIconSize = 32;
@@ -115,10 +116,11 @@ void SitesList::setName(int site, const QString& name) {
     describe(site - 1);
 }
 
-void SitesList::setState(int site, const QString& text, bool connected) {
+void SitesList::setState(int site, const QString& text, bool connected, const QString& encryption) {
     QStandardItem& state = *sites_.item(site - 1, stateColumn);
-    if (state.text() != text) {
+    if (state.text() != text || state.data(encryptionRole).toString() != encryption) {
         state.setText(text);
+        state.setData(encryption, encryptionRole);
         sites_.item(site - 1, nameColumn)
             ->setIcon(images_.image(connected ? "site-connected" : "site-disconnected"));
         describe(site - 1);
@@ -127,7 +129,11 @@ void SitesList::setState(int site, const QString& text, bool connected) {
 
 void SitesList::describe(int row) {
     QStandardItem& name = *sites_.item(row, nameColumn);
-    const QString whole = name.text() + QStringLiteral(": ") + sites_.item(row, stateColumn)->text();
+    const QStandardItem& state = *sites_.item(row, stateColumn);
+    QString whole = name.text() + QStringLiteral(": ") + state.text();
+    if (const QString encryption = state.data(encryptionRole).toString(); !encryption.isEmpty()) {
+        whole += QLatin1Char('\n') + encryption;
+    }
     name.setToolTip(toolTipOf(whole));
     name.setAccessibleText(whole);
 }

@@ -19,8 +19,9 @@ class SitesList : public QListView {
     // Appends a row.
     void addSite(const QString& name);
     void setName(int site, const QString& name);
-    // Writes only what differs from what is shown.
-    void setState(int site, const QString& text, bool connected);
+    // Writes only what differs from what is shown. encryption: how the connection is protected, for the tool
+    // tip; may be empty.
+    void setState(int site, const QString& text, bool connected, const QString& encryption);
     // Makes the site's row the current one; 0: none.
     void select(int site) { setCurrentIndex(sites_.index(site - 1, 0)); }
 
