@@ -285,11 +285,14 @@ void frmMain::showChange(const ViewChange& change) {
         }
         break;
     case ViewPart::session:
+        prompts_.dropCertificate(site);
         showChange({.part = ViewPart::activity, .site = site});
         showChange({.part = ViewPart::accounts, .site = site, .accounts = Accounts::users});
         showChange({.part = ViewPart::accounts, .site = site, .accounts = Accounts::groups});
         break;
     case ViewPart::encryption:
+        changedSockets_.insert(site);
+        break;
     case ViewPart::lastError:
         showStatus();
         break;

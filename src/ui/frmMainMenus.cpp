@@ -2,6 +2,7 @@
 #include "ui/desktop/Desktop.h"
 #include "ui/frmMain.h"
 #include "ui/SettingsPanel.h"
+#include "widgets/CertificateDialogs.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
 #include "widgets/TextConversion.h"
@@ -65,15 +66,17 @@ void frmMain::openSettings() {
 
 void frmMain::createSitesMenu() {
     // Null: a separator.
-    static constexpr std::array<const char*, 9> captions = {QT_TR_NOOP("Connect"),
-                                                            QT_TR_NOOP("Disconnect"),
-                                                            nullptr,
-                                                            QT_TR_NOOP("Edit..."),
-                                                            QT_TR_NOOP("Delete"),
-                                                            nullptr,
-                                                            QT_TR_NOOP("Add new..."),
-                                                            nullptr,
-                                                            QT_TR_NOOP("Toggle Icon/Report view")};
+    static constexpr std::array<const char*, 11> captions = {QT_TR_NOOP("Connect"),
+                                                             QT_TR_NOOP("Disconnect"),
+                                                             nullptr,
+                                                             QT_TR_NOOP("Edit..."),
+                                                             QT_TR_NOOP("Delete"),
+                                                             nullptr,
+                                                             QT_TR_NOOP("Add new..."),
+                                                             nullptr,
+                                                             QT_TR_NOOP("Toggle Icon/Report view"),
+                                                             nullptr,
+                                                             QT_TR_NOOP("Certificate...")};
     mnuListSites_ = menuBar()->addMenu(tr("&Sites"));
     mnuListSites_->setObjectName(QStringLiteral("mnuListSites"));
     int index = 0;
@@ -144,9 +147,31 @@ void frmMain::sitesMenuTriggered(int index) {
     case 8:
         toggleSitesView();
         break;
+    case 10:
+        if (site > 0) {
+            openCertificate(site);
+        }
+        break;
     default: // "Delete" does nothing
         break;
     }
+}
+
+void frmMain::openCertificate(int site) {
+    const Site& shown = program_.site(site);
+    const bool isConnected = shown.wSock->state() == SocketState::connected;
+    const std::string encryption = encryptionStatus(shown).text;
+    openCertificateDialog(
+        *this,
+        {.siteName = shown.config.name,
+         .host = shown.config.host,
+         .port = shown.config.port,
+         .connection = !isConnected         ? "not connected"
+                       : encryption.empty() ? "not encrypted"
+                                            : encryption,
+         .chain = isConnected ? shown.wSock->encryption().chain : std::vector<Certificate>(),
+         .remembered = program_.trustedFingerprint(site)},
+        [this, site] { program_.forgetFingerprint(site); });
 }
 
 void frmMain::editSite(int site) {

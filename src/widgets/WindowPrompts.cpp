@@ -1,10 +1,12 @@
 #include "widgets/WindowPrompts.h"
 
+#include "widgets/CertificateDialogs.h"
 #include "widgets/Forms.h"
 
+#include <QApplication>
 #include <QInputDialog>
-#include <QPushButton>
-#include <QTimer>
+#include <QScreen>
+#include <QStyle>
 
 #include <utility>
 
@@ -37,16 +39,38 @@ QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std:
     return box;
 }
 
+// Shows dialog over the screen of window, moved by that many title bars. It takes the keyboard only from a
+// window of this program in which nothing is being typed.
+void showBeside(QDialog& dialog, const QWidget& window, int titleBars) {
+    const QWidget* const focus = QApplication::focusWidget();
+    const bool isTyping = focus != nullptr && focus->testAttribute(Qt::WA_InputMethodEnabled);
+    dialog.setAttribute(Qt::WA_ShowWithoutActivating, isTyping || !window.isActiveWindow());
+    dialog.setAttribute(Qt::WA_DeleteOnClose);
+    dialog.adjustSize();
+    const int shift = titleBars * dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    dialog.move(window.screen()->availableGeometry().center() - dialog.rect().center() +
+                QPoint(shift, shift));
+    dialog.show();
+    QApplication::alert(&dialog);
+}
+
+// Not at once: this may be running inside one of the box's own signals.
+void dismiss(QDialog& box, const QObject& receiver) {
+    box.disconnect(&receiver);
+    box.hide();
+    box.deleteLater();
+}
+
 } // namespace
 
 WindowPrompts::WindowPrompts(QWidget* parent) : parent_(parent) {}
 
 WindowPrompts::~WindowPrompts() {
-    // Not at once: this may be running inside one of the box's own signals.
     if (shown_) {
-        shown_->disconnect(&lifetime_);
-        shown_->hide();
-        shown_->deleteLater();
+        dismiss(*shown_, lifetime_);
+    }
+    for (const auto& [site, question] : certificates_) {
+        dismiss(*question, lifetime_);
     }
 }
 
@@ -71,6 +95,26 @@ void WindowPrompts::AskText(const std::string& title, const std::string& prompt,
 void WindowPrompts::AskPassword(const std::string& title, const std::string& prompt,
                                 std::function<void(std::optional<std::string>)> answer) {
     askInput(title, prompt, QLineEdit::Password, std::move(answer));
+}
+
+void WindowPrompts::AskCertificate(const CertificateQuestion& question,
+                                   std::function<void(CertificateAnswer)> answer) {
+    dropCertificate(question.site);
+    QDialog* const shown = newCertificateQuestion(question);
+    QObject::connect(shown, &QDialog::finished, &lifetime_,
+                     [this, site = question.site, answer = std::move(answer)](int result) {
+                         certificates_.erase(site);
+                         answer(certificateAnswer(result));
+                     });
+    showBeside(*shown, *parent_, static_cast<int>(certificates_.size()));
+    certificates_[question.site] = shown;
+}
+
+void WindowPrompts::dropCertificate(int site) {
+    if (const auto open = certificates_.find(site); open != certificates_.end()) {
+        dismiss(*open->second, lifetime_);
+        certificates_.erase(open);
+    }
 }
 
 void WindowPrompts::whenAnswered(std::function<void()> act) {

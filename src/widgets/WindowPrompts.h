@@ -9,6 +9,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 
 class QDialog;
 class QWidget;
@@ -17,7 +18,7 @@ namespace corvel {
 
 // The Prompts port with real boxes, modal to one window, one at a time in the order in which they were asked
 // for. They are shown without waiting for them. What a box says is plain text, whatever a server put
-// into it.
+// into it. Questions about certificates are apart from these, and modal to nothing.
 class WindowPrompts : public Prompts {
   public:
     // parent: the window that waits for the answers; it must outlive this object. Questions that are still
@@ -32,13 +33,13 @@ class WindowPrompts : public Prompts {
     void AskPassword(const std::string& title, const std::string& prompt,
                      std::function<void(std::optional<std::string>)> answer) override;
 
-    // Nobody can look at a certificate yet, so none is trusted.
-    void AskCertificate(const CertificateQuestion& /*question*/,
-                        std::function<void(CertificateAnswer)> answer) override {
-        answer(CertificateAnswer::disconnect);
-    }
+    // A question of the same site that is still open gives way to the new one, without an answer.
+    void AskCertificate(const CertificateQuestion& question,
+                        std::function<void(CertificateAnswer)> answer) override;
+    // Closes the site's question about a certificate, if it is open, without an answer.
+    void dropCertificate(int site);
 
-    // Calls act from the event loop once every box is answered, those that an answer brings up too.
+    // Calls act from the event loop once every modal box is answered, those that an answer brings up too.
     void whenAnswered(std::function<void()> act);
 
   private:
@@ -54,7 +55,8 @@ class WindowPrompts : public Prompts {
     std::deque<MakeBox> waiting_;
     std::function<void()> last_; // what whenAnswered was given
     QPointer<QDialog> shown_;
-    QObject lifetime_; // connections end with it
+    std::map<int, QDialog*> certificates_; // the questions that are open, by site
+    QObject lifetime_;                     // connections end with it
 };
 
 } // namespace corvel

@@ -188,10 +188,23 @@ int rowWith(const ReportView& list, int column, const QString& text) {
     return -1;
 }
 
+QWidget* waitForCertificateQuestion() {
+    QWidget* question = nullptr;
+    eventually([&] {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find_if(windows, [](const QWidget* window) {
+            return window->isVisible() && window->objectName() == QLatin1String("frmCertificateQuestion");
+        });
+        question = found == windows.end() ? nullptr : *found;
+        return question != nullptr;
+    });
+    return question;
+}
+
 std::string siteRecord(const std::string& name, int port, const std::string& user,
-                       const std::string& password) {
+                       const std::string& password, bool isEncrypted) {
     return "name = " + name + "\nhost = 127.0.0.1\nport = " + std::to_string(port) + "\nuser = " + user +
-           "\npass = " + password + "\n\n";
+           "\npass = " + password + "\nusesslproxy = " + (isEncrypted ? "1" : "0") + "\n\n";
 }
 
 void DemoWindow::start(const std::string& settings) {

@@ -129,9 +129,12 @@ class WindowDriver : public Driver {
 // The first row of a list with this text in a column; -1 when there is none.
 int rowWith(const ReportView& list, int column, const QString& text);
 
+// The question about a certificate, whichever window it is about; null where none comes.
+QWidget* waitForCertificateQuestion();
+
 // One site of a sites.ini.
 std::string siteRecord(const std::string& name, int port, const std::string& user,
-                       const std::string& password);
+                       const std::string& password, bool isEncrypted = false);
 
 // The tabs of the window.
 enum Tab { consoleTab, activityTab, browserTab, statsTab, usersTab, groupsTab };

@@ -45,6 +45,13 @@ StartOptions readStartOptions(const QStringList& arguments, const QString& defau
 TopmostDialogs::TopmostDialogs(const QAbstractButton& whileChecked, QObject* parent)
     : QObject(parent), whileChecked_(whileChecked) {
     qApp->installEventFilter(this);
+    connect(&whileChecked, &QAbstractButton::toggled, this, [](bool isChecked) {
+        for (QWidget* const window : QApplication::topLevelWidgets()) {
+            if (window->isVisible() && qobject_cast<QDialog*>(window) != nullptr) {
+                setAlwaysOnTop(*window, isChecked);
+            }
+        }
+    });
 }
 
 bool TopmostDialogs::eventFilter(QObject* watched, QEvent* event) {

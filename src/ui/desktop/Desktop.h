@@ -53,7 +53,7 @@ void setAlwaysOnTop(QWidget& window, bool onTop);
 void bringToFront(QWidget& window);
 
 // Keeps dialogs in reach of a window that lies over all others: while the button is checked, every dialog
-// comes up in the same band.
+// comes up in the same band, and those that are up follow the button.
 class TopmostDialogs : public QObject {
     Q_OBJECT
 

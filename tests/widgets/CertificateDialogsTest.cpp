@@ -1,0 +1,156 @@
+#include "widgets/CertificateDialogs.h"
+
+#include "widgets/WindowPrompts.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace corvel {
+namespace {
+
+const std::string first = "0123456789abcdef" + std::string(48, '0');
+const QString firstInGroups = u"0123 4567 89AB CDEF"_s + u" 0000"_s.repeated(12);
+const std::string other = std::string(60, '0') + "ffff";
+
+CertificateQuestion questionOf(int site, const std::string& remembered = {}) {
+    return {.site = site,
+            .siteName = "home",
+            .host = "ftp.example.org",
+            .port = 21,
+            .problems = {"It is self-signed."},
+            .certificate = {.subject = "CN=home", .issuer = "CN=home", .fingerprint = first},
+            .remembered = remembered};
+}
+
+class CertificatesTest : public testing::Test {
+  protected:
+    CertificatesTest() { window_.show(); }
+
+    void ask(const CertificateQuestion& question) {
+        prompts_->AskCertificate(question, [this](CertificateAnswer answer) { answers_.push_back(answer); });
+    }
+
+    // The questions on the screen.
+    static std::vector<QWidget*> open() {
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        std::vector<QWidget*> found;
+        for (QWidget* const widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == u"frmCertificateQuestion"_s && widget->isVisible()) {
+                found.push_back(widget);
+            }
+        }
+        return found;
+    }
+
+    static void click(const QWidget& dialog, const char* button) {
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
+    }
+
+    QWidget window_;
+    std::unique_ptr<WindowPrompts> prompts_ = std::make_unique<WindowPrompts>(&window_);
+    std::vector<CertificateAnswer> answers_;
+};
+
+TEST_F(CertificatesTest, AreTrustedByTheirButtonsAlone) {
+    const std::vector<std::pair<std::function<void(QWidget&)>, CertificateAnswer>> cases = {
+        {[](QWidget& dialog) { click(dialog, "cmdCertOnce"); }, CertificateAnswer::connectOnce},
+        {[](QWidget& dialog) { click(dialog, "cmdCertTrust"); }, CertificateAnswer::alwaysTrust},
+        {[](QWidget& dialog) { click(dialog, "cmdCertDisconnect"); }, CertificateAnswer::disconnect},
+        {[](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); }, CertificateAnswer::disconnect},
+        {[](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }, CertificateAnswer::disconnect},
+        {[](QWidget& dialog) { dialog.close(); }, CertificateAnswer::disconnect},
+    };
+    for (const std::string& remembered : {std::string(), other}) {
+        for (const auto& [end, answer] : cases) {
+            ask(questionOf(1, remembered));
+            ASSERT_EQ(open().size(), 1U);
+            EXPECT_EQ(open().front()->focusWidget()->objectName(), u"cmdCertDisconnect"_s);
+            end(*open().front());
+            EXPECT_EQ(std::exchange(answers_, {}), std::vector{answer});
+            EXPECT_TRUE(open().empty());
+        }
+    }
+}
+
+TEST_F(CertificatesTest, AreAskedAboutBesideOtherQuestions) {
+    prompts_->Message("over the window");
+    ask(questionOf(1));
+    ask(questionOf(2));
+    ask(questionOf(2, other)); // in place of the one before
+    ASSERT_EQ(open().size(), 2U);
+    click(*open().front(), "cmdCertTrust");
+    EXPECT_EQ(answers_, std::vector{CertificateAnswer::alwaysTrust});
+    window_.findChild<QMessageBox*>()->close();
+    EXPECT_EQ(open().size(), 1U);
+    prompts_->dropCertificate(1);
+    prompts_->dropCertificate(2);
+    EXPECT_TRUE(open().empty());
+    ask(questionOf(3));
+    prompts_.reset();
+    EXPECT_TRUE(open().empty());
+    EXPECT_EQ(answers_.size(), 1U);
+}
+
+TEST_F(CertificatesTest, SayFirstWhetherTheyHaveChanged) {
+    for (const std::string& remembered : {std::string(), other}) {
+        const std::unique_ptr<QDialog> dialog(newCertificateQuestion(questionOf(1, remembered)));
+        const auto* const headline = dialog->findChild<QLabel*>();
+        EXPECT_TRUE(headline->font().bold());
+        EXPECT_EQ(headline->text().contains(u"changed"_s), !remembered.empty());
+        EXPECT_EQ(dialog->findChild<QLineEdit*>(u"txtCertFingerprint"_s)->text(), firstInGroups);
+        const auto* const before = dialog->findChild<QLineEdit*>(u"txtCertRemembered"_s);
+        ASSERT_EQ(before != nullptr, !remembered.empty());
+        EXPECT_TRUE(before == nullptr || before->text() == u"0000 "_s.repeated(15) + u"FFFF"_s);
+    }
+}
+
+TEST_F(CertificatesTest, NeverMakeADialogLarger) {
+    CertificateQuestion long_ = questionOf(1);
+    const QSize usual = std::unique_ptr<QDialog>(newCertificateQuestion(long_))->sizeHint();
+    const std::string text = "<b>" + std::string(60000, 'x') + "\n\xE2\x80\xAE";
+    long_.host = long_.problems[0] = long_.certificate.subject = long_.certificate.names = text;
+    const std::unique_ptr<QDialog> dialog(newCertificateQuestion(long_));
+    EXPECT_EQ(dialog->sizeHint(), usual);
+    const QString shown = dialog->findChild<QLineEdit*>(u"txtCertSubject"_s)->text();
+    EXPECT_GT(shown.size(), 60000);
+    EXPECT_TRUE(shown.startsWith(u"<b>x"_s) && !shown.contains(QChar(0x202E)));
+    for (const QLineEdit* const box : dialog->findChildren<QLineEdit*>()) {
+        EXPECT_TRUE(box->isReadOnly() && !box->accessibleName().isEmpty()) << qPrintable(box->objectName());
+    }
+}
+
+TEST_F(CertificatesTest, OfAConnectionAreShownAndForgotten) {
+    int forgotten = 0;
+    const std::vector<Certificate> chain = {{.subject = "CN=home", .fingerprint = first},
+                                            {.subject = "CN=authority", .fingerprint = other}};
+    openCertificateDialog(window_, {.connection = "TLS 1.3", .chain = chain, .remembered = first},
+                          [&] { ++forgotten; });
+    auto& list = *window_.findChild<QListWidget*>(u"lstCertChain"_s);
+    EXPECT_EQ(list.count(), 2);
+    const auto& subject = *window_.findChild<QLineEdit*>(u"txtCertSubject"_s);
+    EXPECT_EQ(subject.text(), u"CN=home"_s);
+    list.setCurrentRow(1);
+    EXPECT_EQ(subject.text(), u"CN=authority"_s);
+    const auto& remembered = *window_.findChild<QLineEdit*>(u"txtCertRemembered"_s);
+    EXPECT_EQ(remembered.text(), firstInGroups);
+    click(window_, "cmdCertForget");
+    click(window_, "cmdCertForget");
+    EXPECT_EQ(remembered.text(), u"none"_s);
+    EXPECT_EQ(forgotten, 1);
+}
+
+} // namespace
+} // namespace corvel
