@@ -11,8 +11,10 @@
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QTabWidget>
@@ -68,9 +70,7 @@ std::string sampleSettings() {
 class Photographer {
   public:
     explicit Photographer(const Options& options)
-        : directory_(options.directory), driver_(siteRecord("home", listeningPort(), "demo", "demo") +
-                                                     siteRecord("backup", server_.port(), "demo", "demo"),
-                                                 sampleSettings()) {
+        : directory_(options.directory), driver_(sites(), sampleSettings()) {
         driver_.window->resize(options.size);
     }
 
@@ -84,14 +84,17 @@ class Photographer {
         groupDialogs();
         siteDialog();
         windowDialogs();
+        certificates();
     }
 
   private:
-    int listeningPort() {
+    // Of its server, the second one encrypted.
+    std::string sites() {
         if (!server_.listen()) {
             throw std::runtime_error(server_.errorText().toStdString());
         }
-        return server_.port();
+        return siteRecord("home", server_.port(), "demo", "demo") +
+               siteRecord("backup", server_.port(), "demo", "demo", true);
     }
 
     void save(QWidget& widget, const std::string& name) {
@@ -125,6 +128,16 @@ class Photographer {
         save(*box, name);
         box->reject();
         eventually([] { return QApplication::activeModalWidget() == nullptr; });
+    }
+    // Pictures the question about the certificate of site 2, and answers it with a button.
+    void question(const std::string& name, const char* button) {
+        driver_.chooseSitesMenu(0);
+        QWidget* const box = waitForCertificateQuestion();
+        if (box == nullptr) {
+            throw std::runtime_error("no dialog for " + name);
+        }
+        save(*box, name);
+        box->findChild<QPushButton*>(QLatin1String(button))->click();
     }
 
     void tabs() {
@@ -213,8 +226,26 @@ class Photographer {
         dialog("about", [&] { driver_.find<QAction>("mnuHelpAbout").trigger(); });
     }
 
+    void certificates() {
+        show(console);
+        mdlMain& program = driver_.window->program();
+        program.selectSite(2);
+        dialog("frmCertificate-none", [&] { driver_.chooseSitesMenu(10); });
+        question("frmCertificateQuestion", "cmdCertTrust");
+        eventually([&] {
+            return driver_.find<QLabel>("lblEncryption").text().startsWith(QLatin1String("TLS")) &&
+                   driver_.find<QPlainTextEdit>("txtLogFTP_2").toPlainText().contains(QLatin1String("230 "));
+        });
+        picture("encrypted");
+        dialog("frmCertificate", [&] { driver_.chooseSitesMenu(10); });
+        driver_.chooseSitesMenu(1);
+        driver_.store.setValue("certificate_127.0.0.1_" + std::to_string(server_.port()),
+                               std::string(64, '0'));
+        question("frmCertificateQuestion-changed", "cmdCertDisconnect");
+    }
+
     QDir directory_;
-    DemoServer server_{DemoOptions{}};
+    DemoServer server_{DemoOptions{.tls = DemoTls::offered}};
     WindowDriver driver_;
 };
 

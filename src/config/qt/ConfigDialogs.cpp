@@ -253,6 +253,9 @@ class frmSitesAddEdit : public FormDialog<SiteForm> {
                                         form_.chkConnectOnStartup)),
           useSslProxy_(newCheckBox("chkUseSSLProxy", tr("Use SS&L proxy for this server (tunnelor)"),
                                    form_.chkUseSSLProxy)) {
+        useSslProxy_->setToolTip(
+            tr("Where settings.ini names a tunnel (ssl_tunnel_host), the connection goes through it.\n"
+               "Otherwise Corvel encrypts it: with AUTH TLS, or from the first byte on port 990."));
         auto* const layout = new QFormLayout(this);
         layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
         boxes_.addRow(*layout, form_.txtSitename, "txtSitename", tr("Site &name:"));
