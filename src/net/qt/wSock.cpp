@@ -2,6 +2,7 @@
 
 #include "widgets/TextConversion.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QFuture>
 #include <QHostAddress>
@@ -165,7 +166,7 @@ void wSock::Connect(const std::string& host, std::int32_t port, bool mayEncrypt)
     Close();
     host_ = host;
     port_ = port;
-    if (mayEncrypt != (tls_ != nullptr)) {
+    if (mayEncrypt || tls_ != nullptr) { // Qt never goes on with a socket that was closed while it waited
         use(mayEncrypt);
     }
     if (tls_ != nullptr) {
@@ -200,6 +201,8 @@ void wSock::Close() {
     {
         const QSignalBlocker silence(*socket_);
         socket_->abort();
+        // Not even what AcceptCertificate has begun goes on: it would find nothing to go on with.
+        QCoreApplication::removePostedEvents(socket_.get(), QEvent::MetaCall);
     }
     isInDoubt_ = false;
     encryption_ = {};

@@ -152,6 +152,25 @@ TEST(WSockEncryption, GoesOnWithATrustedCertificateAlone) {
     EXPECT_EQ(doubting.encrypted.size(), 1);
 }
 
+TEST(WSockEncryption, IsForgottenWithItsConnection) {
+    for (const bool isAccepted : {false, true}) {
+        Encrypting connection;
+        connection.trusted.clear();
+        connection.start();
+        if (isAccepted) {
+            connection.socket.AcceptCertificate();
+        }
+        connection.socket.Close();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(connection.encrypted.isEmpty() && connection.failed.isEmpty());
+        connection.doubted.clear();
+        connection.start();
+        EXPECT_EQ(connection.doubted.size(), 1);
+        connection.socket.AcceptCertificate();
+        EXPECT_TRUE(test::eventually([&] { return connection.data.size() > 0; }));
+    }
+}
+
 TEST(WSockEncryption, GoesOnWhereAnAuthorityVouches) {
     const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
     QSslConfiguration configuration = before;
