@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QSslConfiguration>
 #include <QTcpServer>
@@ -303,6 +304,16 @@ std::string nameOf(const testing::TestParamInfo<Encounter>& test) {
     return test.param.name;
 }
 
+// The question about a certificate, once it is shown; a window of its own.
+QWidget* shownQuestion() {
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (widget->objectName() == "frmCertificateQuestion"_L1 && widget->isVisible()) {
+            return widget;
+        }
+    }
+    return nullptr;
+}
+
 // Corvel's window on a server that nobody here wrote, with the authority of its certificate among those that
 // the system trusts.
 class RealServers : public testing::TestWithParam<Encounter> {
@@ -397,6 +408,42 @@ TEST_P(RealServersThatDoNotFit, AreLeft) {
     EXPECT_EQ(socket().state(), SocketState::closed);
     EXPECT_NE(driver_.session(1).lastErrorLine.find(GetParam().result), std::string::npos)
         << driver_.session(1).lastErrorLine;
+}
+
+// result: what the question says to be wrong.
+using RealServersInDoubt = RealServers;
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, RealServersInDoubt,
+    testing::Values(
+        Encounter{"SelfSigned", {ServerKind::proftpd, "self-signed"}, "It is self-signed."},
+        Encounter{"Expired", {ServerKind::vsftpd, "expired"}, "It expired on 2001-01-01 00:00 UTC."},
+        Encounter{"OtherName",
+                  {ServerKind::proftpd, "other-name", "TLSv1.2"},
+                  "It is for another name than 127.0.0.1."},
+        Encounter{
+            "OtherPurpose", {ServerKind::vsftpd, "other-purpose", "TLSv1.2"}, "It is not meant for servers."},
+        Encounter{"UnknownAuthority",
+                  {ServerKind::vsftpd, "trusted"},
+                  "It comes from an unknown authority.",
+                  false}),
+    nameOf);
+
+TEST_P(RealServersInDoubt, AreAskedAbout) {
+    for (const char* const answer : {"cmdCertDisconnect", "cmdCertOnce", "cmdCertTrust"}) {
+        driver_.chooseSitesMenu(0);
+        QWidget* question = nullptr;
+        ASSERT_TRUE(eventually([&] { return (question = shownQuestion()) != nullptr; }));
+        Driver driver(*question);
+        EXPECT_EQ(driver.find<QPlainTextEdit>("txtCertProblems").toPlainText(),
+                  QLatin1String(GetParam().result));
+        EXPECT_EQ(driver_.session(1).encryption, Encryption::handshake);
+        driver.click(answer);
+        ASSERT_TRUE(eventually([this] { return driver_.session(1).encryption != Encryption::handshake; }));
+        EXPECT_EQ(driver_.session(1).encryption == Encryption::on,
+                  answer != std::string("cmdCertDisconnect"));
+        driver_.chooseSitesMenu(1);
+    }
+    EXPECT_TRUE(driver_.logIn(1)) << "without a question";
 }
 
 } // namespace

@@ -42,6 +42,15 @@ QSslConfiguration clientConfiguration() {
     return configuration;
 }
 
+// Of the errors of a handshake those that errorsOf leaves out: whether a certificate is meant for servers,
+// and what Qt has no number for, such as keys that are too short.
+QList<QSslError> unverifiedBeside(QList<QSslError> errors) {
+    errors.removeIf([](const QSslError& error) {
+        return error.error() != QSslError::InvalidPurpose && error.error() != QSslError::UnspecifiedError;
+    });
+    return errors;
+}
+
 // What is wrong with a chain for a host, asked beside the user-interface thread: the authorities are read
 // anew, which takes a tenth of a second.
 QFuture<QList<QSslError>> errorsOf(const QList<QSslCertificate>& chain, const QString& host) {
@@ -102,6 +111,8 @@ QString problemText(const QSslError& error, const QString& host) {
     case QSslError::UnableToVerifyFirstCertificate:
     case QSslError::CertificateUntrusted:
         return wSock::tr("It comes from an unknown authority.");
+    case QSslError::InvalidPurpose:
+        return wSock::tr("It is not meant for servers.");
     default:
         return error.errorString();
     }
@@ -279,9 +290,9 @@ void wSock::verifyCertificate(const QList<QSslError>& errors) {
         return;
     }
     errorsOf(tls_->peerCertificateChain(), textOf(host_))
-        .then(this, [this, attempt = attempt_](const QList<QSslError>& found) {
+        .then(this, [this, errors, attempt = attempt_](const QList<QSslError>& found) {
             if (attempt == attempt_) {
-                doubtCertificate(found);
+                doubtCertificate(found + unverifiedBeside(errors));
             }
         });
 }
