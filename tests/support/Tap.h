@@ -39,12 +39,12 @@ class TrialServer {
     std::optional<DemoServer> server_;
 };
 
-// Stands between a socket and a server, on an address of its own, and hands on what goes by; no more than so
+// Stands between a socket and a server, and hands on what goes by; no more than so
 // many bytes of the server's, then it hangs up.
 class Tap : public QTcpServer {
   public:
-    explicit Tap(quint16 server, qint64 bytes = -1) {
-        EXPECT_TRUE(listen(QHostAddress(QStringLiteral("127.0.0.2"))));
+    explicit Tap(quint16 server, const char* address = "127.0.0.1", qint64 bytes = -1) {
+        EXPECT_TRUE(listen(QHostAddress(QLatin1String(address))));
         connect(this, &QTcpServer::newConnection, this, [this, server, bytes] {
             QTcpSocket* const client = nextPendingConnection();
             auto* const peer = new QTcpSocket(client);

@@ -97,7 +97,7 @@ TEST(WSockProxy, IsNobodys) {
 // A connection to a demo server that encrypts from the first byte.
 struct Encrypting {
     explicit Encrypting(qint64 bytes = -1) {
-        tap = std::make_unique<test::Tap>(server.port(), bytes);
+        tap = std::make_unique<test::Tap>(server.port(), "127.0.0.2", bytes);
         QObject::connect(&socket, &wSock::connected, &socket, [this] { socket.StartEncryption(trusted); });
     }
 
