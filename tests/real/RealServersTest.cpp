@@ -46,84 +46,6 @@ constexpr const char* serviceUser = "daemon";
 constexpr const char* passwordHash = "$6$corvel$UGUhny..zY4u3iZkuLluQpjmlt.fLEl8yRux4kZakz.GuPOoee"
                                      "pyLZ6sBZP9IL7T1Dpy3ilKi.NV4Ij9u8xr6.";
 
-constexpr const char* proftpdConfiguration = R"(ServerName scratch
-ServerType standalone
-Port {port}
-DefaultAddress 127.0.0.1
-SocketBindTight on
-UseIPv6 off
-UseReverseDNS off
-ControlsEngine off
-DelayEngine off
-WtmpLog off
-TransferLog none
-ScoreboardFile none
-PidFile {scratch}/pid
-SystemLog {scratch}/log
-User {user}
-Group {group}
-MaxInstances 16
-AuthOrder mod_auth_file.c
-AuthUserFile {scratch}/passwd
-RequireValidShell off
-)";
-
-constexpr const char* vsftpdConfiguration = R"(listen=YES
-listen_ipv6=NO
-listen_address=127.0.0.1
-listen_port={port}
-background=NO
-local_enable=NO
-anonymous_enable=YES
-anon_root={scratch}/home
-write_enable=YES
-anon_upload_enable=YES
-anon_mkdir_write_enable=YES
-anon_other_write_enable=YES
-anon_world_readable_only=NO
-anon_umask=022
-secure_email_list_enable=YES
-email_password_file={scratch}/passwords
-ftp_username={service}
-nopriv_user={service}
-secure_chroot_dir={scratch}/empty
-xferlog_enable=NO
-vsftpd_log_file={scratch}/log
-seccomp_sandbox=NO
-isolate=NO
-isolate_network=NO
-)";
-
-// These let nobody log in in clear.
-constexpr const char* proftpdEncryption = R"(ModulePath {servers}/proftpd/usr/lib/proftpd
-LoadModule mod_tls.c
-TLSEngine on
-TLSRequired ctrl
-TLSProtocol TLSv1.1 TLSv1.2 TLSv1.3
-TLSCipherSuite DEFAULT:@SECLEVEL=0
-TLSECCertificateFile {scratch}/server.pem
-TLSECCertificateKeyFile {scratch}/server.pem
-)";
-
-constexpr const char* vsftpdEncryption = R"(ssl_enable=YES
-allow_anon_ssl=YES
-force_anon_logins_ssl=YES
-rsa_cert_file={scratch}/server.pem
-ssl_ciphers=DEFAULT:@SECLEVEL=0
-)";
-
-// For the library below both: vsftpd has no setting of its own for the versions. A version that Corvel
-// refuses the server has to accept, or it would be the server's refusal that is seen.
-constexpr const char* libraryConfiguration = R"(openssl_conf = library
-[library]
-ssl_conf = encryption
-[encryption]
-system_default = versions
-[versions]
-MinProtocol = {version}
-MaxProtocol = {version}
-)";
-
 bool isRoot() {
     return geteuid() == 0;
 }
@@ -132,6 +54,13 @@ void require(bool isDone, const std::string& problem) {
     if (!isDone) {
         throw std::runtime_error(problem);
     }
+}
+
+// A file of this directory, to be filled in.
+QByteArray settings(const std::string& name) {
+    QFile file(QString::fromStdString(CORVEL_REAL_TESTS_DIR "/" + name));
+    require(file.open(QIODevice::ReadOnly), file.fileName().toStdString() + " cannot be read");
+    return file.readAll();
 }
 
 // The account that the sessions of a server run as.
@@ -224,10 +153,10 @@ class RealServer {
     void prepareEncryption() {
         makeCertificate(choice_.certificate, scratch_.path());
         QFile::setPermissions(scratch_.filePath(u"server.pem"_s), QFile::ReadOwner | QFile::WriteOwner);
-        const QString settings = writeFile(
-            u"openssl.cnf"_s, QByteArray(libraryConfiguration).replace("{version}", choice_.version));
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"OPENSSL_CONF"_s, settings);
+        environment.insert(
+            u"OPENSSL_CONF"_s,
+            writeFile(u"openssl.conf"_s, settings("openssl.conf").replace("{version}", choice_.version)));
         process_.setProcessEnvironment(environment);
     }
 
@@ -247,7 +176,8 @@ class RealServer {
     QString writeConfiguration() const {
         const passwd& account = sessionAccount();
         const group* const owners = getgrgid(account.pw_gid);
-        QByteArray text = isProftpd_ ? proftpdConfiguration : vsftpdConfiguration;
+        const std::string program = isProftpd_ ? "proftpd" : "vsftpd";
+        QByteArray text = settings(program + ".conf");
         if (isProftpd_) {
             writeFile(u"passwd"_s, QByteArray("corvel:") + passwordHash + ':' +
                                        QByteArray::number(account.pw_uid) + ':' +
@@ -259,7 +189,7 @@ class RealServer {
             text += isRoot() ? "" : "run_as_launching_user=YES\n";
         }
         if (choice_.certificate != nullptr) {
-            text += isProftpd_ ? proftpdEncryption : vsftpdEncryption;
+            text += settings(program + "-encrypted.conf");
         }
         text.replace("{port}", QByteArray::number(port_))
             .replace("{scratch}", scratch_.path().toUtf8())
@@ -320,6 +250,8 @@ class RealServers : public testing::TestWithParam<Encounter> {
   protected:
     void SetUp() override {
         QSslConfiguration configuration = before_;
+        // What is too old Corvel has to refuse by itself, not the library below it.
+        configuration.setBackendConfigurationOption("CipherString", QByteArray("DEFAULT:@SECLEVEL=0"));
         if (GetParam().isAuthorityTrusted) {
             configuration.addCaCertificates(server_.authorityPath());
         }
