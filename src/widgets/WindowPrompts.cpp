@@ -7,6 +7,7 @@
 #include <QInputDialog>
 #include <QScreen>
 #include <QStyle>
+#include <QWindow>
 
 #include <utility>
 
@@ -39,18 +40,26 @@ QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std:
     return box;
 }
 
-// Shows dialog over the screen of window, moved by that many title bars. It takes the keyboard only from a
-// window of this program in which nothing is being typed.
+// Shows dialog in the middle of window's screen, moved by that many title bars. It takes the keyboard only
+// from a window of this program in which nothing is being typed. The desktop keeps it over window as a child
+// would be; Qt learns of that only while it shows it, for it would have the modal boxes of window hold up a
+// child.
 void showBeside(QDialog& dialog, const QWidget& window, int titleBars) {
     const QWidget* const focus = QApplication::focusWidget();
     const bool isTyping = focus != nullptr && focus->testAttribute(Qt::WA_InputMethodEnabled);
     dialog.setAttribute(Qt::WA_ShowWithoutActivating, isTyping || !window.isActiveWindow());
     dialog.setAttribute(Qt::WA_DeleteOnClose);
+    dialog.setWindowIcon(window.windowIcon());
     dialog.adjustSize();
     const int shift = titleBars * dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     dialog.move(window.screen()->availableGeometry().center() - dialog.rect().center() +
                 QPoint(shift, shift));
+    dialog.winId(); // makes its QWindow
+    const bool staysOver =
+        window.isVisible() && !window.isMinimized() && QApplication::activeModalWidget() == nullptr;
+    dialog.windowHandle()->setTransientParent(staysOver ? window.windowHandle() : nullptr);
     dialog.show();
+    dialog.windowHandle()->setTransientParent(nullptr);
     QApplication::alert(&dialog);
 }
 

@@ -5,9 +5,9 @@
 #include <QApplication>
 #include <QLabel>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QtTest/QTest>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -55,8 +55,12 @@ class CertificatesTest : public testing::Test {
         return found;
     }
 
-    static void click(const QWidget& dialog, const char* button) {
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
+    // As the desktop does it: a window that a modal box holds up would not get it.
+    static void click(const QWidget& dialog, const char* name) {
+        const auto* const button = dialog.findChild<QPushButton*>(QLatin1String(name));
+        const QWidget* const window = button->window();
+        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
+                          button->mapTo(window, button->rect().center()));
     }
 
     QWidget window_;
@@ -86,22 +90,22 @@ TEST_F(CertificatesTest, AreTrustedByTheirButtonsAlone) {
 }
 
 TEST_F(CertificatesTest, AreAskedAboutBesideOtherQuestions) {
-    prompts_->Message("over the window");
     ask(questionOf(1));
+    prompts_->Message("over the window");
     ask(questionOf(2));
     ask(questionOf(2, other)); // in place of the one before
     ASSERT_EQ(open().size(), 2U);
-    click(*open().front(), "cmdCertTrust");
-    EXPECT_EQ(answers_, std::vector{CertificateAnswer::alwaysTrust});
-    window_.findChild<QMessageBox*>()->close();
-    EXPECT_EQ(open().size(), 1U);
-    prompts_->dropCertificate(1);
-    prompts_->dropCertificate(2);
-    EXPECT_TRUE(open().empty());
+    for (const QWidget* const dialog : open()) {
+        click(*dialog, "cmdCertTrust");
+    }
+    EXPECT_EQ(answers_, std::vector(2, CertificateAnswer::alwaysTrust));
+    ask(questionOf(1));
     ask(questionOf(3));
+    prompts_->dropCertificate(1);
+    EXPECT_EQ(open().size(), 1U);
     prompts_.reset();
     EXPECT_TRUE(open().empty());
-    EXPECT_EQ(answers_.size(), 1U);
+    EXPECT_EQ(answers_.size(), 2U) << "what is gone has no answer";
 }
 
 TEST_F(CertificatesTest, SayFirstWhetherTheyHaveChanged) {

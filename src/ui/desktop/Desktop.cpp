@@ -49,6 +49,7 @@ TopmostDialogs::TopmostDialogs(const QAbstractButton& whileChecked, QObject* par
         for (QWidget* const window : QApplication::topLevelWidgets()) {
             if (window->isVisible() && qobject_cast<QDialog*>(window) != nullptr) {
                 setAlwaysOnTop(*window, isChecked);
+                window->raise();
             }
         }
     });
