@@ -50,7 +50,7 @@ void frmMain::tmrSocketStatus_Timer() {
     for (const int site : std::exchange(changedSockets_, {})) {
         const Socket& socket = *program_.site(site).wSock;
         lvwSites_->setState(site, fromCore(SocketStateText(socket)), socket.state() == SocketState::connected,
-                            fromCore(encryptionStatus(program_.site(site)).text));
+                            encryptionStatus(program_.site(site)));
         for (AccountsPanel* const panel : accountsPanels()) {
             panel->connectionChanged(site);
         }

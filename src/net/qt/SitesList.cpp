@@ -1,8 +1,11 @@
 #include "net/qt/SitesList.h"
 
+#include "net/Statistics.h"
+#include "widgets/Icons.h"
 #include "widgets/ImageLists.h"
 #include "widgets/TextConversion.h"
 
+#include <QBuffer>
 #include <QContextMenuEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
@@ -13,7 +16,8 @@ namespace {
 
 constexpr int nameColumn = 0;
 constexpr int stateColumn = 1;
-constexpr int encryptionRole = Qt::UserRole; // of the state
+constexpr int encryptionRole = Qt::UserRole; // of the state: the line of its tip, and the same as markup
+constexpr int markupRole = encryptionRole + 1;
 constexpr int margin = 6;
 constexpr int smallIconSize = 16;
 constexpr int largeIconSize = 32;
@@ -95,6 +99,20 @@ class SiteDelegate : public QStyledItemDelegate {
     const SitesList& list_;
 };
 
+// A lock as the markup of a tool tip takes it; empty for none.
+QString lockMarkup(EncryptionStatus::Lock lock) {
+    if (lock == EncryptionStatus::Lock::none) {
+        return {};
+    }
+    const bool isClosed = lock == EncryptionStatus::Lock::closed;
+    QByteArray picture;
+    QBuffer buffer(&picture);
+    icon(isClosed ? "lock-closed" : "lock-open").pixmap(2 * smallIconSize).save(&buffer, "PNG");
+    return QStringLiteral("<img width=%1 height=%1 src='data:image/png;base64,%2'> ")
+        .arg(smallIconSize)
+        .arg(QLatin1String(picture.toBase64()));
+}
+
 } // namespace
 
 SitesList::SitesList(const ImageLists& images, QWidget* parent) : QListView(parent), images_(images) {
@@ -116,11 +134,13 @@ void SitesList::setName(int site, const QString& name) {
     describe(site - 1);
 }
 
-void SitesList::setState(int site, const QString& text, bool connected, const QString& encryption) {
+void SitesList::setState(int site, const QString& text, bool connected, const EncryptionStatus& encryption) {
     QStandardItem& state = *sites_.item(site - 1, stateColumn);
-    if (state.text() != text || state.data(encryptionRole).toString() != encryption) {
+    const QString line = fromCore(encryption.text);
+    if (state.text() != text || state.data(encryptionRole).toString() != line) {
         state.setText(text);
-        state.setData(encryption, encryptionRole);
+        state.setData(line, encryptionRole);
+        state.setData(lockMarkup(encryption.lock) + line.toHtmlEscaped(), markupRole);
         sites_.item(site - 1, nameColumn)
             ->setIcon(images_.image(connected ? "site-connected" : "site-disconnected"));
         describe(site - 1);
@@ -130,12 +150,13 @@ void SitesList::setState(int site, const QString& text, bool connected, const QS
 void SitesList::describe(int row) {
     QStandardItem& name = *sites_.item(row, nameColumn);
     const QStandardItem& state = *sites_.item(row, stateColumn);
-    QString whole = name.text() + QStringLiteral(": ") + state.text();
-    if (const QString encryption = state.data(encryptionRole).toString(); !encryption.isEmpty()) {
-        whole += QLatin1Char('\n') + encryption;
-    }
-    name.setToolTip(toolTipOf(whole));
-    name.setAccessibleText(whole);
+    const QString whole = name.text() + QStringLiteral(": ") + state.text();
+    const QString encryption = state.data(encryptionRole).toString();
+    name.setToolTip(encryption.isEmpty()
+                        ? toolTipOf(whole)
+                        : QStringLiteral("<p style='white-space:pre'>%1<br>%2</p>")
+                              .arg(whole.toHtmlEscaped(), state.data(markupRole).toString()));
+    name.setAccessibleText(encryption.isEmpty() ? whole : whole + QStringLiteral(", ") + encryption);
 }
 
 void SitesList::setReportView(bool report) {

@@ -5,6 +5,7 @@
 
 namespace corvel {
 
+struct EncryptionStatus;
 class ImageLists;
 
 // The sites list in its two views: one line for the name and one for the state, or icons with names. Site i
@@ -19,9 +20,8 @@ class SitesList : public QListView {
     // Appends a row.
     void addSite(const QString& name);
     void setName(int site, const QString& name);
-    // Writes only what differs from what is shown. encryption: how the connection is protected, for the tool
-    // tip; may be empty.
-    void setState(int site, const QString& text, bool connected, const QString& encryption);
+    // Writes only what differs from what is shown. encryption: for the tool tip.
+    void setState(int site, const QString& text, bool connected, const EncryptionStatus& encryption);
     // Makes the site's row the current one; 0: none.
     void select(int site) { setCurrentIndex(sites_.index(site - 1, 0)); }
 
