@@ -4,7 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFuture>
+#include <QFutureWatcher>
 #include <QHostAddress>
 #include <QNetworkProxy>
 #include <QPromise>
@@ -289,12 +289,14 @@ void wSock::verifyCertificate(const QList<QSslError>& errors) {
         tellLater([this, errors, isTrusted] { doubtCertificate(isTrusted ? QList<QSslError>() : errors); });
         return;
     }
-    errorsOf(tls_->peerCertificateChain(), textOf(host_))
-        .then(this, [this, errors, attempt = attempt_](const QList<QSslError>& found) {
-            if (attempt == attempt_) {
-                doubtCertificate(found + unverifiedBeside(errors));
-            }
-        });
+    auto* const watcher = new QFutureWatcher<QList<QSslError>>(this); // hears nothing once this is gone
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, errors, attempt = attempt_] {
+        watcher->deleteLater();
+        if (attempt == attempt_) {
+            doubtCertificate(watcher->result() + unverifiedBeside(errors));
+        }
+    });
+    watcher->setFuture(errorsOf(tls_->peerCertificateChain(), textOf(host_)));
 }
 
 // errors: none where there is no doubt.

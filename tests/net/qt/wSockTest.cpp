@@ -11,6 +11,7 @@
 #include <QSslSocket>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QThreadPool>
 
 #include <gtest/gtest.h>
 
@@ -169,6 +170,17 @@ TEST(WSockEncryption, IsForgottenWithItsConnection) {
         connection.socket.AcceptCertificate();
         EXPECT_TRUE(test::eventually([&] { return connection.data.size() > 0; }));
     }
+}
+
+TEST(WSockEncryption, MayGoWhileItsCertificateIsLookedAt) {
+    {
+        Encrypting connection;
+        connection.trusted.clear();
+        connection.socket.Connect("127.0.0.1", connection.server.port(), true);
+        EXPECT_TRUE(test::eventually([&] { return !connection.socket.encryption().chain.empty(); }));
+    }
+    EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone());
+    QCoreApplication::processEvents();
 }
 
 TEST(WSockEncryption, GoesOnWhereAnAuthorityVouches) {
