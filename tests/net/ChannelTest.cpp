@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,9 @@ TEST(CommandChannel, GoesThroughUnusualLoginsToTheirEnd) {
         bool loggedIn;
         std::string console; // behind the first line
     };
+    const std::string closed = "wSock_Close()\r\n----------- connection closed -----------\r\n";
+    std::string everyByte(256, '\0');
+    std::iota(everyByte.begin(), everyByte.end(), '\0');
     const std::vector<Row> cases = {
         {"refused password stays connected",
          {send("220-hi\r\n220 there\r\n"), expect("USER bob"), send("331 go on\r\n"), expect("PASS secret"),
@@ -50,7 +54,13 @@ TEST(CommandChannel, GoesThroughUnusualLoginsToTheirEnd) {
         {"hangs up in a reply",
          {send("220 hi\r\n"), expect("USER bob"), send("331 g"), hangUp()},
          false,
-         "220 hi\r\n> USER bob\r\nwSock_Close()\r\n----------- connection closed -----------\r\n"},
+         "220 hi\r\n> USER bob\r\n" + closed},
+        {"hangs up at once", {hangUp()}, false, closed},
+        {"refuses the service",
+         {send("421 \x1B[31mno\r\n"), hangUp()},
+         false,
+         "421 \u241B[31mno\r\n" + closed},
+        {"sends every byte there is", {send(everyByte), hangUp()}, false, closed},
     };
     for (const Row& row : cases) {
         TestProgram program(sitesFile(1));
