@@ -175,22 +175,6 @@ BrowserListing files(std::size_t count) {
     return listing;
 }
 
-TEST(RemoteList, SaysWhyNothingCanBeDoneWithItsRows) {
-    RemoteList list;
-    const auto says = [&list](const char* part) {
-        return whyNotUsable(list).find(part) != std::string_view::npos;
-    };
-    EXPECT_TRUE(says("no directory"));
-    list.since = Since::movedAway;
-    EXPECT_TRUE(says("another directory"));
-    list.since = Since::connectionEnded;
-    EXPECT_TRUE(says("connection ended"));
-    list.since = Since::listed;
-    EXPECT_EQ(whyNotUsable(list), "");
-    list.navigations = 1;
-    EXPECT_TRUE(says("on its way"));
-}
-
 TEST(RemoteList, KeepsTheSelectedEntryInTheSameDirectory) {
     struct Row {
         Since since;

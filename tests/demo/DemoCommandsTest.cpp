@@ -98,29 +98,5 @@ TEST(DemoCommands, EncryptWhereTheServerDoes) {
     }
 }
 
-TEST(DemoCommands, RefuseAndChangeNothing) {
-    Session session;
-    const auto state = [&] {
-        std::string all;
-        for (const char* const command :
-             {"PWD", "STAT -a /", "STAT -a /pub", "SITE CorvelExt usertable", "SITE CorvelExt grouptable",
-              "SITE CorvelExt userfile 3", "SITE CorvelExt groupfile 3"}) {
-            all += session.ask(command);
-        }
-        return all;
-    };
-    const std::string before = state();
-    session.play({{"FROB x", "500 'FROB': *"},
-                  {"CWD /private/x", "550 /private/x: Permission denied."},
-                  {"CWD /pub/circle", "550 *: Too many levels *"},
-                  {"RNFR /pub", "350 *"},
-                  {"RNTO /pub/empty/x", "550 /pub/empty/x: Invalid argument."},
-                  {"SITE change bob logins 32768 ftp", "550 Bad value for logins."},
-                  {"SITE delip bob *@10.0.0.2 a@b", "550 *no mask 'a@b'."},
-                  {"SITE deluser demo", "550 *your own*"},
-                  {"SITE grpdel friends", "550 Group 'friends' still has members: 15."}});
-    EXPECT_EQ(state(), before);
-}
-
 } // namespace
 } // namespace corvel

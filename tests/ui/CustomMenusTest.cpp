@@ -41,10 +41,6 @@ class CustomMenusTest : public DemoWindow {
         driver_->waitForIdle();
     }
 
-    void run(const std::string& command) {
-        driver_->window->program().menus().ExecuteMenuCommand(1, command);
-    }
-
     // A copy of the program that these tests start and end, under a name of its own.
     QString copyOfProgram(const QString& name) {
         const QString suffix = QFileInfo(QCoreApplication::applicationFilePath()).suffix();
@@ -163,13 +159,13 @@ TEST_F(CustomMenusTest, ProgramsAreStartedInTheFolderOfThisOneAndEnded) {
     QProcess victim;
     victim.start(copyOfProgram(u"The Victim"_s), {u"wait"_s});
     ASSERT_TRUE(victim.waitForStarted());
-    run("kill " + native("the victi#*"));
+    driver_->run("kill " + native("the victi#*"));
     EXPECT_EQ(victim.state(), QProcess::Running);
-    run("kill  " + native("the v?ctim*"));
+    driver_->run("kill  " + native("the v?ctim*"));
     ASSERT_TRUE(victim.waitForFinished()) << "it waits for input, which never came";
 
     const QString program = copyOfProgram(u"my program"_s);
-    run("exec \"" + native(program.toStdString()) + "\" further; words");
+    driver_->run("exec \"" + native(program.toStdString()) + "\" further; words");
     // A file that is there need not have its text yet.
     EXPECT_TRUE(eventually([&] {
         QFile output(program + u".out"_s);

@@ -1,7 +1,6 @@
 #include "widgets/Forms.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -16,23 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace corvel {
 namespace {
-
-TEST(OneLineEdit, LineBreaksArePastedAway) {
-    const std::vector<std::pair<QString, QString>> cases = {
-        {u"ab\r\ncd"_s, u"<abcd>"_s},
-        {u"\na\rb\n"_s, u"<ab>"_s},
-        {u"a\u2028b\n\u2029c"_s, u"<a\u2028b\u2029c>"_s}, // what names can hold stays
-    };
-    for (const auto& [pasted, text] : cases) {
-        OneLineEdit edit;
-        edit.setText(u"<>"_s);
-        edit.setCursorPosition(1);
-        QApplication::clipboard()->setText(pasted);
-        edit.paste();
-        EXPECT_EQ(edit.text(), text);
-        EXPECT_EQ(edit.cursorPosition(), text.size() - 1);
-    }
-}
 
 TEST(BytesEdit, UntouchedBytesComeBackAndTypedTextIsEncoded) {
     struct Case {

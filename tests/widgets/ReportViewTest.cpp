@@ -11,7 +11,6 @@
 
 #include <functional>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -132,19 +131,6 @@ TEST_F(ReportViewTest, LabelEditsAreAnnouncedAndChangeNothing) {
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(takeEvents(), row.events);
         EXPECT_EQ(editor(), nullptr);
-    }
-}
-
-TEST_F(ReportViewTest, CurrentRowIsKeptOrCleared) {
-    using enum ReportView::CurrentRow;
-    const std::vector<std::tuple<int, ReportView::CurrentRow, int>> cases = {
-        {9, keep, 3}, {2, keep, 1}, {9, clear, -1}};
-    for (const auto& [rows, mode, after] : cases) {
-        view_.setSource(source(5));
-        view_.setCurrentRow(3);
-        view_.setSource(source(rows), mode);
-        EXPECT_EQ(view_.currentRow(), after);
-        EXPECT_EQ(view_.selectedRows(), after < 0 ? std::vector<int>{} : std::vector<int>{after});
     }
 }
 

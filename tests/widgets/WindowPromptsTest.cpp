@@ -59,13 +59,13 @@ TEST_F(WindowPromptsTest, AQuestionIsAnsweredOnceHoweverItEnds) {
 
 TEST_F(WindowPromptsTest, AnInputBoxGivesItsTextOrNothing) {
     const auto pasteAndAccept = [](QInputDialog& box) {
-        QApplication::clipboard()->setText(QStringLiteral("new\r\nDELE x"));
+        QApplication::clipboard()->setText(QStringLiteral("new\r\nDELE\u2028x"));
         box.findChild<QLineEdit*>()->paste();
         box.accept();
     };
     const std::vector<std::pair<std::function<void(QInputDialog&)>, std::optional<std::string>>> cases = {
         {[](auto& box) { box.accept(); }, ""},
-        {pasteAndAccept, "newDELE x"},
+        {pasteAndAccept, "newDELE\u2028x"}, // which names can hold,
         {[](auto& box) { box.close(); }, std::nullopt},
     };
     for (const auto& [end, answer] : cases) {
