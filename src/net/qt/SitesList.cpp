@@ -108,7 +108,8 @@ QString lockMarkup(EncryptionStatus::Lock lock) {
     QByteArray picture;
     QBuffer buffer(&picture);
     icon(isClosed ? "lock-closed" : "lock-open").pixmap(2 * smallIconSize).save(&buffer, "PNG");
-    return QStringLiteral("<img width=%1 height=%1 src='data:image/png;base64,%2'> ")
+    return QStringLiteral(
+               "<img width=%1 height=%1 style='vertical-align:middle' src='data:image/png;base64,%2'> ")
         .arg(smallIconSize)
         .arg(QLatin1String(picture.toBase64()));
 }
