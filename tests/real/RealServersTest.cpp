@@ -234,16 +234,6 @@ std::string nameOf(const testing::TestParamInfo<Encounter>& test) {
     return test.param.name;
 }
 
-// The question about a certificate, once it is shown; a window of its own.
-QWidget* shownQuestion() {
-    for (QWidget* const widget : QApplication::topLevelWidgets()) {
-        if (widget->objectName() == "frmCertificateQuestion"_L1 && widget->isVisible()) {
-            return widget;
-        }
-    }
-    return nullptr;
-}
-
 // Corvel's window on a server that nobody here wrote, with the authority of its certificate among those that
 // the system trusts.
 class RealServers : public testing::TestWithParam<Encounter> {
@@ -363,8 +353,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(RealServersInDoubt, AreAskedAbout) {
     for (const char* const answer : {"cmdCertDisconnect", "cmdCertOnce", "cmdCertTrust"}) {
         driver_.chooseSitesMenu(0);
-        QWidget* question = nullptr;
-        ASSERT_TRUE(eventually([&] { return (question = shownQuestion()) != nullptr; }));
+        QWidget* const question = waitForCertificateQuestion();
+        ASSERT_NE(question, nullptr);
         Driver driver(*question);
         EXPECT_EQ(driver.find<QPlainTextEdit>("txtCertProblems").toPlainText(),
                   QLatin1String(GetParam().result));
