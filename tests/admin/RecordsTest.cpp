@@ -60,14 +60,11 @@ TEST(UserFile, NamesTheTextAndTheLineThatItCannotRead) {
     }
 }
 
-TEST(GroupFile, FillsEveryField) {
+TEST(GroupFile, IsAskedForAgainWhereItCannotBeRead) {
     clsGroup group;
-    group.ParseGroupFile(Lines{"200-groupname | staff", "200-description | the | staff",
-                               "200-groupslots | 12", "200-leechslots | -1", "200-vfsfile | a",
-                               "200-members | 7 | 8 | 9", "200-gadmins | 8", "200 ok", ""});
-    EXPECT_EQ((Texts{group.sName, group.sDescription, group.sVFSFile}), (Texts{"staff", "the | staff", "a"}));
-    EXPECT_EQ((Ids{group.iGroupSlots, group.iLeechSlots}), (Ids{12, -1}));
-    EXPECT_EQ(group.members, (Ids{7, 8, 9}));
+    group.ParseGroupFile(Lines{"200-description | the | staff", "200-leechslots | -1", "200-gadmins | 8"});
+    EXPECT_EQ(group.sDescription, "the | staff");
+    EXPECT_EQ(group.iLeechSlots, -1);
     EXPECT_TRUE(group.got_info && group.IsGadmin(8) && !group.IsGadmin(7));
     EXPECT_THROW(group.ParseGroupFile(Lines{"200-gadmins | ", "200-groupslots | 32768"}), ConversionError);
     EXPECT_TRUE(!group.got_info && group.IsGadmin(-1));
@@ -128,17 +125,6 @@ TEST(ListRows, AreOrderedByAColumn) {
         EXPECT_EQ(orderedRows(users, order), rows) << order.column << order.isDescending;
     }
     EXPECT_EQ(orderedRows(threeGroups(), {2, false}), (Rows{1, 0, 2})) << "2 before 12";
-}
-
-TEST(TableCommands, AreWhatTheServerKnows) {
-    const UserTable users = ParseUserTable(1, Lines{"p | 5 | a | g | 3", "p | -7 | bob | g | 3"}).table;
-    EXPECT_EQ(
-        written({userTableCommand(), groupTableCommand(), deleteUserCommand("bob"),
-                 deleteGroupCommand("staff"), userFileCommand(users, -7), userFileCommand(users, 7),
-                 groupFileCommand(threeGroups(), 3)}),
-        (Texts{"102 quiet SITE CorvelExt usertable", "103 quiet SITE CorvelExt grouptable",
-               "107 SITE DELUSER bob", "106 SITE GRPDEL staff", "104 quiet tag 1 SITE CorvelExt userfile -7",
-               "104 quiet tag -1 SITE CorvelExt userfile 7", "105 quiet tag 2 SITE CorvelExt groupfile 3"}));
 }
 
 } // namespace

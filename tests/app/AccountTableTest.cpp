@@ -165,11 +165,12 @@ TEST(AccountTable, DetailsGoToTheirAccountWhereverItsRowIsNow) {
 
 TEST(AccountTable, EditorsAskAndSendWhatTheyShould) {
     const std::string master = "You are giving this user the Master flag (M). Are u sure u want to continue?";
+    const std::string deletion = "Are u sure u want to delete this user:\r\nalice@staff";
     const Script readAgain = {expect(getBob), send(bobFile)};
     Administering program;
     AccountTable<UserKind>& users = program.users();
     program.openBob();
-    program.prompts.answers = {"no", "yes", "new pass", "", "no"};
+    program.prompts.answers = {"no", "yes", "new pass", "", "no", "yes"};
     users.typed(1, flagsBox, "3M");
     users.typed(1, taglineBox, "boss");
     users.save(1);
@@ -185,9 +186,10 @@ TEST(AccountTable, EditorsAskAndSendWhatTheyShould) {
     program.main.admin().resetPassword(1);
     users.remove(1, aliceRow);
     program.answer({}, "nothing more");
-    EXPECT_EQ(program.prompts.asked,
-              (Texts{master, master, "Enter new password for typed@staff", "Enter new password for bob@staff",
-                     "Are u sure u want to delete this user:\r\nalice@staff"}));
+    users.remove(1, aliceRow);
+    program.answer({expect("SITE DELUSER alice")}, "a deletion");
+    EXPECT_EQ(program.prompts.asked, (Texts{master, master, "Enter new password for typed@staff",
+                                            "Enter new password for bob@staff", deletion, deletion}));
 }
 
 TEST(AccountTable, WhatIsTypedStaysUntilItIsSavedOrThrownAway) {
