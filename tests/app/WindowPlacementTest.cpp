@@ -6,11 +6,6 @@
 #include <vector>
 
 namespace corvel {
-
-void PrintTo(const Rectangle& area, std::ostream* stream) {
-    *stream << area.width << 'x' << area.height << '+' << area.left << '+' << area.top;
-}
-
 namespace {
 
 TEST(WindowPlacement, BringsAWindowBackWhereItCanBeReached) {

@@ -9,29 +9,6 @@
 namespace corvel {
 namespace {
 
-TEST(Text, IsSplitAndJoined) {
-    struct Row {
-        std::string_view text;
-        std::string_view separator;
-        std::size_t most;
-        std::vector<std::string_view> pieces;
-    };
-    constexpr std::size_t all = std::string_view::npos;
-    const std::vector<Row> rows = {
-        {"", ",", all, {""}},
-        {",a,,", ",", all, {"", "a", "", ""}},
-        {"a=b=c", "=", 2, {"a", "b=c"}},
-        {"a | | b", fieldSeparator, all, {"a", "| b"}},
-        {"a\r\nb\nc\r\n", lineEnd, all, {"a", "b\nc", ""}},
-    };
-    for (const Row& row : rows) {
-        const std::vector<std::string_view> pieces = split(row.text, row.separator, row.most);
-        EXPECT_EQ(pieces, row.pieces) << row.text;
-        EXPECT_EQ(join(pieces, row.separator), row.text);
-    }
-    EXPECT_EQ(replaceAll("aaa", "a", "aa"), "aaaaaa");
-}
-
 TEST(Text, CaseOfLetters) {
     EXPECT_EQ(toLower("AZ[@\xC4"), "az[@\xC4"); // nothing but A to Z, whatever the encoding
     const std::vector<std::pair<std::string, std::string>> sameText = {

