@@ -112,6 +112,21 @@ TEST(CommandChannel, RingTakes26AndSendsTheLatestBeforeTheWaiting) {
     EXPECT_TRUE(program.socket().takeSentLines().empty());
 }
 
+TEST(CommandChannel, NothingOfAConnectionGoesIntoTheNext) {
+    Channel program;
+    program.queue("first");
+    program.queue("waiting");
+    program.sites[1].session.sCwd = "/pub";
+    program.channel.ResetSession(1);
+    EXPECT_EQ(program.sites[1].session.sCwd, "/");
+    EXPECT_EQ(program.socket().takeSentLines(), Texts{"first"});
+    program.socket().current = SocketState::connected;
+    program.queue("next");
+    EXPECT_EQ(program.socket().takeSentLines(), Texts{"next"});
+    program.channel.ReplyRouter(1, "200 ok\r\n");
+    EXPECT_TRUE(program.socket().takeSentLines().empty());
+}
+
 TEST(CommandChannel, SendsAndEchoesWhatAPersonTypes) {
     const std::string notSent = "Command not sent: it holds a line break or a NUL character\r\n";
     struct Row {
@@ -170,44 +185,26 @@ TEST(CommandChannel, TakesTheTelnetLayerOffAndPutsItOn) {
     program.answer({expect("next")}, "the channel goes on");
 }
 
-TEST(CommandChannel, EndsTheConnectionAtTheLimits) {
+TEST(CommandChannel, ASiteThatFailsLeavesTheOtherAlone) {
     LoggedIn program(2);
-    program.main.connectSite(2);
-    program.main.wSock_DataArrival(1, std::string(70000, 'x'));
-    EXPECT_EQ(program.socket(1).state(), SocketState::closed);
-    EXPECT_NE(program.console(1).find("Reply line of more than 64 KiB, closing the connection"),
-              std::string::npos);
-    EXPECT_EQ(program.socket(2).state(), SocketState::connecting);
-    program.logIn();
-    EXPECT_TRUE(program.session(1).bLoggedIn);
-}
-
-TEST(CommandChannel, TwoSitesDoNotNoticeEachOther) {
-    LoggedIn program(2);
-    program.main.connectSite(2);
-    play(program, 2, {send("220 two\r\n"), expect("USER bob")}, "second site");
+    const auto greet = [&program] {
+        program.main.connectSite(2);
+        play(program, 2, {send("220 two\r\n"), expect("USER bob")}, "second site");
+    };
+    greet();
     EXPECT_TRUE(program.socket(1).takeSentLines().empty());
     EXPECT_EQ(program.console(1).find("220 two"), std::string::npos);
+    program.main.wSock_DataArrival(2, "331-half a reply"); // which the next greeting does not end
     program.main.wSock_Error(2, "Connection reset", 1);
-    EXPECT_TRUE(program.session(1).bLoggedIn);
     EXPECT_EQ(program.console(2), "wSock_Connect()\r\n220 two\r\n> USER bob\r\n"
                                   "wSock_Error() -> Connection reset (1)\r\n"
                                   "----------- connection closed -----------\r\n");
-}
-
-TEST(Connection, ResetsAllButWhatOutlivesAConnection) {
-    LoggedIn program;
-    program.main.sendConsoleCommand(1, "loud");
-    program.main.sendConsoleCommand(1, "waiting");
-    program.main.wSock_DataArrival(1, "211-half a reply");
-    program.main.disconnectSite(1);
-
-    const SiteSession& session = program.session(1);
-    EXPECT_EQ(program.socket(1).state(), SocketState::closed);
-    EXPECT_FALSE(session.bLoggedIn || session.bAwaitingReply);
-    EXPECT_EQ(session.sCwd, "/");
-    EXPECT_TRUE(session.CommandQueue[0].sCommand.empty());
-    EXPECT_EQ(session.current.sCommand, "loud");
+    greet();
+    program.main.wSock_DataArrival(2, std::string(70000, 'x'));
+    EXPECT_EQ(program.socket(2).state(), SocketState::closed);
+    EXPECT_NE(program.console(2).find("Reply line of more than 64 KiB, closing the connection"),
+              std::string::npos);
+    EXPECT_TRUE(program.session(1).bLoggedIn);
 }
 
 TEST(Connection, ChoosesWhereToConnect) {

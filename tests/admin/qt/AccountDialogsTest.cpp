@@ -28,6 +28,31 @@ struct Opened {
 using AddUser = Opened<frmAddUser, AddUserForm>;
 using ChangeUserGroups = Opened<frmChangeUserGroups, ChangeUserGroupsForm>;
 
+TEST(FormDialog, StaysOpenForAsLongAsThereIsAProblem) {
+    Opened<frmAddGroup, AddGroupForm> opened{{.txtGroupname = "caf\xE9"}, TextEncoding::windows1252};
+    opened.driver.click("cmdCancel");
+    EXPECT_FALSE(opened.dialog.isVisible());
+    EXPECT_EQ(opened.confirmed, 0);
+    opened.dialog.show();
+    opened.problem = "not <b>sent\r\n\xE9";
+    opened.driver.click("cmdOK");
+    EXPECT_EQ(opened.form.txtGroupname, "caf\xE9");
+    EXPECT_EQ(opened.dialog.findChild<QMessageBox*>()->textFormat(), Qt::PlainText);
+    EXPECT_EQ(opened.driver.answer(QMessageBox::Ok), u"not <b>sent\n\u00E9"_s);
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    opened.problem = ""; // the person was told
+    opened.driver.click("cmdOK");
+    EXPECT_EQ(opened.dialog.findChild<QMessageBox*>(), nullptr);
+    EXPECT_TRUE(opened.dialog.isVisible());
+    opened.problem.reset();
+    opened.driver.setText("txtGroupname", u"th\u00E9"_s);
+    opened.encoding = TextEncoding::utf8; // as the connection has shown since
+    opened.driver.click("cmdOK");
+    EXPECT_FALSE(opened.dialog.isVisible());
+    EXPECT_EQ(opened.form.txtGroupname, "th\xC3\xA9");
+    EXPECT_EQ(opened.confirmed, 3);
+}
+
 // Group membership is toggled: asked for twice, the account would leave its main group.
 TEST(frmAddUser, EveryBoxReachesItsCommand) {
     AddUser opened{addUserForm(threeGroups())};
