@@ -62,8 +62,9 @@ TEST(UserFile, NamesTheTextAndTheLineThatItCannotRead) {
 
 TEST(GroupFile, IsAskedForAgainWhereItCannotBeRead) {
     clsGroup group;
-    group.ParseGroupFile(Lines{"200-description | the | staff", "200-leechslots | -1", "200-gadmins | 8"});
-    EXPECT_EQ(group.sDescription, "the | staff");
+    group.ParseGroupFile(
+        Lines{"200-description | the | staff", "200-leechslots | -1", "200-vfsfile | a", "200-gadmins | 8"});
+    EXPECT_EQ(group.sDescription + group.sVFSFile, "the | staffa");
     EXPECT_EQ(group.iLeechSlots, -1);
     EXPECT_TRUE(group.got_info && group.IsGadmin(8) && !group.IsGadmin(7));
     EXPECT_THROW(group.ParseGroupFile(Lines{"200-gadmins | ", "200-groupslots | 32768"}), ConversionError);

@@ -90,6 +90,7 @@ TEST(AccountTable, DetailsAreFetchedOnceAndAgainForANewTable) {
     Administering program;
     program.openBob();
     EXPECT_EQ(program.editor().form.txtUserTagLine, "hello");
+    EXPECT_FALSE(program.consoleHas("hello")) << "nobody typed the command";
     program.users().open(1, bobRow);
     program.groups().open(1, 0);
     program.answer({expect(getStaff), send(staffFile)}, "bob is known");

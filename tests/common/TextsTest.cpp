@@ -9,6 +9,10 @@
 namespace corvel {
 namespace {
 
+TEST(Text, KeepsItsEmptyPieces) {
+    EXPECT_EQ(split(",a,,", ","), (std::vector<std::string_view>{"", "a", "", ""}));
+}
+
 TEST(Text, CaseOfLetters) {
     EXPECT_EQ(toLower("AZ[@\xC4"), "az[@\xC4"); // nothing but A to Z, whatever the encoding
     const std::vector<std::pair<std::string, std::string>> sameText = {
