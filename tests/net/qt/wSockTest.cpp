@@ -183,6 +183,15 @@ TEST(WSockEncryption, MayGoWhileItsCertificateIsLookedAt) {
     QCoreApplication::processEvents();
 }
 
+TEST(WSockEncryption, TellsWithTheAnswerThatThePeerHasLeft) {
+    Encrypting connection;
+    connection.trusted.clear();
+    connection.start();
+    connection.tap.reset();
+    connection.socket.AcceptCertificate();
+    EXPECT_TRUE(test::eventually([&] { return connection.closed.size() + connection.failed.size() > 0; }));
+}
+
 TEST(WSockEncryption, GoesOnWhereAnAuthorityVouches) {
     const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
     QSslConfiguration configuration = before;
