@@ -91,6 +91,10 @@ TEST(EncryptedSite, IsWorkedOnAndNothingOfItGoesOutInClear) {
             EXPECT_TRUE(driver.logIn(1));
             driver.doubleClick(u"pub"_s);
             EXPECT_TRUE(eventually([&] { return driver.path() == u"/pub"_s; }));
+            driver.window->program().sendConsoleCommand(1, "QUIT");
+            EXPECT_TRUE(eventually(
+                [&] { return driver.window->program().site(1).wSock->state() == SocketState::closed; }));
+            EXPECT_NE(driver.session(1).consoleLog.text().find("221 "), std::string::npos);
         } else {
             driver.window->program().connectSite(1);
             EXPECT_TRUE(eventually([&] { return driver.session(1).lastErrorLine.starts_with("530"); }));
