@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -128,15 +129,11 @@ TEST(Statistics, SayHowAConnectionIsProtected) {
     };
     using enum SocketState;
     const std::vector<Row> rows = {
-        {closed, Encryption::none, "10.0.0.5", "", ""},
         {connecting, Encryption::greeting, "10.0.0.5", "", ""},
-        {connected, Encryption::greeting, "10.0.0.5", "", "encrypting..."},
         {connected, Encryption::consent, "127.0.0.1", "", "encrypting..."},
-        {connected, Encryption::handshake, "10.0.0.5", "", "encrypting..."},
         {connected, Encryption::on, "127.0.0.1", "AES", "closed TLS 1.3, AES"},
         {connected, Encryption::on, "10.0.0.5", "", "closed TLS 1.3"},
         {connected, Encryption::none, "127.1.2.3", "", ""},
-        {connected, Encryption::none, "::1", "", ""},
         {connected, Encryption::none, "::ffff:127.0.0.1", "", ""},
         {connected, Encryption::none, "10.0.0.5", "", "open not encrypted"},
         {connected, Encryption::none, "::1:5", "", "open not encrypted"},
@@ -150,11 +147,8 @@ TEST(Statistics, SayHowAConnectionIsProtected) {
         site.session.encryption = row.encryption;
         site.wSock = std::move(socket);
         const EncryptionStatus status = encryptionStatus(site);
-        using Lock = EncryptionStatus::Lock;
-        const std::string lock = status.lock == Lock::none   ? ""
-                                 : status.lock == Lock::open ? "open "
-                                                             : "closed ";
-        EXPECT_EQ(lock + status.text, row.text) << row.address;
+        static constexpr std::array locks = {"", "open ", "closed "};
+        EXPECT_EQ(locks[static_cast<std::size_t>(status.lock)] + status.text, row.text) << row.address;
     }
 }
 
