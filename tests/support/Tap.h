@@ -49,6 +49,7 @@ class Tap : public QTcpServer {
             QTcpSocket* const client = nextPendingConnection();
             auto* const peer = new QTcpSocket(client);
             peer->connectToHost(QHostAddress::LocalHost, server);
+            connect(peer, &QTcpSocket::disconnected, client, &QTcpSocket::disconnectFromHost);
             connect(client, &QTcpSocket::readyRead, peer, [this, client, peer] {
                 sent += client->peek(client->bytesAvailable());
                 peer->write(client->readAll());
