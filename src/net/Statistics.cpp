@@ -82,6 +82,11 @@ std::string_view trayImage(const Status& status) {
                             : "tray-idle";
 }
 
+std::string_view lockImage(EncryptionStatus::Lock lock) {
+    using Lock = EncryptionStatus::Lock;
+    return lock == Lock::closed ? "lock-closed" : lock == Lock::open ? "lock-open" : "";
+}
+
 EncryptionStatus encryptionStatus(const Site& site) {
     using Lock = EncryptionStatus::Lock;
     if (site.wSock->state() != SocketState::connected) {

@@ -49,6 +49,9 @@ struct EncryptionStatus {
     bool operator==(const EncryptionStatus&) const = default;
 };
 
+// The key of the lock's picture; empty for none.
+std::string_view lockImage(EncryptionStatus::Lock lock);
+
 // Nothing is said of a site that is not connected, nor of one in clear to this machine, where a tunnel may
 // begin.
 EncryptionStatus encryptionStatus(const Site& site);

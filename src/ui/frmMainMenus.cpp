@@ -161,17 +161,16 @@ void frmMain::openCertificate(int site) {
     const Site& shown = program_.site(site);
     const bool isConnected = shown.wSock->state() == SocketState::connected;
     const std::string encryption = encryptionStatus(shown).text;
-    openCertificateDialog(
-        *this,
-        {.siteName = shown.config.name,
-         .host = shown.config.host,
-         .port = shown.config.port,
-         .connection = !isConnected         ? "not connected"
-                       : encryption.empty() ? "not encrypted"
-                                            : encryption,
-         .chain = isConnected ? shown.wSock->encryption().chain : std::vector<Certificate>(),
-         .remembered = program_.trustedFingerprint(site)},
-        [this, site] { program_.forgetFingerprint(site); });
+    openCertificateDialog(*this,
+                          {.siteName = shown.config.name,
+                           .host = shown.config.host,
+                           .port = shown.config.port,
+                           .connection = !isConnected         ? "not connected"
+                                         : encryption.empty() ? "not encrypted"
+                                                              : encryption,
+                           .chain = shown.wSock->encryption().chain,
+                           .remembered = program_.trustedFingerprint(site)},
+                          [this, site] { program_.forgetFingerprint(site); });
 }
 
 void frmMain::editSite(int site) {

@@ -128,11 +128,9 @@ void frmMain::showEncryption(const EncryptionStatus& encryption) {
     if (encryption == shownEncryption_) {
         return;
     }
-    using Lock = EncryptionStatus::Lock;
-    const bool isEncrypted = encryption.lock == Lock::closed;
-    statusEncryption_->setIcon(isEncrypted                     ? icon("lock-closed")
-                               : encryption.lock == Lock::open ? icon("lock-open")
-                                                               : QIcon());
+    const bool isEncrypted = encryption.lock == EncryptionStatus::Lock::closed;
+    const std::string_view image = lockImage(encryption.lock);
+    statusEncryption_->setIcon(image.empty() ? QIcon() : icon(image));
     const QString text = fromCore(encryption.text);
     statusEncryption_->showText(text);
     statusEncryption_->setAccessibleName(isEncrypted ? tr("Encrypted: %1").arg(text) : text);

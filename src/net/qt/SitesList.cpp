@@ -101,13 +101,13 @@ class SiteDelegate : public QStyledItemDelegate {
 
 // A lock as the markup of a tool tip takes it; empty for none.
 QString lockMarkup(EncryptionStatus::Lock lock) {
-    if (lock == EncryptionStatus::Lock::none) {
+    const std::string_view image = lockImage(lock);
+    if (image.empty()) {
         return {};
     }
-    const bool isClosed = lock == EncryptionStatus::Lock::closed;
     QByteArray picture;
     QBuffer buffer(&picture);
-    icon(isClosed ? "lock-closed" : "lock-open").pixmap(2 * smallIconSize).save(&buffer, "PNG");
+    icon(image).pixmap(2 * smallIconSize).save(&buffer, "PNG");
     return QStringLiteral(
                "<img width=%1 height=%1 style='vertical-align:middle' src='data:image/png;base64,%2'> ")
         .arg(smallIconSize)

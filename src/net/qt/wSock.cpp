@@ -1,20 +1,16 @@
 #include "net/qt/wSock.h"
 
+#include "net/qt/Certificates.h"
 #include "widgets/TextConversion.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QFutureWatcher>
 #include <QHostAddress>
 #include <QNetworkProxy>
-#include <QPromise>
 #include <QSslCipher>
 #include <QSslConfiguration>
 #include <QSslSocket>
-#include <QThreadPool>
 
-#include <algorithm>
-#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -24,99 +20,6 @@ namespace {
 
 // What one event may take from the network, so that a flood of data never holds up the window.
 constexpr qint64 bytesPerEvent = qint64{256} * 1024;
-
-// OpenSSL looks at a certificate that comes with a renegotiation, but Qt hears of it only where an authority
-// is missing, and ends the connection then if it is another one. So the socket knows no authority at all, and
-// who vouches for the first certificate is asked of the system beside it.
-bool isVerifiedBeside() {
-    return QSslSocket::activeBackend() == QLatin1String("openssl");
-}
-
-QSslConfiguration clientConfiguration() {
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setProtocol(QSsl::TlsV1_2OrLater);
-    configuration.setPeerVerifyMode(QSslSocket::VerifyPeer);
-    if (isVerifiedBeside()) {
-        configuration.setCaCertificates({});
-    }
-    return configuration;
-}
-
-// Of the errors of a handshake those that errorsOf leaves out: whether a certificate is meant for servers,
-// and what Qt has no number for, such as keys that are too short.
-QList<QSslError> unverifiedBeside(QList<QSslError> errors) {
-    errors.removeIf([](const QSslError& error) {
-        return error.error() != QSslError::InvalidPurpose && error.error() != QSslError::UnspecifiedError;
-    });
-    return errors;
-}
-
-// What is wrong with a chain for a host, asked beside the user-interface thread: the authorities are read
-// anew, which takes a tenth of a second.
-QFuture<QList<QSslError>> errorsOf(const QList<QSslCertificate>& chain, const QString& host) {
-    const auto promise = std::make_shared<QPromise<QList<QSslError>>>();
-    QThreadPool::globalInstance()->start([promise, chain, host] {
-        promise->start();
-        promise->addResult(QSslCertificate::verify(chain, host));
-        promise->finish();
-    });
-    return promise->future();
-}
-
-QString timeText(const QDateTime& time) {
-    return time.toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm 'UTC'"));
-}
-
-// As "CN=home, O=Example".
-std::string ownerText(const QSslCertificate& certificate, const QList<QByteArray>& attributes,
-                      QStringList (QSslCertificate::*values)(const QByteArray&) const) {
-    QStringList parts;
-    for (const QByteArray& attribute : attributes) {
-        parts.append(QString::fromUtf8(attribute) + QLatin1Char('=') +
-                     (certificate.*values)(attribute).join(QLatin1Char('+')));
-    }
-    return toCore(parts.join(QStringLiteral(", ")));
-}
-
-Certificate recordOf(const QSslCertificate& certificate) {
-    return {
-        .subject = ownerText(certificate, certificate.subjectInfoAttributes(), &QSslCertificate::subjectInfo),
-        .issuer = ownerText(certificate, certificate.issuerInfoAttributes(), &QSslCertificate::issuerInfo),
-        .names = toCore(certificate.subjectAlternativeNames().values().join(QStringLiteral(", "))),
-        .validFrom = toCore(timeText(certificate.effectiveDate())),
-        .validUntil = toCore(timeText(certificate.expiryDate())),
-        .fingerprint = certificate.digest(QCryptographicHash::Sha256).toHex().toStdString()};
-}
-
-std::vector<Certificate> recordsOf(const QList<QSslCertificate>& chain) {
-    std::vector<Certificate> records;
-    records.reserve(static_cast<std::size_t>(chain.size()));
-    std::ranges::transform(chain, std::back_inserter(records), recordOf);
-    return records;
-}
-
-QString problemText(const QSslError& error, const QString& host) {
-    switch (error.error()) {
-    case QSslError::SelfSignedCertificate:
-        return wSock::tr("It is self-signed.");
-    case QSslError::CertificateExpired:
-        return wSock::tr("It expired on %1.").arg(timeText(error.certificate().expiryDate()));
-    case QSslError::CertificateNotYetValid:
-        return wSock::tr("It is not valid before %1.").arg(timeText(error.certificate().effectiveDate()));
-    case QSslError::HostNameMismatch:
-        return wSock::tr("It is for another name than %1.").arg(host);
-    case QSslError::SelfSignedCertificateInChain:
-    case QSslError::UnableToGetLocalIssuerCertificate:
-    case QSslError::UnableToGetIssuerCertificate:
-    case QSslError::UnableToVerifyFirstCertificate:
-    case QSslError::CertificateUntrusted:
-        return wSock::tr("It comes from an unknown authority.");
-    case QSslError::InvalidPurpose:
-        return wSock::tr("It is not meant for servers.");
-    default:
-        return error.errorString();
-    }
-}
 
 std::string protocolName(QSsl::SslProtocol protocol) {
     return protocol == QSsl::TlsV1_3 ? "TLS 1.3" : protocol == QSsl::TlsV1_2 ? "TLS 1.2" : "TLS";
@@ -270,7 +173,7 @@ void wSock::takeData() {
 }
 
 void wSock::takeAgreement() {
-    if (!encryption_.protocol.empty()) {
+    if (certificate_) {
         return; // once more: what came with it is looked at with the next bytes
     }
     certificate_ = tls_->peerCertificate();
@@ -305,14 +208,7 @@ void wSock::doubtCertificate(const QList<QSslError>& errors) {
         AcceptCertificate();
         return;
     }
-    std::vector<std::string> problems;
-    for (const QSslError& error : errors) {
-        std::string problem = toCore(problemText(error, textOf(host_)));
-        if (std::ranges::find(problems, problem) == problems.end()) {
-            problems.push_back(std::move(problem));
-        }
-    }
-    emit certificateDoubted(problems);
+    emit certificateDoubted(problemsOf(errors, textOf(host_)));
 }
 
 void wSock::reportError(QAbstractSocket::SocketError error) {
