@@ -100,9 +100,7 @@ void mdlMain::wSock_Encrypted(int site) {
 void mdlMain::wSock_Certificate(int site, std::vector<std::string> problems) {
     const Site& target = at(sites_, site);
     if (target.wSock->encryption().chain.empty()) {
-        outbox_.during(site, [&] {
-            channel_.Refuse(site, "Not encrypted, closing the connection: the server has no certificate");
-        });
+        outbox_.during(site, [&] { channel_.Refuse(site, "the server has no certificate"); });
         return;
     }
     const CertificateQuestion question{
@@ -131,10 +129,7 @@ void mdlMain::answerCertificate(const CertificateQuestion& question, Certificate
         return;
     }
     if (answer == CertificateAnswer::disconnect) {
-        outbox_.during(question.site, [&] {
-            channel_.Refuse(question.site,
-                            "Not encrypted, closing the connection: the certificate was refused");
-        });
+        outbox_.during(question.site, [&] { channel_.Refuse(question.site, "the certificate was refused"); });
     } else {
         target.wSock->AcceptCertificate();
     }
@@ -161,10 +156,11 @@ void mdlMain::wSock_Close(int site) {
     outbox_.during(site, [&] {
         log_.LogConsole(site, "wSock_Close()");
         if (at(sites_, site).session.isHeldBack()) {
-            channel_.Refuse(site, "The server ended the connection before it was encrypted");
-        } else {
-            channel_.ResetSession(site);
+            constexpr std::string_view why = "The server ended the connection before it was encrypted";
+            log_.LogConsole(site, why);
+            log_.tell(site, why);
         }
+        channel_.ResetSession(site);
     });
 }
 
@@ -172,12 +168,11 @@ void mdlMain::wSock_Error(int site, std::string_view description, int number) {
     outbox_.during(site, [&] {
         const std::string line =
             "wSock_Error() -> " + std::string(description) + " (" + std::to_string(number) + ")";
+        log_.LogConsole(site, line);
         if (at(sites_, site).session.isHeldBack()) {
-            channel_.Refuse(site, line);
-        } else {
-            log_.LogConsole(site, line);
-            channel_.ResetSession(site);
+            log_.tell(site, line);
         }
+        channel_.ResetSession(site);
     });
 }
 

@@ -130,8 +130,9 @@ void CommandChannel::Encrypted(int site) {
 }
 
 void CommandChannel::Refuse(int site, std::string_view why) {
-    services_.log.LogConsole(site, why);
-    services_.log.tell(site, why);
+    const std::string line = "Not encrypted, closing the connection: " + std::string(why);
+    services_.log.LogConsole(site, line);
+    services_.log.tell(site, line);
     ResetSession(site);
 }
 
@@ -248,7 +249,7 @@ void CommandChannel::ReplyRouter(int site, std::string_view bytes) {
     if (session.encryption == Encryption::consent && replyEnd > 0 &&
         (replyEnd < session.sReplyBuffer.text().size() || data.size() != bytes.size())) {
         // Whoever sent it in clear need not be who is going to encrypt.
-        Refuse(site, "Not encrypted, closing the connection: something follows the reply to AUTH TLS");
+        Refuse(site, "something follows the reply to AUTH TLS");
     } else if (progress == ReplyProgress::complete) {
         routeReply(site, data);
     } else if (progress != ReplyProgress::incomplete) {
@@ -345,8 +346,7 @@ void CommandChannel::goOnToEncrypt(int site, int code, std::string_view lastLine
         session.telnet = {};
         startEncryption(site);
     } else {
-        Refuse(site,
-               "Not encrypted, closing the connection: the server said \"" + std::string(lastLine) + '"');
+        Refuse(site, "the server said \"" + std::string(lastLine) + '"');
     }
 }
 
@@ -357,7 +357,7 @@ void CommandChannel::logIn(int site, int code) {
     const SiteConfig& config = target.config;
     const bool encrypts = isToBeEncrypted(config);
     if (encrypts && target.session.encryption != Encryption::on && (code == 220 || code == 331)) {
-        Refuse(site, "Not encrypted, closing the connection: the site was changed meanwhile");
+        Refuse(site, "the site was changed meanwhile");
     } else if (code == 220) { // through the proxy the user name tells the server that is meant
         const std::string server = "@" + config.host + ":" + std::to_string(config.port);
         const bool viaProxy = config.usesslproxy && !encrypts;

@@ -116,8 +116,7 @@ class CommandChannel {
     // The handshake is over: what has waited for it goes out.
     void Encrypted(int site);
 
-    // Ends a connection that cannot be encrypted, or shall not be, with why as a line of the console and of
-    // the status bar.
+    // Ends a connection that cannot be encrypted, or shall not be; the console and the status bar say why.
     void Refuse(int site, std::string_view why);
 
     // Ends the connection and brings the session back to its start, but for the command last sent, the
