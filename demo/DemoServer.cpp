@@ -138,6 +138,10 @@ QSslCertificate DemoServer::certificate() {
     return DemoListener::certificate();
 }
 
+std::string DemoServer::fingerprint() {
+    return certificate().digest(QCryptographicHash::Sha256).toHex().toStdString();
+}
+
 void DemoServer::acceptClients() {
     while (QTcpSocket* socket = listener_.nextPendingConnection()) {
         if (clientCount() == mostClients) {

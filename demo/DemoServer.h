@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <string>
 
 namespace corvel {
 
@@ -42,6 +43,8 @@ class DemoServer : public QObject {
     // The certificate of every demo server that encrypts, made for localhost and 127.0.0.1 and signed by
     // itself.
     static QSslCertificate certificate();
+    // Its SHA-256 fingerprint, in lower-case hexadecimal digits.
+    static std::string fingerprint();
 
     int clientCount() const { return static_cast<int>(clients_.children().size()); }
     const DemoWorld& world() const { return world_; }

@@ -7,22 +7,30 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QSslCertificate>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QWindow>
 
 #include <atomic>
 #include <ctime>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace corvel {
 
-// The demo server in a thread of its own, so that its work is not counted as the window's.
+// A server in a thread of its own, so that its work is not counted as the window's.
 class ServerThread : public QThread {
   public:
-    explicit ServerThread(const DemoOptions& options) : options_(options) { start(); }
+    // serve: is called in the thread; makes what listens, as a child of parent, and gives its port.
+    explicit ServerThread(std::function<int(QObject* parent)> serve) : serve_(std::move(serve)) { start(); }
+    explicit ServerThread(const DemoOptions& options)
+        : ServerThread([options](QObject* parent) {
+              auto* const server = new DemoServer(options, parent);
+              server->listen();
+              return server->port();
+          }) {}
     ~ServerThread() override {
         quit();
         wait();
@@ -37,14 +45,13 @@ class ServerThread : public QThread {
 
   protected:
     void run() override {
-        DemoServer server(options_);
-        server.listen();
-        port_ = server.port();
+        QObject parent;
+        port_ = serve_(&parent);
         exec();
     }
 
   private:
-    DemoOptions options_;
+    std::function<int(QObject* parent)> serve_;
     std::atomic<int> port_ = 0;
 };
 
@@ -66,8 +73,7 @@ inline std::unique_ptr<QTemporaryDir> directoryOf(int sites, int port, bool encr
 // port: of a demo server, whose certificate is trusted there.
 inline MemoryStore normalWindow(int port = 0) {
     MemoryStore store;
-    const QByteArray fingerprint = DemoServer::certificate().digest(QCryptographicHash::Sha256).toHex();
-    trustCertificate(store, "127.0.0.1", port, fingerprint.toStdString());
+    trustCertificate(store, "127.0.0.1", port, DemoServer::fingerprint());
     store.setValue("window_state", "0");
     store.setValue("show_sites_list", "1");
     return store;

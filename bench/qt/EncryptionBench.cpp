@@ -7,58 +7,37 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <string>
 #include <vector>
 
 namespace corvel {
 namespace {
 
-// A reply of 8 MiB to whoever connects, from a thread of its own: encrypted from the first byte, or in clear.
-class ReplyThread : public QThread {
-  public:
-    explicit ReplyThread(bool encrypts) : encrypts_(encrypts) { start(); }
-    ~ReplyThread() override {
-        quit();
-        wait();
-    }
+// A reply of 8 MiB.
+QByteArray reply() {
+    constexpr int lineSize = 128;
+    return QByteArray("211-")
+        .append((QByteArray(lineSize - 2, 'x') + "\r\n").repeated(65536))
+        .append("211 end\r\n");
+}
 
-    int waitForPort() {
-        while (port_ == 0) {
-            QThread::yieldCurrentThread();
+// Listens for whoever wants the reply: encrypted from the first byte, or in clear. Gives the port.
+int serveReply(QObject* parent, bool encrypts) {
+    auto* const listener = new DemoListener(encrypts);
+    listener->setParent(parent);
+    QObject::connect(listener, &QTcpServer::newConnection, listener, [encrypts, listener] {
+        QTcpSocket* const client = listener->nextPendingConnection();
+        if (encrypts) {
+            auto* const tls = qobject_cast<QSslSocket*>(client);
+            QObject::connect(tls, &QSslSocket::encrypted, tls, [tls] { tls->write(reply()); });
+            tls->startServerEncryption();
+        } else {
+            client->write(reply());
         }
-        return port_;
-    }
-
-    static QByteArray reply() {
-        constexpr int lineSize = 128;
-        return QByteArray("211-")
-            .append((QByteArray(lineSize - 2, 'x') + "\r\n").repeated(65536))
-            .append("211 end\r\n");
-    }
-
-  protected:
-    void run() override {
-        DemoListener listener(encrypts_);
-        QObject::connect(&listener, &QTcpServer::newConnection, &listener, [this, &listener] {
-            QTcpSocket* const client = listener.nextPendingConnection();
-            if (encrypts_) {
-                auto* const tls = qobject_cast<QSslSocket*>(client);
-                QObject::connect(tls, &QSslSocket::encrypted, tls, [tls] { tls->write(reply()); });
-                tls->startServerEncryption();
-            } else {
-                client->write(reply());
-            }
-        });
-        listener.listen(QHostAddress::LocalHost);
-        port_ = listener.serverPort();
-        exec();
-    }
-
-  private:
-    bool encrypts_;
-    std::atomic<int> port_ = 0;
-};
+    });
+    listener->listen(QHostAddress::LocalHost);
+    return listener->serverPort();
+}
 
 struct Cost {
     double seconds = 0; // of this thread
@@ -84,10 +63,9 @@ Cost assembled(int port, bool encrypts) {
     wSock socket;
     ReplyBuffer buffer;
     bool isOver = false;
-    const QByteArray fingerprint = DemoServer::certificate().digest(QCryptographicHash::Sha256).toHex();
     QObject::connect(&socket, &wSock::connected, &socket, [&] {
         if (encrypts) {
-            socket.StartEncryption(fingerprint.toStdString());
+            socket.StartEncryption(DemoServer::fingerprint());
         }
     });
     QObject::connect(&socket, &wSock::dataArrived, &socket, [&](const QByteArray& bytes) {
@@ -101,7 +79,7 @@ Cost assembled(int port, bool encrypts) {
 // The cipher and the network alone: the reply arrives at a bare socket, which drops it.
 Cost dropped(int port) {
     QSslSocket socket;
-    qsizetype left = ReplyThread::reply().size();
+    qsizetype left = reply().size();
     QObject::connect(&socket, &QSslSocket::sslErrors, &socket, [&] { socket.ignoreSslErrors(); });
     QObject::connect(&socket, &QSslSocket::readyRead, &socket, [&] { left -= socket.readAll().size(); });
     socket.connectToHostEncrypted(QStringLiteral("127.0.0.1"), static_cast<quint16>(port));
@@ -111,8 +89,8 @@ Cost dropped(int port) {
 // The ratio of a reply that comes encrypted to the cipher and the plain one together should stay below 1.1,
 // and no turn of the loop takes more than 50 ms.
 void encryptedReply(benchmark::State& state) {
-    ReplyThread plainServer(false);
-    ReplyThread server(true);
+    ServerThread plainServer([](QObject* parent) { return serveReply(parent, false); });
+    ServerThread server([](QObject* parent) { return serveReply(parent, true); });
     std::vector<double> plain;
     std::vector<double> cipher;
     std::vector<double> encrypted;

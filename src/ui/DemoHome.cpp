@@ -4,7 +4,6 @@
 #include "config/TrustedCertificates.h"
 
 #include <QFile>
-#include <QSslCertificate>
 
 #include <vector>
 
@@ -46,8 +45,7 @@ bool DemoHome::writeSites() {
     SiteConfig backup = home;
     backup.name = "backup";
     backup.usesslproxy = true; // none is configured: it encrypts by itself
-    trustCertificate(store_, backup.host, backup.port,
-                     DemoServer::certificate().digest(QCryptographicHash::Sha256).toHex().toStdString());
+    trustCertificate(store_, backup.host, backup.port, DemoServer::fingerprint());
     const std::string text = sitesText({home, backup}, "\n");
     QFile file(directory_.filePath(QStringLiteral("sites.ini")));
     return file.open(QIODevice::WriteOnly) && file.write(text.data(), static_cast<qint64>(text.size())) > 0;

@@ -3,14 +3,12 @@
 #include "demo/DemoServer.h"
 
 #include <QHostAddress>
-#include <QSslCertificate>
 #include <QTcpServer>
 #include <QTcpSocket>
 
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <string>
 
 namespace corvel::test {
 
@@ -29,10 +27,6 @@ class TrialServer {
     }
 
     quint16 port() const { return static_cast<quint16>(port_); }
-
-    static std::string fingerprint() {
-        return DemoServer::certificate().digest(QCryptographicHash::Sha256).toHex().toStdString();
-    }
 
   private:
     int port_;

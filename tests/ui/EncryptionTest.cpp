@@ -84,7 +84,7 @@ TEST(EncryptedSite, IsWorkedOnAndNothingOfItGoesOutInClear) {
     for (const std::string password : {"demo", "marker-7f3"}) {
         Tap tap(server.port());
         WindowDriver driver(siteRecord("away", tap.serverPort(), "demo", password, true));
-        trustCertificate(driver.store, "127.0.0.1", tap.serverPort(), TrialServer::fingerprint());
+        trustCertificate(driver.store, "127.0.0.1", tap.serverPort(), DemoServer::fingerprint());
         const bool isRight = password == "demo";
         if (isRight) {
             driver.showTab(browserTab);

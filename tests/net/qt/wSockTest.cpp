@@ -110,7 +110,7 @@ struct Encrypting {
 
     test::TrialServer server{{.tls = DemoTls::implicit}};
     std::unique_ptr<test::Tap> tap;
-    std::string trusted = test::TrialServer::fingerprint();
+    std::string trusted = DemoServer::fingerprint();
     wSock socket;
     QSignalSpy encrypted{&socket, &wSock::encrypted};
     QSignalSpy doubted{&socket, &wSock::certificateDoubted};
@@ -141,7 +141,7 @@ TEST(WSockEncryption, GoesOnWithATrustedCertificateAlone) {
     for (const char* const problem : {"It is self-signed.", "It is for another name than 127.0.0.2."}) {
         EXPECT_EQ(std::ranges::count(problems, problem), 1) << problem;
     }
-    EXPECT_EQ(doubting.socket.encryption().chain.front().fingerprint, test::TrialServer::fingerprint());
+    EXPECT_EQ(doubting.socket.encryption().chain.front().fingerprint, DemoServer::fingerprint());
     EXPECT_TRUE(doubting.encrypted.isEmpty() && doubting.data.isEmpty());
     doubting.socket.AcceptCertificate();
     EXPECT_TRUE(test::eventually([&] { return doubting.data.size() > 0; }));
