@@ -4,6 +4,7 @@
 #include "ui/SettingsPanel.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
+#include "widgets/NoticeBar.h"
 #include "widgets/TextConversion.h"
 
 #include <QAction>
@@ -13,6 +14,7 @@
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -170,7 +172,9 @@ UsersPanel& frmMain::users() {
 }
 
 void frmMain::createArea() {
-    createNotice();
+    notice_ = new NoticeBar("fraNotice", "lblNotice");
+    connect(notice_->addButton("cmdNoticeClose", tr("Close")), &QToolButton::clicked, notice_,
+            &QWidget::hide);
     area_ = new QWidget;
     area_->installEventFilter(this);
     auto* const center = new QWidget;

@@ -26,14 +26,13 @@
 #include <vector>
 
 class QAction;
-class QFrame;
-class QLabel;
 class QTabWidget;
 class QTimer;
 
 namespace corvel {
 
 class ElidedLabel;
+class NoticeBar;
 class SettingsPanel;
 
 // The main window: the sites list, the bar beside it, the tabs, the menus and the status bar. It shows
@@ -63,7 +62,6 @@ class frmMain : public QMainWindow {
     void createViewMenu();
     void showImages();
     void createArea();
-    void createNotice();
     void createPanels();
     void createSettingsPanel();
     void createStatusBar();
@@ -109,9 +107,8 @@ class frmMain : public QMainWindow {
 
     ImageLists images_;
     SitesList* lvwSites_ = nullptr;
-    QFrame* notice_ = nullptr; // with something that a person should know and nothing waits for
-    QLabel* noticeText_ = nullptr;
-    QWidget* area_ = nullptr; // what layoutWindow lays out
+    NoticeBar* notice_ = nullptr; // with something that a person should know and nothing waits for
+    QWidget* area_ = nullptr;     // what layoutWindow lays out
     QWidget* imgSplit_ = nullptr;
     QTabWidget* tabMain_ = nullptr;
     QMenu* mnuListSites_ = nullptr;

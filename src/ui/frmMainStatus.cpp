@@ -3,13 +3,11 @@
 #include "ui/frmMain.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
+#include "widgets/NoticeBar.h"
 #include "widgets/TextConversion.h"
 
-#include <QHBoxLayout>
 #include <QStatusBar>
-#include <QStyle>
 #include <QTabWidget>
-#include <QToolButton>
 
 #include <iostream>
 #include <utility>
@@ -144,29 +142,6 @@ void frmMain::showBatchProgress() {
     statusBatch_->showText(progress.empty() ? QString() : tr("batch: %1").arg(fromCore(progress)));
 }
 
-void frmMain::createNotice() {
-    notice_ = new QFrame;
-    notice_->setObjectName(QStringLiteral("fraNotice"));
-    notice_->setFrameShape(QFrame::StyledPanel);
-    noticeText_ = new QLabel;
-    noticeText_->setObjectName(QStringLiteral("lblNotice"));
-    noticeText_->setTextFormat(Qt::PlainText);
-    noticeText_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    noticeText_->setWordWrap(true);
-    auto* const sign = new QLabel;
-    sign->setObjectName(QStringLiteral("sign"));
-    auto* const close = new QToolButton;
-    close->setObjectName(QStringLiteral("cmdNoticeClose"));
-    close->setText(tr("Close"));
-    close->setAutoRaise(true);
-    connect(close, &QToolButton::clicked, notice_, &QWidget::hide);
-    auto* const layout = new QHBoxLayout(notice_);
-    layout->addWidget(sign, 0, Qt::AlignTop);
-    layout->addWidget(noticeText_, 1);
-    layout->addWidget(close, 0, Qt::AlignTop);
-    notice_->hide();
-}
-
 // On the error stream all of them; in the window as many as can be read there.
 void frmMain::showProblems(const std::vector<std::string>& problems) {
     constexpr qsizetype mostLines = 6;
@@ -180,12 +155,7 @@ void frmMain::showProblems(const std::vector<std::string>& problems) {
         lines.append(tr("... and %1 more").arg(more));
     }
     if (!lines.isEmpty()) {
-        // The sign is looked for in the desktop's themes, which takes a tenth of a start that has nothing to
-        // say.
-        notice_->findChild<QLabel*>(QStringLiteral("sign"))
-            ->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(fontMetrics().height()));
-        noticeText_->setText(lines.join(QLatin1Char('\n')));
-        notice_->show();
+        notice_->tell(lines.join(QLatin1Char('\n')));
     }
 }
 

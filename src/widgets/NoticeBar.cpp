@@ -1,0 +1,42 @@
+#include "widgets/NoticeBar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QStyle>
+#include <QToolButton>
+
+namespace corvel {
+
+NoticeBar::NoticeBar(const char* name, const char* textName, QWidget* parent)
+    : QFrame(parent), sign_(new QLabel), text_(new QLabel), row_(new QHBoxLayout(this)) {
+    setObjectName(QLatin1String(name));
+    setFrameShape(QFrame::StyledPanel);
+    text_->setObjectName(QLatin1String(textName));
+    text_->setTextFormat(Qt::PlainText);
+    text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    text_->setWordWrap(true);
+    row_->addWidget(sign_, 0, Qt::AlignTop);
+    row_->addWidget(text_, 1);
+    hide();
+}
+
+QToolButton* NoticeBar::addButton(const char* name, const QString& caption) {
+    auto* const button = new QToolButton;
+    button->setObjectName(QLatin1String(name));
+    button->setText(caption);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    row_->addWidget(button, 0, Qt::AlignTop);
+    return button;
+}
+
+void NoticeBar::tell(const QString& text) {
+    if (sign_->pixmap(Qt::ReturnByValue).isNull()) {
+        // Looked for in the desktop's themes, which takes a tenth of a start that has nothing to say.
+        sign_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(fontMetrics().height()));
+    }
+    text_->setText(text);
+    show();
+}
+
+} // namespace corvel
