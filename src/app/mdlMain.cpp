@@ -8,6 +8,14 @@
 
 namespace corvel {
 
+namespace {
+
+Command whoCommand() {
+    return {.sCommand = "SITE CorvelExt who", .iHandler = handler::who};
+}
+
+} // namespace
+
 mdlMain::mdlMain(Ports ports, std::string directory)
     : ports_(std::move(ports)), directory_(std::move(directory)),
       sitesKeeper_(ports_.prompts, ports_.lock, ports_.clock, BuildAppPath("sites.ini", directory_)),
@@ -184,7 +192,13 @@ void mdlMain::tmrNoop_Timer(int site) {
 
 void mdlMain::tmrRefreshWho_Timer(int site, bool chkFreezeRefresh) {
     if (!chkFreezeRefresh && isAtRest(site)) {
-        channel_.SendCommand(site, {.sCommand = "SITE CorvelExt who", .iHandler = handler::who});
+        channel_.SendCommand(site, whoCommand());
+    }
+}
+
+void mdlMain::askWho(int site) {
+    if (site > 0) {
+        outbox_.startOrTell(site, LogKind::console, {{whoCommand()}});
     }
 }
 

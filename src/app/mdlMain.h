@@ -94,6 +94,9 @@ class mdlMain {
     // or anything is outstanding or waits.
     void tmrRefreshWho_Timer(int site, bool chkFreezeRefresh);
 
+    // Asks once who is online, as a person wants it.
+    void askWho(int site);
+
     // A line of the console's command box, in the connection's encoding. An empty one sends the next command
     // that waits, should there be one.
     void sendConsoleCommand(int site, const std::string& command);

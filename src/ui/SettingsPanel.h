@@ -7,7 +7,9 @@
 #include <QWidget>
 
 class QCheckBox;
+class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace corvel {
 
@@ -28,17 +30,25 @@ class SettingsPanel : public QWidget {
     void startTest(QLineEdit& entry);
     void stopTest() { test_.stop(); }
 
+    // The current site, 0 for none: what needs one cannot be pressed without it.
+    void showSite(int site);
+
   signals:
     void testWanted();
     void settingsWanted();
 
   private:
     void nextRound();
+    void showTest();
 
     mdlMain& program_;
     QCheckBox* chkAlwaysOnTop_;
+    QPushButton* rehash_;
+    QPushButton* command1_;
+    QLabel* testState_;
     QPointer<QLineEdit> entry_;
     QTimer test_;
+    int sent_ = 0; // since it was started
 };
 
 } // namespace corvel

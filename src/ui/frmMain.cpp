@@ -349,6 +349,7 @@ void frmMain::showCurrentSite() {
         panel->showSite(site);
     }
     results_->showSite(site);
+    settings_->showSite(site);
     showStatus();
 }
 

@@ -5,9 +5,11 @@
 #include "widgets/CertificateDialogs.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
+#include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 
 #include <QCheckBox>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QTabWidget>
@@ -17,6 +19,31 @@
 // The menu bar, the settings tab, and what their entries and buttons do.
 
 namespace corvel {
+
+namespace {
+
+// Gives the focus to where one works on a page: its list, or the line that is typed into, or else the first
+// control of all.
+void focusWork(const QWidget& page) {
+    QWidget* place = nullptr;
+    int best = 0;
+    for (QWidget* const widget : page.findChildren<QWidget*>()) {
+        const auto* const line = qobject_cast<const QLineEdit*>(widget);
+        const int worth = qobject_cast<const ReportView*>(widget) != nullptr ? 3
+                          : line != nullptr && !line->isReadOnly()           ? 2
+                                                                             : 1;
+        if (worth > best && widget->isVisibleTo(&page) && widget->isEnabled() &&
+            (widget->focusPolicy() & Qt::TabFocus) != 0) {
+            place = widget;
+            best = worth;
+        }
+    }
+    if (place != nullptr) {
+        place->setFocus(Qt::ShortcutFocusReason);
+    }
+}
+
+} // namespace
 
 void frmMain::createMenus() {
     createSitesMenu();
@@ -111,7 +138,10 @@ void frmMain::createViewMenu() {
         QAction* const action = view->addAction(tabMain_->tabText(tab));
         action->setObjectName(elementName("mnuViewTab", tab));
         action->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + tab)));
-        connect(action, &QAction::triggered, this, [this, tab] { tabMain_->setCurrentIndex(tab); });
+        connect(action, &QAction::triggered, this, [this, tab] {
+            tabMain_->setCurrentIndex(tab);
+            focusWork(*tabMain_->currentWidget());
+        });
     }
     view->addSeparator();
     const auto addTabStep = [this, view](const QString& caption, const QList<QKeySequence>& shortcuts,

@@ -51,6 +51,11 @@ TEST_F(ActivityTab, ShowsWhoIsOnlineOnceItIsAsked) {
 
     driver_->chooseSitesMenu(1);
     EXPECT_EQ(list().model()->rowCount(), 0);
+    driver_->chooseSitesMenu(0);
+    ASSERT_TRUE(eventually([&] { return driver_->window->program().site(1).session.bLoggedIn; }));
+    freeze.click();
+    driver_->click("cmdRefreshWho");
+    EXPECT_TRUE(eventually([&] { return list().model()->rowCount() == connections; })) << "frozen, but asked";
 }
 
 TEST_F(ActivityTab, KeepsItsColumnsAsTheyWereLeft) {

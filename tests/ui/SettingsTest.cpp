@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QColorDialog>
+#include <QLabel>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -52,6 +53,17 @@ TEST_F(SettingsTab, TheDialogChangesColumnsAndColors) {
     EXPECT_EQ(stored("activitylist_autosize_2"), "False");
     EXPECT_EQ(stored("activitylist_use_colors"), "1");
     EXPECT_EQ(stored("activitylist_color_up_bg"), "197121");
+}
+
+TEST_F(SettingsTab, TheLoadTestCountsAndSaysHowToStopIt) {
+    const auto state = [&] { return driver_->find<QLabel>("lblTestState").text(); };
+    press("Command1");
+    EXPECT_TRUE(eventually([&] { return state().endsWith(u"is not checked."_s); }));
+    box("chkAlwaysOnTop").setChecked(true);
+    press("Command1");
+    EXPECT_TRUE(eventually([&] { return state().endsWith(u"to stop."_s); }));
+    box("chkAlwaysOnTop").setChecked(false);
+    EXPECT_TRUE(eventually([&] { return !state().endsWith(u"to stop."_s); }));
 }
 
 } // namespace

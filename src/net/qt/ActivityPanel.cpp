@@ -7,7 +7,9 @@
 #include "widgets/TextConversion.h"
 
 #include <QCheckBox>
+#include <QHBoxLayout>
 #include <QHeaderView>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -96,7 +98,8 @@ QString emptyListText(const SiteSession& session) {
     }
     return session.activityRows.replies > 0
                ? ActivityPanel::tr("Nobody is online.")
-               : ActivityPanel::tr("No activity to show.\nThis version does not ask servers who is online.");
+               : ActivityPanel::tr(
+                     "No activity to show.\nThis version does not ask by itself: press \"ask now\".");
 }
 
 } // namespace
@@ -112,13 +115,22 @@ ActivityPanel::ActivityPanel(mdlMain& program, const ImageLists& images, QWidget
     chkFreezeRefresh_ = new QCheckBox(tr("freeze"));
     chkFreezeRefresh_->setObjectName(QStringLiteral("chkFreezeRefresh"));
     chkFreezeRefresh_->setToolTip(tr("Keep the lists as they are"));
+    cmdRefreshWho_ = new QPushButton(tr("ask now"));
+    cmdRefreshWho_->setObjectName(QStringLiteral("cmdRefreshWho"));
+    cmdRefreshWho_->setToolTip(tr("Ask the server once who is online"));
+    connect(cmdRefreshWho_, &QPushButton::clicked, this, [this] { program_.askWho(program_.currentSite()); });
+    auto* const buttons = new QHBoxLayout;
+    buttons->addWidget(cmdRefreshWho_);
+    buttons->addWidget(chkFreezeRefresh_);
+    buttons->addStretch(1);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(pages_, 1);
-    layout->addWidget(chkFreezeRefresh_);
+    layout->addLayout(buttons);
 }
 
 void ActivityPanel::showSite(int site) {
     pages_->showSite(site);
+    cmdRefreshWho_->setEnabled(site > 0);
     applyColumns(); // another site's may have been changed
 }
 

@@ -9,14 +9,16 @@
 
 class QCheckBox;
 class QPoint;
+class QPushButton;
 
 namespace corvel {
 
 class ImageLists;
 class ReportView;
 
-// The activity tab: the box that freezes the lists, and for every site its list lvwActivity. The columns of
-// all lists are arranged alike, as windowState() says; what a person changes in one goes there at once.
+// The activity tab: the box that freezes the lists, the button that asks who is online, and for every site
+// its list lvwActivity. The columns of all lists are arranged alike, as windowState() says; what a person
+// changes in one goes there at once.
 class ActivityPanel : public QWidget {
     Q_OBJECT
 
@@ -58,6 +60,7 @@ class ActivityPanel : public QWidget {
     const ImageLists& images_;
     SitePages<Page>* pages_ = nullptr;
     QCheckBox* chkFreezeRefresh_ = nullptr;
+    QPushButton* cmdRefreshWho_ = nullptr;
     bool isArranging_ = false; // the columns are changed by the panel, not by a person
 };
 
