@@ -155,8 +155,12 @@ std::optional<std::string> addUserProblem(const AddUserForm& form, const UserTab
 CommandSequence addUserSequence(const AddUserForm& form) {
     const std::string line = "SITE gadduser " + form.txtMainGroup + " " + form.txtUserName + " " +
                              form.txtPassword + " " + form.lstUserIP.front();
-    return {"-------------[ BEGIN ]-[ ADDUSER ]-------------", LogKind::console, followUpLines(form),
-            Command{line, false, handler::addUser, -1}};
+    return {"-------------[ BEGIN ]-[ ADDUSER ]-------------",
+            LogKind::console,
+            followUpLines(form),
+            Command{line, false, handler::addUser, -1},
+            "add " + shownName(form.txtUserName),
+            {form.txtUserName}};
 }
 
 std::optional<std::string> addGroupProblem(const AddGroupForm& form, const GroupTable& groups) {
@@ -177,8 +181,12 @@ CommandSequence addGroupSequence(const AddGroupForm& form) {
                         wholeNumberText(form.txtGroupLeechslots);
     lines.append(lineEnd).append(change + "groupdescription " + form.txtGroupdescr).append(lineEnd);
     lines.append(change + "groupvfsfile " + form.txtGroupVFS).append(lineEnd);
-    return {"-------------[ BEGIN ]-[ ADDGROUP ]-------------", LogKind::console, lines,
-            Command{"SITE grpadd " + form.txtGroupname, false, handler::addGroup, -1}};
+    return {"-------------[ BEGIN ]-[ ADDGROUP ]-------------",
+            LogKind::console,
+            lines,
+            Command{"SITE grpadd " + form.txtGroupname, false, handler::addGroup, -1},
+            "add group " + shownName(form.txtGroupname),
+            {form.txtGroupname}};
 }
 
 CopyUserForm copyUserForm(const clsUser& user) {
@@ -274,8 +282,12 @@ std::optional<CommandSequence> batchSequence(const BatchForm& form,
     if (lines.empty()) {
         return std::nullopt;
     }
-    return CommandSequence{"-------------[ BEGIN ]-[ BATCH COMMAND ]-------------", LogKind::commandResults,
-                           std::move(lines), Command{"NOOP", true, handler::batch, 0}};
+    return CommandSequence{"-------------[ BEGIN ]-[ BATCH COMMAND ]-------------",
+                           LogKind::commandResults,
+                           std::move(lines),
+                           Command{"NOOP", true, handler::batch, 0},
+                           "batch over " + counted(userNames.size(), "user"),
+                           {userNames.begin(), userNames.end()}};
 }
 
 std::string batchProgressText(std::size_t lineCount, std::size_t linesLeft) {

@@ -15,12 +15,15 @@
 namespace corvel {
 
 // Commands that run one after the other: first, and behind it the lines of sBatchLines, each ended by CR LF.
-// As it starts, sBegin is written to the log beginLog.
+// As it starts, sBegin is written to the log beginLog. sTitle: what a person would call it all, UTF-8.
+// accounts: those that the lines are about, as many of them each, in their order.
 struct CommandSequence {
     std::string sBegin;
     LogKind beginLog = LogKind::console;
     std::string sBatchLines;
     Command first;
+    std::string sTitle = {};
+    std::vector<std::string> accounts = {};
 };
 
 inline constexpr std::string_view taglinePlaceholder = "Too lame to have a tagline";

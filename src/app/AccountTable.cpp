@@ -1,11 +1,9 @@
 #include "app/AccountTable.h"
 
 #include "admin/AccountLists.h"
-#include "common/Errors.h"
 #include "common/TextEncoding.h"
 
 #include <algorithm>
-#include <tuple>
 #include <utility>
 
 namespace corvel {
@@ -21,15 +19,6 @@ std::string nameInEmptyForm(GroupForm& form, const clsGroup& group) {
     return form.txtGroupname = group.sName;
 }
 
-// The record with the id, or null; as constant as the session is.
-template <typename Kind, typename Session>
-auto* findRecord(Session& session, std::optional<std::int16_t> id) {
-    auto& table = session.*Kind::table;
-    const auto found =
-        id && !isPlaceholder(table.front()) ? std::ranges::find(table, *id, Kind::id) : table.end();
-    return found == table.end() ? nullptr : &*found;
-}
-
 // The record in a row of the list, or null.
 template <typename Kind>
 const typename Kind::Record* atRow(const SiteSession& session, int row) {
@@ -38,38 +27,14 @@ const typename Kind::Record* atRow(const SiteSession& session, int row) {
     return row < 0 || place >= rows.size() ? nullptr : &(session.*Kind::table)[rows[place]];
 }
 
-// Everything of a record that its row shows.
-auto rowOf(const clsUser& user) {
-    return std::tuple(user.sName, user.sStdGroup, user.sFlags);
-}
-auto rowOf(const clsGroup& group) {
-    return std::tuple(group.sName);
-}
-
-// What was typed for a record that the new table does not have is gone, which the person is told.
-template <typename Kind>
-void dropDraftsOfTheVanished(const ReplyServices& services, const Reply& reply) {
-    std::erase_if((reply.session.*Kind::view).drafts, [&](const auto& entry) {
-        const auto* const record = findRecord<Kind>(reply.session, entry.first);
-        if (record != nullptr && record->sName == entry.second.sName) {
-            return false;
-        }
-        const std::string line = "What was typed for " + std::string(Kind::noun) + " " + entry.second.sName +
-                                 " is lost: the server has no such " + std::string(Kind::noun) + " any more";
-        services.log.LogCommandResults(reply.site, line);
-        services.log.tell(reply.site, line);
-        return true;
-    });
-}
-
 } // namespace
 
 std::string UserKind::deleteQuestion(const clsUser& user) {
-    return deleteUserQuestion(visibleText(toUtf8(user.sName)), visibleText(toUtf8(user.sStdGroup)));
+    return deleteUserQuestion(shownName(user.sName), shownName(user.sStdGroup));
 }
 
 std::string GroupKind::deleteQuestion(const clsGroup& group) {
-    return deleteGroupQuestion(visibleText(toUtf8(group.sName)));
+    return deleteGroupQuestion(shownName(group.sName));
 }
 
 template <typename Kind>
@@ -104,12 +69,14 @@ void AccountTable<Kind>::remove(int site, int row) {
     if (record == nullptr) {
         return;
     }
-    services_.prompts.AskYesNo(
-        Kind::deleteQuestion(*record), [this, site, command = Kind::deleteCommand(record->sName)](bool yes) {
-            if (yes) {
-                services_.outbox.startOrTell(site, LogKind::commandResults, {.commands = {command}});
-            }
-        });
+    services_.prompts.AskYesNo(Kind::deleteQuestion(*record), [this, site, name = record->sName](bool yes) {
+        if (yes) {
+            services_.outbox.startOrTell(site, LogKind::commandResults,
+                                         {.commands = {Kind::deleteCommand(name)},
+                                          .title = "delete " + shownName(name),
+                                          .accounts = {name}});
+        }
+    });
 }
 
 template <typename Kind>
@@ -225,7 +192,7 @@ void AccountTable<Kind>::saveNow(int site, std::int16_t id, bool sendFlags) {
         saved.boxes.erase(UserForm::flagsBox);
     }
     const std::optional<std::string> problem =
-        change(site, id, Kind::saveCommands(*record, typedForm(site), sendFlags),
+        change(site, id, Kind::saveCommands(*record, typedForm(site), sendFlags), "save ",
                [this, site, id, saved](const Receipt& receipt) {
                    if (receipt.end == Receipt::End::done) {
                        dropSaved(site, id, saved);
@@ -295,10 +262,20 @@ void AccountTable<Kind>::forgetDetails(int site) {
 }
 
 template <typename Kind>
+std::string AccountTable<Kind>::nameOf(int site, std::int16_t id) const {
+    const Record* const record = find(site, id);
+    return record == nullptr ? std::string() : record->sName;
+}
+
+template <typename Kind>
 std::optional<std::string> AccountTable<Kind>::change(int site, std::int16_t id, std::vector<Command> changes,
-                                                      Outbox::Ended ended) {
+                                                      std::string_view what, Outbox::Ended ended) {
     changes.push_back(Kind::detailsCommand(session(site).*Kind::table, id));
-    return services_.outbox.start(site, {.commands = std::move(changes)}, std::move(ended));
+    const std::string name = nameOf(site, id);
+    return services_.outbox.start(
+        site,
+        {.commands = std::move(changes), .title = std::string(what) + shownName(name), .accounts = {name}},
+        std::move(ended));
 }
 
 template <typename Kind>
@@ -307,70 +284,26 @@ void AccountTable<Kind>::proceed(int site) {
     if (view.details != Details::wanted || current(site) == nullptr) {
         return;
     }
-    const std::optional<std::string> problem = services_.outbox.start(
-        site, {.commands = {Kind::detailsCommand(session(site).*Kind::table, *view.currentId)},
-               .wish = std::string(Kind::noun)});
+    const std::int16_t id = *view.currentId;
+    const std::string name = nameOf(site, id);
+    const auto ended = [this, site, id](const Receipt& receipt) {
+        AccountView& now = session(site).*Kind::view;
+        if (receipt.end == Receipt::End::cancelled && now.currentId == id && now.details == Details::asked) {
+            now.details = Details::refused;
+            now.detailsProblem = "cancelled";
+            changed(site, AccountChange::editor);
+        }
+    };
+    const std::optional<std::string> problem =
+        services_.outbox.start(site,
+                               {.commands = {Kind::detailsCommand(session(site).*Kind::table, id)},
+                                .wish = std::string(Kind::noun),
+                                .title = "read " + shownName(name),
+                                .accounts = {name}},
+                               ended);
     view.details = problem ? Details::refused : Details::asked;
     view.detailsProblem = problem.value_or(std::string());
     changed(site, AccountChange::editor);
-}
-
-template <typename Kind>
-void AccountTable<Kind>::tableReply(const ReplyServices& services, const Reply& reply) {
-    AccountView& view = reply.session.*Kind::view;
-    auto read = Kind::parseTable(reply.site, reply.lines);
-    reply.session.*Kind::table = std::move(read.table);
-    view.rows = orderedRows(reply.session.*Kind::table, view.order);
-    view.isRead = true;
-    view.problem = isSuccess(reply) ? std::string_view() : reply.lastLine;
-    // A new table knows no details: those of the open record are asked for again.
-    const bool isOpen = findRecord<Kind>(reply.session, view.currentId) != nullptr;
-    view.currentId = isOpen ? view.currentId : std::nullopt;
-    view.details = isOpen ? Details::wanted : Details::none;
-    if (isSuccess(reply)) {
-        dropDraftsOfTheVanished<Kind>(services, reply);
-    }
-    services.views.accountsChanged(reply.site, Kind::accounts, AccountChange::table);
-    if (const std::optional<std::string> message = badLinesMessage(read.bad)) {
-        reportProblem(services, reply, *message);
-    }
-}
-
-template <typename Kind>
-void AccountTable<Kind>::detailsReply(const ReplyServices& services, const Reply& reply) {
-    AccountView& view = reply.session.*Kind::view;
-    auto* const record = findRecord<Kind>(reply.session, reply.command.recordId);
-    const auto isOver = [&](Details details, std::string problem) {
-        if (view.currentId == reply.command.recordId && view.details != Details::wanted) {
-            view.details = record != nullptr && record->got_info ? Details::known : details;
-            view.detailsProblem = std::move(problem);
-        }
-        services.views.accountsChanged(reply.site, Kind::accounts, AccountChange::editor);
-    };
-    if (!isSuccess(reply)) {
-        services.log.tell(reply.site, reply.lastLine);
-        isOver(Details::refused, std::string(reply.lastLine));
-        return;
-    }
-    if (record == nullptr) {
-        reportProblem(services, reply, "the " + std::string(Kind::noun) + " is not in the table any more");
-        return;
-    }
-    const auto before = rowOf(*record);
-    try {
-        (record->*Kind::parseDetails)(reply.lines);
-    } catch (const ParseError& error) {
-        isOver(Details::refused, describe(error));
-        throw;
-    }
-    if (before != rowOf(*record)) {
-        view.rows = orderedRows(reply.session.*Kind::table, view.order);
-        if (const auto draft = view.drafts.find(record->*Kind::id); draft != view.drafts.end()) {
-            draft->second.sName = record->sName;
-        }
-        services.views.accountsChanged(reply.site, Kind::accounts, AccountChange::record);
-    }
-    isOver(Details::known, {});
 }
 
 template <typename Kind>

@@ -7,6 +7,7 @@
 #include "net/CommandChannel.h"
 #include "net/SiteSession.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -65,6 +66,15 @@ struct GroupKind {
         return InfoToForm(group, session.Users);
     }
 };
+
+// The record with the id, or null; as constant as the session is.
+template <typename Kind, typename Session>
+auto* findRecord(Session& session, std::optional<std::int16_t> id) {
+    auto& table = session.*Kind::table;
+    const auto found =
+        id && !isPlaceholder(table.front()) ? std::ranges::find(table, *id, Kind::id) : table.end();
+    return found == table.end() ? nullptr : &*found;
+}
 
 // What a table works with. All are borrowed and must outlive it.
 struct AccountServices {
@@ -125,9 +135,10 @@ class AccountTable {
     // Forgets all that is known of the records' details, and has the open one read again.
     void forgetDetails(int site);
 
-    // Sends changes of a record and has it read again behind them. Gives why nothing was sent, if so.
+    // Sends changes of a record and has it read again behind them. Gives why nothing was sent, if so. what:
+    // the person calls the job so, with the name behind it.
     std::optional<std::string> change(int site, std::int16_t id, std::vector<Command> changes,
-                                      Outbox::Ended ended = {});
+                                      std::string_view what, Outbox::Ended ended = {});
 
     // Asks for the details that are wanted. To be called after everything that can want them.
     void proceed(int site);
@@ -142,6 +153,7 @@ class AccountTable {
   private:
     SiteSession& session(int site) const { return at(services_.sites, site).session; }
     void saveNow(int site, std::int16_t id, bool sendFlags);
+    std::string nameOf(int site, std::int16_t id) const;
     void dropSaved(int site, std::int16_t id, const Draft& saved);
     void changed(int site, AccountChange change) const {
         services_.views.accountsChanged(site, Kind::accounts, change);

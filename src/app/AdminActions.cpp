@@ -17,8 +17,8 @@ void AdminActions::resetPassword(int site) {
     if (form.txtUserName.empty()) {
         return;
     }
-    const std::string prompt = "Enter new password for " + visibleText(toUtf8(form.txtUserName)) + "@" +
-                               visibleText(toUtf8(user->sStdGroup));
+    const std::string prompt =
+        "Enter new password for " + shownName(form.txtUserName) + "@" + shownName(user->sStdGroup);
     services_.prompts.AskPassword(
         "Change user password", prompt,
         [this, site, uid = user->iUID, form = std::move(form)](std::optional<std::string> answer) {
@@ -27,9 +27,10 @@ void AdminActions::resetPassword(int site) {
             }
             const TextEncoding now = at(services_.sites, site).session.encoding;
             const std::string password = fromUtf8(*answer, now);
-            const auto problem = users_.find(site, uid) == nullptr
-                                     ? sayGone(site)
-                                     : users_.change(site, uid, {passwordCommand(form, password)});
+            const auto problem =
+                users_.find(site, uid) == nullptr
+                    ? sayGone(site)
+                    : users_.change(site, uid, {passwordCommand(form, password)}, "password of ");
             if (problem) {
                 services_.prompts.Message(*problem);
             }
@@ -41,8 +42,8 @@ void AdminActions::editGroups(int site) {
     if (user == nullptr) {
         return;
     }
-    const std::optional<std::string> problem =
-        users_.change(site, user->iUID, {}, [this, site, uid = user->iUID](const Receipt& receipt) {
+    const std::optional<std::string> problem = users_.change(
+        site, user->iUID, {}, "groups of ", [this, site, uid = user->iUID](const Receipt& receipt) {
             const clsUser* const current = users_.current(site);
             if (receipt.end == Receipt::End::done && current != nullptr && current->iUID == uid &&
                 current->got_info) {
@@ -57,7 +58,8 @@ void AdminActions::editGroups(int site) {
 std::optional<std::string> AdminActions::changeUserGroups(int site, std::int16_t uid,
                                                           const ChangeUserGroupsForm& form) {
     const clsUser* const user = users_.find(site, uid);
-    return user == nullptr ? sayGone(site) : users_.change(site, uid, changeUserGroupsCommands(*user, form));
+    return user == nullptr ? sayGone(site)
+                           : users_.change(site, uid, changeUserGroupsCommands(*user, form), "groups of ");
 }
 
 std::optional<std::string> AdminActions::changeSections(int site, std::int16_t uid,
@@ -67,18 +69,24 @@ std::optional<std::string> AdminActions::changeSections(int site, std::int16_t u
         return sayGone(site);
     }
     std::vector<Command> changes = saveSectionsCommands(*user, form);
-    return changes.empty() ? std::nullopt : users_.change(site, uid, std::move(changes));
+    return changes.empty() ? std::nullopt : users_.change(site, uid, std::move(changes), "sections of ");
 }
 
 std::optional<std::string> AdminActions::copyUser(int site, const CopyUserForm& form) {
     return users_.find(site, toInt16(form.txtSourceUID)) == nullptr
                ? sayGone(site)
-               : services_.outbox.start(site, {{copyUserCommand(form), userTableCommand()}});
+               : services_.outbox.start(site, {.commands = {copyUserCommand(form), userTableCommand()},
+                                               .title = "copy " + shownName(form.txtSourceUsername) + " to " +
+                                                        shownName(withoutBlanks(form.txtNewUsername))});
 }
 
-void AdminActions::startBatch(int site, const CommandSequence& batch) {
-    services_.outbox.startOrTell(site, LogKind::commandResults, jobOf(batch),
-                                 [this, site](const Receipt& /*receipt*/) { forgetDetails(site); });
+void AdminActions::startBatch(int site, CommandSequence batch) {
+    services_.outbox.startOrTell(site, LogKind::commandResults, jobOf(std::move(batch)),
+                                 [this, site](const Receipt& receipt) {
+                                     if (receipt.end != Receipt::End::cancelled || receipt.sent > 0) {
+                                         forgetDetails(site);
+                                     }
+                                 });
 }
 
 void AdminActions::forgetDetails(int site) {
@@ -98,7 +106,7 @@ void AdminActions::changeMask(int site, Command (*make)(const clsUser&, std::str
         return;
     }
     const Command command = make(*user, fromUtf8(mask, at(services_.sites, site).session.encoding));
-    if (const auto problem = users_.change(site, user->iUID, {command})) {
+    if (const auto problem = users_.change(site, user->iUID, {command}, "addresses of ")) {
         services_.prompts.Message(*problem);
     }
 }

@@ -42,7 +42,7 @@ class AdminActions {
     }
     // The same for a batch, which no dialog started: a person is told why it cannot be sent. Behind its end
     // nothing is known of the records' details any more.
-    void startBatch(int site, const CommandSequence& batch);
+    void startBatch(int site, CommandSequence batch);
     // How far the site's batch has come, "41 of 300"; empty while none runs.
     std::string batchProgress(int site) const { return services_.outbox.batchProgress(site); }
 

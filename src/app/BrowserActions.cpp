@@ -140,8 +140,11 @@ bool BrowserActions::sendOrTell(int site, std::vector<Command> commands) {
 // The rows are of the directory that is left from here until the dialogue about the new one is over.
 void BrowserActions::navigate(int site, const std::string& directory) {
     SiteSession& session = at(sites_, site).session;
-    const auto over = [this, site, &session](const Receipt& /*receipt*/) {
+    const auto over = [this, site, &session](const Receipt& receipt) {
         --session.browser.navigations;
+        if (receipt.end == Receipt::End::cancelled && session.browser.navigations == 0) {
+            session.sCwd = session.browser.directory;
+        }
         views_.listingChanged(site);
     };
     ++session.browser.navigations;

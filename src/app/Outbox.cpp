@@ -4,6 +4,7 @@
 #include "common/Text.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace corvel {
@@ -11,18 +12,6 @@ namespace corvel {
 namespace {
 
 constexpr int firstRefusal = 400;
-
-bool isBatch(const Job& job) {
-    return job.sequence && job.sequence->first.iHandler == handler::batch;
-}
-
-// The lines of a sequence behind its first command.
-std::vector<std::string_view> linesOf(const Job& job) {
-    std::vector<std::string_view> lines =
-        job.sequence ? split(job.sequence->sBatchLines, lineEnd) : std::vector<std::string_view>();
-    std::erase(lines, "");
-    return lines;
-}
 
 // Whether a job may begin on a connection in this state.
 bool mayBegin(const SiteSession& session, const Job& job, bool isBatchRunning) {
@@ -36,15 +25,20 @@ bool mayBegin(const SiteSession& session, const Job& job, bool isBatchRunning) {
 
 } // namespace
 
-Job jobOf(const CommandSequence& sequence) {
-    return {.commands = {sequence.first}, .sequence = sequence};
+Job jobOf(CommandSequence sequence) {
+    Job job{.commands = {sequence.first},
+            .title = std::move(sequence.sTitle),
+            .accounts = std::move(sequence.accounts)};
+    job.sequence = std::move(sequence);
+    return job;
 }
 
 std::optional<std::string> Outbox::start(int site, Job job, Ended ended) {
     std::erase_if(job.commands, [](const Command& command) { return command.sCommand.empty(); });
-    const std::vector<std::string_view> lines = linesOf(job);
+    const std::size_t commands = job.commands.size();
+    auto record = std::make_shared<JobRecord>(jobs_ + 1, job);
     if (!std::ranges::all_of(job.commands, isOneLine, &Command::sCommand) ||
-        !std::ranges::all_of(lines, isOneLine)) {
+        !std::ranges::all_of(record->commands, isOneLine, &CommandRecord::command)) {
         return std::string(notOneLine);
     }
     if (at(sites_, site).wSock->state() != SocketState::connected) {
@@ -55,13 +49,15 @@ std::optional<std::string> Outbox::start(int site, Job job, Ended ended) {
         const auto old =
             std::ranges::find(box.waiting, job.wish, [](const Started& waiting) { return waiting.job.wish; });
         if (old != box.waiting.end()) {
-            old->receipt.end = Receipt::End::replaced;
+            old->receipt().end = Receipt::End::replaced;
             box.over.push_back(std::move(*old));
             box.waiting.erase(old);
         }
     }
-    const Receipt receipt{.commands = job.commands.size() + lines.size()};
-    box.waiting.push_back({.job = std::move(job), .ended = std::move(ended), .receipt = receipt});
+    record->receipt.job = ++jobs_;
+    record->receipt.commands = record->commands.size() + (record->isBatch ? commands : 0);
+    box.waiting.push_back({.job = std::move(job), .ended = std::move(ended), .record = std::move(record)});
+    views_.jobsChanged(site);
     if (!isInEvent_) {
         proceed(site);
     }
@@ -77,27 +73,113 @@ bool Outbox::startOrTell(int site, LogKind log, Job job, Ended ended) {
     return !problem;
 }
 
-bool Outbox::isWaiting(int site) const {
+const Outbox::Box* Outbox::find(int site) const {
     const auto box = boxes_.find(site);
-    return box != boxes_.end() && !box->second.waiting.empty();
+    return box == boxes_.end() ? nullptr : &box->second;
+}
+
+std::vector<JobHandle> Outbox::jobs(int site) const {
+    std::vector<JobHandle> jobs;
+    if (const Box* const box = find(site)) {
+        for (const std::optional<Started>* const begun : {&box->running, &box->batch}) {
+            if (*begun) {
+                jobs.push_back((*begun)->record);
+            }
+        }
+        for (const Started& waiting : box->waiting) {
+            jobs.push_back(waiting.record);
+        }
+    }
+    return jobs;
+}
+
+const Journal& Outbox::journal(int site) const {
+    static const Journal nothing;
+    const Box* const box = find(site);
+    return box == nullptr ? nothing : box->journal;
+}
+
+bool Outbox::cancel(int site, std::uint64_t job) {
+    Box& box = boxes_[site];
+    const auto found =
+        std::ranges::find(box.waiting, job, [](const Started& waiting) { return waiting.record->id; });
+    if (found == box.waiting.end()) {
+        return false;
+    }
+    std::vector<Started> taken;
+    taken.push_back(std::move(*found));
+    box.waiting.erase(found);
+    takeBack(site, box, std::move(taken));
+    return true;
+}
+
+std::size_t Outbox::cancelWaiting(int site) {
+    Box& box = boxes_[site];
+    std::vector<Started> taken(std::move_iterator(box.waiting.begin()),
+                               std::move_iterator(box.waiting.end()));
+    box.waiting.clear();
+    return takeBack(site, box, std::move(taken));
+}
+
+// Ends jobs that nothing has gone out of, and says so in one line.
+std::size_t Outbox::takeBack(int site, Box& box, std::vector<Started> jobs) {
+    std::size_t commands = 0;
+    const std::string what = jobs.size() == 1 ? jobs.front().record->title : counted(jobs.size(), "job");
+    const std::size_t count = jobs.size();
+    for (Started& job : jobs) {
+        job.receipt().end = Receipt::End::cancelled;
+        commands += job.record->commands.size();
+        end(site, box, std::move(job));
+    }
+    if (count > 0) {
+        log_.LogCommandResults(site, "cancelled: " + what + ", " + counted(commands, "command") +
+                                         (commands == 1 ? " was" : " were") + " not sent");
+        if (!isInEvent_) {
+            proceed(site);
+        }
+    }
+    return count;
+}
+
+bool Outbox::stopBatch(int site) {
+    Box& box = boxes_[site];
+    std::optional<Started>& batch = box.batch ? box.batch : box.running;
+    if (!batch || !batch->job.isBatch()) {
+        return false;
+    }
+    batch->isStopping = true;
+    views_.jobsChanged(site);
+    return true;
+}
+
+bool Outbox::isStopping(int site) const {
+    const Box* const box = find(site);
+    return box != nullptr &&
+           ((box->batch && box->batch->isStopping) || (box->running && box->running->isStopping));
+}
+
+bool Outbox::isWaiting(int site) const {
+    const Box* const box = find(site);
+    return box != nullptr && !box->waiting.empty();
 }
 
 std::string Outbox::batchProgress(int site) const {
-    const auto found = boxes_.find(site);
-    if (found == boxes_.end()) {
+    const Box* const box = find(site);
+    if (box == nullptr) {
         return {};
     }
-    const Box& box = found->second;
-    const std::optional<Started>& batch = box.batch ? box.batch : box.running;
-    return batch && isBatch(batch->job)
-               ? batchProgressText(batch->receipt.commands - 1, at(sites_, site).session.sBatchLines.size())
-               : std::string();
+    const std::optional<Started>& batch = box->batch ? box->batch : box->running;
+    return batch && batch->job.isBatch() ? batchProgressText(batch->record->commands.size(),
+                                                             at(sites_, site).session.sBatchLines.size())
+                                         : std::string();
 }
 
 void Outbox::proceed(int site) {
     Box& box = boxes_[site];
     Site& target = at(sites_, site);
-    readAnswers(target.session, box);
+    if (readAnswers(target.session, box)) {
+        views_.jobsChanged(site);
+    }
     if (target.wSock->state() != SocketState::connected) {
         giveUp(site, box);
     }
@@ -105,26 +187,30 @@ void Outbox::proceed(int site) {
     }
     for (const Started& started : std::exchange(box.over, {})) {
         if (started.ended) {
-            started.ended(started.receipt);
+            started.ended(started.record->receipt);
         }
     }
 }
 
-void Outbox::readAnswers(SiteSession& session, Box& box) {
+// Whether there were any.
+bool Outbox::readAnswers(SiteSession& session, Box& box) {
+    bool isAnswered = false;
     for (const Answer& answer : std::exchange(session.answers, {})) {
         const bool isLine = box.batch && answer.command.iHandler == handler::batch;
         std::optional<Started>& asked = isLine ? box.batch : box.running;
         if (!asked) {
             continue;
         }
-        ++asked->answered;
-        Receipt& receipt = asked->receipt;
+        isAnswered = true;
+        asked->record->answered(answer, asked->next);
+        Receipt& receipt = asked->receipt();
         if (answer.code >= firstRefusal && receipt.end == Receipt::End::done) {
             receipt.end = Receipt::End::refused;
             receipt.refusedCommand = answer.command.sCommand;
             receipt.refusal = answer.lastLine;
         }
     }
+    return isAnswered;
 }
 
 // One step on a free channel; false when there is nothing to do.
@@ -135,15 +221,15 @@ bool Outbox::advance(int site, Box& box) {
             do {
                 channel_.SendCommand(site, running.job.commands[running.next++]);
             } while (running.job.isAtOnce && running.next < running.job.commands.size());
-        } else if (isBatch(running.job)) {
+        } else if (running.job.isBatch()) {
             box.batch = std::exchange(box.running, std::nullopt);
             box.isGuestsTurn = true;
         } else {
-            end(box, box.running);
+            end(site, box, *std::exchange(box.running, std::nullopt));
         }
         return true;
     }
-    if (beginNext(site, box)) {
+    if (!(box.batch && box.batch->isStopping) && beginNext(site, box)) {
         return true;
     }
     if (box.batch) {
@@ -165,20 +251,35 @@ bool Outbox::beginNext(int site, Box& box) {
     box.isGuestsTurn = false;
     box.running = std::move(*next);
     box.waiting.erase(next);
+    JobRecord& record = *box.running->record;
+    record.state = JobRecord::State::running;
+    record.begun = log_.clock().timeOfDay();
     if (const std::optional<CommandSequence>& sequence = box.running->job.sequence) {
         log_.Log(site, sequence->beginLog, sequence->sBegin);
-        const std::vector<std::string_view> lines = linesOf(box.running->job);
-        session.sBatchLines.assign(lines.begin(), lines.end());
+        session.sBatchLines.clear();
+        for (std::size_t i = record.isBatch ? 0 : 1; i < record.commands.size(); ++i) {
+            session.sBatchLines.emplace_back(record.commands[i].command);
+        }
     }
     return true;
 }
 
 void Outbox::stepBatch(int site, Box& box) {
+    Started& batch = *box.batch;
+    std::deque<std::string>& lines = at(sites_, site).session.sBatchLines;
+    if (batch.isStopping && !lines.empty()) {
+        const std::size_t answers = batch.record->answers();
+        batch.receipt().end = Receipt::End::cancelled;
+        batch.receipt().sent = batch.job.commands.size() + answers;
+        log_.LogCommandResults(site,
+                               "stopped after " + batchProgressText(answers + lines.size(), lines.size()));
+        lines.clear();
+    }
     if (channel_.SendNextBatchLine(site, handler::batch)) {
         box.isGuestsTurn = true;
     } else {
         log_.LogCommandResults(site, "-------------[ END ]-[ BATCH COMMAND ]-------------");
-        end(box, box.batch);
+        end(site, box, *std::exchange(box.batch, std::nullopt));
     }
 }
 
@@ -187,39 +288,40 @@ void Outbox::giveUp(int site, Box& box) {
     const std::size_t linesLeft = at(sites_, site).session.sBatchLines.size();
     std::size_t unsent = 0;
     std::string progress;
-    const auto give = [&](std::optional<Started>& started, bool hasBegun) {
-        Receipt& receipt = started->receipt;
-        const std::size_t lines = receipt.commands - started->job.commands.size();
+    const auto give = [&](Started started, bool hasBegun) {
+        Receipt& receipt = started.receipt();
+        const std::size_t lines = receipt.commands - started.job.commands.size();
         receipt.end = Receipt::End::notSent;
-        receipt.sent = started->next + (hasBegun && lines > 0 ? lines - linesLeft : 0);
-        unsent += started->job.wish.empty() ? receipt.commands - receipt.sent : 0;
-        if (hasBegun && isBatch(started->job)) {
-            const std::size_t done = std::max<std::size_t>(started->answered, 1) - 1;
-            progress = std::to_string(done) + " of " + std::to_string(lines) + " lines of the batch are done";
+        receipt.sent = started.next + (hasBegun && lines > 0 ? lines - linesLeft : 0);
+        unsent += started.job.wish.empty() ? receipt.commands - receipt.sent : 0;
+        if (hasBegun && started.job.isBatch()) {
+            progress = std::to_string(started.record->answers()) + " of " + std::to_string(lines) +
+                       " lines of the batch are done";
         }
-        end(box, started);
+        end(site, box, std::move(started));
     };
     for (std::optional<Started>* const begun : {&box.batch, &box.running}) {
         if (*begun) {
-            give(*begun, true);
+            give(*std::exchange(*begun, std::nullopt), true);
         }
     }
     for (Started& waiting : std::exchange(box.waiting, {})) {
-        std::optional<Started> started = std::move(waiting);
-        give(started, false);
+        give(std::move(waiting), false);
     }
     if (unsent > 0) {
-        log_.LogCommandResults(
-            site, std::to_string(unsent) + (unsent == 1 ? " command was" : " commands were") +
-                      " not sent: the connection ended" + (progress.empty() ? "" : ", " + progress));
+        log_.LogCommandResults(site, counted(unsent, "command") + (unsent == 1 ? " was" : " were") +
+                                         " not sent: the connection ended" +
+                                         (progress.empty() ? "" : ", " + progress));
     } else if (!progress.empty()) {
         log_.LogCommandResults(site, "The connection ended, " + progress);
     }
 }
 
-void Outbox::end(Box& box, std::optional<Started>& started) {
-    box.over.push_back(std::move(*started));
-    started.reset();
+void Outbox::end(int site, Box& box, Started started) {
+    started.record->state = JobRecord::State::over;
+    box.journal.add(started.record);
+    box.over.push_back(std::move(started));
+    views_.jobsChanged(site);
 }
 
 bool Outbox::isChannelFree(int site) const {

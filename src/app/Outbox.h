@@ -1,6 +1,7 @@
 #pragma once
 
 #include "admin/AdminForms.h"
+#include "app/Journal.h"
 #include "common/Command.h"
 #include "common/Ports.h"
 #include "net/CommandChannel.h"
@@ -28,24 +29,17 @@ struct Job {
     // The commands are handed over together, no more than the ring holds, so that what a reply asks for in
     // turn goes out behind them.
     bool isAtOnce = false;
+    // What a person would call it, UTF-8; where it is empty, its first command stands for it.
+    std::string title = {};
+    // The accounts (groups) that the commands, or the lines of a batch, are about: as many of them each, in
+    // their order. In the server's bytes; may be empty.
+    std::vector<std::string> accounts = {};
+
+    bool isBatch() const { return sequence && sequence->first.iHandler == handler::batch; }
 };
 
-Job jobOf(const CommandSequence& sequence);
-
-// How a job ended.
-struct Receipt {
-    enum class End {
-        done,     // every command was answered
-        refused,  // the same, and the server refused at least one
-        notSent,  // the connection ended before the last answer
-        replaced, // a newer wish took its place
-    };
-    End end = End::done;
-    std::size_t commands = 0;   // how many there were, the lines of a sequence included
-    std::size_t sent = 0;       // where the connection ended: how many of them went out
-    std::string refusedCommand; // the first that was refused, and the last line of the reply
-    std::string refusal;
-};
+// The sequence as a job; the texts of its lines and of its accounts are taken along.
+Job jobOf(CommandSequence sequence);
 
 // What a person has confirmed and the servers have not answered yet: any number of jobs for every site, one
 // after the other. A job hands a command over when the reply to the one before is in, with all that the
@@ -57,8 +51,8 @@ class Outbox {
     using Ended = std::function<void(const Receipt&)>;
 
     // All are borrowed and must outlive the outbox.
-    Outbox(Sites& sites, CommandChannel& channel, ConsoleLog& log)
-        : sites_(sites), channel_(channel), log_(log) {}
+    Outbox(Sites& sites, CommandChannel& channel, ConsoleLog& log, Views& views)
+        : sites_(sites), channel_(channel), log_(log), views_(views) {}
 
     // Takes a job on: nothing, or why it cannot go out, as a message; then it is forgotten. Commands without
     // a text count for nothing. ended is called once, from a turn of the event loop.
@@ -66,6 +60,22 @@ class Outbox {
     // The same for what has no dialog that could stay open: the message goes to the log and to the status
     // bar. False when the job was not taken on.
     bool startOrTell(int site, LogKind log, Job job, Ended ended = {});
+
+    // The jobs of a site that are not over, in the order in which they go on: the one that has the floor, the
+    // batch that goes on behind it, and those that wait. The first command without an answer of the first
+    // job is the one under way, unless it is what a handler asked for.
+    std::vector<JobHandle> jobs(int site) const;
+    // Those that are over.
+    const Journal& journal(int site) const;
+
+    // Takes a job back that waits, or all of a site: they end as cancelled, and the command results say so.
+    // False, or 0, where there is none any more.
+    bool cancel(int site, std::uint64_t job);
+    std::size_t cancelWaiting(int site);
+    // Has the batch that runs end, as cancelled, once the command that is under way is answered; a line that
+    // says how far it came goes before its end marker. False where none runs.
+    bool stopBatch(int site);
+    bool isStopping(int site) const;
 
     // Whether a job has not begun yet.
     bool isWaiting(int site) const;
@@ -88,9 +98,11 @@ class Outbox {
     struct Started {
         Job job;
         Ended ended;
-        Receipt receipt;
-        std::size_t next = 0;     // of job.commands
-        std::size_t answered = 0; // commands of a batch
+        std::shared_ptr<JobRecord> record;
+        std::size_t next = 0; // of job.commands
+        bool isStopping = false;
+
+        Receipt& receipt() { return record->receipt; }
     };
     struct Box {
         std::deque<Started> waiting;
@@ -98,21 +110,26 @@ class Outbox {
         std::optional<Started> batch;   // goes on when nothing is running
         bool isGuestsTurn = false;      // one that waits may go before the batch's next line
         std::vector<Started> over;      // whoever started them does not know yet
+        Journal journal;
     };
 
     void proceed(int site);
-    static void readAnswers(SiteSession& session, Box& box);
+    static bool readAnswers(SiteSession& session, Box& box);
     bool advance(int site, Box& box);
     bool beginNext(int site, Box& box);
     void stepBatch(int site, Box& box);
     void giveUp(int site, Box& box);
-    static void end(Box& box, std::optional<Started>& started);
+    void end(int site, Box& box, Started started);
+    std::size_t takeBack(int site, Box& box, std::vector<Started> jobs);
+    const Box* find(int site) const;
     bool isChannelFree(int site) const;
 
     Sites& sites_;
     CommandChannel& channel_;
     ConsoleLog& log_;
+    Views& views_;
     std::map<int, Box> boxes_;
+    std::uint64_t jobs_ = 0; // that were started
     bool isInEvent_ = false;
 };
 

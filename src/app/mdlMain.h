@@ -105,6 +105,8 @@ class mdlMain {
     // on the site, so that everybody else's get their turn. False when it was not sent.
     bool sendTestCommand(int site, const std::string& command);
 
+    // The jobs of every site: what runs, waits and was.
+    Outbox& outbox() { return outbox_; }
     BrowserActions& browser() { return browser_; }
     AdminActions& admin() { return admin_; }
     MenuActions& menus() { return menus_; }

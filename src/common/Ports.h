@@ -21,6 +21,9 @@ class Clock {
 
     // Date and time for the name of a file: digits and "-", such that later ones sort behind.
     virtual std::string stamp() const = 0;
+
+    // Milliseconds since some moment, for durations: they never go back.
+    virtual std::int64_t milliseconds() const = 0;
 };
 
 // The lock on the folder of the configuration, by which copies of the program that share it know of each
@@ -242,7 +245,8 @@ enum class ViewPart {
     accounts,
     session,    // the connection has ended; tables and activity are empty
     encryption, // whether and how the connection is encrypted
-    lastError   // what the server refused last
+    lastError,  // what the server refused last
+    jobs        // those that run or wait, what became of their commands, or the journal
 };
 
 struct ViewChange {
@@ -282,6 +286,7 @@ class Views {
     void sessionReset(int site) { changed({.part = ViewPart::session, .site = site}); }
     void encryptionChanged(int site) { changed({.part = ViewPart::encryption, .site = site}); }
     void lastErrorChanged(int site) { changed({.part = ViewPart::lastError, .site = site}); }
+    void jobsChanged(int site) { changed({.part = ViewPart::jobs, .site = site}); }
 };
 
 } // namespace corvel

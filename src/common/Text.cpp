@@ -130,6 +130,10 @@ std::string_view trim(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
+std::string counted(std::size_t count, std::string_view noun) {
+    return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
+}
+
 std::string toLower(std::string_view text) {
     std::string result(text);
     std::ranges::transform(result, result.begin(), lowerAscii);

@@ -37,6 +37,9 @@ std::string replaceAll(std::string_view text, std::string_view what, std::string
 std::string_view trimLeading(std::string_view text);
 std::string_view trim(std::string_view text);
 
+// "1 command", "2 commands": a count with its noun, which makes the plural with an s.
+std::string counted(std::size_t count, std::string_view noun);
+
 // character, of A-Z as a-z.
 constexpr char lowerAscii(char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;

@@ -47,6 +47,11 @@ class SeenTexts {
 // would be obeyed rather than shown become visible symbols. Blanks and letters stay as they are.
 std::string visibleText(std::string_view text);
 
+// The same for a name in a server's bytes, within a text of the program's own.
+inline std::string shownName(std::string_view name) {
+    return visibleText(toUtf8(name));
+}
+
 // The number of characters (code points) in text, valid UTF-8.
 std::size_t characterCount(std::string_view text);
 

@@ -27,10 +27,6 @@ Command* findSlot(SiteSession& session, bool empty) {
     return nullptr;
 }
 
-std::string withoutPassword(const std::string& command) {
-    return toUpper(command.substr(0, 5)) == "PASS " ? "PASS *****" : command;
-}
-
 // On this port TLS begins with the first byte (RFC 4217, section 2).
 constexpr std::int32_t implicitTlsPort = 990;
 
@@ -75,6 +71,10 @@ std::string SocketStateText(const Socket& socket) {
         return "ERROR";
     }
     return {};
+}
+
+std::string loggedCommand(const std::string& command) {
+    return toUpper(command.substr(0, 5)) == "PASS " ? "PASS *****" : command;
 }
 
 void CommandChannel::Connect(int site) {
@@ -214,12 +214,14 @@ void CommandChannel::transmit(int site, Command command) {
     SiteSession& session = target.session;
     session.bAwaitingReply = true;
     session.current = std::move(command);
+    session.currentSentAt = services_.log.clock().timeOfDay();
+    session.currentSentClock = services_.log.clock().milliseconds();
     target.wSock->Send(telnetEscaped(session.current.sCommand) + std::string(lineEnd));
     if (session.current.iHandler != handler::browser && changesDirectory(session.current.sCommand)) {
         session.browser.since = RemoteList::Since::movedAway;
         services_.views.listingChanged(site);
     }
-    session.current.sCommand = withoutPassword(session.current.sCommand);
+    session.current.sCommand = loggedCommand(session.current.sCommand);
     echo(site);
 }
 
@@ -302,7 +304,12 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
     const int code = static_cast<int>(leadingNumber(last.substr(0, 3)));
     session.bAwaitingReply = false;
     session.isGreeted = true;
-    session.answers.push_back({.command = session.current, .code = code, .lastLine = std::string(last)});
+    const std::int64_t waited = services_.log.clock().milliseconds() - session.currentSentClock;
+    session.answers.push_back({.command = session.current,
+                               .code = code,
+                               .lastLine = std::string(last),
+                               .sentAt = session.currentSentAt,
+                               .milliseconds = static_cast<std::uint32_t>(waited)});
     if (code >= 400) {
         services_.log.tell(site, last);
     }

@@ -30,6 +30,8 @@ class ConsoleLog {
     // Makes line what the status bar says: what the server, or the program itself, refused last.
     void tell(int site, std::string_view line);
 
+    const Clock& clock() const { return clock_; }
+
   private:
     Sites& sites_;
     const Clock& clock_;
@@ -53,6 +55,9 @@ inline void ConsoleLog::tell(int site, std::string_view line) {
 // What a person reads about the state of a socket, such as "Connected (10.0.0.5:21)". The host of state 6 is
 // the one that was configured, the one of state 7 its address. UTF-8.
 std::string SocketStateText(const Socket& socket);
+
+// A command as logs and whoever keeps it have it: the password of a login is masked.
+std::string loggedCommand(const std::string& command);
 
 class CommandChannel;
 

@@ -25,7 +25,9 @@ namespace corvel {
 struct Answer {
     Command command; // a password masked
     int code = 0;
-    std::string lastLine; // of the reply
+    std::string lastLine;           // of the reply
+    std::string sentAt;             // the time of day as the command went out, UTF-8
+    std::uint32_t milliseconds = 0; // from then to the reply
 };
 
 // The runtime record of one site is its parts. All texts are in the server's bytes unless a comment says
@@ -58,8 +60,11 @@ struct ChannelState {
     std::array<Command, queueSlots> CommandQueue;
     std::size_t iQueueHead = 0; // where the sender looks first
 
-    // These three outlive the connection. The command last sent has its password masked.
+    // What stands from here to sConsolePartial outlives the connection. The command last sent has its
+    // password masked.
     Command current{.bQuiet = false, .iHandler = 0};
+    std::string currentSentAt;           // when it went out: the time of day, UTF-8,
+    std::int64_t currentSentClock = 0;   // and in the clock's milliseconds
     std::deque<std::string> sBatchLines; // what is left of a sequence of commands
     std::string sConsolePartial;         // an incomplete last line held back from the console
 

@@ -300,6 +300,8 @@ void frmMain::showChange(const ViewChange& change) {
     case ViewPart::lastError:
         showStatus();
         break;
+    case ViewPart::jobs:
+        break;
     }
 }
 

@@ -91,7 +91,7 @@ TEST(Outbox, KeepsTheCommandsOfAJobTogether) {
     lines.insert(lines.end(), {"SITE CorvelExt userfile 7", "RNFR a", "RNTO A", "STAT -a", "PWD", "RNFR b",
                                "RNTO B", "CWD /", "PWD"});
     program.type("first");
-    program.main.admin().users().change(1, 7, changes);
+    program.main.admin().users().change(1, 7, changes, "save ");
     program.main.browser().rename(1, 0, "A");
     program.main.browser().refresh(1);
     program.main.browser().rename(1, 1, "B");
@@ -178,6 +178,91 @@ TEST(Outbox, SaysWhatAConnectionTookWithIt) {
         program.logIn();
         EXPECT_EQ(program.main.admin().batchProgress(1), "");
     }
+}
+
+// Each command of a job as "account command: code reply (milliseconds)".
+Texts recordOf(const JobRecord& job) {
+    Texts lines;
+    for (std::size_t i = 0; i < job.commands.size(); ++i) {
+        const CommandRecord& command = job.commands[i];
+        lines.push_back(std::string(job.accountOf(i)).append(" ").append(command.command).append(": ") +
+                        (command.code == 0 ? "none" : *command.reply) + " (" +
+                        std::to_string(command.milliseconds) + ")");
+    }
+    return lines;
+}
+
+TEST(Outbox, KeepsWhatBecameOfEachCommand) {
+    Working program;
+    Outbox& outbox = program.main.outbox();
+    program.main.admin().startBatch(
+        1, batchSequence({.chkBatchFlags = true, .chkBatchTagLine = true, .txtBatchFlags = "3"},
+                         std::vector<std::string_view>{"NOOP", "bob"})
+               .value());
+    program.main.browser().rename(1, 0, "A");
+    program.type("pass secret");
+    const JobHandle batch = outbox.jobs(1).at(0);
+    EXPECT_EQ(outbox.jobs(1).at(1)->title, "rename a");
+    EXPECT_EQ(outbox.jobs(1).at(2)->title, "PASS *****");
+    const auto reply = [&](const std::string& text) {
+        program.clock.now += 40;
+        program.main.wSock_DataArrival(1, text);
+    };
+    reply(ok); // to NOOP
+    reply("350 go on\r\n");
+    reply("553-no\r\n553 " + std::string(398, 'x') + "\u00E4 cut\r\n");
+    reply(ok);
+    EXPECT_EQ(recordOf(*batch),
+              Texts({"NOOP site change NOOP flags 3: 200 ok (40)", "NOOP site change NOOP tagline : none (0)",
+                     "bob site change bob flags 3: none (0)", "bob site change bob tagline : none (0)"}));
+    EXPECT_EQ(batch->state, JobRecord::State::running);
+    const JobRecord& renaming = *outbox.journal(1).others.back();
+    EXPECT_EQ(*renaming.commands[1].reply, "553 " + std::string(396, 'x'));
+    EXPECT_EQ(renaming.receipt.refusedCommand, "RNTO A");
+    program.socket(1).takeSentLines();
+    program.answer({send(ok), expect("site change NOOP tagline "), send("550 no\r\n"),
+                    expect("site change bob flags 3"), send(ok), expect("site change bob tagline "),
+                    send(ok)},
+                   "the rest");
+    EXPECT_EQ(outbox.journal(1).batches.back(), batch);
+    EXPECT_EQ(batch->title + " at " + batch->begun, "batch over 2 users at 12:34:56");
+    EXPECT_EQ(batch->answers(), 4U);
+    EXPECT_EQ(batch->refusals(), 1U);
+    for (int i = 0; i < 30; ++i) {
+        program.type("x");
+        reply(ok);
+    }
+    EXPECT_EQ(outbox.journal(1).history.size(), Journal::historyKept);
+}
+
+TEST(Outbox, TakesBackWhatWaits) {
+    Working program;
+    Outbox& outbox = program.main.outbox();
+    program.main.admin().startBatch(1, taglines({"a", "b", "c"}));
+    const JobHandle batch = outbox.jobs(1).front();
+    program.main.admin().users().open(1, 0);
+    program.main.browser().rename(1, 0, "A");
+    program.main.browser().root(1);
+    program.type("x");
+    program.type("y");
+    EXPECT_FALSE(outbox.cancel(1, batch->id)) << "it runs";
+    EXPECT_TRUE(outbox.cancel(1, outbox.jobs(1).at(2)->id));
+    EXPECT_EQ(outbox.cancelWaiting(1), 4U);
+    EXPECT_EQ(outbox.cancelWaiting(1), 0U);
+    EXPECT_EQ(program.session(1).sCwd, "/pub") << "where the server is";
+    EXPECT_EQ(program.session(1).userView.detailsProblem, "cancelled");
+    program.answer(answered({"NOOP", "site change a tagline hi"}) +
+                       Script{expect("site change b tagline hi")},
+                   "the batch goes on");
+    program.type("z");
+    EXPECT_TRUE(outbox.stopBatch(1));
+    program.answer({send(ok), expect("z"), send(ok), expect("SITE CorvelExt userfile 7")}, "stopped");
+    EXPECT_FALSE(outbox.stopBatch(1));
+    EXPECT_EQ(program.result(), batchBegin + "cancelled: rename a, 2 commands were not sent\r\n" +
+                                    "cancelled: 4 jobs, 4 commands were not sent\r\n" +
+                                    "200 ok\r\n200 ok\r\n200 ok\r\nstopped after 2 of 3\r\n" + batchEnd);
+    EXPECT_EQ(batch->receipt.end, Receipt::End::cancelled);
+    EXPECT_EQ(batch->receipt.sent, 3U) << "the NOOP and two lines";
 }
 
 // A view that wants something sent while a reply is being dealt with does not get between the reply and what

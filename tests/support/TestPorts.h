@@ -14,11 +14,14 @@ namespace corvel::test {
 
 using Texts = std::vector<std::string>;
 
-// A clock that stands still.
+// A clock that stands still until the test moves it.
 class FixedClock : public Clock {
   public:
     std::string timeOfDay() const override { return "12:34:56"; }
     std::string stamp() const override { return "2001-02-03-123456"; }
+    std::int64_t milliseconds() const override { return now; }
+
+    std::int64_t now = 0;
 };
 
 // A lock that the test gives to this copy of the program or to another.
@@ -33,10 +36,19 @@ class FakeLock : public FolderLock {
 class RecordingViews : public Views {
   public:
     void changed(const ViewChange& change) override {
-        static constexpr std::array names = {
-            "siteAdded",         "siteRenamed",     "currentSiteChanged", "", "listingChanged",
-            "pathChanged",       "activityChanged", "chattrAnswered",     "", "sessionReset",
-            "encryptionChanged", "lastErrorChanged"};
+        static constexpr std::array names = {"siteAdded",
+                                             "siteRenamed",
+                                             "currentSiteChanged",
+                                             "",
+                                             "listingChanged",
+                                             "pathChanged",
+                                             "activityChanged",
+                                             "chattrAnswered",
+                                             "",
+                                             "sessionReset",
+                                             "encryptionChanged",
+                                             "lastErrorChanged",
+                                             ""};
         const std::string name = names[static_cast<std::size_t>(change.part)];
         const std::string site = " " + std::to_string(change.site);
         if (change.part == ViewPart::accounts) {

@@ -12,6 +12,8 @@
 #include <QLocale>
 #include <QWidget>
 
+#include <chrono>
+
 namespace corvel {
 
 LockFile::LockFile(const std::string& directory) : file_(fromCore(BuildAppPath("corvel.lock", directory))) {
@@ -51,6 +53,11 @@ std::string QtClock::timeOfDay() const {
 
 std::string QtClock::stamp() const {
     return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd-HHmmss")).toStdString();
+}
+
+std::int64_t QtClock::milliseconds() const {
+    const auto since = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(since).count();
 }
 
 void DesktopShell::open(const std::string& target) {

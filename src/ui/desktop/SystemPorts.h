@@ -41,6 +41,7 @@ class QtClock : public Clock {
   public:
     std::string timeOfDay() const override;
     std::string stamp() const override;
+    std::int64_t milliseconds() const override;
 };
 
 // The Shell port on the real desktop.

@@ -1,0 +1,138 @@
+#include "app/Journal.h"
+
+#include "app/Outbox.h"
+#include "common/Text.h"
+#include "common/TextEncoding.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <iterator>
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+constexpr int firstRefusal = 400;
+constexpr std::size_t replyBytesKept = 400; // more than a row of a list can show
+
+// line without what nobody reads of it, cut before a character.
+std::string_view cutReply(std::string_view line) {
+    std::size_t size = std::min(line.size(), replyBytesKept);
+    while (size > 0 && size < line.size() && continuesCharacter(line[size])) {
+        --size;
+    }
+    return line.substr(0, size);
+}
+
+using SharedText = std::shared_ptr<const std::string>;
+
+SharedText shared(std::string_view text, const SharedText& before) {
+    return before != nullptr && *before == text ? before : std::make_shared<const std::string>(text);
+}
+
+// Whether the command only has something read again that the person sees.
+bool isReading(const CommandRecord& command) {
+    return command.iHandler == handler::userFile || command.iHandler == handler::groupFile ||
+           command.iHandler == handler::userTable || command.iHandler == handler::groupTable;
+}
+
+// What a person calls a job that begins so, with what follows behind it.
+std::string titleOf(const CommandRecord& first) {
+    struct Title {
+        std::string_view start;
+        std::string_view words;
+    };
+    static constexpr std::array<Title, 10> titles = {{
+        {"MKD ", "new directory "},
+        {"RMD ", "delete directory "},
+        {"DELE ", "delete "},
+        {"RNFR ", "rename "},
+        {"CWD ", "go to "},
+        {"STAT -a", "list the directory"},
+        {"SITE chmod ", "permissions "},
+        {"SITE CorvelExt usertable", "read the users"},
+        {"SITE CorvelExt grouptable", "read the groups"},
+        {"SITE CorvelExt who", "ask who is online"},
+    }};
+    const bool isTyped = first.iHandler == handler::console || first.iHandler == handler::menuFtp;
+    const auto* const title = std::ranges::find_if(
+        titles, [&first](const Title& candidate) { return first.command.starts_with(candidate.start); });
+    return isTyped || title == titles.end()
+               ? shownCommand(first.command)
+               : std::string(title->words) + shownCommand(first.command.substr(title->start.size()));
+}
+
+} // namespace
+
+JobRecord::JobRecord(std::uint64_t number, Job& job)
+    : id(number), title(std::move(job.title)), isBatch(job.isBatch()), accounts_(std::move(job.accounts)),
+      isInOrder_(job.sequence.has_value()), isStarterOpen_(isBatch) {
+    std::vector<std::int32_t> handlers;
+    for (const Command& command : job.commands) {
+        if (!isBatch) {
+            texts_.append(loggedCommand(command.sCommand)).append(lineEnd);
+            handlers.push_back(command.iHandler);
+        }
+    }
+    if (job.sequence) {
+        texts_ = isBatch ? std::move(job.sequence->sBatchLines) : texts_ + job.sequence->sBatchLines;
+    }
+    std::vector<std::string_view> lines = split(texts_, lineEnd);
+    std::erase(lines, "");
+    handlers.resize(lines.size(), job.commands.empty() ? handler::console : job.commands.front().iHandler);
+    commands.reserve(lines.size());
+    for (const std::string_view line : lines) {
+        commands.push_back({.command = line, .iHandler = handlers[commands.size()]});
+    }
+    if (title.empty() && !commands.empty()) {
+        title = titleOf(commands.front());
+    }
+}
+
+void JobRecord::answered(const Answer& answer, std::size_t sent) {
+    if (std::exchange(isStarterOpen_, false)) {
+        return;
+    }
+    const std::size_t end = std::min(std::max(sent, firstOpen_ + 1), commands.size());
+    const auto found =
+        std::find_if(commands.begin() + static_cast<std::ptrdiff_t>(firstOpen_),
+                     commands.begin() + static_cast<std::ptrdiff_t>(end), [&](const CommandRecord& command) {
+                         return command.code == 0 && command.iHandler == answer.command.iHandler &&
+                                (isInOrder_ || command.command == answer.command.sCommand);
+                     });
+    if (found == commands.begin() + static_cast<std::ptrdiff_t>(end)) {
+        return;
+    }
+    const CommandRecord& before = found == commands.begin() ? *found : *std::prev(found);
+    found->code = answer.code;
+    found->milliseconds = answer.milliseconds;
+    found->time = shared(answer.sentAt, before.time);
+    found->reply = shared(cutReply(answer.lastLine), before.reply);
+    ++answers_;
+    refusals_ += answer.code >= firstRefusal ? 1 : 0;
+    while (firstOpen_ < commands.size() && commands[firstOpen_].code != 0) {
+        ++firstOpen_;
+    }
+}
+
+std::string_view JobRecord::accountOf(std::size_t command) const {
+    return accounts_.empty() ? std::string_view() : accounts_[command * accounts_.size() / commands.size()];
+}
+
+void Journal::add(JobHandle job) {
+    const auto changes = std::ranges::count_if(job->commands, std::not_fn(isReading));
+    std::deque<JobHandle>& kept = job->isBatch ? batches : changes > 1 ? others : history;
+    const std::size_t most = &kept == &history ? historyKept : resultsKept;
+    kept.push_back(std::move(job));
+    if (kept.size() > most) {
+        kept.pop_front();
+    }
+}
+
+std::string shownCommand(std::string_view command) {
+    return visibleText(toUtf8(command));
+}
+
+} // namespace corvel

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "common/Command.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvel {
+
+struct Answer;
+struct Job;
+
+// How a job ended.
+struct Receipt {
+    enum class End {
+        done,      // every command was answered
+        refused,   // the same, and the server refused at least one
+        notSent,   // the connection ended before the last answer
+        replaced,  // a newer wish took its place
+        cancelled, // a person did not want it any more
+    };
+    End end = End::done;
+    std::uint64_t job = 0;      // its id
+    std::size_t commands = 0;   // how many there were, the lines of a sequence included
+    std::size_t sent = 0;       // where it ended before the last answer: how many of them went out
+    std::string refusedCommand; // the first that was refused, and the last line of the reply
+    std::string refusal;
+};
+
+// What became of one command of a job. Texts are in the server's bytes; equal ones in a row are one.
+struct CommandRecord {
+    std::string_view command; // as it is logged; of the job, show it with shownCommand
+    std::int32_t iHandler = handler::console;
+    std::int32_t code = 0;                         // of the reply; 0: there is none (yet)
+    std::uint32_t milliseconds = 0;                // from when it went out to its reply
+    std::shared_ptr<const std::string> time = {};  // of day, as it went out; UTF-8
+    std::shared_ptr<const std::string> reply = {}; // its last line, cut
+};
+
+// A job as a person looks at it: what it is called, its commands, and what became of them. It stays as long
+// as anybody holds it, and while the job is not over it goes on changing.
+class JobRecord {
+  public:
+    enum class State { waiting, running, over };
+
+    // Takes the texts of the job's sequence along. The NOOP that starts a batch is none of the commands.
+    JobRecord(std::uint64_t id, Job& job);
+    // The commands point into it.
+    JobRecord(const JobRecord&) = delete;
+    JobRecord& operator=(const JobRecord&) = delete;
+
+    // The answer to one of the commands, or to what a handler asked for in turn, which is left out. sent: how
+    // many commands the outbox has handed over.
+    void answered(const Answer& answer, std::size_t sent);
+
+    // The account (group) that the command is about, in the server's bytes; empty where none is known.
+    std::string_view accountOf(std::size_t command) const;
+    // How many commands the server has answered, and how many of these it has refused. The answers come in
+    // the order of the commands, but for a job that hands them over together.
+    std::size_t answers() const { return answers_; }
+    std::size_t refusals() const { return refusals_; }
+
+    const std::uint64_t id;
+    std::string title; // UTF-8; what a person would call it
+    State state = State::waiting;
+    bool isBatch = false;
+    std::string begun; // the time of day as it got the floor; UTF-8
+    Receipt receipt;   // complete when it is over
+    std::vector<CommandRecord> commands;
+
+  private:
+    std::string texts_; // of the commands, and lines behind them
+    std::vector<std::string> accounts_;
+    std::size_t answers_ = 0;
+    std::size_t refusals_ = 0;
+    std::size_t firstOpen_ = 0; // of the commands without an answer
+    bool isInOrder_;            // a sequence, whose lines are answered one after the other
+    bool isStarterOpen_;        // the NOOP of a batch is not answered
+};
+
+using JobHandle = std::shared_ptr<const JobRecord>;
+
+// The jobs of a site that are over, the newest last: of batches, and of other jobs that sent more than one
+// command to change something, a few whole ones; of the rest a few more.
+struct Journal {
+    static constexpr std::size_t resultsKept = 5; // batches, and as many others
+    static constexpr std::size_t historyKept = 20;
+
+    std::deque<JobHandle> batches;
+    std::deque<JobHandle> others;
+    std::deque<JobHandle> history;
+
+    void add(JobHandle job);
+};
+
+// A command as it is shown to a person, wherever that is; UTF-8.
+std::string shownCommand(std::string_view command);
+
+} // namespace corvel
