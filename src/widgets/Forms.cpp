@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QFocusEvent>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyle>
@@ -73,6 +74,16 @@ QMessageBox* newMessageBox(QWidget* parent, const QString& text) {
     box->setText(text.size() <= longest
                      ? text
                      : text.left(longest - end) + QStringLiteral(" \u2026 ") + text.right(end));
+    // Qt indents the text of a box without an icon all the same.
+    if (auto* const grid = qobject_cast<QGridLayout*>(box->layout())) {
+        grid->setHorizontalSpacing(0);
+        grid->setColumnStretch(grid->columnCount() - 1, 1);
+        for (int item = 0; item < grid->count(); ++item) {
+            if (QSpacerItem* const indent = grid->itemAt(item)->spacerItem()) {
+                indent->changeSize(0, 0, QSizePolicy::Fixed, QSizePolicy::Fixed);
+            }
+        }
+    }
     return box;
 }
 

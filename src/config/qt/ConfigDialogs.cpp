@@ -73,9 +73,7 @@ frmSettings::frmSettings(Opening opening, Accept accept, QWidget* parent)
     right->addWidget(createColors());
     right->addWidget(createTunnelor());
     right->addWidget(createTray());
-    auto* const note = new QLabel(tr("Tunnelor and the trayicon are set in settings.ini."));
-    note->setWordWrap(true);
-    right->addWidget(note);
+    right->addWidget(new QLabel(tr("Tunnelor and the trayicon are set in settings.ini.")));
     right->addStretch(1);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(halves, 1);
@@ -109,13 +107,11 @@ QGroupBox* frmSettings::createColumns() {
     }
     moves->addStretch(1);
 
-    auto* const hint = new QLabel(tr("Double-click a column to change its autosize."));
-    hint->setWordWrap(true);
     auto* const group = new QGroupBox(tr("Activity list columns"));
     auto* const layout = new QVBoxLayout(group);
     layout->addWidget(lvwAL_, 1);
     layout->addLayout(moves);
-    layout->addWidget(hint);
+    layout->addWidget(new QLabel(tr("Double-click a column to change its autosize.")));
     return group;
 }
 
