@@ -22,10 +22,11 @@ struct NumberOption {
     int least;
     int most;
     int DemoOptions::*value;
+    std::optional<int> beside = {}; // another number that it takes
 };
 
 constexpr std::array<NumberOption, 5> numberOptions = {{
-    {"port", "N", "Listen on this port; 0 lets the system choose.", 0, 65535, &DemoOptions::port},
+    {"port", "N", "Listen on this port; 0 lets the system choose.", 1024, 65535, &DemoOptions::port, 0},
     {"users", "N", "Have this many accounts.", 1, corvel::DemoAccounts::mostUsers, &DemoOptions::users},
     {"entries", "N", "Have a directory /big with this many files.", 0, 1'000'000, &DemoOptions::entries},
     {"latency", "MS", "Wait this long before every reply.", 0, 600'000, &DemoOptions::latencyMilliseconds},
@@ -70,9 +71,12 @@ std::optional<DemoOptions> readOptions(const QStringList& arguments) {
         const QString name = QString::fromLatin1(option.name);
         bool isNumber = true;
         const int value = parser.isSet(name) ? parser.value(name).toInt(&isNumber) : options.*option.value;
-        if (!isNumber || (parser.isSet(name) && (value < option.least || value > option.most))) {
-            errors << "--" << name << " takes a number from " << option.least << " to " << option.most
-                   << ", not \"" << parser.value(name) << "\".\n";
+        const bool isInRange = value >= option.least && value <= option.most;
+        if (!isNumber || (parser.isSet(name) && !isInRange && value != option.beside)) {
+            errors << "--" << name << " takes "
+                   << (option.beside ? QStringLiteral("%1 or ").arg(*option.beside) : QString())
+                   << "a number from " << option.least << " to " << option.most << ", not \""
+                   << parser.value(name) << "\".\n";
             return std::nullopt;
         }
         options.*option.value = value;
