@@ -88,30 +88,45 @@ struct CodeRange {
     std::uint32_t last;
 };
 
-// Characters outside ASCII that steer the display instead of being shown.
-constexpr std::array<CodeRange, 12> steering = {{
-    {0x80, 0x9F},       // C1 controls
-    {0x061C, 0x061C},   // Arabic letter mark
-    {0x200B, 0x200F},   // zero-width characters and direction marks
-    {0x2028, 0x202E},   // line and paragraph separator, embeddings and overrides
-    {0x2060, 0x206F},   // word joiner, isolates, deprecated controls
-    {0xFDD0, 0xFDEF},   // non-characters
-    {0xFE00, 0xFE0F},   // variation selectors
-    {0xFEFF, 0xFEFF},   // byte order mark
-    {0xFFF9, 0xFFFC},   // annotations, object replacement
-    {0xFFFE, 0xFFFF},   // non-characters
-    {0xE0000, 0xE0FFF}, // tags
-    {0x10FFFE, 0x10FFFF},
+// Characters outside ASCII that steer the display or show nothing at all, so that two names could look alike:
+// the property Default_Ignorable_Code_Point of Unicode 15 (DerivedCoreProperties), and what the comments say.
+constexpr std::array<CodeRange, 20> unseen = {{
+    {0x80, 0x9F}, // C1 controls
+    {0x00AD, 0x00AD},
+    {0x034F, 0x034F},
+    {0x061C, 0x061C},
+    {0x115F, 0x1160},
+    {0x17B4, 0x17B5},
+    {0x180B, 0x180F},
+    {0x200B, 0x200F},
+    {0x2028, 0x202E}, // line and paragraph separator too
+    {0x2060, 0x206F},
+    {0x2800, 0x2800}, // Braille pattern without a dot
+    {0x3164, 0x3164},
+    {0xFDD0, 0xFDEF}, // non-characters
+    {0xFE00, 0xFE0F},
+    {0xFEFF, 0xFEFF},
+    {0xFFA0, 0xFFA0},
+    {0xFFF0, 0xFFFC}, // annotations and object
+                      // replacement too
+    {0x1BCA0, 0x1BCA3},
+    {0x1D173, 0x1D17A},
+    {0xE0000, 0xE0FFF},
 }};
+
+bool isUnseen(std::uint32_t codePoint) {
+    return (codePoint & 0xFFFEU) == 0xFFFE || // the last two of every plane are non-characters
+           std::ranges::any_of(unseen, [codePoint](const CodeRange& range) {
+               return codePoint >= range.first && codePoint <= range.last;
+           });
+}
 
 void appendVisible(std::string& text, std::uint32_t codePoint, std::string_view bytes) {
     if (codePoint < 0x20) {
         appendUtf8(text, 0x2400 + codePoint); // the Unicode block of pictures for control characters
     } else if (codePoint == 0x7F) {
         appendUtf8(text, 0x2421);
-    } else if (std::ranges::any_of(steering, [codePoint](const CodeRange& range) {
-                   return codePoint >= range.first && codePoint <= range.last;
-               })) {
+    } else if (isUnseen(codePoint)) {
         std::array<char, 8> digits{};
         const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), codePoint, 16).ptr;
         text += "<U+";

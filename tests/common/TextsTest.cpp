@@ -127,6 +127,8 @@ TEST(TextEncoding, MakesControlCharactersVisible) {
         {"\u009B2J", "<U+9b>2J"},
         {"a\u202Eb\u2066c\u200D\uFEFF", "a<U+202e>b<U+2066>c<U+200d><U+feff>"},
         {"\U000E0041", "<U+e0041>"},
+        {"\u00AD\u115F\u2800\u3164\U0001D173\U0002FFFE", "<U+ad><U+115f><U+2800><U+3164><U+1d173><U+2fffe>"},
+        {"\u2801\uFFFD", "\u2801\uFFFD"},
     };
     for (const auto& [text, visible] : rows) {
         EXPECT_EQ(visibleText(text), visible);
