@@ -143,6 +143,7 @@ void CommandChannel::ResetSession(int site) {
     session.bLoggedIn = false;
     session.bAwaitingReply = false;
     session.isGreeted = false;
+    session.isUserSent = false;
     session.encryption = Encryption::none;
     session.sCwd = "/";
     session.sReplyBuffer.clear();
@@ -216,6 +217,7 @@ void CommandChannel::transmit(int site, Command command) {
     session.current = std::move(command);
     session.currentSentAt = services_.log.clock().timeOfDay();
     session.currentSentClock = services_.log.clock().milliseconds();
+    session.isUserSent = session.isUserSent || toUpper(session.current.sCommand.substr(0, 5)) == "USER ";
     target.wSock->Send(telnetEscaped(session.current.sCommand) + std::string(lineEnd));
     if (session.current.iHandler != handler::browser && changesDirectory(session.current.sCommand)) {
         session.browser.since = RemoteList::Since::movedAway;
@@ -369,7 +371,7 @@ void CommandChannel::logIn(int site, int code) {
         const std::string server = "@" + config.host + ":" + std::to_string(config.port);
         const bool viaProxy = config.usesslproxy && !encrypts;
         SendCommand(site, {.sCommand = "USER " + config.user + (viaProxy ? server : ""), .bQuiet = false});
-    } else if (code == 331) {
+    } else if (code == 331 && target.session.isUserSent) {
         SendCommand(site, {.sCommand = "PASS " + config.pass, .bQuiet = false});
     } else if (code == 230) {
         target.session.bLoggedIn = true;

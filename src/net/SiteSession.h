@@ -50,6 +50,7 @@ struct ChannelState {
     bool bLoggedIn = false;      // the server accepted the login
     bool bAwaitingReply = false; // a command is outstanding: at most one per site
     bool isGreeted = false;      // the connection has brought a reply
+    bool isUserSent = false;     // and a user name was sent on it
     Encryption encryption = Encryption::none;
     TelnetReader telnet;
     SeenTexts seenTexts;
