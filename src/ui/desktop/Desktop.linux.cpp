@@ -77,6 +77,8 @@ void tellAtStart(const QString& text, StartMessageKind kind) {
 }
 
 EndSignals::EndSignals(QWidget& window) {
+    // A file that may not grow any more (ulimit -f) is a failed write like any other, which is told.
+    (void)std::signal(SIGXFSZ, SIG_IGN);
     if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         return; // the signals end the program at once, as they do anywhere
     }
