@@ -14,16 +14,6 @@ namespace {
 
 constexpr std::size_t typeKeyCount = 4;
 
-// Appends bytes in the form in which two that differ only in case are equal.
-void appendFolded(std::string& text, std::string_view bytes) {
-    if (std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
-        const auto first = text.insert(text.end(), bytes.begin(), bytes.end());
-        std::transform(first, text.end(), first, lowerAscii);
-    } else {
-        text += foldCase(toUtf8(bytes));
-    }
-}
-
 // What a row is ordered by: first, then second, then text. The numbers spare nearly every look at the texts:
 // with these alone 100,000 names take twice as long.
 struct SortKey {

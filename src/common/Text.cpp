@@ -165,6 +165,15 @@ std::string foldCase(std::string_view text) {
     return result;
 }
 
+void appendFolded(std::string& text, std::string_view bytes) {
+    if (std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
+        const auto first = text.insert(text.end(), bytes.begin(), bytes.end());
+        std::transform(first, text.end(), first, lowerAscii);
+    } else {
+        text += foldCase(toUtf8(bytes));
+    }
+}
+
 bool isOneLine(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
 }

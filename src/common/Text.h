@@ -53,6 +53,9 @@ std::string toUpper(std::string_view text);
 // Cyrillic letters are folded, every other byte stays. Made for ordering lists, not for display.
 std::string foldCase(std::string_view text);
 
+// Appends bytes of a server to text as UTF-8, in the form that foldCase gives.
+void appendFolded(std::string& text, std::string_view bytes);
+
 // Whether text can go out as one line of a control connection: no CR, LF or NUL in it (RFC 959, section 5.3).
 bool isOneLine(std::string_view text);
 

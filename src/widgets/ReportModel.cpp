@@ -70,9 +70,17 @@ std::vector<std::vector<int>> rowsToMeasure(const ReportSource& source, int firs
     return rows;
 }
 
-void ReportModel::setSource(ReportSource source) {
+void ReportModel::setSource(ReportSource source, ShownRows shown) {
     beginResetModel();
     source_ = std::move(source);
+    shown_ = std::move(shown);
+    endResetModel();
+}
+
+void ReportModel::showRows(int rows, ShownRows shown) {
+    beginResetModel();
+    source_.rows = rows;
+    shown_ = std::move(shown);
     endResetModel();
 }
 
@@ -85,13 +93,25 @@ void ReportModel::growTo(int rows) {
 }
 
 void ReportModel::refresh(int firstRow, int lastRow) {
-    if (firstRow >= 0 && firstRow <= lastRow && lastRow < source_.rows) {
+    if (firstRow >= 0 && firstRow <= lastRow && lastRow < rowCount()) {
         emit dataChanged(index(firstRow, 0), index(lastRow, columnCount() - 1));
     }
 }
 
+int ReportModel::sourceRowOf(int row) const {
+    return !shown_ ? row : (*shown_)[static_cast<std::size_t>(row)];
+}
+
+int ReportModel::rowOfSource(int sourceRow) const {
+    if (!shown_) {
+        return sourceRow >= 0 && sourceRow < source_.rows ? sourceRow : -1;
+    }
+    const auto found = std::ranges::lower_bound(*shown_, sourceRow);
+    return found == shown_->end() || *found != sourceRow ? -1 : static_cast<int>(found - shown_->begin());
+}
+
 int ReportModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : source_.rows;
+    return parent.isValid() ? 0 : !shown_ ? source_.rows : static_cast<int>(shown_->size());
 }
 
 int ReportModel::columnCount(const QModelIndex& parent) const {
@@ -102,7 +122,7 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) {
         return {};
     }
-    const int row = index.row();
+    const int row = sourceRow(index);
     const int column = index.column();
     switch (role) {
     case Qt::DisplayRole:
@@ -154,11 +174,11 @@ Qt::ItemFlags ReportModel::flags(const QModelIndex& index) const {
 bool ReportModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (role == Qt::EditRole && (flags(index) & Qt::ItemIsEditable)) {
         const QString text = value.toString();
-        if (text != source_.editText(index.row())) {
-            emit labelEdited(index.row(), text);
+        if (text != source_.editText(sourceRow(index))) {
+            emit labelEdited(sourceRow(index), text);
         }
     } else if (role == Qt::CheckStateRole && (flags(index) & Qt::ItemIsUserCheckable)) {
-        emit checkToggled(index.row());
+        emit checkToggled(sourceRow(index));
     }
     return false;
 }

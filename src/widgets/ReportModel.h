@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,7 +21,8 @@ struct ReportColumn {
     QString header;
     Qt::Alignment alignment = Qt::AlignLeft;
     bool hidden = false;
-    QStringList room = {}; // texts for which a fitted column has room beside those of its cells
+    bool findsShown = false; // a filter looks at what is shown too, where that is not what was sent
+    QStringList room = {};   // texts for which a fitted column has room beside those of its cells
 };
 
 // How a row is coloured; an invalid colour leaves the platform's.
@@ -34,6 +36,8 @@ struct RowColours {
 // columns count from 0. Every function but text may be empty.
 struct ReportSource {
     int rows = 0;
+    int pinned = 0;     // so many of the first rows a filter neither hides nor counts
+    int nameColumn = 0; // in which typed letters are looked for
     std::vector<ReportColumn> columns = {};
     std::function<QString(int row, int column)> text = {};
     // For long lists: what was sent for a cell, so that columns are fitted without making every text.
@@ -66,7 +70,11 @@ ReportSource sourceOf(const std::vector<Row>& rows, std::vector<ReportColumn> co
 // sent gives its first rows. Costs one walk over the rows.
 std::vector<std::vector<int>> rowsToMeasure(const ReportSource& source, int first, int last);
 
-// The table model of every list: a window onto a ReportSource, with no object per cell.
+// The rows of a source that are shown, ascending; nothing where all are.
+using ShownRows = std::optional<std::vector<int>>;
+
+// The table model of every list: a window onto a ReportSource, with no object per cell. Its rows are those
+// of the source that are shown; whatever it takes, gives or announces as a source row is one of the source.
 class ReportModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -75,15 +83,23 @@ class ReportModel : public QAbstractTableModel {
 
     const ReportSource& source() const { return source_; }
 
-    // Shows source in place of what there was; one model reset.
-    void setSource(ReportSource source);
+    // Shows source, or those rows of it, in place of what there was; one model reset.
+    void setSource(ReportSource source, ShownRows shown = {});
+    // Shows those rows of the source, of which there are as many as rows now; one model reset.
+    void showRows(int rows, ShownRows shown);
 
-    // Says that the source has this many rows now, the new ones behind the others. rows: no fewer than
-    // before.
+    // Says that the source has this many rows now, the new ones behind the others, and shows them. rows: no
+    // fewer than before. Only while all rows are shown.
     void growTo(int rows);
 
-    // Says that the cells of these rows read differently now, while the number of rows is still the same.
+    // Says that the cells of these of its rows read differently now.
     void refresh(int firstRow, int lastRow);
+
+    const ShownRows& shown() const { return shown_; }
+    // The source row in one of the model's; -1 for none. And back: -1 for a row that is hidden or not there.
+    int sourceRow(const QModelIndex& index) const { return index.isValid() ? sourceRowOf(index.row()) : -1; }
+    int sourceRowOf(int row) const;
+    int rowOfSource(int sourceRow) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -96,12 +112,13 @@ class ReportModel : public QAbstractTableModel {
     // not announced.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
-  signals:
+  signals: // of source rows
     void labelEdited(int row, const QString& text);
     void checkToggled(int row);
 
   private:
     ReportSource source_;
+    ShownRows shown_;
 };
 
 } // namespace corvel

@@ -3,9 +3,7 @@
 #include "widgets/Forms.h"
 #include "widgets/StoreValues.h"
 
-#include <QContextMenuEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
@@ -85,7 +83,9 @@ void ReportView::setSource(ReportSource source, CurrentRow currentRow) {
     const int before = this->currentRow();
     const int kept = std::min(before, source.rows - 1);
     isResizing_ = true;
-    model_->setSource(std::move(source));
+    texts_ = {};
+    ShownRows shown = matching(source, source.rows, false);
+    model_->setSource(std::move(source), std::move(shown));
     const std::vector<ReportColumn>& columns = model_->source().columns;
     for (int column = 0; column < static_cast<int>(columns.size()); ++column) {
         header()->setSectionHidden(column, columns[static_cast<std::size_t>(column)].hidden);
@@ -97,9 +97,15 @@ void ReportView::setSource(ReportSource source, CurrentRow currentRow) {
         // A reset takes the current row away without a word.
         emit currentRowChanged(-1);
     }
+    emit rowCountsChanged();
 }
 
 void ReportView::refresh() {
+    texts_ = {};
+    if (!words_.empty()) {
+        showMatching(source().rows, false);
+        return;
+    }
     // Only the rows in sight: the others are not remembered anywhere, and announcing 100,000 of them takes
     // the tree view longer than showing them anew.
     const auto [first, last] = rowsInSight();
@@ -107,9 +113,13 @@ void ReportView::refresh() {
 }
 
 void ReportView::refreshWhere(const std::function<bool(int row)>& hasChanged) {
+    if (!words_.empty()) {
+        refresh();
+        return;
+    }
     const auto [first, last] = rowsInSight();
     for (int row = std::max(first, 0); row <= last; ++row) {
-        if (hasChanged(row)) {
+        if (hasChanged(row)) { // all rows are shown
             model_->refresh(row, row);
             // Its colour reaches past its cells.
             const QRect cell = visualRect(model_->index(row, header()->logicalIndex(0)));
@@ -119,7 +129,16 @@ void ReportView::refreshWhere(const std::function<bool(int row)>& hasChanged) {
 }
 
 void ReportView::growTo(int rows) {
-    model_->growTo(rows);
+    if (rows <= source().rows) {
+        return;
+    }
+    if (words_.empty()) {
+        model_->growTo(rows);
+        emit rowCountsChanged();
+    } else {
+        texts_ = {};
+        showMatching(rows, false);
+    }
 }
 
 // The first and the last row of which something is in sight; the first is -1 where there is none.
@@ -129,11 +148,11 @@ std::pair<int, int> ReportView::rowsInSight() const {
 }
 
 int ReportView::currentRow() const {
-    return currentIndex().isValid() ? currentIndex().row() : -1;
+    return model_->sourceRow(currentIndex());
 }
 
 void ReportView::setCurrentRow(int row) {
-    const QModelIndex index = model_->index(row, 0);
+    const QModelIndex index = indexOf(row);
     if (index.isValid()) {
         setCurrentIndex(index);
         scrollTo(index);
@@ -150,7 +169,7 @@ std::vector<int> ReportView::selectedRows() const {
     std::vector<int> rows;
     for (const QItemSelectionRange& range : selectionModel()->selection()) {
         for (int row = range.top(); row <= range.bottom(); ++row) {
-            rows.push_back(row);
+            rows.push_back(model_->sourceRowOf(row));
         }
     }
     std::ranges::sort(rows);
@@ -160,10 +179,16 @@ std::vector<int> ReportView::selectedRows() const {
 
 void ReportView::setSelectedRows(const std::vector<int>& rows) {
     const int lastColumn = model_->columnCount() - 1;
+    std::vector<int> shown;
+    for (const int row : rows) {
+        if (const int place = model_->rowOfSource(row); place >= 0) {
+            shown.push_back(place);
+        }
+    }
     QItemSelection selection;
-    for (auto first = rows.begin(); first != rows.end();) {
+    for (auto first = shown.begin(); first != shown.end();) {
         auto end = first + 1;
-        while (end != rows.end() && *end == *(end - 1) + 1) {
+        while (end != shown.end() && *end == *(end - 1) + 1) {
             ++end;
         }
         selection.append(
@@ -174,7 +199,7 @@ void ReportView::setSelectedRows(const std::vector<int>& rows) {
 }
 
 bool ReportView::isSelected(int row) const {
-    return selectionModel()->isSelected(model_->index(row, 0));
+    return selectionModel()->isSelected(indexOf(row));
 }
 
 void ReportView::setPlaceholder(const QString& text) {
@@ -205,7 +230,7 @@ void ReportView::fitColumns(int first, int last) {
         const auto add = [&](int row) { texts.append(model_->source().text(row, column)); };
         std::ranges::for_each(rows[static_cast<std::size_t>(column - first)], add);
         for (int row = std::max(firstInSight, 0); row <= lastInSight; ++row) {
-            add(row);
+            add(model_->sourceRowOf(row));
         }
         resizeColumn(column, std::max(widestCell(column, texts), header()->sectionSizeHint(column)));
     }
@@ -282,7 +307,7 @@ int ReportView::widthUnits() const {
 }
 
 void ReportView::editLabel(int row) {
-    const QModelIndex index = model_->index(row, 0);
+    const QModelIndex index = indexOf(row);
     if (model_->flags(index) & Qt::ItemIsEditable) {
         scrollTo(index);
         edit(index);
@@ -291,20 +316,22 @@ void ReportView::editLabel(int row) {
 
 void ReportView::paintEvent(QPaintEvent* event) {
     QTreeView::paintEvent(event);
-    if (model_->rowCount() > 0 || placeholder_.isEmpty()) {
+    const bool isAllHidden = !words_.empty() && rowsShown() <= 0 && rowsInAll() > 0;
+    const QString text = isAllHidden ? tr("Nothing here matches the filter.") : placeholder_;
+    if ((model_->rowCount() > 0 && !isAllHidden) || text.isEmpty()) {
         return;
     }
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const QRect middle = viewport()->rect().marginsRemoved({16, 16, 16, 16});
-    painter.drawText(middle, Qt::AlignCenter | Qt::TextWordWrap, placeholder_);
+    painter.drawText(middle, Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
 // A row's colour reaches to the right edge, past its last column.
 void ReportView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
     if (model_->source().colours) {
-        const QColor background = model_->source().colours(index.row()).background;
+        const QColor background = model_->source().colours(model_->sourceRow(index)).background;
         if (background.isValid()) {
             painter->fillRect(option.rect, background);
         }
@@ -312,87 +339,10 @@ void ReportView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
     QTreeView::drawRow(painter, option, index);
 }
 
-void ReportView::keyPressEvent(QKeyEvent* event) {
-    if (state() == EditingState) {
-        // A key that the label's editor was done with: the Enter that ends the edit must not act on the row.
-        return;
-    }
-    const int before = currentRow();
-    if (event->key() == Qt::Key_Space && before >= 0 && model_->source().checked) {
-        // In whichever column the row was clicked.
-        emit checkToggled(before);
-        return;
-    }
-    QTreeView::keyPressEvent(event);
-    if (before >= 0 && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
-        // It belongs to the row, not to the default button of a dialog around the list.
-        event->accept();
-    }
-    if (currentRow() != before && currentRow() >= 0) {
-        emit rowPicked(currentRow());
-    }
-    if (event->key() == Qt::Key_Menu) {
-        // Where the platform makes a context-menu event of the key as well, the open menu gets that one.
-        requestMenuAtRow();
-    } else if (!(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
-        emit keyPressed(static_cast<Qt::Key>(event->key()), currentRow());
-    }
-}
-
-void ReportView::mousePressEvent(QMouseEvent* event) {
-    QTreeView::mousePressEvent(event);
-    pressedRow_ = indexAt(event->position().toPoint()).row();
-    if (pressedRow_ >= 0) {
-        emit rowPicked(pressedRow_);
-    }
-}
-
-// A mouse that slips while its button is down takes the highlight along.
-void ReportView::mouseReleaseEvent(QMouseEvent* event) {
-    QTreeView::mouseReleaseEvent(event);
-    const int pressed = std::exchange(pressedRow_, -1);
-    if (pressed >= 0 && currentRow() >= 0 && currentRow() != pressed) {
-        emit rowPicked(currentRow());
-    }
-}
-
-void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {
-    QTreeView::mouseDoubleClickEvent(event);
-    const QPoint position = event->position().toPoint();
-    const QModelIndex index = indexAt(position);
-    if (index.isValid() && event->button() == Qt::LeftButton && !isOnCheckBox(index, position)) {
-        emit rowDoubleClicked(index.row());
-    }
-}
-
-void ReportView::contextMenuEvent(QContextMenuEvent* event) {
-    event->accept();
-    if (event->reason() != QContextMenuEvent::Mouse) {
-        requestMenuAtRow();
-        return;
-    }
-    const QModelIndex index = indexAt(event->pos());
-    const bool isSelected = selectionModel()->isSelected(index);
-    if (index.isValid() && (index.row() != currentRow() || !isSelected)) {
-        constexpr auto alone = QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
-        selectionModel()->setCurrentIndex(index, isSelected ? QItemSelectionModel::NoUpdate : alone);
-        emit rowPicked(index.row());
-    }
-    emit contextMenuRequested(index.isValid() ? index.row() : -1, event->globalPos());
-}
-
-void ReportView::requestMenuAtRow() {
-    const int row = currentRow();
-    scrollTo(currentIndex());
-    const QRect cell = row >= 0 ? visualRect(model_->index(row, 0)) : QRect();
-    const QPoint position = row >= 0 ? QPoint(cell.left() + cell.height(), cell.center().y()) : QPoint(0, 0);
-    emit contextMenuRequested(row, viewport()->mapToGlobal(position));
-}
-
 void ReportView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTreeView::currentChanged(current, previous);
-    if (current.row() != previous.row()) {
-        emit currentRowChanged(current.row());
+    if (isAnnouncing_ && current.row() != previous.row()) {
+        emit currentRowChanged(model_->sourceRow(current));
     }
 }
 

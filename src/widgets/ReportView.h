@@ -1,11 +1,14 @@
 #pragma once
 
+#include "common/RowFilter.h"
 #include "widgets/ReportModel.h"
 
+#include <QElapsedTimer>
 #include <QSet>
 #include <QTreeView>
 
 #include <functional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -13,7 +16,9 @@ namespace corvel {
 
 // The view of every list: rows of columns, selected as a whole, with the icon in the first column. It shows a
 // ReportSource and reports what a person does; it orders, edits and sends nothing itself. The owner gives it
-// its objectName and its accessible name.
+// its objectName and its accessible name. All rows are rows of the source, whatever a filter hides; a hidden
+// row is neither the current one nor selected. Ctrl+C copies the selected rows, and letters go to a row by
+// its name.
 class ReportView : public QTreeView {
     Q_OBJECT
 
@@ -29,7 +34,7 @@ class ReportView : public QTreeView {
     const ReportSource& source() const { return model_->source(); }
 
     // Paints again after cells changed in place or rows changed places; the number of rows must be the same.
-    // The cost does not depend on the number of rows.
+    // The cost does not depend on the number of rows, unless there is a filter: then other rows may match.
     void refresh();
 
     // As refresh, for the rows in sight of which hasChanged holds and no others.
@@ -39,8 +44,24 @@ class ReportView : public QTreeView {
     // before. The current row and the place that is scrolled to stay.
     void growTo(int rows);
 
+    // Hides the rows that do not have every word of text in one of the columns that are seen. It holds until
+    // another one is set, whatever rows there are by then.
+    void setFilter(const QString& text);
+    const QString& filter() const { return filter_; }
+    bool isShown(int row) const { return model_->rowOfSource(row) >= 0; }
+    // How many rows there are, and how many of them are shown; the pinned ones do not count.
+    int rowsInAll() const { return source().rows - source().pinned; }
+    int rowsShown() const { return model_->rowCount() - source().pinned; }
+    // Gives the list the focus; where no row is the current one, the first goes there as if a key had gone to
+    // it.
+    void enterByKey();
+
+    // The selected rows for a clipboard: a line for the headers and one for each row, tabs between what
+    // stands in the columns that are seen. Empty where none is selected.
+    QString selectedText() const;
+
     // The row that acts as selected, -1 where there is none. setCurrentRow scrolls to it and announces it;
-    // a number that is no row clears the selection.
+    // a number that is no row, or a hidden one, clears the selection.
     int currentRow() const;
     void setCurrentRow(int row);
 
@@ -77,8 +98,13 @@ class ReportView : public QTreeView {
     // Starts editing the row's label in its place, if the source allows it.
     void editLabel(int row);
 
+    void keyboardSearch(const QString& typed) override;
+
   signals:
     void headerClicked(int column);
+    // How many rows there are, or are shown, may have changed; and the same because of setFilter alone.
+    void rowCountsChanged();
+    void filtered();
     // The current row became another one, in whatever way; -1 for none.
     void currentRowChanged(int row);
     // A person went to a row: by a key, by a mouse click even where it was the current row already, or by
@@ -108,6 +134,9 @@ class ReportView : public QTreeView {
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
   private:
+    QModelIndex indexOf(int row) const { return model_->index(model_->rowOfSource(row), 0); }
+    ShownRows matching(const ReportSource& source, int rows, bool isNarrower);
+    void showMatching(int rows, bool isNarrower);
     std::pair<int, int> rowsInSight() const;
     void requestMenuAtRow();
     int widestCell(int column, const QStringList& texts) const;
@@ -121,6 +150,12 @@ class ReportView : public QTreeView {
     bool isResizing_ = false; // the widths are changed by the program, not by a person
     QString placeholder_;
     int pressedRow_ = -1; // under the mouse as its button went down
+    QString filter_;
+    std::vector<std::string> words_; // of the filter
+    RowTexts texts_;                 // of the rows, while there is a filter
+    bool isAnnouncing_ = true;       // that another row is the current one
+    std::string typed_;              // the letters of the name that is looked for
+    QElapsedTimer typedLast_;
 };
 
 } // namespace corvel

@@ -3,6 +3,8 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
@@ -123,6 +125,33 @@ TEST_F(Users, EditorFollowsTheCurrentRowUntilTheConnectionEnds) {
                                                                AccountChange::record);
     EXPECT_EQ(list().model()->rowCount(), 0);
     EXPECT_EQ(driver_->text("txtUserUID"), QString());
+}
+
+TEST_F(Users, AreFoundByAFilter) {
+    ASSERT_TRUE(open(u"bob"_s));
+    const int all = list().rowsInAll();
+    QTest::keyClick(driver_->window.get(), Qt::Key_F, Qt::ControlModifier);
+    auto& filter = driver_->find<QLineEdit>("txtUsersFilter");
+    QTest::keyClicks(QApplication::focusWidget(), u"ALIC"_s);
+    EXPECT_EQ(filter.text(), u"ALIC"_s);
+    EXPECT_EQ(driver_->find<QLabel>("lblUsersCount").text(), u"1 of %1"_s.arg(all));
+    EXPECT_EQ(driver_->text("txtUserName"), u"bob"_s) << "nobody was picked";
+    clickAndWait("cmdUserReloadTable");
+    emit list().headerClicked(nameColumn);
+    EXPECT_EQ(list().rowsShown(), 1);
+    list().selectAll();
+    EXPECT_EQ(list().selectedRows().size(), 1U);
+    QTest::keyClick(&filter, Qt::Key_Down);
+    EXPECT_TRUE(isOpen(u"alice"_s));
+    driver_->window->program().selectSite(2);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    EXPECT_EQ(filter.text(), QString());
+    driver_->window->program().selectSite(1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    EXPECT_EQ(filter.text(), u"ALIC"_s);
+    QTest::keyClick(&filter, Qt::Key_Escape);
+    EXPECT_EQ(list().rowsShown(), all);
+    EXPECT_EQ(cell(list().currentRow(), nameColumn), u"alice"_s);
 }
 
 TEST_F(Users, WhatIsTypedStaysWithItsAccount) {

@@ -3,6 +3,7 @@
 #include "widgets/LogBox.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QtTest/QTest>
@@ -132,6 +133,48 @@ TEST_F(ReportViewTest, LabelEditsAreAnnouncedAndChangeNothing) {
         EXPECT_EQ(takeEvents(), row.events);
         EXPECT_EQ(editor(), nullptr);
     }
+}
+
+TEST_F(ReportViewTest, AFilterHidesRowsThatAreThenNeitherCurrentNorSelected) {
+    ReportSource made = source(30);
+    made.pinned = 1;
+    view_.setMultiSelection(true);
+    view_.setSource(made);
+    view_.setCurrentRow(12);
+    view_.setSelectedRows({3, 12, 13});
+    events_.clear();
+    view_.setFilter(u"R1 C1"_s);
+    EXPECT_EQ(view_.rowsShown(), 11) << "1 and 10 to 19, the pinned one aside";
+    EXPECT_EQ(view_.rowsInAll(), 29);
+    EXPECT_EQ(view_.selectedRows(), (std::vector{12, 13}));
+    EXPECT_EQ(takeEvents(), Events{});
+    view_.growTo(120);
+    view_.setFilter(u"r1 c1 r11"_s);
+    EXPECT_EQ(view_.rowsShown(), 11) << "11 and 110 to 119";
+    EXPECT_EQ(takeEvents(), Events{"current -1"});
+    EXPECT_EQ(view_.selectedRows(), std::vector<int>{});
+    click(2);
+    EXPECT_EQ(takeEvents(), (Events{"current 110", "picked 110"}));
+    view_.setFilter({});
+    EXPECT_EQ(view_.currentRow(), 110);
+    EXPECT_EQ(view_.rowsShown(), 119);
+    EXPECT_EQ(takeEvents(), Events{});
+}
+
+TEST_F(ReportViewTest, LettersGoToANameAndTheSelectionIsCopied) {
+    ReportSource made = source(4);
+    made.nameColumn = 1;
+    made.columns.push_back({.header = u"hidden"_s, .hidden = true});
+    made.text = [](int row, int column) {
+        return column == 1 ? QStringList{u"anna"_s, u"Bob"_s, u"bea"_s, u"boris"_s}[row] : u"  7"_s;
+    };
+    view_.setMultiSelection(true);
+    view_.setSource(made);
+    QTest::keyClicks(&view_, u"bor"_s);
+    EXPECT_EQ(view_.currentRow(), 3);
+    view_.setSelectedRows({1, 3});
+    QTest::keyClick(&view_, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), u"name\tsize\n7\tBob\n7\tboris"_s);
 }
 
 TEST(LogBox, ASelectionIsKeptUntilItIsLetGo) {

@@ -1,5 +1,7 @@
 #include "admin/qt/AccountsPanel.h"
 
+#include "widgets/FilterBox.h"
+
 #include <QCoreApplication>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -94,6 +96,10 @@ void AccountsPanel::build(AccountsOutline outline, QLayout* buttons, QWidget* si
     area->setMinimumWidth(fontMetrics().averageCharWidth() * 35); // the columns of usual names, sorted
     auto* const lists = new QVBoxLayout(area);
     lists->setContentsMargins(0, 0, 0, 0);
+    auto* const filter = new FilterBox(outline_.filterName, outline_.countName);
+    connect(lists_, &QStackedWidget::currentChanged, filter,
+            [this, filter] { filter->setList(qobject_cast<ReportView*>(lists_->currentWidget())); });
+    lists->addWidget(filter);
     lists->addWidget(lists_, 1);
     lists->addLayout(buttons);
     auto* const splitter = new QSplitter(Qt::Horizontal);
@@ -116,8 +122,15 @@ AccountsPanel::List AccountsPanel::createList(int site) {
             [this, site](int column) { outline_.sortBy(site, column); });
     connect(list, &ReportView::keyPressed, this,
             [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
+    connect(list, &ReportView::filtered, this, [this, site] { showCurrent(site); });
     connect(list, &ReportView::contextMenuRequested, this,
-            [this](int /*row*/, const QPoint& position) { emit menuRequested(position); });
+            [this, site, list](int /*row*/, const QPoint& position) {
+                // What the menu does, it does to the current record.
+                const int current = outline_.currentRow(site);
+                if (current < 0 || list->isShown(current)) {
+                    emit menuRequested(position);
+                }
+            });
     List page{.widget = list, .rows = {}};
     fill(site, page);
     return page;
@@ -167,6 +180,19 @@ void AccountsPanel::reorder(int site, List& list) {
         }
     }
     list.widget->setSelectedRows(selected);
+}
+
+// The current record's row is the current one again when a filter lets it be seen.
+void AccountsPanel::showCurrent(int site) {
+    ReportView& list = *lists_->at(site).widget;
+    const int current = outline_.currentRow(site);
+    if (list.currentRow() != current && list.isShown(current)) {
+        const std::vector<int> selected = list.selectedRows();
+        list.setCurrentRow(current);
+        if (!selected.empty()) {
+            list.setSelectedRows(selected);
+        }
+    }
 }
 
 void AccountsPanel::showSite(int site) {

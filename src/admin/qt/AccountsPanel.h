@@ -28,6 +28,8 @@ QPushButton* newSiteButton(mdlMain& program, const char* name, const QString& ca
 // How a panel of users and one of groups differ. The functions are called with a site above 0.
 struct AccountsOutline {
     const char* listName;
+    const char* filterName; // of the box of the filter
+    const char* countName;  // of how many rows there are
     QString accessibleName;
     bool isMultiple = false; // several rows can be selected
     QString refused;         // the text of a list that the server did not send; %1: its line
@@ -64,6 +66,7 @@ AccountsOutline withTable(AccountsOutline outline, mdlMain& program, AccountTabl
         for (std::size_t i = 0; i < count; ++i) {
             source.columns.push_back({.header = fromCore(titles[i]), .alignment = alignments[i]});
         }
+        source.nameColumn = 1;
         source.text = [recordIn](int row, int column) {
             return cellTextOf(rowText(recordIn(row), static_cast<Column>(column)));
         };
@@ -204,6 +207,7 @@ class AccountsPanel : public QWidget {
     List createList(int site);
     void fill(int site, List& list);
     void reorder(int site, List& list);
+    void showCurrent(int site);
     QString emptyText(int site) const;
     void keyPressed(int site, Qt::Key key, int row);
 

@@ -22,6 +22,8 @@ GroupsPanel::GroupsPanel(mdlMain& program, QWidget* parent)
     buttons->addStretch(1);
     build(
         withTable<GroupKind, GroupColumn>({.listName = "lvwGroups",
+                                           .filterName = "txtGroupsFilter",
+                                           .countName = "lblGroupsCount",
                                            .accessibleName = tr("Groups"),
                                            .refused = tr("The server did not send its groups:\n%1"),
                                            .none = tr("There are no groups."),

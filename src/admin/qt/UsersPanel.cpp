@@ -20,6 +20,8 @@ UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : AccountsPanel(progra
     sides_->addWidget(batch_);
     AccountsOutline outline = withTable<UserKind, UserColumn>(
         {.listName = "lvwUsers",
+         .filterName = "txtUsersFilter",
+         .countName = "lblUsersCount",
          .accessibleName = tr("Users"),
          .isMultiple = true,
          .refused = tr("The server did not send its users:\n%1"),

@@ -1,5 +1,6 @@
 #include "net/qt/ActivityPanel.h"
 
+#include "widgets/FilterBox.h"
 #include "widgets/Forms.h"
 #include "widgets/ImageLists.h"
 #include "widgets/ReportView.h"
@@ -80,6 +81,7 @@ ReportSource listSource(const SiteSession& session, const WindowState& state, co
     ReportSource source;
     source.rows = static_cast<int>(session.activityRows.rows.size());
     source.columns = reportColumns(state);
+    source.nameColumn = static_cast<int>(ActivityCell::user);
     source.text = [bytesAt](int row, int column) { return cellTextOf(bytesAt(row, column)); };
     source.sentText = bytesAt;
     source.icon = [&images, &state, rowAt](int row) {
@@ -124,6 +126,10 @@ ActivityPanel::ActivityPanel(mdlMain& program, const ImageLists& images, QWidget
     buttons->addWidget(chkFreezeRefresh_);
     buttons->addStretch(1);
     auto* const layout = new QVBoxLayout(this);
+    auto* const filter = new FilterBox("txtActivityFilter", "lblActivityCount");
+    connect(pages_, &QStackedWidget::currentChanged, filter,
+            [this, filter] { filter->setList(qobject_cast<ReportView*>(pages_->currentWidget())); });
+    layout->addWidget(filter);
     layout->addWidget(pages_, 1);
     layout->addLayout(buttons);
 }
