@@ -1,5 +1,7 @@
 #include "app/mdlMain.h"
 
+#include "app/SiteRemoval.h"
+#include "common/TextEncoding.h"
 #include "config/Files.h"
 #include "config/TrustedCertificates.h"
 
@@ -51,8 +53,8 @@ std::vector<std::string> mdlMain::LoadSites() {
 
 bool mdlMain::SaveSites() {
     std::vector<SiteConfig> configs;
-    for (const Site& site : sites_) {
-        configs.push_back(site.config);
+    for (const int site : siteIndexes()) {
+        configs.push_back(at(sites_, site).config);
     }
     return sitesKeeper_.save(configs);
 }
@@ -62,7 +64,7 @@ void mdlMain::SaveWindowState() {
 }
 
 void mdlMain::selectSite(int site) {
-    if (site != currentSite_ && site >= 0 && site <= siteCount()) {
+    if (site != currentSite_ && (site == 0 || isThere(site))) {
         currentSite_ = site;
         ports_.views.currentSiteChanged();
     }
@@ -80,17 +82,78 @@ void mdlMain::disconnectSite(int site) {
     }
 }
 
+void mdlMain::connectAll() {
+    for (const int site : siteIndexes()) {
+        if (at(sites_, site).wSock->state() == SocketState::closed) {
+            connectSite(site);
+        }
+    }
+}
+
+void mdlMain::disconnectAll() {
+    for (const int site : siteIndexes()) {
+        if (at(sites_, site).wSock->state() != SocketState::closed) {
+            disconnectSite(site);
+        }
+    }
+}
+
+std::vector<int> mdlMain::siteIndexes() const {
+    std::vector<int> indexes;
+    for (int site = 1; site <= siteCount(); ++site) {
+        if (isThere(site)) {
+            indexes.push_back(site);
+        }
+    }
+    return indexes;
+}
+
+void mdlMain::removeSite(int site) {
+    if (!isThere(site)) {
+        return;
+    }
+    const Site& leaving = at(sites_, site);
+    const std::string question = removalQuestion(
+        {.name = visibleText(toUtf8(leaving.config.name)),
+         .isConnected = leaving.wSock->state() != SocketState::closed,
+         .drafts = leaving.session.userView.drafts.size() + leaving.session.groupView.drafts.size(),
+         .batch = outbox_.batchProgress(site),
+         .hasWaiting = outbox_.isWaiting(site)});
+    ports_.prompts.AskYesNo(question, [this, site](bool isWanted) {
+        if (isWanted && isThere(site)) {
+            forgetSite(site);
+        }
+    });
+}
+
+// What was started for the site ends first, so that whoever started it learns of it; then nothing can happen
+// to the site any more, since its socket is gone.
+void mdlMain::forgetSite(int site) {
+    disconnectSite(site);
+    const int next = siteAfterRemoval(siteIndexes(), site);
+    Site& leaving = at(sites_, site);
+    leaving.wSock = std::make_unique<NoSocket>();
+    leaving.isRemoved = true;
+    if (currentSite_ == site) {
+        selectSite(next);
+    }
+    ports_.views.siteRemoved(site);
+}
+
 std::optional<std::string> mdlMain::addSite(const SiteForm& form) {
-    if (std::optional<std::string> problem = siteFormProblem(form)) {
-        return problem;
+    if (const std::optional<SiteFormProblem> problem = siteFormProblem(form)) {
+        return problem->message;
     }
     appendSite(addedSite(form));
+    if (form.cmdAddConnect) {
+        connectSite(siteCount());
+    }
     return std::nullopt;
 }
 
 std::optional<std::string> mdlMain::changeSite(int site, const SiteForm& form) {
-    if (std::optional<std::string> problem = siteFormProblem(form)) {
-        return problem;
+    if (const std::optional<SiteFormProblem> problem = siteFormProblem(form)) {
+        return problem->message;
     }
     at(sites_, site).config = editedSite(form);
     ports_.views.siteRenamed(site);

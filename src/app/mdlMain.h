@@ -58,10 +58,16 @@ class mdlMain {
     bool SaveSites();
     void SaveWindowState();
 
+    // Of sites.ini and settings.ini, UTF-8.
+    const std::string& directory() const { return directory_; }
     WindowState& windowState() { return windowState_; }
     const Settings& settings() const { return settings_; }
 
+    // The highest index of a site. Those that were removed keep theirs: of them nothing is to be asked for.
     int siteCount() const { return static_cast<int>(sites_.size()) - 1; }
+    bool isThere(int site) const { return site > 0 && site <= siteCount() && !at(sites_, site).isRemoved; }
+    // The indexes of the sites that are there, in their order.
+    std::vector<int> siteIndexes() const;
     const Site& site(int index) const { return at(sites_, index); }
     int currentSite() const { return currentSite_; }
     Status status() const { return statusOf(sites_, currentSite_); }
@@ -70,13 +76,19 @@ class mdlMain {
     // becomes another one.
     void selectActivityRow(int site, int row) { at(sites_, site).session.activityRow = row; }
 
-    // The sites menu. connectSite and disconnectSite do nothing for site 0.
+    // The sites menu. connectSite and disconnectSite do nothing for site 0; those for all leave a connection
+    // alone that is there, or is not.
     void connectSite(int site);
     void disconnectSite(int site);
+    void connectAll();
+    void disconnectAll();
+    // Takes a site out of the program, after a question that names what is lost with it.
+    void removeSite(int site);
     // The fingerprint that is trusted for the site's host and port as they are configured; empty for none.
     std::string trustedFingerprint(int site) const;
     void forgetFingerprint(int site);
-    // Both return the message for a form that is not valid, and then change nothing.
+    // Both return the message for a form that is not valid, and then change nothing. A site that is added is
+    // connected where the form says so.
     std::optional<std::string> addSite(const SiteForm& form);
     std::optional<std::string> changeSite(int site, const SiteForm& form);
 
@@ -115,6 +127,7 @@ class mdlMain {
     bool isAtRest(int site) const;
     void answerCertificate(const CertificateQuestion& question, CertificateAnswer answer);
     void appendSite(SiteConfig config);
+    void forgetSite(int site);
 
     Ports ports_;
     std::string directory_;

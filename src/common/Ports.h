@@ -246,7 +246,8 @@ enum class ViewPart {
     session,    // the connection has ended; tables and activity are empty
     encryption, // whether and how the connection is encrypted
     lastError,  // what the server refused last
-    jobs        // those that run or wait, what became of their commands, or the journal
+    jobs,       // those that run or wait, what became of their commands, or the journal
+    removed     // the site itself; nothing follows that is about it
 };
 
 struct ViewChange {
@@ -273,6 +274,7 @@ class Views {
 
     // The changes by their names. Sites count from 1.
     void siteAdded(int site) { changed({.part = ViewPart::added, .site = site}); }
+    void siteRemoved(int site) { changed({.part = ViewPart::removed, .site = site}); }
     void siteRenamed(int site) { changed({.part = ViewPart::renamed, .site = site}); }
     void currentSiteChanged() { changed({.part = ViewPart::current}); }
     void logChanged(int site, LogKind log) { changed({.part = ViewPart::log, .site = site, .log = log}); }

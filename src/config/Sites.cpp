@@ -167,23 +167,26 @@ SiteForm siteForm(const SiteConfig& site) {
             .chkUseSSLProxy = site.usesslproxy};
 }
 
-std::optional<std::string> siteFormProblem(const SiteForm& form) {
+std::optional<SiteFormProblem> siteFormProblem(const SiteForm& form) {
     struct Check {
         bool isGood;
         const char* message;
+        const char* box;
     };
     const std::array<Check, 7> checks = {{
-        {!trimmed(form.txtSitename).empty(), "Please enter a sitename"},
-        {!trimmed(form.txtHostname).empty(), "Please enter a hostname"},
-        {isPort(form.txtPort), "Please enter a valid port (1 - 65535)"},
-        {!oneLine(form.txtUsername).empty(), "Please enter a username"},
-        {!oneLine(form.txtPassword).empty(), "Please enter a password"},
-        {!hasOuterBlanks(form.txtUsername), "Please enter a username without blanks around it"},
-        {!hasOuterBlanks(form.txtPassword), "Please enter a password without blanks around it"},
+        {!trimmed(form.txtSitename).empty(), "Please enter a sitename", "txtSitename"},
+        {!trimmed(form.txtHostname).empty(), "Please enter a hostname", "txtHostname"},
+        {isPort(form.txtPort), "Please enter a valid port (1 - 65535)", "txtPort"},
+        {!oneLine(form.txtUsername).empty(), "Please enter a username", "txtUsername"},
+        {!oneLine(form.txtPassword).empty(), "Please enter a password", "txtPassword"},
+        {!hasOuterBlanks(form.txtUsername), "Please enter a username without blanks around it",
+         "txtUsername"},
+        {!hasOuterBlanks(form.txtPassword), "Please enter a password without blanks around it",
+         "txtPassword"},
     }};
     for (const Check& check : checks) {
         if (!check.isGood) {
-            return check.message;
+            return SiteFormProblem{.message = check.message, .box = check.box};
         }
     }
     return std::nullopt;
@@ -203,8 +206,16 @@ SiteConfig editedSite(const SiteForm& form) {
 
 SiteConfig addedSite(const SiteForm& form) {
     SiteConfig site = editedSite(form);
-    site.pass.clear();
+    if (!form.cmdAddConnect) {
+        site.pass.clear();
+    }
     return site;
+}
+
+SiteForm duplicateForm(const SiteConfig& site) {
+    SiteForm form = siteForm(site);
+    form.txtSitename += " (copy)";
+    return form;
 }
 
 } // namespace corvel

@@ -36,6 +36,7 @@ struct SiteForm {
     std::string txtIdent;
     bool chkConnectOnStartup = false;
     bool chkUseSSLProxy = false;
+    bool cmdAddConnect = false; // it was pressed, and not the OK button
 
     bool operator==(const SiteForm&) const = default;
 };
@@ -43,15 +44,25 @@ struct SiteForm {
 // The form that shows a site for editing.
 SiteForm siteForm(const SiteConfig& site);
 
-// The first thing that is wrong with the form, as the person is told; nothing for a valid form.
-std::optional<std::string> siteFormProblem(const SiteForm& form);
+// The first thing that is wrong with a form.
+struct SiteFormProblem {
+    std::string message; // as the person is told
+    std::string box;     // the name of the box in which it is
+};
+
+// Nothing for a valid form.
+std::optional<SiteFormProblem> siteFormProblem(const SiteForm& form);
 
 // The record that a valid form gives when a site is edited, as the file will hold it: name, host and ident
 // without blanks around them.
 SiteConfig editedSite(const SiteForm& form);
 
-// The record that a valid form gives when a site is added: its password stays empty until it is edited.
+// The record that a valid form gives when a site is added: its password stays empty until it is edited,
+// unless the site is to be connected at once.
 SiteConfig addedSite(const SiteForm& form);
+
+// The form that adds another site like site.
+SiteForm duplicateForm(const SiteConfig& site);
 
 // The records on the lines of a sites.ini, in their bytes. Every "name" line starts one; keys in front of the
 // first belong to none. Lines and values that cannot be read are passed over and leave the default.

@@ -97,7 +97,9 @@ void CommandChannel::Connect(int site) {
     session.telnet = {};
     session.seenTexts = {};
     session.encoding = TextEncoding::utf8;
-    services_.log.tell(site, {});
+    services_.log.tell(site, target.config.pass.empty()
+                                 ? "No password is kept for this site: Sites > Edit... takes one"
+                                 : "");
     session.encryption = !encrypts                 ? Encryption::none
                          : port == implicitTlsPort ? Encryption::handshake
                                                    : Encryption::greeting;

@@ -113,6 +113,7 @@ struct Site {
     SiteConfig config;
     SiteSession session;
     std::unique_ptr<Socket> wSock = std::make_unique<NoSocket>(); // which site 0 keeps
+    bool isRemoved = false;                                       // by a person; its index is not used again
 };
 
 // The sites by index; element 0 is a placeholder, and a site never moves in memory.

@@ -2,6 +2,7 @@
 
 #include "common/TextEncoding.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace corvel {
@@ -23,7 +24,7 @@ std::string line(std::string_view caption, std::int64_t count, std::int64_t spee
 } // namespace
 
 Status statusOf(const Sites& sites, int currentSite) {
-    Status status = {.hasSites = sites.size() > 1};
+    Status status = {.hasSites = std::ranges::count(sites, false, &Site::isRemoved) > 1};
     if (currentSite > 0) {
         const Site& site = at(sites, currentSite);
         status.sitename = toUtf8(site.config.name);

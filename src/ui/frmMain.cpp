@@ -118,7 +118,9 @@ void frmMain::start() {
     applyWindowState();
     createTray();
     add(program_.LoadSites());
+    areSitesKnown_ = true;
     program_.selectSite(std::min(1, program_.siteCount()));
+    showSites();
     showProblems(problems);
     views_.tell();
     tmrSocketStatus_Timer();
@@ -191,10 +193,10 @@ void frmMain::createPanels() {
     lvwSites_ = new SitesList(images_, area_);
     lvwSites_->setObjectName(QStringLiteral("lvwSites"));
     connect(lvwSites_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex& current) { program_.selectSite(current.row() + 1); });
+            [this](const QModelIndex& current) { program_.selectSite(SitesList::siteAt(current)); });
     connect(lvwSites_, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
         // Connecting ends a connection that is there: a double click must not.
-        const int site = index.row() + 1;
+        const int site = SitesList::siteAt(index);
         if (program_.site(site).wSock->state() == SocketState::closed) {
             program_.connectSite(site);
         }
@@ -225,6 +227,7 @@ void frmMain::createPanels() {
         tabMain_->addTab(panels[i], tr(tabs[i].caption));
     }
     connect(tabMain_, &QTabWidget::currentChanged, this, [this] {
+        showStartPage();
         if (tabMain_->currentWidget() == usersTab_) {
             users();
         } else if (tabMain_->currentWidget() == groupsTab_) {
@@ -237,8 +240,9 @@ void frmMain::createPanels() {
 }
 
 void frmMain::showAddedSite(int site) {
-    lvwSites_->addSite(displayTextOf(program_.site(site).config.name));
+    lvwSites_->addSite(site, displayTextOf(program_.site(site).config.name));
     changedSockets_.insert(site);
+    showSites();
 
     addTimer("tmrNoop", site, noopInterval, [this, site] { program_.tmrNoop_Timer(site); }).start();
     // Never started: the activity is not asked for by itself.
@@ -256,13 +260,20 @@ QTimer& frmMain::addTimer(const char* name, int site, int interval, std::functio
 
 void frmMain::showChange(const ViewChange& change) {
     const int site = change.site;
+    if (site > 0 && !program_.isThere(site) && change.part != ViewPart::removed) {
+        return; // it was told before the site went
+    }
     switch (change.part) {
     case ViewPart::added:
         showAddedSite(site);
         break;
     case ViewPart::renamed:
         lvwSites_->setName(site, displayTextOf(program_.site(site).config.name));
+        showSites();
         showStatus();
+        break;
+    case ViewPart::removed:
+        dropSite(site);
         break;
     case ViewPart::current:
         showCurrentSite();
@@ -344,6 +355,7 @@ std::vector<AccountsPanel*> frmMain::accountsPanels() const {
 void frmMain::showCurrentSite() {
     const int site = program_.currentSite();
     lvwSites_->select(site);
+    showSites();
     console_->showSite(site);
     activity_->showSite(site);
     browser_->showSite(site);

@@ -34,6 +34,7 @@ namespace corvel {
 class ElidedLabel;
 class NoticeBar;
 class SettingsPanel;
+class StartPage;
 
 // The main window: the sites list, the bar beside it, the tabs, the menus and the status bar. It shows
 // mdlMain and hands it everything that happens.
@@ -67,10 +68,20 @@ class frmMain : public QMainWindow {
     void createStatusBar();
     // A timer of a site, not started yet.
     QTimer& addTimer(const char* name, int site, int interval, std::function<void()> tick);
+    void createPopup();
     void sitesMenuTriggered(int index);
     void editSite(int site); // 0: a new one
+    void openAddDialog(const SiteForm& form);
+    void dropSite(int site);
+    // Shows in menus and tabs which sites there are.
+    void showSites();
+    void listSites(std::size_t most);
+    void showStartPage();
+    void openGuide();
+    void startDemo();
     void toggleSitesView();
     void showSitesList(bool visible);
+    void createHelpMenu();
     void openSettings();
     void openCertificate(int site);
     void openAboutBox();
@@ -111,7 +122,13 @@ class frmMain : public QMainWindow {
     QWidget* area_ = nullptr;     // what layoutWindow lays out
     QWidget* imgSplit_ = nullptr;
     QTabWidget* tabMain_ = nullptr;
-    QMenu* mnuListSites_ = nullptr;
+    QMenu* mnuListSites_ = nullptr;   // the sites list's own
+    QMenu* sitesMenu_ = nullptr;      // of the menu bar
+    std::vector<QAction*> siteNames_; // in it, a site each; more than there are sites where some went
+    QAction* sitesEnd_ = nullptr;     // behind them
+    std::vector<QAction*> needSite_;  // entries that act on the current site
+    std::vector<QAction*> needSites_; // and those that act on all
+    StartPage* startPage_ = nullptr;  // made when there is no site
     QAction* showSitesList_ = nullptr;
     LogPages* console_ = nullptr;
     LogPages* results_ = nullptr;
@@ -135,6 +152,7 @@ class frmMain : public QMainWindow {
     std::optional<Status> shownStatus_;
     EncryptionStatus shownEncryption_;
     SplitterLayout splitter_;
+    bool areSitesKnown_ = false;   // they are loaded
     bool isSavingTried_ = false;   // the sites, as the window was to close
     std::set<int> changedSockets_; // sites whose row is to be looked at by the next tick
 };

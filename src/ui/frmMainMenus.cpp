@@ -2,7 +2,6 @@
 #include "ui/desktop/Desktop.h"
 #include "ui/frmMain.h"
 #include "ui/SettingsPanel.h"
-#include "widgets/CertificateDialogs.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
 #include "widgets/ReportView.h"
@@ -12,9 +11,9 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QSslSocket>
+#include <QSysInfo>
 #include <QTabWidget>
-
-#include <array>
 
 // The menu bar, the settings tab, and what their entries and buttons do.
 
@@ -48,7 +47,18 @@ void focusWork(const QWidget& page) {
 void frmMain::createMenus() {
     createSitesMenu();
     createViewMenu();
+    createHelpMenu();
+}
+
+void frmMain::createHelpMenu() {
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    QAction* const guide =
+        help->addAction(tr("&Guide"), QKeySequence::HelpContents, this, &frmMain::openGuide);
+    guide->setObjectName(QStringLiteral("mnuHelpGuide"));
+    QAction* const folder =
+        help->addAction(tr("&Folder of the files"), this, [this] { shell_.open(program_.directory()); });
+    folder->setObjectName(QStringLiteral("mnuHelpFolder"));
+    help->addSeparator();
     QAction* const about = help->addAction(tr("&About Corvel"));
     about->setObjectName(QStringLiteral("mnuHelpAbout"));
     about->setMenuRole(QAction::AboutRole);
@@ -63,7 +73,10 @@ void frmMain::openAboutBox() {
     box->setTextFormat(Qt::PlainText);
     box->setText(QStringLiteral("Corvel %1").arg(QStringLiteral(CORVEL_VERSION)));
     box->setInformativeText(tr("Administers FTP servers over their control connections.") +
-                            QStringLiteral("\n\n") + tr("Runs with Qt %1.").arg(QLatin1String(qVersion())));
+                            QStringLiteral("\n\n") + tr("Runs with Qt %1.").arg(QLatin1String(qVersion())) +
+                            QLatin1Char('\n') +
+                            tr("Encrypts with %1.").arg(QSslSocket::sslLibraryVersionString()) +
+                            QLatin1Char('\n') + tr("System: %1.").arg(QSysInfo::prettyProductName()));
     box->setStandardButtons(QMessageBox::Ok);
     corvel::openDialog(*box);
 }
@@ -89,33 +102,6 @@ void frmMain::openSettings() {
                            activity_->applyColumns();
                            activity_->applyColours();
                        });
-}
-
-void frmMain::createSitesMenu() {
-    // Null: a separator.
-    static constexpr std::array<const char*, 11> captions = {QT_TR_NOOP("Connect"),
-                                                             QT_TR_NOOP("Disconnect"),
-                                                             nullptr,
-                                                             QT_TR_NOOP("Edit..."),
-                                                             QT_TR_NOOP("Delete"),
-                                                             nullptr,
-                                                             QT_TR_NOOP("Add new..."),
-                                                             nullptr,
-                                                             QT_TR_NOOP("Toggle Icon/Report view"),
-                                                             nullptr,
-                                                             QT_TR_NOOP("Certificate...")};
-    mnuListSites_ = menuBar()->addMenu(tr("&Sites"));
-    mnuListSites_->setObjectName(QStringLiteral("mnuListSites"));
-    int index = 0;
-    for (const char* const caption : captions) {
-        QAction* const action =
-            caption == nullptr ? mnuListSites_->addSeparator() : mnuListSites_->addAction(tr(caption));
-        action->setObjectName(elementName("mnuListSites", index));
-        connect(action, &QAction::triggered, this, [this, index] { sitesMenuTriggered(index); });
-        ++index;
-    }
-    connect(lvwSites_, &SitesList::menuRequested, this,
-            [this](const QPoint& position) { mnuListSites_->popup(position); });
 }
 
 void frmMain::createViewMenu() {
@@ -155,68 +141,6 @@ void frmMain::createViewMenu() {
     };
     addTabStep(tr("&Next tab"), {QKeySequence(tr("Ctrl+PgDown")), QKeySequence(tr("Ctrl+Tab"))}, 1);
     addTabStep(tr("&Previous tab"), {QKeySequence(tr("Ctrl+PgUp")), QKeySequence(tr("Ctrl+Shift+Tab"))}, -1);
-}
-
-void frmMain::sitesMenuTriggered(int index) {
-    const int site = program_.currentSite();
-    switch (index) {
-    case 0:
-        program_.connectSite(site);
-        break;
-    case 1:
-        program_.disconnectSite(site);
-        break;
-    case 3:
-        if (site > 0) {
-            editSite(site);
-        }
-        break;
-    case 6:
-        editSite(0);
-        break;
-    case 8:
-        toggleSitesView();
-        break;
-    case 10:
-        if (site > 0) {
-            openCertificate(site);
-        }
-        break;
-    default: // "Delete" does nothing
-        break;
-    }
-}
-
-void frmMain::openCertificate(int site) {
-    const Site& shown = program_.site(site);
-    const bool isConnected = shown.wSock->state() == SocketState::connected;
-    const std::string encryption = encryptionStatus(shown).text;
-    openCertificateDialog(*this,
-                          {.siteName = shown.config.name,
-                           .host = shown.config.host,
-                           .port = shown.config.port,
-                           .connection = !isConnected         ? "not connected"
-                                         : encryption.empty() ? "not encrypted"
-                                                              : encryption,
-                           .chain = shown.wSock->encryption().chain,
-                           .remembered = program_.trustedFingerprint(site)},
-                          [this, site] { program_.forgetFingerprint(site); });
-}
-
-void frmMain::editSite(int site) {
-    const bool isNew = site == 0;
-    const SiteForm form = isNew ? SiteForm{} : siteForm(program_.site(site).config);
-    const QString name = displayTextOf(form.txtSitename);
-    openSiteDialog(*this, isNew ? tr("Add new site") : QStringLiteral("Editing site \"%1\"").arg(name),
-                   isNew ? tr("Add and close") : tr("Save changes"), form,
-                   [this, site, isNew](const SiteForm& filled) {
-                       std::optional<std::string> problem =
-                           isNew ? program_.addSite(filled) : program_.changeSite(site, filled);
-                       if (isNew && !problem) {
-                           program_.selectSite(program_.siteCount());
-                       }
-                       return problem;
-                   });
 }
 
 } // namespace corvel

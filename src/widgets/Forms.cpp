@@ -9,6 +9,7 @@
 #include <QGridLayout>
 #include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyle>
 #include <QStyleOptionFrame>
 
@@ -30,6 +31,13 @@ QString elementName(const char* name, int index) {
 
 QString plainCaption(const QString& caption) {
     return QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')).trimmed();
+}
+
+QString actionText(std::string_view bytes, const QWidget& menu) {
+    const int widest = menu.screen()->availableGeometry().width() * 3 / 4;
+    return menu.fontMetrics()
+        .elidedText(displayTextOf(bytes), Qt::ElideMiddle, widest)
+        .replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
 QLabel* labelFor(QWidget& input, const char* name, const QString& caption) {
@@ -265,6 +273,7 @@ void DialogOverForm::send() {
     if (!problem) {
         accept();
     } else if (!problem->empty()) {
+        refused();
         QStringList lines;
         for (const std::string_view line : split(*problem, lineEnd)) {
             lines.append(displayTextOf(line));

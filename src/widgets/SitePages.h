@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QLabel>
 #include <QStackedWidget>
 
 #include <functional>
@@ -9,19 +8,15 @@
 
 namespace corvel {
 
-// A stack with a page for every site that was looked at, and in front of them the one that says that there
-// are no sites. A page is made when it is first in sight: most of many sites are never looked at. Page: a
-// pointer to a widget, or a record with one as its member widget.
+// A stack with a page for every site that was looked at, and in front of them an empty one. A page is made
+// when it is first in sight: most of many sites are never looked at. Page: a pointer to a widget, or a record
+// with one as its member widget.
 template <typename Page>
 class SitePages : public QStackedWidget {
   public:
     // make: makes the page of a site as the site is by then; the stack owns its widget.
     explicit SitePages(std::function<Page(int site)> make) : make_(std::move(make)) {
-        auto* const empty = new QLabel(
-            QLabel::tr("There are no sites yet.\nChoose Sites > Add new... to add the first one."));
-        empty->setObjectName(QStringLiteral("lblNoSites"));
-        empty->setAlignment(Qt::AlignCenter);
-        addWidget(empty);
+        addWidget(new QWidget);
     }
 
     // Brings the site's page to the front, once the stack itself is in sight; 0: the empty one.
@@ -46,6 +41,15 @@ class SitePages : public QStackedWidget {
         Page& made = pages_.emplace(site, make_(site)).first->second;
         addWidget(widgetOf(made));
         return made;
+    }
+
+    // Ends the site's page. Not at once: an event for it may be under way.
+    void drop(int site) {
+        if (Page* const page = find(site)) {
+            removeWidget(widgetOf(*page));
+            widgetOf(*page)->deleteLater();
+            pages_.erase(site);
+        }
     }
 
   protected:

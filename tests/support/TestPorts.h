@@ -48,7 +48,8 @@ class RecordingViews : public Views {
                                              "sessionReset",
                                              "encryptionChanged",
                                              "lastErrorChanged",
-                                             ""};
+                                             "",
+                                             "siteRemoved"};
         const std::string name = names[static_cast<std::size_t>(change.part)];
         const std::string site = " " + std::to_string(change.site);
         if (change.part == ViewPart::accounts) {

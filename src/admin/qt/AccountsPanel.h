@@ -178,6 +178,7 @@ class AccountsPanel : public QWidget {
 
   public:
     void showSite(int site);
+    void dropSite(int site) { lists_->drop(site); }
     void connectionChanged(int site); // an empty list says so
     void accountsChanged(int site, Accounts accounts, AccountChange change);
 

@@ -25,6 +25,7 @@ class BrowserPanel : public QWidget {
     explicit BrowserPanel(mdlMain& program, QWidget* parent = nullptr);
 
     void showSite(int site);
+    void dropSite(int site) { pages_->drop(site); }
     void logChanged(int site);
     void listingChanged(int site);
     void pathChanged(int site);

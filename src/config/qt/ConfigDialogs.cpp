@@ -1,6 +1,7 @@
 #include "config/qt/ConfigDialogs.h"
 
 #include "widgets/Forms.h"
+#include "widgets/Icons.h"
 #include "widgets/ReportView.h"
 #include "widgets/StoreValues.h"
 #include "widgets/TextConversion.h"
@@ -12,6 +13,7 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QToolButton>
 
 #include <array>
 #include <utility>
@@ -242,41 +244,90 @@ QGroupBox* frmSettings::createTray() const {
 
 class frmSitesAddEdit : public FormDialog<SiteForm> {
   public:
-    frmSitesAddEdit(const QString& title, const QString& okCaption, Opening opening, Accept accept,
-                    QWidget* parent)
-        : FormDialog("frmSitesAddEdit", title, std::move(opening), std::move(accept), parent),
-          connectOnStartup_(newCheckBox("chkConnectOnStartup", tr("&Connect when starting Corvel"),
-                                        form_.chkConnectOnStartup)),
-          useSslProxy_(newCheckBox("chkUseSSLProxy", tr("Use SS&L proxy for this server (tunnelor)"),
-                                   form_.chkUseSSLProxy)) {
-        useSslProxy_->setToolTip(
-            tr("Where settings.ini names a tunnel (ssl_tunnel_host), the connection goes through it.\n"
-               "Otherwise Corvel encrypts it: with AUTH TLS, or from the first byte on port 990."));
-        auto* const layout = new QFormLayout(this);
-        layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-        boxes_.addRow(*layout, form_.txtSitename, "txtSitename", tr("Site &name:"));
-        boxes_.addRow(*layout, form_.txtHostname, "txtHostname", tr("&Host name:"));
-        boxes_.addRow(*layout, form_.txtPort, "txtPort", tr("P&ort:"));
-        boxes_.addRow(*layout, form_.txtUsername, "txtUsername", tr("&User name:"));
-        boxes_.addRow(*layout, form_.txtPassword, "txtPassword", tr("&Password:"))
-            ->setEchoMode(QLineEdit::Password);
-        boxes_.addRow(*layout, form_.txtIdent, "txtIdent", tr("&Ident:"));
-        layout->addRow(QString(), connectOnStartup_);
-        layout->addRow(QString(), useSslProxy_);
-        layout->addRow(buttons({"OKButton", okCaption, "CancelButton"}));
-        setMinimumWidth(sizeHint().width() + fontMetrics().averageCharWidth() * 12);
-        boxes_.show();
-    }
+    frmSitesAddEdit(const SiteDialogTexts& texts, Opening opening, Accept accept, QWidget* parent);
 
   private:
+    QHBoxLayout* createPassword();
+    QDialogButtonBox* createButtons(const SiteDialogTexts& texts);
     void collect() override {
         form_.chkConnectOnStartup = connectOnStartup_->isChecked();
         form_.chkUseSSLProxy = useSslProxy_->isChecked();
+        form_.cmdAddConnect = connects_;
+    }
+    // The person is to go on where the mistake is.
+    void refused() override {
+        const std::string box = siteFormProblem(form_).value_or(SiteFormProblem()).box;
+        if (auto* const wrong = findChild<QLineEdit*>(fromCore(box))) {
+            wrong->setFocus();
+            wrong->selectAll();
+        }
     }
 
     QCheckBox* connectOnStartup_;
     QCheckBox* useSslProxy_;
+    bool connects_ = false; // the button pressed last is the one that connects
 };
+
+frmSitesAddEdit::frmSitesAddEdit(const SiteDialogTexts& texts, Opening opening, Accept accept,
+                                 QWidget* parent)
+    : FormDialog("frmSitesAddEdit", texts.title, std::move(opening), std::move(accept), parent),
+      connectOnStartup_(
+          newCheckBox("chkConnectOnStartup", tr("&Connect when starting Corvel"), form_.chkConnectOnStartup)),
+      useSslProxy_(newCheckBox("chkUseSSLProxy", tr("Use SS&L proxy for this server (tunnelor)"),
+                               form_.chkUseSSLProxy)) {
+    useSslProxy_->setToolTip(
+        tr("Where settings.ini names a tunnel (ssl_tunnel_host), the connection goes through it.\n"
+           "Otherwise Corvel encrypts it: with AUTH TLS, or from the first byte on port 990."));
+    auto* const layout = new QFormLayout(this);
+    layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    boxes_.addRow(*layout, form_.txtSitename, "txtSitename", tr("Site &name:"));
+    boxes_.addRow(*layout, form_.txtHostname, "txtHostname", tr("&Host name:"));
+    boxes_.addRow(*layout, form_.txtPort, "txtPort", tr("P&ort:"))->setPlaceholderText(QStringLiteral("21"));
+    boxes_.addRow(*layout, form_.txtUsername, "txtUsername", tr("&User name:"));
+    QHBoxLayout* const password = createPassword();
+    layout->addRow(labelFor(*password->itemAt(0)->widget(), "txtPassword", tr("&Password:")), password);
+    auto* const place = new ElidedLabel("lblPasswordPlace");
+    place->showText(tr("Passwords are kept in plain text in sites.ini, in %1").arg(texts.folder));
+    layout->addRow(QString(), place);
+    boxes_.addRow(*layout, form_.txtIdent, "txtIdent", tr("&Ident:"));
+    layout->addRow(QString(), connectOnStartup_);
+    layout->addRow(QString(), useSslProxy_);
+    layout->addRow(createButtons(texts));
+    setMinimumWidth(sizeHint().width() + fontMetrics().averageCharWidth() * 12);
+    boxes_.show();
+}
+
+// The box, and beside it an eye that shows what is in it.
+QHBoxLayout* frmSitesAddEdit::createPassword() {
+    BytesEdit* const password = boxes_.add(form_.txtPassword);
+    password->setEchoMode(QLineEdit::Password);
+    auto* const eye = new QToolButton;
+    eye->setObjectName(QStringLiteral("cmdShowPassword"));
+    eye->setIcon(icon("eye"));
+    eye->setToolTip(tr("Show the password"));
+    eye->setAccessibleName(eye->toolTip());
+    eye->setCheckable(true);
+    eye->setFocusPolicy(Qt::StrongFocus);
+    connect(eye, &QToolButton::toggled, password, [password](bool isShown) {
+        password->setEchoMode(isShown ? QLineEdit::Normal : QLineEdit::Password);
+    });
+    auto* const row = new QHBoxLayout;
+    row->addWidget(password, 1);
+    row->addWidget(eye);
+    return row;
+}
+
+QDialogButtonBox* frmSitesAddEdit::createButtons(const SiteDialogTexts& texts) {
+    QDialogButtonBox* const all = buttons({"OKButton", texts.okCaption, "CancelButton"});
+    if (!texts.connectCaption.isEmpty()) {
+        QPushButton* const connects = all->addButton(texts.connectCaption, QDialogButtonBox::AcceptRole);
+        connects->setObjectName(QStringLiteral("cmdAddConnect"));
+        // Comes before the signal that is common to both.
+        connect(all, &QDialogButtonBox::clicked, this,
+                [this, connects](const QAbstractButton* pressed) { connects_ = pressed == connects; });
+    }
+    return all;
+}
 
 } // namespace
 
@@ -288,9 +339,9 @@ void openSettingsDialog(QWidget& parent, SettingsForm form, std::function<void(c
     openDialog(*new frmSettings({std::move(form)}, accept, &parent));
 }
 
-void openSiteDialog(QWidget& parent, const QString& title, const QString& okCaption, SiteForm form,
+void openSiteDialog(QWidget& parent, const SiteDialogTexts& texts, SiteForm form,
                     std::function<std::optional<std::string>(const SiteForm&)> accept) {
-    openDialog(*new frmSitesAddEdit(title, okCaption, {std::move(form)}, std::move(accept), &parent));
+    openDialog(*new frmSitesAddEdit(texts, {std::move(form)}, std::move(accept), &parent));
 }
 
 } // namespace corvel

@@ -27,6 +27,7 @@ class ActivityPanel : public QWidget {
     ActivityPanel(mdlMain& program, const ImageLists& images, QWidget* parent = nullptr);
 
     void showSite(int site);
+    void dropSite(int site) { pages_->drop(site); }
     void activityChanged(int site); // also when the connection has ended
 
     // After a change of the columns, or of the colours, in windowState().

@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
+#include <algorithm>
+
 namespace corvel {
 
 namespace {
@@ -18,6 +20,7 @@ constexpr int nameColumn = 0;
 constexpr int stateColumn = 1;
 constexpr int encryptionRole = Qt::UserRole; // of the state: the line of its tip, and the same as markup
 constexpr int markupRole = encryptionRole + 1;
+constexpr int siteRole = markupRole + 1; // of the name: the site's index
 constexpr int margin = 6;
 constexpr int smallIconSize = 16;
 constexpr int largeIconSize = 32;
@@ -124,27 +127,53 @@ SitesList::SitesList(const ImageLists& images, QWidget* parent) : QListView(pare
     setReportView(true);
 }
 
-void SitesList::addSite(const QString& name) {
-    sites_.appendRow(
-        {new QStandardItem(images_.image("site-disconnected"), name), new QStandardItem(QString())});
+void SitesList::addSite(int site, const QString& name) {
+    auto* const item = new QStandardItem(images_.image("site-disconnected"), name);
+    item->setData(site, siteRole);
+    sites_.appendRow({item, new QStandardItem(QString())});
     describe(sites_.rowCount() - 1);
 }
 
+void SitesList::removeSite(int site) {
+    if (const int row = rowOf(site); row >= 0) {
+        sites_.removeRow(row);
+    }
+}
+
+int SitesList::siteAt(const QModelIndex& row) {
+    return row.siblingAtColumn(nameColumn).data(siteRole).toInt();
+}
+
+// Rows only ever go: a site's is its index less one, or before it.
+int SitesList::rowOf(int site) const {
+    int row = std::min(site, sites_.rowCount()) - 1;
+    while (row >= 0 && siteAt(sites_.index(row, nameColumn)) != site) {
+        --row;
+    }
+    return row;
+}
+
 void SitesList::setName(int site, const QString& name) {
-    sites_.item(site - 1, nameColumn)->setText(name);
-    describe(site - 1);
+    if (const int row = rowOf(site); row >= 0) {
+        sites_.item(row, nameColumn)->setText(name);
+        describe(row);
+    }
 }
 
 void SitesList::setState(int site, const QString& text, bool connected, const EncryptionStatus& encryption) {
-    QStandardItem& state = *sites_.item(site - 1, stateColumn);
+    const int row = rowOf(site);
+    if (row < 0) {
+        return;
+    }
+    QStandardItem& state = *sites_.item(row, stateColumn);
     const QString line = fromCore(encryption.text);
     if (state.text() != text || state.data(encryptionRole).toString() != line) {
         state.setText(text);
         state.setData(line, encryptionRole);
         state.setData(lockMarkup(encryption.lock) + line.toHtmlEscaped(), markupRole);
-        sites_.item(site - 1, nameColumn)
+        sites_.item(row, nameColumn)
             ->setIcon(images_.image(connected ? "site-connected" : "site-disconnected"));
-        describe(site - 1);
+        describe(row);
     }
 }
 

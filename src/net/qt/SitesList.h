@@ -8,8 +8,9 @@ namespace corvel {
 struct EncryptionStatus;
 class ImageLists;
 
-// The sites list in its two views: one line for the name and one for the state, or icons with names. Site i
-// is row i - 1 of its model; column 0 has the name with its icon, column 1 the state of the connection.
+// The sites list in its two views: one line for the name and one for the state, or icons with names. The rows
+// of its model are the sites in their order, without those that were removed; column 0 has the name with its
+// icon, column 1 the state of the connection.
 class SitesList : public QListView {
     Q_OBJECT
 
@@ -18,12 +19,16 @@ class SitesList : public QListView {
     explicit SitesList(const ImageLists& images, QWidget* parent = nullptr);
 
     // Appends a row.
-    void addSite(const QString& name);
+    void addSite(int site, const QString& name);
+    // Takes the site's row away. Whatever else is said about a site without a row does nothing.
+    void removeSite(int site);
     void setName(int site, const QString& name);
     // Writes only what differs from what is shown. encryption: for the tool tip.
     void setState(int site, const QString& text, bool connected, const EncryptionStatus& encryption);
     // Makes the site's row the current one; 0: none.
-    void select(int site) { setCurrentIndex(sites_.index(site - 1, 0)); }
+    void select(int site) { setCurrentIndex(sites_.index(rowOf(site), 0)); }
+    // The site of a row; 0 for none.
+    static int siteAt(const QModelIndex& row);
 
     void setReportView(bool report);
     bool isReportView() const { return viewMode() == QListView::ListMode; }
@@ -35,6 +40,7 @@ class SitesList : public QListView {
     void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
+    int rowOf(int site) const; // -1 where it has none
     void describe(int row);
 
     const ImageLists& images_;

@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QEvent>
+#include <QProcess>
 
 namespace corvel {
 
@@ -40,6 +41,10 @@ StartOptions readStartOptions(const QStringList& arguments, const QString& defau
         options.message = QStringLiteral("Corvel " CORVEL_VERSION "\n");
     }
     return options;
+}
+
+bool startProgramAgain(const QStringList& arguments) {
+    return QProcess::startDetached(QCoreApplication::applicationFilePath(), arguments);
 }
 
 TopmostDialogs::TopmostDialogs(const QAbstractButton& whileChecked, QObject* parent)

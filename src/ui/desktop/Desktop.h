@@ -68,6 +68,9 @@ class TopmostDialogs : public QObject {
     const QAbstractButton& whileChecked_;
 };
 
+// Starts this program once more, beside itself. False where that fails.
+bool startProgramAgain(const QStringList& arguments);
+
 // Opens a program, a document or an address as a double click on it would. target: not empty; a relative name
 // is looked for in programDirectory first, and programs are started there, without arguments. owner: the
 // window over which the system shows what it has to ask. Nothing says when it fails.
