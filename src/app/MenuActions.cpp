@@ -56,23 +56,14 @@ MenuVariables connectionVariables(const SiteSession& session) {
 struct MenuActions::Executor {
     const Services& services;
     int site;
-    std::string_view argument;
+    const MenuCommand& command;
 
-    void exec() const {
-        const std::string_view target = execTarget(argument);
-        if (isOneLine(target)) {
-            services.shell.open(std::string(target));
-        } else {
-            services.prompts.Message("Not opened, since it holds a line break or a NUL character:\r\n" +
-                                     visibleText(target));
-        }
-    }
+    void exec() const { services.shell.open(command.target); }
     void exit() const { services.shell.quit(); }
-    void copy() const { services.shell.setClipboardText(std::string(argument)); }
+    void copy() const { services.shell.setClipboardText(command.argument); }
 
     void kill() const {
-        const std::string pattern = foldCase(trim(argument));
-        if (const ProcessId id = services.shell.FindProcessByPath(pattern); id != 0) {
+        if (const ProcessId id = services.shell.FindProcessByPath(foldCase(command.target)); id != 0) {
             services.shell.KillProcess(id);
         }
     }
@@ -80,7 +71,7 @@ struct MenuActions::Executor {
     void ftp() const {
         if (site > 0) {
             const TextEncoding encoding = at(services.sites, site).session.encoding;
-            const std::string line = fromUtf8(argument, encoding);
+            const std::string line = fromUtf8(command.argument, encoding);
             // Nobody knows what the command changes: what is known of the accounts may be wrong behind it.
             services.outbox.startOrTell(site, LogKind::commandResults,
                                         {{{.sCommand = line, .bQuiet = false, .iHandler = handler::menuFtp}}},
@@ -139,19 +130,26 @@ std::optional<std::string> MenuActions::directoryOf(int site, MenuKind kind) con
     return isOfRow ? std::optional(at(services_.sites, site).session.sCwd) : std::nullopt;
 }
 
-void MenuActions::ExecuteMenuCommand(int site, std::string_view line, std::optional<std::string> directory) {
-    MenuCommand command = parseMenuCommand(line);
-    if (!command.asksFirst) {
+void MenuActions::ExecuteMenuCommand(int site, const MenuCommand& command,
+                                     std::optional<std::string> directory) {
+    if (!command.problem.empty()) {
+        services_.prompts.Message("Not done, since it " + command.problem + ":\r\n" +
+                                  visibleText(command.argument));
+        return;
+    }
+    if (!command.asksFirst && !command.isServersChoice) {
         execute(site, command, directory);
         return;
     }
-    const std::string question = menuQuestion(command.argument);
-    services_.prompts.AskYesNo(
-        question, [this, site, command = std::move(command), directory = std::move(directory)](bool yes) {
-            if (yes) {
-                execute(site, command, directory);
-            }
-        });
+    const std::string question =
+        command.asksFirst ? menuQuestion(command.argument)
+                          : "The server chose what this entry acts on. Do it all the same?\r\n\r\n" +
+                                command.action + " " + visibleText(command.target);
+    services_.prompts.AskYesNo(question, [this, site, command, directory = std::move(directory)](bool yes) {
+        if (yes) {
+            execute(site, command, directory);
+        }
+    });
 }
 
 void MenuActions::execute(int site, const MenuCommand& command, const std::optional<std::string>& directory) {
@@ -176,7 +174,7 @@ void MenuActions::execute(int site, const MenuCommand& command, const std::optio
     }};
     const auto* const action = std::ranges::find(actions, command.action, &Action::word);
     if (action != actions.end()) {
-        (Executor{services_, site, command.argument}.*action->run)();
+        (Executor{services_, site, command}.*action->run)();
     }
 }
 

@@ -42,10 +42,10 @@ class MenuActions {
     // where they are of no row of the browser.
     std::optional<std::string> directoryOf(int site, MenuKind kind) const;
 
-    // Does what the command line (UTF-8) of an entry says, after a yes where it asks first. A line that says
-    // nothing that is known does nothing, nor does one that was made for a row of a directory that the
-    // browser has left; the status bar says so.
-    void ExecuteMenuCommand(int site, std::string_view line, std::optional<std::string> directory = {});
+    // Does what an entry says, after a yes where it asks first or where a server chose what it acts on. One
+    // that says nothing that is known does nothing, nor does one that was made for a row of a directory that
+    // the browser has left; the status bar says so. What may not be done is said in a message.
+    void ExecuteMenuCommand(int site, const MenuCommand& command, std::optional<std::string> directory = {});
 
   private:
     struct Executor;

@@ -267,9 +267,9 @@ std::string expandPlaceholder(std::string_view inner, const MenuVariables& varia
 
 } // namespace
 
-std::string ExpandTemplate(std::string_view text, const MenuVariables& variables) {
+std::vector<TemplatePiece> expandPieces(std::string_view text, const MenuVariables& variables) {
     constexpr std::string_view opening = "%(";
-    std::string result;
+    std::vector<TemplatePiece> pieces;
     while (!variables.empty()) {
         const std::size_t start = text.find(opening);
         const std::size_t end = text.find(')', start);
@@ -278,10 +278,20 @@ std::string ExpandTemplate(std::string_view text, const MenuVariables& variables
             break;
         }
         const std::string_view inner = text.substr(start + opening.size(), end - start - opening.size());
-        result.append(text.substr(0, start)).append(expandPlaceholder(inner, variables));
+        pieces.push_back({std::string(text.substr(0, start))});
+        pieces.push_back({expandPlaceholder(inner, variables), true});
         text.remove_prefix(end + 1);
     }
-    return result.append(text);
+    pieces.push_back({std::string(text)});
+    return pieces;
+}
+
+std::string ExpandTemplate(std::string_view text, const MenuVariables& variables) {
+    std::string result;
+    for (const TemplatePiece& piece : expandPieces(text, variables)) {
+        result += piece.text;
+    }
+    return result;
 }
 
 } // namespace corvel

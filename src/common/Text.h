@@ -89,4 +89,13 @@ using MenuVariables = std::vector<MenuVariable>;
 // there on stays. Inserted values are not expanded again. Without any variables text comes back unchanged.
 std::string ExpandTemplate(std::string_view text, const MenuVariables& variables);
 
+// A part of an expanded template: as it is written there, or the value of a placeholder.
+struct TemplatePiece {
+    std::string text;
+    bool isValue = false;
+};
+
+// The same in its parts, in their order.
+std::vector<TemplatePiece> expandPieces(std::string_view text, const MenuVariables& variables);
+
 } // namespace corvel

@@ -105,9 +105,9 @@ void expectUnusable(Browsing& program, const std::string& why, const std::string
              [&] { browser.remove(1, fileRow); },
              [&] { browser.makeDirectory(1); },
              [&] { browser.rename(1, fileRow, "b.txt"); },
-             [&] { program.main.menus().ExecuteMenuCommand(1, "chmod"); },
-             [&] { program.main.menus().ExecuteMenuCommand(1, "chattr"); },
-             [&] { program.main.menus().ExecuteMenuCommand(1, "nuke"); },
+             [&] { program.main.menus().ExecuteMenuCommand(1, menuCommand("chmod", {})); },
+             [&] { program.main.menus().ExecuteMenuCommand(1, menuCommand("chattr", {})); },
+             [&] { program.main.menus().ExecuteMenuCommand(1, menuCommand("nuke", {})); },
          }) {
         program.views.calls.clear();
         act();

@@ -45,15 +45,17 @@ struct Choosing : LoggedIn {
     std::string first(MenuKind kind, int site = 1) {
         return main.menus().ShowCustomMenu(site, kind).front().command;
     }
-    Texts run(const std::string& line, int site = 1) {
-        main.menus().ExecuteMenuCommand(site, line);
+    Texts run(const std::string& line, int site = 1) { return run(menuCommand(line, {}), site); }
+    Texts run(const MenuCommand& command, int site = 1) {
+        main.menus().ExecuteMenuCommand(site, command);
         return socket(1).takeSentLines();
     }
 };
 
 TEST(MenuActions, MenusAreMadeForTheSelectedRow) {
     Choosing program;
-    EXPECT_EQ(program.itemFor(-1), (MenuItem{"\xC3\xA4 ", "ftp site wipe "}));
+    EXPECT_EQ(program.itemFor(-1).caption, "\xC3\xA4 ");
+    EXPECT_EQ(program.itemFor(-1).command, "ftp site wipe ");
     EXPECT_EQ(program.itemFor(linkRow).command, "ftp site wipe lnk -> /site/");
     EXPECT_EQ(program.itemFor(directoryRow).caption, "\xC3\xA4 gr\xC3\xB6\xC3\x9F\x65");
     EXPECT_EQ(program.first(MenuKind::tray), "%(name)") << "it has no variables";
@@ -63,14 +65,14 @@ TEST(MenuActions, MenusAreMadeForTheSelectedRow) {
 
 TEST(MenuActions, FtpSendsNamesInTheServersBytes) {
     Choosing program;
-    EXPECT_EQ(program.run(program.itemFor(directoryRow).command), (Texts{"site wipe gr\xF6\xDF\x65"}));
+    EXPECT_EQ(program.run(program.itemFor(directoryRow).action), (Texts{"site wipe gr\xF6\xDF\x65"}));
     EXPECT_EQ(program.session(1).current.iHandler, handler::menuFtp);
     EXPECT_EQ(program.commandResults(1), "> site wipe gr\xC3\xB6\xC3\x9F\x65\r\n");
     program.answer({send("200 done\r\n")}, "done");
-    EXPECT_EQ(program.run(program.itemFor(fileRow).command),
+    EXPECT_EQ(program.run(program.itemFor(fileRow).action),
               (Texts{"site wipe a & \"b\"; `c` | %(pwd) 100%"}));
     program.answer({send("200 done\r\n")}, "done");
-    EXPECT_EQ(program.run(program.itemFor(badNameRow).command), Texts()) << "a line break in the name";
+    EXPECT_EQ(program.run(program.itemFor(badNameRow).action), Texts()) << "a line break in the name";
     EXPECT_EQ(program.run("ftp site help", 0), Texts()) << "no site";
 }
 
@@ -130,6 +132,15 @@ TEST(MenuActions, DoWhatTheirLinesSay) {
     EXPECT_EQ(program.shell.calls, Texts());
     program.run("%copy a  b");
     EXPECT_EQ(program.shell.calls, (Texts{"copy a  b"}));
+    program.prompts.answers = {"no", "yes"};
+    const MenuCommand chosen = menuCommand("exec %(v)", {{"v", "halt"}});
+    program.run(chosen);
+    EXPECT_EQ(program.shell.calls.size(), 1U);
+    program.run(chosen);
+    EXPECT_EQ(program.shell.calls.back(), "open halt");
+    program.run(menuCommand("exec /x/%(v)", {{"v", "../y"}}));
+    EXPECT_EQ(program.shell.calls.size(), 2U);
+    EXPECT_EQ(program.prompts.asked.back(), "Not done, since it leaves its folder:\r\n/x/../y");
 }
 
 // A menu, or its question, may stand open while the browser goes elsewhere.
@@ -140,8 +151,8 @@ TEST(MenuActions, AnEntryForARowIsOfItsDirectoryAlone) {
     EXPECT_EQ(program.main.menus().directoryOf(1, MenuKind::userList), std::nullopt);
     program.prompts.answers = {"yes"};
     program.prompts.beforeAnswer = [&] { program.main.browser().root(1); };
-    program.main.menus().ExecuteMenuCommand(1, "%ftp site wipe x", directory);
-    program.main.menus().ExecuteMenuCommand(1, "ftp site wipe x", directory);
+    program.main.menus().ExecuteMenuCommand(1, menuCommand("%ftp site wipe x", {}), directory);
+    program.main.menus().ExecuteMenuCommand(1, menuCommand("ftp site wipe x", {}), directory);
     EXPECT_EQ(program.socket(1).takeSentLines(), Texts{"CWD /"});
     EXPECT_TRUE(program.session(1).lastErrorLine.starts_with("Nothing was done: "));
 }

@@ -112,7 +112,9 @@ class WindowDriver : public Driver {
     void rename(const QString& name, const QString& newName);
 
     // Runs the command of a custom menu on site 1.
-    void run(const std::string& command) { window->program().menus().ExecuteMenuCommand(1, command); }
+    void run(const std::string& command) {
+        window->program().menus().ExecuteMenuCommand(1, menuCommand(command, {}));
+    }
     // Triggers an entry of the sites menu.
     void chooseSitesMenu(int index);
     // Types a text into the next input box and accepts it.

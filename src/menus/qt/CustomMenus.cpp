@@ -57,7 +57,7 @@ QMenu* CustomMenus::prepare(MenuKind kind) {
         // What was made for a row stays with its site. The tray's menu is of no row, and stays as it is while
         // the current site becomes another one.
         const bool isOfRow = kind != MenuKind::tray;
-        connect(action, &QAction::triggered, this, [this, site, isOfRow, directory, command = item.command] {
+        connect(action, &QAction::triggered, this, [this, site, isOfRow, directory, command = item.action] {
             program_.menus().ExecuteMenuCommand(isOfRow ? site : program_.currentSite(), command, directory);
         });
     }
