@@ -225,9 +225,8 @@ BENCHMARK(readSelection)->Unit(benchmark::kMillisecond);
 void logBurst(benchmark::State& state) {
     constexpr int lineCount = 10000;
     constexpr int linesPerTurn = 1000;
-    constexpr qsizetype kept = 25000;
-    QString log;
-    LogBox box([&log] { return log; });
+    LogText log(25000, LogText::Style::linesEnd);
+    LogBox box([&log]() -> const LogText& { return log; });
     box.resize(900, 600);
     box.show();
     QCoreApplication::processEvents();
@@ -235,8 +234,8 @@ void logBurst(benchmark::State& state) {
     double bound = 0;
     for ([[maybe_unused]] auto _ : state) {
         for (int line = 0; line < lineCount; ++line) {
-            log += QStringLiteral("12:34:56 211-status of line %1 of a long reply\n").arg(line);
-            log = log.right(kept);
+            log.append("211-status of line " + std::to_string(line) + " of a long reply", "12:34:56",
+                       line % 3 == 0 ? LogLine::command : LogLine::reply);
             box.scheduleUpdate();
             if ((line + 1) % linesPerTurn == 0) {
                 QElapsedTimer turn;
@@ -247,7 +246,7 @@ void logBurst(benchmark::State& state) {
             }
         }
         const double start = processorSeconds();
-        QPlainTextEdit plain(log);
+        QPlainTextEdit plain(QString::fromStdString(log.text()));
         plain.resize(900, 600);
         plain.show();
         QCoreApplication::processEvents();

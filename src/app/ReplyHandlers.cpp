@@ -61,11 +61,11 @@ void chattrReply(const ReplyServices& services, const Reply& reply) {
 }
 
 void toBrowserReply(const ReplyServices& services, const Reply& reply) {
-    services.log.LogBrowserReply(reply.site, reply.lastChunk);
+    services.log.LogBrowserReply(reply.site, reply.lastChunk, LogLine::reply);
 }
 
 void toCommandResults(const ReplyServices& services, const Reply& reply) {
-    services.log.LogCommandResults(reply.site, reply.lastChunk);
+    services.log.LogCommandResults(reply.site, reply.lastChunk, LogLine::reply);
 }
 
 // A sequence whose first command failed is abandoned. False when the sequence has come to its end, which the

@@ -1,6 +1,7 @@
 #include "app/mdlMain.h"
 
 #include "app/SiteRemoval.h"
+#include "common/Text.h"
 #include "common/TextEncoding.h"
 #include "config/Files.h"
 #include "config/TrustedCertificates.h"
@@ -14,6 +15,16 @@ namespace {
 
 Command whoCommand() {
     return {.sCommand = "SITE CorvelExt who", .iHandler = handler::who};
+}
+
+// A password for the login is not kept.
+void rememberTyped(std::vector<std::string>& typed, const std::string& command) {
+    constexpr std::size_t most = 20;
+    if (!toUpper(command).starts_with("PASS ")) {
+        std::erase(typed, command);
+        typed.insert(typed.begin(), command);
+        typed.resize(std::min(typed.size(), most));
+    }
 }
 
 } // namespace
@@ -276,6 +287,7 @@ void mdlMain::sendConsoleCommand(int site, const std::string& command) {
     if (command.empty()) {
         channel_.SendCommand(site, line);
     } else {
+        rememberTyped(at(sites_, site).session.typedCommands, command);
         outbox_.startOrTell(site, LogKind::console, {{line}});
     }
 }

@@ -113,6 +113,9 @@ class mdlMain {
     // that waits, should there be one.
     void sendConsoleCommand(int site, const std::string& command);
 
+    // Empties a log of the site.
+    void clearLog(int site, LogKind log) { log_.clear(site, log); }
+
     // A round of the load test: the same for a command that the test sends, but only while no command waits
     // on the site, so that everybody else's get their turn. False when it was not sent.
     bool sendTestCommand(int site, const std::string& command);

@@ -62,7 +62,7 @@ void readReplacement(Settings& settings, std::string_view value) {
     settings.site_nuke_replace_spaces.assign(value.begin(), next);
 }
 
-constexpr std::array<SettingsKey, 18> settingsKeys = {{
+constexpr std::array<SettingsKey, 19> settingsKeys = {{
     {"textbox_fontname", readText<&Settings::textbox_fontname>},
     {"textbox_fontsize", readFontSize},
     {"ssl_tunnel_host", readText<&Settings::ssl_tunnel_host>},
@@ -70,6 +70,7 @@ constexpr std::array<SettingsKey, 18> settingsKeys = {{
     {"show_trayicon", readSwitch<&Settings::show_trayicon>},
     {"minimize_to_tray", readSwitch<&Settings::minimize_to_tray>},
     {"listing_merge_blanks", readSwitch<&Settings::listing_merge_blanks>},
+    {"mask_passwords", readSwitch<&Settings::mask_passwords>},
     {"site_nuke_syntax", readText<&Settings::site_nuke_syntax>},
     {"site_nuke_replace_spaces", readReplacement},
     {"window_caption_online", readText<&Settings::window_caption_online>},

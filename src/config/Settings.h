@@ -62,6 +62,7 @@ struct Settings {
     bool show_trayicon = false;
     bool minimize_to_tray = false;
     bool listing_merge_blanks = false; // runs of blanks between the date fields of a listing count as one
+    bool mask_passwords = false;       // of accounts, wherever a command is shown
     std::string site_nuke_syntax;
     std::string site_nuke_replace_spaces = " "; // one character, or none where the key has no value
     std::string window_caption_online;

@@ -1,5 +1,6 @@
 #include "net/CommandChannel.h"
 
+#include "admin/ShownCommand.h"
 #include "common/Errors.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
@@ -93,7 +94,7 @@ void CommandChannel::Connect(int site) {
         return;
     }
     SiteSession& session = target.session;
-    services_.log.LogConsole(site, std::exchange(session.sConsolePartial, {}));
+    services_.log.LogConsole(site, std::exchange(session.sConsolePartial, {}), LogLine::reply);
     session.telnet = {};
     session.seenTexts = {};
     session.encoding = TextEncoding::utf8;
@@ -167,8 +168,9 @@ void CommandChannel::ResetSession(int site) {
 }
 
 void reportProblem(const ReplyServices& services, const Reply& reply, std::string_view problem) {
-    services.log.LogConsole(reply.site,
-                            "Reply to \"" + reply.command.sCommand + "\": " + std::string(problem));
+    services.log.LogConsole(reply.site, "Reply to \"" +
+                                            shownCommand(reply.command.sCommand, services.settings) +
+                                            "\": " + std::string(problem));
 }
 
 bool CommandChannel::SendCommand(int site, const Command& command) {
@@ -278,7 +280,9 @@ void CommandChannel::echo(int site) {
     const ReplyHandler* const handler = handlerOf(session.current.iHandler);
     if (handler != nullptr && handler->echo &&
         (handler->echo != LogKind::console || !session.current.bQuiet)) {
-        services_.log.Log(site, *handler->echo, "> " + session.current.sCommand);
+        services_.log.Log(site, *handler->echo,
+                          "> " + shownCommand(session.current.sCommand, services_.settings),
+                          LogLine::command);
     }
 }
 
@@ -296,7 +300,7 @@ void CommandChannel::showWholeLines(int site, std::string_view data) {
     std::string rest = text.substr(searchFrom + end + lineEnd.size());
     text.resize(text.size() - rest.size());
     const std::string whole = std::exchange(text, std::move(rest));
-    services_.log.LogConsole(site, whole);
+    services_.log.LogConsole(site, whole, LogLine::reply);
 }
 
 void CommandChannel::routeReply(int site, std::string_view lastChunk) {

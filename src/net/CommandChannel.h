@@ -21,12 +21,18 @@ class ConsoleLog {
     ConsoleLog(Sites& sites, const Clock& clock, Views& views)
         : sites_(sites), clock_(clock), views_(views) {}
 
-    void LogConsole(int site, std::string_view message) { Log(site, LogKind::console, message); }
-    void LogCommandResults(int site, std::string_view message) {
-        Log(site, LogKind::commandResults, message);
+    // line: what the lines of the message are.
+    void LogConsole(int site, std::string_view message, LogLine line = LogLine::event) {
+        Log(site, LogKind::console, message, line);
     }
-    void LogBrowserReply(int site, std::string_view message) { Log(site, LogKind::browserReply, message); }
-    void Log(int site, LogKind log, std::string_view message);
+    void LogCommandResults(int site, std::string_view message, LogLine line = LogLine::event) {
+        Log(site, LogKind::commandResults, message, line);
+    }
+    void LogBrowserReply(int site, std::string_view message, LogLine line = LogLine::event) {
+        Log(site, LogKind::browserReply, message, line);
+    }
+    void Log(int site, LogKind log, std::string_view message, LogLine line = LogLine::event);
+    void clear(int site, LogKind log);
     // Makes line what the status bar says: what the server, or the program itself, refused last.
     void tell(int site, std::string_view line);
 
@@ -38,12 +44,13 @@ class ConsoleLog {
     Views& views_;
 };
 
-inline void ConsoleLog::Log(int site, LogKind log, std::string_view message) {
-    SiteSession& session = at(sites_, site).session;
-    LogText& text = log == LogKind::console          ? session.consoleLog
-                    : log == LogKind::commandResults ? session.commandResultsLog
-                                                     : session.browserReplyLog;
-    text.append(message, clock_.timeOfDay());
+inline void ConsoleLog::Log(int site, LogKind log, std::string_view message, LogLine line) {
+    logOf(at(sites_, site).session, log).append(message, clock_.timeOfDay(), line);
+    views_.logChanged(site, log);
+}
+
+inline void ConsoleLog::clear(int site, LogKind log) {
+    logOf(at(sites_, site).session, log).clear();
     views_.logChanged(site, log);
 }
 

@@ -7,18 +7,36 @@
 
 namespace corvel {
 
-void LogText::append(std::string_view message, std::string_view time) {
+namespace {
+
+bool isRefusal(std::string_view line) {
+    const std::string_view code = line.substr(0, 4);
+    return (code.starts_with('4') || code.starts_with('5')) &&
+           (matchesPattern(code, "### ") || matchesPattern(code, "###-"));
+}
+
+} // namespace
+
+void LogText::append(std::string_view message, std::string_view time, LogLine line) {
     message = lastLines(message);
     const std::size_t before = text_.size();
     while (!message.empty()) {
         const std::size_t end = std::min(message.find(lineEnd), message.size());
         if (end > 0) {
-            appendLine(message.substr(0, end), time);
+            const std::string_view text = message.substr(0, end);
+            appendLine(text, time);
+            lines_.push_back(line == LogLine::reply && isRefusal(text) ? LogLine::refusal : line);
         }
         message.remove_prefix(std::min(end + lineEnd.size(), message.size()));
     }
     characters_ += characterCount(std::string_view(text_).substr(before));
     cut();
+}
+
+void LogText::clear() {
+    text_.clear();
+    lines_.clear();
+    characters_ = 0;
 }
 
 // The last lines of message: as many as fill the log.
@@ -48,13 +66,25 @@ void LogText::cut() {
         return;
     }
     std::size_t start = 0;
-    for (std::size_t excess = characters_ - limit_; excess > 0; --excess) {
-        ++start;
-        while (start < text_.size() && continuesCharacter(text_[start])) {
+    std::ptrdiff_t goneLines = 0;
+    for (std::size_t excess = characters_ - limit_; excess > 0;) {
+        const std::size_t end = std::min(text_.find('\n', start), text_.size() - 1) + 1;
+        const std::size_t characters = characterCount(std::string_view(text_).substr(start, end - start));
+        if (characters <= excess) {
+            start = end;
+            excess -= characters;
+            ++goneLines;
+            continue;
+        }
+        for (; excess > 0; --excess) {
             ++start;
+            while (start < text_.size() && continuesCharacter(text_[start])) {
+                ++start;
+            }
         }
     }
     text_.erase(0, start);
+    lines_.erase(lines_.begin(), lines_.begin() + goneLines);
     characters_ = limit_;
 }
 

@@ -4,8 +4,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvel {
+
+// What a line of a log is, for the eye.
+enum class LogLine : std::uint8_t { reply, refusal, command, event };
 
 // The text of one log box: UTF-8, never more than a given number of characters; the oldest go first.
 class LogText {
@@ -20,11 +24,15 @@ class LogText {
     LogText(std::size_t limit, Style style) : limit_(limit), style_(style) {}
 
     // Adds every line of message that is not empty. message: bytes of a server, split at CR LF; each line is
-    // read for itself, and what steers a display is written as visible symbols. time: UTF-8. Costs the limit,
-    // not the message.
-    void append(std::string_view message, std::string_view time);
+    // read for itself, and what steers a display is written as visible symbols. time: UTF-8. line: what all
+    // of them are; of a reply, those with a code that refuses (RFC 959, section 4.2) are refusals. Costs the
+    // limit, not the message.
+    void append(std::string_view message, std::string_view time, LogLine line = LogLine::reply);
+    void clear();
 
     const std::string& text() const { return text_; }
+    // Of each line of text(): what stands between line ends, the cut one at the beginning included.
+    const std::vector<LogLine>& lines() const { return lines_; }
 
   private:
     std::string_view lastLines(std::string_view message) const;
@@ -35,6 +43,7 @@ class LogText {
     Style style_;
     std::size_t characters_ = 0;
     std::string text_;
+    std::vector<LogLine> lines_;
 };
 
 } // namespace corvel

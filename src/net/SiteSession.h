@@ -104,7 +104,17 @@ struct Logs {
     LogText consoleLog{25000, LogText::Style::linesEnd};
     LogText commandResultsLog{25000, LogText::Style::linesEnd};
     LogText browserReplyLog{8000, LogText::Style::linesPart};
+    std::vector<std::string> typedCommands; // in the console: the last twenty, the newest first
 };
+
+inline LogText& logOf(Logs& logs, LogKind log) {
+    return log == LogKind::console          ? logs.consoleLog
+           : log == LogKind::commandResults ? logs.commandResultsLog
+                                            : logs.browserReplyLog;
+}
+inline const LogText& logOf(const Logs& logs, LogKind log) {
+    return logOf(const_cast<Logs&>(logs), log);
+}
 
 struct SiteSession : ChannelState, ActivityState, AccountsState, BrowserState, Logs {};
 

@@ -130,8 +130,8 @@ class frmMain : public QMainWindow {
     std::vector<QAction*> needSites_; // and those that act on all
     StartPage* startPage_ = nullptr;  // made when there is no site
     QAction* showSitesList_ = nullptr;
-    LogPages* console_ = nullptr;
-    LogPages* results_ = nullptr;
+    LogPanel* console_ = nullptr;
+    LogPanel* results_ = nullptr;
     ActivityPanel* activity_ = nullptr;
     BrowserPanel* browser_ = nullptr;
     // The two large panels are made when their tabs are first in front.

@@ -1,11 +1,33 @@
 #include "admin/AccountEditors.h"
 #include "admin/AdminForms.h"
 #include "admin/AdminSupport.h"
+#include "admin/ShownCommand.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace corvel {
 namespace {
+
+TEST(ShownCommand, HidesTheWordsThatArePasswords) {
+    const std::vector<std::array<std::string, 2>> rows = {
+        {"SITE change bob passwd two words", "SITE change bob passwd *****"},
+        {"site  Change bob PASSWD x", "site  Change bob PASSWD *****"},
+        {"SITE gadduser staff bob secret *@* *@10.*", "SITE gadduser staff bob ***** *@* *@10.*"},
+        {"SITE ADDUSER bob secret", "SITE ADDUSER bob *****"},
+        {"SITE passwd secret", "SITE passwd *****"},
+        {"SITE change passwd passwd", "SITE change passwd passwd"},
+        {"SITE change bob tagline passwd x", "SITE change bob tagline passwd x"},
+        {"SITE gadduser staff bob ", "SITE gadduser staff bob "},
+        {"STAT -a", "STAT -a"},
+    };
+    for (const auto& [command, shown] : rows) {
+        EXPECT_EQ(shownCommand(command, {.mask_passwords = true}), shown);
+        EXPECT_EQ(shownCommand(command, {}), command);
+    }
+    EXPECT_EQ(shownCommand("pass secret", {}), "pass *****");
+}
 
 TEST(UserEditor, AsksBeforeTheMasterFlagChanges) {
     EXPECT_EQ(masterQuestion("M1", "M"),

@@ -20,6 +20,7 @@ TEST(Settings, ReadsEachKindOfKey) {
         "  ; show_trayicon = 1",
         "# minimize_to_tray = 1",
         "Listing_Merge_Blanks = 2",
+        "mask_passwords = 1",
         "ssl_tunnel_host = 127.0.0.1",
         "ssl_tunnel_port = 4000x",
         "textbox_fontsize = -9.7",
@@ -42,6 +43,7 @@ TEST(Settings, ReadsEachKindOfKey) {
     EXPECT_FALSE(settings.show_trayicon);
     EXPECT_FALSE(settings.minimize_to_tray);
     EXPECT_TRUE(settings.listing_merge_blanks);
+    EXPECT_TRUE(settings.mask_passwords);
     EXPECT_EQ(settings.ssl_tunnel_host, "127.0.0.1");
     EXPECT_EQ(settings.ssl_tunnel_port, 4000);
     EXPECT_EQ(settings.textbox_fontsize, 10);

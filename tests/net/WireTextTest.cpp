@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -114,7 +115,22 @@ TEST(LogText, WritesItsLinesAndKeepsTheLastCharacters) {
             log.append(message, "t");
         }
         EXPECT_EQ(log.text(), row.kept) << row.name;
+        const auto lineCount = static_cast<std::size_t>(std::ranges::count(log.text(), '\n')) +
+                               (row.style == Style::linesPart ? 1 : 0);
+        EXPECT_EQ(log.lines().size(), lineCount) << row.name;
     }
+}
+
+TEST(LogText, KnowsWhatItsLinesAre) {
+    LogText log(40, Style::linesEnd);
+    log.append("> PWD", "t", LogLine::command);
+    log.append("250-550 files\r\n550 no\r\n421-bye\r\n4 x\r\n550", "t");
+    using enum LogLine;
+    EXPECT_EQ(log.lines(), (std::vector{reply, refusal, refusal, reply, reply})) << log.text();
+    log.append("550 said the program", "t", event);
+    EXPECT_EQ(log.lines().back(), event);
+    log.clear();
+    EXPECT_TRUE(log.text().empty() && log.lines().empty());
 }
 
 } // namespace

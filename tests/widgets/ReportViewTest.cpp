@@ -1,16 +1,19 @@
 #include "widgets/ReportView.h"
 
+#include "widgets/Colours.h"
 #include "widgets/LogBox.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QTextBlock>
 #include <QtTest/QTest>
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -178,21 +181,61 @@ TEST_F(ReportViewTest, LettersGoToANameAndTheSelectionIsCopied) {
 }
 
 TEST(LogBox, ASelectionIsKeptUntilItIsLetGo) {
-    QString log = u"first line"_s;
-    LogBox box([&] { return log; });
-    LogBox next([&] { return log; }); // shows what has come a turn behind the box
-    const auto isShown = [&](LogBox& shown) {
+    LogText log(25000, LogText::Style::linesPart);
+    const auto read = [&log]() -> const LogText& { return log; };
+    LogBox box(read);
+    LogBox next(read); // shows what has come a turn behind the box
+    box.show();
+    const auto shows = [&log](LogBox& shown) {
         shown.scheduleUpdate();
-        return QTest::qWaitFor([&] { return shown.toPlainText() == log; });
+        const QString text = QString::fromStdString(log.text()).remove(u'\r');
+        return QTest::qWaitFor([&] { return shown.toPlainText() == text; });
     };
-    ASSERT_TRUE(isShown(box));
-    box.selectAll();
-    log += u"\nsecond line"_s;
+    struct Row {
+        const char* name;
+        std::function<void()> hold;
+        std::function<void()> letGo;
+    };
+    const std::vector<Row> rows = {
+        {"a selection", [&] { box.selectAll(); }, [&] { box.moveCursor(QTextCursor::Start); }},
+        {"the mouse", [&] { QTest::mousePress(box.viewport(), Qt::LeftButton); },
+         [&] { QTest::mouseRelease(box.viewport(), Qt::LeftButton); }},
+        {"holding it", [&] { box.setHeld(true); }, [&] { box.setHeld(false); }},
+    };
+    for (const Row& row : rows) {
+        log.append("550 a line", "t");
+        ASSERT_TRUE(shows(box)) << row.name;
+        const QString before = box.toPlainText();
+        row.hold();
+        log.append("another", "t", LogLine::command);
+        box.scheduleUpdate();
+        ASSERT_TRUE(shows(next)) << row.name;
+        EXPECT_EQ(box.toPlainText(), before) << row.name;
+        row.letGo();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return box.toPlainText() == next.toPlainText(); })) << row.name;
+    }
+}
+
+TEST(LogBox, ItsColoursCanBeReadOnEveryGround) {
+    LogText log(25000, LogText::Style::linesPart);
+    for (const LogLine line : {LogLine::refusal, LogLine::command, LogLine::event}) {
+        log.append("a line", "t", line);
+    }
+    LogBox box([&log]() -> const LogText& { return log; });
     box.scheduleUpdate();
-    ASSERT_TRUE(isShown(next));
-    EXPECT_TRUE(box.textCursor().hasSelection());
-    box.moveCursor(QTextCursor::Start);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return box.toPlainText() == log; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return box.document()->blockCount() == 3; }));
+    for (const QColor ground : {0xFFFFFF, 0xEFF0F1, 0x808080, 0x31363B, 0x000000}) {
+        QPalette palette;
+        palette.setColor(QPalette::Base, ground);
+        box.setPalette(palette);
+        std::set<QRgb> colours;
+        for (QTextBlock block = box.document()->begin(); block.isValid(); block = block.next()) {
+            const QColor colour = block.layout()->formats().value(0).format.foreground().color();
+            EXPECT_GE(contrast(colour, ground), 4.5) << colour.name().toStdString();
+            colours.insert(colour.rgb());
+        }
+        EXPECT_EQ(colours.size(), 3U) << ground.name().toStdString();
+    }
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
 #include "widgets/LogBox.h"
+#include "widgets/LogTools.h"
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 
@@ -107,7 +108,9 @@ BrowserPanel::Page BrowserPanel::createPage(int site) {
 
     added.list = createList(site);
     added.replies =
-        new LogBox([this, site] { return fromCore(program_.site(site).session.browserReplyLog.text()); });
+        new LogBox([this, site]() -> const LogText& { return program_.site(site).session.browserReplyLog; });
+    connect(added.replies, &LogBox::clearWanted, this,
+            [this, site] { program_.clearLog(site, LogKind::browserReply); });
     added.replies->setObjectName(elementName("txtBrowserCmdReply", site));
     added.replies->setAccessibleName(tr("Replies to file commands"));
     auto* const splitter = new QSplitter(Qt::Vertical);
@@ -130,6 +133,14 @@ BrowserPanel::Page BrowserPanel::createPage(int site) {
     program_.browser().arrange(site);
     showListing(added, site);
     return added;
+}
+
+void BrowserPanel::showEvent(QShowEvent* event) {
+    if (tools_ == nullptr) {
+        tools_ = new LogTools(*pages_, tr("Find in replies:"));
+        static_cast<QVBoxLayout*>(layout())->insertWidget(1, tools_);
+    }
+    QWidget::showEvent(event);
 }
 
 void BrowserPanel::showSite(int site) {

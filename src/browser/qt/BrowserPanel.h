@@ -13,6 +13,7 @@ class QLineEdit;
 namespace corvel {
 
 class LogBox;
+class LogTools;
 class ReportView;
 
 // The browser tab: the buttons and counters, and for every site its list lvwBrowser, its path txtBrowserPWD
@@ -44,6 +45,7 @@ class BrowserPanel : public QWidget {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
     struct Page {
@@ -64,6 +66,7 @@ class BrowserPanel : public QWidget {
 
     mdlMain& program_;
     SitePages<Page>* pages_ = nullptr;
+    LogTools* tools_ = nullptr; // from when the tab is first in sight
     QLabel* directoryCount_ = nullptr;
     QLabel* fileCount_ = nullptr;
 };

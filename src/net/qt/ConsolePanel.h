@@ -4,9 +4,15 @@
 #include "widgets/LogBox.h"
 #include "widgets/SitePages.h"
 
+#include <QWidget>
+
+#include <functional>
+
 class QLineEdit;
 
 namespace corvel {
+
+class LogTools;
 
 // A site's page with one of its logs.
 struct LogPage {
@@ -15,23 +21,32 @@ struct LogPage {
     QLineEdit* command = nullptr; // in the console alone
 };
 
-// The pages of a tab that shows a log of every site.
-class LogPages : public SitePages<LogPage> {
-  public:
-    using SitePages<LogPage>::SitePages;
+// A tab that shows a log of every site, with the tools for it below.
+class LogPanel : public QWidget {
+    Q_OBJECT
 
-    void logChanged(int site) {
-        if (const LogPage* const page = find(site)) {
-            page->log->scheduleUpdate();
-        }
-    }
+  public:
+    explicit LogPanel(std::function<LogPage(int site)> makePage);
+
+    void showSite(int site) { pages_->showSite(site); }
+    // The site's page, made now if need be.
+    LogPage& at(int site) { return pages_->at(site); }
+    void logChanged(int site);
+    void drop(int site) { pages_->drop(site); }
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    SitePages<LogPage>* pages_;
+    LogTools* tools_ = nullptr; // from when the tab is first in sight
 };
 
 // The console tab: for every site its log txtLogFTP, in the font that settings.ini names, and its command
-// line txtSendFTP. program: borrowed, must outlive the pages.
-LogPages* newConsolePanel(mdlMain& program);
+// line txtSendFTP with the commands typed there before. program: borrowed, must outlive the pages.
+LogPanel* newConsolePanel(mdlMain& program);
 
 // The command-results tab: for every site its log txtCmdResults.
-LogPages* newResultsPanel(mdlMain& program);
+LogPanel* newResultsPanel(mdlMain& program);
 
 } // namespace corvel

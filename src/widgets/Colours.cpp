@@ -1,0 +1,38 @@
+#include "widgets/Colours.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvel {
+
+namespace {
+
+double luminance(const QColor& colour) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+} // namespace
+
+double contrast(const QColor& one, const QColor& other) {
+    const auto [less, more] = std::minmax({luminance(one), luminance(other)});
+    return (more + 0.05) / (less + 0.05);
+}
+
+QColor readableOn(const QColor& ground, QColor wanted) {
+    constexpr double enough = 4.5;
+    constexpr float step = 0.02F;
+    const bool isLighter = contrast(ground, Qt::white) > contrast(ground, Qt::black);
+    const float end = isLighter ? 1.0F : 0.0F;
+    while (contrast(ground, wanted) < enough && wanted.lightnessF() != end) {
+        const float lightness = wanted.lightnessF() + (isLighter ? step : -step);
+        wanted.setHslF(std::max(wanted.hslHueF(), 0.0F), wanted.hslSaturationF(),
+                       std::clamp(lightness, 0.0F, 1.0F));
+    }
+    return wanted;
+}
+
+} // namespace corvel

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QColor>
+
+namespace corvel {
+
+// How much two opaque colours differ for the eye: 1 to 21, as WCAG 2 counts it.
+double contrast(const QColor& one, const QColor& other);
+
+// wanted, as far lighter or darker as it takes for a text on ground to have a contrast of at least 4.5.
+QColor readableOn(const QColor& ground, QColor wanted);
+
+} // namespace corvel
