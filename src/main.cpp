@@ -42,8 +42,9 @@ int main(int argc, char** argv) {
     const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Corvel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
-    const corvel::StartOptions options =
-        corvel::readStartOptions(QCoreApplication::arguments(), QCoreApplication::applicationDirPath());
+    const corvel::StartOptions options = corvel::readStartOptions(
+        QCoreApplication::arguments(),
+        corvel::configurationFolder(QCoreApplication::applicationDirPath(), corvel::userFolder()));
     if (!options.message.isEmpty()) {
         corvel::tellAtStart(options.message, options.isWrong ? corvel::StartMessageKind::error
                                                              : corvel::StartMessageKind::answer);

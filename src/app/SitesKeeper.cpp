@@ -8,15 +8,13 @@
 namespace corvel {
 
 SitesKeeper::SitesKeeper(Prompts& prompts, FolderLock& lock, const Clock& clock, std::string path)
-    : prompts_(prompts), lock_(lock), clock_(clock), path_(std::move(path)) {}
+    : prompts_(prompts), lock_(lock), clock_(clock), path_(std::move(path)),
+      unsavedPath_(path_ + ".unsaved") {}
 
 std::vector<SiteConfig> SitesKeeper::load() {
-    if (lock_.take()) {
+    hold_ = lock_.take();
+    if (hold_ == FolderHold::ours) {
         finishReplacement(path_);
-    } else {
-        problems_.emplace_back(
-            "Another Corvel works on these sites: what is changed here is saved only after "
-            "a question.");
     }
     read_ = readFile(path_);
     if (const std::string problem = sitesProblem(read_); !problem.empty()) {
@@ -24,14 +22,70 @@ std::vector<SiteConfig> SitesKeeper::load() {
     }
     std::vector<SiteConfig> sites = parseSites(linesOf(read_.bytes));
     textRead_ = sitesText(sites, platformLineEnd);
+    if (hold_ == FolderHold::ours) {
+        lookForUnsaved();
+    }
     return sites;
+}
+
+void SitesKeeper::lookForUnsaved() {
+    const FileContent unsaved = readFile(unsavedPath_);
+    if (const std::string problem = sitesProblem(unsaved); !problem.empty()) {
+        problems_.push_back("sites.ini.unsaved gives no sites: " + problem + ".");
+        left_ = unsaved.bytes;
+    } else if (unsaved.state == FileContent::State::known && unsaved.bytes == textRead_) {
+        dropUnsaved();
+    } else if (unsaved.state == FileContent::State::known) {
+        left_ = unsaved.bytes;
+        offer_ = parseSites(linesOf(unsaved.bytes));
+    }
+}
+
+void SitesKeeper::takeOffer() {
+    offer_.reset();
+    left_.reset();
+}
+
+void SitesKeeper::leaveOffer() {
+    offer_.reset();
+    if (std::exchange(left_, std::nullopt)) {
+        dropUnsaved();
+    }
+}
+
+// What another run left there is not written over before a person has seen it.
+std::string SitesKeeper::changed(const std::vector<SiteConfig>& sites) {
+    if (hold_ != FolderHold::ours) {
+        return {};
+    }
+    if (left_) {
+        const KeptText kept = keepBeside(path_, *left_, clock_.stamp());
+        if (kept.path.empty()) {
+            return kept.reason;
+        }
+        left_.reset();
+    }
+    const std::string text = sitesText(sites, platformLineEnd);
+    if (text == textRead_) {
+        dropUnsaved();
+        return {};
+    }
+    return replaceFile(unsavedPath_, text, Waiting::forNothing).reason;
+}
+
+// What is offered and neither taken nor left stays for the next start.
+void SitesKeeper::dropUnsaved() {
+    if (hold_ == FolderHold::ours && !left_) {
+        DeleteFileForce(unsavedPath_);
+    }
 }
 
 bool SitesKeeper::save(const std::vector<SiteConfig>& sites) {
     const std::string text = sitesText(sites, platformLineEnd);
     const FileContent now = readFile(path_);
-    switch (saveStep(read_, now, textRead_, text, lock_.take())) {
+    switch (saveStep(read_, now, textRead_, text, lock_.take() != FolderHold::anotherCopys)) {
     case SaveStep::none:
+        dropUnsaved();
         break;
     case SaveStep::write:
         return told(replaceFile(path_, text));
@@ -52,12 +106,14 @@ bool SitesKeeper::ask(const FileContent& now, const std::string& text) {
     const std::string reason = !problem.empty() ? "holds no sites that Corvel knows (" + problem + ")"
                                : now == read_   ? "is in the hands of another Corvel"
                                                 : "was changed by another program";
-    prompts_.AskYesNo(
+    dropUnsaved(); // it lies there as the other text
+    prompts_.AskChoice(
         "The sites were edited here, and sites.ini " + reason +
             ".\r\n\r\nWrite the sites of this window into sites.ini? The other text is kept beside it."
-            "\r\n\r\nWith \"No\", sites.ini stays as it is, and the sites of this window are kept in\r\n" +
+            "\r\n\r\nWith \"keep theirs\", sites.ini stays as it is, and the sites of this window are kept "
+            "in\r\n" +
             kept.path,
-        [this, kept, stamp](bool writesMine) {
+        {.yes = "&write mine", .no = "&keep theirs"}, [this, kept, stamp](bool writesMine) {
             if (writesMine) {
                 told(putInPlace(kept.path, path_, stamp));
             }
@@ -69,6 +125,7 @@ bool SitesKeeper::ask(const FileContent& now, const std::string& text) {
 bool SitesKeeper::told(const SaveResult& result) {
     switch (result.outcome) {
     case SaveResult::Outcome::saved:
+        dropUnsaved();
         return true;
     case SaveResult::Outcome::locked:
         prompts_.Message("Sites file is locked, can't save it !");

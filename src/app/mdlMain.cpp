@@ -3,6 +3,7 @@
 #include "app/SiteRemoval.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
+#include "config/FileReplacement.h"
 #include "config/Files.h"
 #include "config/TrustedCertificates.h"
 
@@ -63,11 +64,55 @@ std::vector<std::string> mdlMain::LoadSites() {
 }
 
 bool mdlMain::SaveSites() {
+    return sitesKeeper_.save(siteConfigs());
+}
+
+std::vector<SiteConfig> mdlMain::siteConfigs() const {
     std::vector<SiteConfig> configs;
     for (const int site : siteIndexes()) {
         configs.push_back(at(sites_, site).config);
     }
-    return sitesKeeper_.save(configs);
+    return configs;
+}
+
+// A person has changed the sites, which are saved only when the program ends.
+void mdlMain::keepSites() {
+    const std::string problem = sitesKeeper_.changed(siteConfigs());
+    if (const int site = currentSite_ > 0 ? currentSite_ : siteCount(); !problem.empty() && isThere(site)) {
+        log_.tell(site, "The sites are only saved when Corvel closes: sites.ini.unsaved: " + problem);
+    }
+}
+
+SitesDifference mdlMain::unsavedDifference() const {
+    return sitesDifference(siteConfigs(), *sitesKeeper_.offer());
+}
+
+std::string mdlMain::unsavedChanges() const {
+    return sitesKeeper_.offer() ? differenceText(unsavedDifference()) : std::string();
+}
+
+void mdlMain::takeUnsavedChanges() {
+    if (!sitesKeeper_.offer()) {
+        return;
+    }
+    const SitesDifference difference = unsavedDifference();
+    sitesKeeper_.takeOffer();
+    const std::vector<int> indexes = siteIndexes();
+    for (const auto& [place, config] : difference.changed) {
+        at(sites_, indexes[place]).config = config;
+        ports_.views.siteRenamed(indexes[place]);
+    }
+    for (const SiteConfig& config : difference.added) {
+        appendSite(config);
+    }
+    for (const std::size_t place : difference.removed) {
+        forgetSite(indexes[place]);
+    }
+    keepSites();
+}
+
+std::string mdlMain::writeSitesTo(const std::string& path) const {
+    return replaceFile(path, sitesText(siteConfigs(), platformLineEnd)).reason;
 }
 
 void mdlMain::SaveWindowState() {
@@ -149,6 +194,7 @@ void mdlMain::forgetSite(int site) {
         selectSite(next);
     }
     ports_.views.siteRemoved(site);
+    keepSites();
 }
 
 std::optional<std::string> mdlMain::addSite(const SiteForm& form) {
@@ -156,6 +202,7 @@ std::optional<std::string> mdlMain::addSite(const SiteForm& form) {
         return problem->message;
     }
     appendSite(addedSite(form));
+    keepSites();
     if (form.cmdAddConnect) {
         connectSite(siteCount());
     }
@@ -167,6 +214,7 @@ std::optional<std::string> mdlMain::changeSite(int site, const SiteForm& form) {
         return problem->message;
     }
     at(sites_, site).config = editedSite(form);
+    keepSites();
     ports_.views.siteRenamed(site);
     return std::nullopt;
 }

@@ -53,6 +53,15 @@ class mdlMain {
     std::vector<std::string> LoadSettingsFile();
     std::vector<std::string> LoadSites(); // ends by connecting the sites that are marked for it
 
+    // How the folder of the files is, and what to do about it. Whose it was when the sites were loaded; what
+    // a copy of the program that crashed changed in the sites and did not save, as differenceText says it,
+    // and whether it is to be so; and the sites in another file, with the reason where that fails.
+    FolderHold folderHold() const { return sitesKeeper_.hold(); }
+    std::string unsavedChanges() const;
+    void takeUnsavedChanges();
+    void leaveUnsavedChanges() { sitesKeeper_.leaveOffer(); }
+    std::string writeSitesTo(const std::string& path) const;
+
     // Shut-down. SaveSites gives false when it tells or asks the person something. SaveWindowState stores
     // windowState() as it is then; its geometry must be that of the window in its normal state.
     bool SaveSites();
@@ -129,6 +138,9 @@ class mdlMain {
   private:
     bool isAtRest(int site) const;
     void answerCertificate(const CertificateQuestion& question, CertificateAnswer answer);
+    std::vector<SiteConfig> siteConfigs() const;
+    SitesDifference unsavedDifference() const;
+    void keepSites();
     void appendSite(SiteConfig config);
     void forgetSite(int site);
 

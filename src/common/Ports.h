@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace corvel {
@@ -26,15 +27,18 @@ class Clock {
     virtual std::int64_t milliseconds() const = 0;
 };
 
+// Whose the folder of the configuration is to write to.
+enum class FolderHold { ours, anotherCopys, nobodys };
+
 // The lock on the folder of the configuration, by which copies of the program that share it know of each
 // other. It is held until the object ends.
 class FolderLock {
   public:
     virtual ~FolderLock() = default;
 
-    // Takes the lock unless it is held already. False exactly while another copy holds it; a folder in which
-    // nothing can be locked counts as this copy's.
-    virtual bool take() = 0;
+    // Takes the lock unless it is held already. A folder that cannot be written is nobody's; one in which
+    // nothing can be locked for another reason counts as this copy's.
+    virtual FolderHold take() = 0;
 };
 
 // The per-user settings store of the platform: one text value per key.
@@ -88,6 +92,12 @@ struct CertificateQuestion {
 
 enum class CertificateAnswer { connectOnce, alwaysTrust, disconnect };
 
+// The words of a question's two buttons, with "&" before a letter; empty for "yes" and "no".
+struct ChoiceWords {
+    std::string yes;
+    std::string no;
+};
+
 // What the program asks a person. Every call returns at once: the window shows a modal box and goes on with
 // its events, and the answer comes later, on the user-interface thread. All texts are UTF-8; line breaks
 // in them are CR LF.
@@ -99,7 +109,13 @@ class Prompts {
     virtual void Message(const std::string& text) = 0;
 
     // A yes/no question; answer is called once, with true for yes. Closing the box is a no, and so is Enter.
-    virtual void AskYesNo(const std::string& question, std::function<void(bool)> answer) = 0;
+    void AskYesNo(const std::string& question, std::function<void(bool)> answer) {
+        AskChoice(question, {}, std::move(answer));
+    }
+
+    // The same with other words on the two buttons.
+    virtual void AskChoice(const std::string& question, const ChoiceWords& words,
+                           std::function<void(bool)> answer) = 0;
 
     // An input box; answer is called once, with nothing when the person cancels.
     virtual void AskText(const std::string& title, const std::string& prompt,

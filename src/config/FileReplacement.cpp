@@ -1,7 +1,6 @@
 #include "config/FileReplacement.h"
 
 #include "config/Files.h"
-#include "config/PlatformFiles.h"
 
 #include <filesystem>
 #include <random>
@@ -44,11 +43,11 @@ SaveResult resultOf(const std::error_code& error, bool isLocked) {
 
 } // namespace
 
-SaveResult replaceFile(const std::string& path, std::string_view text) {
+SaveResult replaceFile(const std::string& path, std::string_view text, Waiting waits) {
     const std::string target = resolved(path);
     const bool replacesText = GetFileLength(target) > 0;
     const std::string whole = temporaryPath(target);
-    std::error_code error = writePrivateFile(filePath(whole), text);
+    std::error_code error = writePrivateFile(filePath(whole), text, waits);
     if (error) {
         return resultOf(error, replacesText && isForbidden(error));
     }
@@ -58,7 +57,8 @@ SaveResult replaceFile(const std::string& path, std::string_view text) {
         DeleteFileForce(whole);
         return resultOf(error, replacesText);
     }
-    return resultOf(syncDirectory(filePath(target).parent_path()), false);
+    return waits == Waiting::forNothing ? SaveResult()
+                                        : resultOf(syncDirectory(filePath(target).parent_path()), false);
 }
 
 KeptText keepBeside(const std::string& path, std::string_view text, const std::string& stamp) {
@@ -67,7 +67,7 @@ KeptText keepBeside(const std::string& path, std::string_view text, const std::s
     std::error_code error;
     for (int number = 1; number <= mostNames; ++number) {
         const std::string candidate = number == 1 ? name : name + "-" + std::to_string(number);
-        error = writePrivateFile(filePath(candidate), text);
+        error = writePrivateFile(filePath(candidate), text, Waiting::forDisk);
         if (error != std::errc::file_exists) {
             return error ? KeptText{.path = {}, .reason = errorText(error)} : KeptText{.path = candidate};
         }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "config/PlatformFiles.h"
+
 #include <string>
 #include <string_view>
 
@@ -7,7 +9,7 @@ namespace corvel {
 
 // A person's files are replaced whole or not at all. All paths are UTF-8; one that is a symbolic link stands
 // for the file that it leads to, so that the link stays. Every text that is written is its owner's alone to
-// read, and on the disk when the function returns.
+// read, and on the disk when the function returns unless the caller does not wait for that.
 
 // What came of a replacement. Whatever it was, the file holds the old text or the new one, whole.
 struct SaveResult {
@@ -21,7 +23,7 @@ struct SaveResult {
 };
 
 // Makes text the content of the file at path.
-SaveResult replaceFile(const std::string& path, std::string_view text);
+SaveResult replaceFile(const std::string& path, std::string_view text, Waiting waits = Waiting::forDisk);
 
 // A text kept beside a file.
 struct KeptText {

@@ -21,9 +21,12 @@ void clearAttributes(const std::filesystem::path& path);
 // file, such as a directory or a pipe, another error.
 std::error_code readBytes(const std::filesystem::path& path, std::string& bytes);
 
-// Writes bytes to a new file that from its creation on its owner alone can read, and waits until they are on
-// the disk. What is there already stays, with std::errc::file_exists; after any other error no file is left.
-std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes);
+// Whether a writer waits until what it wrote is on the disk, where the loss of power does not reach it.
+enum class Waiting { forDisk, forNothing };
+
+// Writes bytes to a new file that from its creation on its owner alone can read. What is there already stays,
+// with std::errc::file_exists; after any other error no file is left.
+std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes, Waiting waits);
 
 // Renames a file, over one that may be at to, in one step that no crash divides.
 std::error_code moveFile(const std::filesystem::path& from, const std::filesystem::path& to);

@@ -41,7 +41,7 @@ std::error_code readAll(int file, std::string& bytes) {
     }
 }
 
-std::error_code writeAll(int file, std::string_view bytes) {
+std::error_code writeAll(int file, std::string_view bytes, Waiting waits) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(file, bytes.data(), bytes.size());
         if (written < 0 && errno != EINTR) {
@@ -49,7 +49,7 @@ std::error_code writeAll(int file, std::string_view bytes) {
         }
         bytes.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
     }
-    return ::fsync(file) == 0 ? std::error_code() : lastError();
+    return waits == Waiting::forNothing || ::fsync(file) == 0 ? std::error_code() : lastError();
 }
 
 } // namespace
@@ -71,12 +71,12 @@ std::error_code readBytes(const std::filesystem::path& path, std::string& bytes)
     return error;
 }
 
-std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes) {
+std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes, Waiting waits) {
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file < 0) {
         return lastError();
     }
-    std::error_code error = writeAll(file, bytes);
+    std::error_code error = writeAll(file, bytes, waits);
     if (::close(file) != 0 && !error) {
         error = lastError();
     }

@@ -25,7 +25,7 @@ std::error_code lastError() {
     }
 }
 
-std::error_code writeAll(HANDLE file, std::string_view bytes) {
+std::error_code writeAll(HANDLE file, std::string_view bytes, Waiting waits) {
     constexpr std::size_t largestPiece = 1U << 20U;
     while (!bytes.empty()) {
         DWORD written = 0;
@@ -35,7 +35,7 @@ std::error_code writeAll(HANDLE file, std::string_view bytes) {
         }
         bytes.remove_prefix(written);
     }
-    return FlushFileBuffers(file) != 0 ? std::error_code() : lastError();
+    return waits == Waiting::forNothing || FlushFileBuffers(file) != 0 ? std::error_code() : lastError();
 }
 
 } // namespace
@@ -65,7 +65,7 @@ std::error_code readBytes(const std::filesystem::path& path, std::string& bytes)
     return error;
 }
 
-std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes) {
+std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes, Waiting waits) {
     // Full access for the owner, nothing inherited from the directory.
     PSECURITY_DESCRIPTOR ownerAlone = nullptr;
     if (ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;OW)", SDDL_REVISION_1, &ownerAlone,
@@ -82,7 +82,7 @@ std::error_code writePrivateFile(const std::filesystem::path& path, std::string_
     if (file == INVALID_HANDLE_VALUE) {
         return error;
     }
-    error = writeAll(file, bytes);
+    error = writeAll(file, bytes, waits);
     if (CloseHandle(file) == 0 && !error) {
         error = lastError();
     }

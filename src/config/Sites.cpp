@@ -131,6 +131,49 @@ std::string sitesText(const std::vector<SiteConfig>& sites, std::string_view end
     return text;
 }
 
+SitesDifference sitesDifference(const std::vector<SiteConfig>& now, std::vector<SiteConfig> wanted) {
+    using Alike = bool (*)(const SiteConfig&, const SiteConfig&);
+    constexpr std::array<Alike, 3> alike = {
+        [](const SiteConfig& one, const SiteConfig& other) { return one == other; },
+        [](const SiteConfig& one, const SiteConfig& other) { return one.name == other.name; },
+        [](const SiteConfig& one, const SiteConfig& other) {
+            return one.host == other.host && one.port == other.port && one.user == other.user;
+        }};
+    std::vector<std::optional<SiteConfig>> becomes(now.size());
+    for (const Alike isAlike : alike) {
+        for (std::size_t i = 0; i < now.size(); ++i) {
+            const auto found = std::ranges::find_if(
+                wanted, [&](const SiteConfig& site) { return !becomes[i] && isAlike(now[i], site); });
+            if (found != wanted.end()) {
+                becomes[i] = std::move(*found);
+                wanted.erase(found);
+            }
+        }
+    }
+    SitesDifference difference = {.changed = {}, .removed = {}, .added = std::move(wanted)};
+    for (std::size_t i = 0; i < now.size(); ++i) {
+        if (!becomes[i]) {
+            difference.removed.push_back(i);
+        } else if (*becomes[i] != now[i]) {
+            difference.changed.emplace_back(i, *becomes[i]);
+        }
+    }
+    return difference;
+}
+
+std::string differenceText(const SitesDifference& difference) {
+    std::string text;
+    const auto add = [&text](std::size_t count, const char* what) {
+        if (count > 0) {
+            text += (text.empty() ? "" : ", ") + std::to_string(count) + what;
+        }
+    };
+    add(difference.added.size(), " added");
+    add(difference.changed.size(), " changed");
+    add(difference.removed.size(), " removed");
+    return text;
+}
+
 SaveStep saveStep(const FileContent& read, const FileContent& now, std::string_view textRead,
                   std::string_view text, bool isAlone) {
     const bool isKnown = now.state != FileContent::State::unknown;

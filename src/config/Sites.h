@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace corvel {
@@ -71,6 +72,19 @@ std::vector<SiteConfig> parseSites(const std::vector<std::string>& lines);
 // The text of a sites.ini with every record whose name is not empty, in their bytes. A line break inside a
 // value, which the format cannot hold, is left out.
 std::string sitesText(const std::vector<SiteConfig>& sites, std::string_view end);
+
+// What makes one list of sites of another. Places count from 0 in the list that is changed.
+struct SitesDifference {
+    std::vector<std::pair<std::size_t, SiteConfig>> changed;
+    std::vector<std::size_t> removed;
+    std::vector<SiteConfig> added;
+};
+
+// Sites of the two lists belong together by their names, else by server and user.
+SitesDifference sitesDifference(const std::vector<SiteConfig>& now, std::vector<SiteConfig> wanted);
+
+// The same in words, such as "2 added, 1 removed"; empty where there is none.
+std::string differenceText(const SitesDifference& difference);
 
 // The step by which a sites.ini is saved.
 enum class SaveStep { none, write, ask };

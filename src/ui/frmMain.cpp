@@ -1,6 +1,7 @@
 #include "ui/frmMain.h"
 
 #include "net/qt/wSock.h"
+#include "ui/desktop/FrontDoor.h"
 #include "ui/SettingsPanel.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
@@ -122,6 +123,7 @@ void frmMain::start() {
     program_.selectSite(std::min(1, program_.siteCount()));
     showSites();
     showProblems(problems);
+    showFolderNotice();
     views_.tell();
     tmrSocketStatus_Timer();
 }

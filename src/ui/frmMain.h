@@ -32,6 +32,7 @@ class QTimer;
 namespace corvel {
 
 class ElidedLabel;
+class FrontDoor;
 class NoticeBar;
 class SettingsPanel;
 class StartPage;
@@ -106,6 +107,10 @@ class frmMain : public QMainWindow {
     void showActivity();
     void showBatchProgress();
     void createTray();
+    // In a bar on top: that the folder of the files is not this window's, or what was not saved in it.
+    void showFolderNotice();
+    NoticeBar& noticeBar();
+    void useUserFolder();
     void showProblems(const std::vector<std::string>& problems);
 
     ViewUpdates views_;
@@ -118,8 +123,10 @@ class frmMain : public QMainWindow {
 
     ImageLists images_;
     SitesList* lvwSites_ = nullptr;
-    NoticeBar* notice_ = nullptr; // with something that a person should know and nothing waits for
-    QWidget* area_ = nullptr;     // what layoutWindow lays out
+    NoticeBar* notice_ = nullptr;       // with something that a person should know and nothing waits for
+    NoticeBar* folderNotice_ = nullptr; // made when it has something to say
+    std::unique_ptr<FrontDoor> door_;   // for other copies of the program on the same folder
+    QWidget* area_ = nullptr;           // what layoutWindow lays out
     QWidget* imgSplit_ = nullptr;
     QTabWidget* tabMain_ = nullptr;
     QMenu* mnuListSites_ = nullptr;   // the sites list's own

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QInputDialog>
+#include <QPushButton>
 #include <QScreen>
 #include <QStyle>
 #include <QWindow>
@@ -87,9 +88,14 @@ void WindowPrompts::Message(const std::string& text) {
     ask([text](QWidget* parent) { return newMessageBox(parent, boxText(text)); });
 }
 
-void WindowPrompts::AskYesNo(const std::string& question, std::function<void(bool)> answer) {
-    ask([this, question, answer = std::move(answer)](QWidget* parent) {
+void WindowPrompts::AskChoice(const std::string& question, const ChoiceWords& words,
+                              std::function<void(bool)> answer) {
+    ask([this, question, words, answer = std::move(answer)](QWidget* parent) {
         QMessageBox* box = newQuestion(parent, boxText(question));
+        if (!words.yes.empty()) {
+            box->button(QMessageBox::Yes)->setText(QString::fromStdString(words.yes));
+            box->button(QMessageBox::No)->setText(QString::fromStdString(words.no));
+        }
         QObject::connect(box, &QDialog::finished, &lifetime_,
                          [answer](int result) { answer(result == QMessageBox::Yes); });
         return box;

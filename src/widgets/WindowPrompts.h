@@ -27,7 +27,8 @@ class WindowPrompts : public Prompts {
     ~WindowPrompts() override;
 
     void Message(const std::string& text) override;
-    void AskYesNo(const std::string& question, std::function<void(bool)> answer) override;
+    void AskChoice(const std::string& question, const ChoiceWords& words,
+                   std::function<void(bool)> answer) override;
     void AskText(const std::string& title, const std::string& prompt,
                  std::function<void(std::optional<std::string>)> answer) override;
     void AskPassword(const std::string& title, const std::string& prompt,

@@ -129,5 +129,26 @@ TEST(SitesFile, IsWrittenOnlyWhereNothingIsLostUnseen) {
     }
 }
 
+TEST(SitesFile, TellsOneListFromAnother) {
+    const SiteConfig a = {.name = "a", .host = "x", .port = 1, .user = "u"};
+    const SiteConfig b = {.name = "b", .host = "y", .port = 2, .user = "u"};
+    SiteConfig edited = a;
+    edited.host = "z";
+    SiteConfig renamed = b;
+    renamed.name = "c";
+    const std::vector<std::tuple<std::vector<SiteConfig>, std::vector<SiteConfig>, std::string>> rows = {
+        {{a, b}, {b, a}, ""},
+        {{a, b}, {edited, renamed}, "2 changed"},
+        {{a, a}, {a}, "1 removed"},
+        {{a}, {b, a}, "1 added"},
+        {{a, b}, {{.name = "new"}}, "1 added, 2 removed"},
+    };
+    for (const auto& [now, wanted, text] : rows) {
+        EXPECT_EQ(differenceText(sitesDifference(now, wanted)), text);
+    }
+    const SitesDifference difference = sitesDifference({a, b}, {edited, renamed});
+    EXPECT_EQ(difference.changed[1], std::pair(std::size_t{1}, renamed));
+}
+
 } // namespace
 } // namespace corvel

@@ -27,9 +27,9 @@ class FixedClock : public Clock {
 // A lock that the test gives to this copy of the program or to another.
 class FakeLock : public FolderLock {
   public:
-    bool take() override { return isFree; }
+    FolderHold take() override { return hold; }
 
-    bool isFree = true;
+    FolderHold hold = FolderHold::ours;
 };
 
 // Remembers, in order, what the window was told, as "what site".
@@ -80,7 +80,8 @@ class RecordingPrompts : public Prompts {
   public:
     void Message(const std::string& text) override { asked.push_back(text); }
 
-    void AskYesNo(const std::string& question, std::function<void(bool)> answer) override {
+    void AskChoice(const std::string& question, const ChoiceWords& /*words*/,
+                   std::function<void(bool)> answer) override {
         asked.push_back(question);
         if (beforeAnswer) {
             beforeAnswer();

@@ -1,14 +1,17 @@
-#include "config/PlatformFiles.h"
+#include "config/Files.h"
 #include "net/qt/SitesList.h"
+#include "ui/desktop/Desktop.h"
 #include "ui/GuideWindow.h"
 #include "ui/WindowDriver.h"
 
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QTimer>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -94,6 +97,58 @@ TEST(StartPage, StandsInForEveryPageThatNeedsASite) {
     ASSERT_TRUE(driver.waitForNoDialog());
     EXPECT_EQ(driver.window->program().currentSite(), 2) << "an index is not used again";
     EXPECT_FALSE(page.isVisible());
+}
+
+TEST(SitesFolder, IsOneWindowsAndTheOtherLeadsThere) {
+    WindowDriver first(siteRecord("home", 1, "bob", "secret"));
+    EXPECT_EQ(first.window->findChild<QWidget*>(u"barNotice"_s), nullptr);
+    frmMain second(first.store, first.directory.path());
+    second.start();
+    auto* const text = second.findChild<QLabel*>(u"lblBarNotice"_s);
+    ASSERT_NE(text, nullptr);
+    EXPECT_TRUE(text->text().contains(u"will not be saved"_s) && text->isVisible());
+    first.window->showMinimized();
+    QCoreApplication::processEvents(); // the first one listens by now
+    second.findChild<QToolButton*>(u"cmdNoticeOther"_s)->click();
+    EXPECT_TRUE(eventually([&] { return !second.isVisible() && !first.window->isMinimized(); }));
+}
+
+TEST(SitesFolder, OffersWhatACrashLeft) {
+    WindowDriver driver(siteRecord("home", 1, "bob", "secret") + siteRecord("gone", 1, "bob", "secret"));
+    mdlMain& program = driver.window->program();
+    program.changeSite(1, {"moved", "127.0.0.1", "1", "bob", "p"});
+    program.addSite({"new", "i", "21", "u", "p"});
+    driver.find<QAction>("mnuSites_2").trigger();
+    driver.find<QAction>("mnuSitesRemove").trigger();
+    driver.answer(QMessageBox::Yes);
+    EXPECT_NE(driver.directory.read("sites.ini.unsaved").find("name = new"), std::string::npos);
+    driver.window.reset(); // without being closed
+    driver.start();
+    EXPECT_TRUE(driver.find<QLabel>("lblBarNotice").text().contains(u"(1 added, 1 changed, 1 removed)"_s))
+        << driver.find<QLabel>("lblBarNotice").text().toStdString();
+    driver.click("cmdNoticeTake");
+    driver.close();
+    EXPECT_EQ(parseSites(linesOf(driver.directory.read("sites.ini"))),
+              (std::vector<SiteConfig>{
+                  {.name = "moved", .host = "127.0.0.1", .port = 1, .user = "bob", .pass = "p"},
+                  {.name = "new", .host = "i", .port = 21, .user = "u"}}));
+    EXPECT_FALSE(FileExists(driver.directory.fileNamed("sites.ini.unsaved")));
+}
+
+TEST(SitesFolder, IsTheUsersWhereTheProgramsCannotBeWritten) {
+    const TemporaryDirectory directory;
+    const QString folder = QString::fromStdString(directory.path());
+    const QString user = folder + u"/user"_s;
+    EXPECT_EQ(configurationFolder(folder, user), folder);
+    EXPECT_EQ(configurationFolder(folder + u"/missing"_s, user), user);
+    directory.write("user/sites.ini", "");
+    directory.write("sites.ini", "");
+    EXPECT_EQ(configurationFolder(folder, user), folder) << "it can be written";
+    WindowDriver driver("");
+    frmMain window(driver.store, driver.directory.fileNamed("missing"));
+    window.start();
+    EXPECT_TRUE(window.findChild<QLabel*>(u"lblBarNotice"_s)->text().contains(u"missing can't be written"_s));
+    EXPECT_NE(window.findChild<QToolButton*>(u"cmdNoticeFolder"_s), nullptr);
 }
 
 TEST(Guide, IsFoundBesideTheProgramAndLeadsToItsHeadings) {

@@ -22,11 +22,11 @@ TEST(LockFile, IsHeldByOneUntilItEndsAndNeverInTheWayWhereNothingCanBeLocked) {
     const TemporaryDirectory directory;
     std::optional<LockFile> first(directory.path());
     LockFile second(directory.path());
-    EXPECT_TRUE(first->take());
-    EXPECT_FALSE(second.take());
+    EXPECT_EQ(first->take(), FolderHold::ours);
+    EXPECT_EQ(second.take(), FolderHold::anotherCopys);
     first.reset();
-    EXPECT_TRUE(second.take());
-    EXPECT_TRUE(LockFile(directory.fileNamed("missing")).take());
+    EXPECT_EQ(second.take(), FolderHold::ours);
+    EXPECT_EQ(LockFile(directory.fileNamed("missing")).take(), FolderHold::nobodys);
 }
 
 TEST(SettingsStore, KeepsEveryTextInThePlaceOfTheProgramsState) {

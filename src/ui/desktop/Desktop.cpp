@@ -6,7 +6,10 @@
 #include <QDialog>
 #include <QDir>
 #include <QEvent>
+#include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryFile>
 
 namespace corvel {
 
@@ -45,6 +48,26 @@ StartOptions readStartOptions(const QStringList& arguments, const QString& defau
 
 bool startProgramAgain(const QStringList& arguments) {
     return QProcess::startDetached(QCoreApplication::applicationFilePath(), arguments);
+}
+
+QString userFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+}
+
+QString configurationFolder(const QString& programDirectory, const QString& user) {
+    const auto has = [](const QString& folder, const char* file) {
+        return QFileInfo::exists(QDir(folder).filePath(QLatin1String(file)));
+    };
+    const bool hasOwn = has(programDirectory, "sites.ini") || has(programDirectory, "settings.ini");
+    if (hasOwn && !has(user, "sites.ini")) {
+        return programDirectory;
+    }
+    // What the system says about rights is not the whole truth everywhere; a file is.
+    if (QTemporaryFile(QDir(programDirectory).filePath(QStringLiteral("corvel-XXXXXX"))).open() ||
+        !QDir().mkpath(user)) {
+        return programDirectory;
+    }
+    return user;
 }
 
 TopmostDialogs::TopmostDialogs(const QAbstractButton& whileChecked, QObject* parent)

@@ -22,6 +22,13 @@ struct StartOptions {
 // arguments: the program's name first. defaultDirectory: where the configuration is unless an option says.
 StartOptions readStartOptions(const QStringList& arguments, const QString& defaultDirectory);
 
+// Where one user's configuration is on this system.
+QString userFolder();
+// Where the configuration is unless an option says: beside the program, where that can be written or has an
+// ini file; else in the user's folder, which is made. That one goes before a folder that cannot be written,
+// once there are sites in it.
+QString configurationFolder(const QString& programDirectory, const QString& user);
+
 enum class StartMessageKind { answer, error };
 
 // Tells a text, which ends with a line end, to the person who started the program, as it ends without a

@@ -8,6 +8,7 @@
 
 #include <QClipboard>
 #include <QDateTime>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLocale>
 #include <QWidget>
@@ -16,12 +17,19 @@
 
 namespace corvel {
 
-LockFile::LockFile(const std::string& directory) : file_(fromCore(BuildAppPath("corvel.lock", directory))) {
+LockFile::LockFile(const std::string& directory)
+    : directory_(fromCore(directory)), file_(fromCore(BuildAppPath("corvel.lock", directory))) {
     file_.setStaleLockTime(0); // age alone says nothing: a program may run for weeks
 }
 
-bool LockFile::take() {
-    return file_.isLocked() || file_.tryLock(0) || file_.error() != QLockFile::LockFailedError;
+FolderHold LockFile::take() {
+    if (file_.isLocked() || file_.tryLock(0)) {
+        return FolderHold::ours;
+    }
+    return file_.error() == QLockFile::LockFailedError   ? FolderHold::anotherCopys
+           : file_.error() == QLockFile::PermissionError ? FolderHold::nobodys
+           : QFileInfo(directory_).isDir()               ? FolderHold::ours
+                                                         : FolderHold::nobodys;
 }
 
 SettingsStore::SettingsStore() : settings_(fromCore(storeApplication), fromCore(storeSection)) {}

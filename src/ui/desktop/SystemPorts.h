@@ -18,9 +18,10 @@ class LockFile : public FolderLock {
     // directory: UTF-8.
     explicit LockFile(const std::string& directory);
 
-    bool take() override;
+    FolderHold take() override;
 
   private:
+    QString directory_;
     QLockFile file_;
 };
 
