@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace corvel {
 
@@ -32,14 +33,20 @@ void browserChain(const ReplyServices& services, const Reply& reply) {
         return;
     case BrowserReply::directoryUnknown:
         return;
-    case BrowserReply::listing:
+    case BrowserReply::listing: {
         dropRows(session.browser, session.sCwd); // before its successor needs as much memory
-        showListing(session.browser,
-                    ParseDirectoryListing(listingLines(reply.command.sCommand, reply.lines, reply.code),
-                                          {.mergeBlanks = services.settings.listing_merge_blanks}));
+        BrowserListing listing = ParseDirectoryListing(
+            listingLines(reply.command.sCommand, reply.lines, reply.code),
+            {.mergeBlanks = services.settings.listing_merge_blanks || session.padsListings});
+        if (!isSuccess(reply)) { // a refusal in many lines
+            listing.strangeLines.clear();
+            listing.strangeCount = 0;
+        }
+        showListing(session.browser, std::move(listing));
         services.views.listingChanged(reply.site);
         services.channel.SendCommand(reply.site, printDirectoryCommand());
         return;
+    }
     }
 }
 
@@ -61,6 +68,10 @@ void chattrReply(const ReplyServices& services, const Reply& reply) {
 }
 
 void toBrowserReply(const ReplyServices& services, const Reply& reply) {
+    if (isSuccess(reply) && !reply.session.browser.isChanged) {
+        reply.session.browser.isChanged = true;
+        services.views.listingChanged(reply.site);
+    }
     services.log.LogBrowserReply(reply.site, reply.lastChunk, LogLine::reply);
 }
 

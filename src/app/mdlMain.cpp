@@ -35,7 +35,8 @@ mdlMain::mdlMain(Ports ports, std::string directory)
       sitesKeeper_(ports_.prompts, ports_.lock, ports_.clock, BuildAppPath("sites.ini", directory_)),
       sites_(1), log_(sites_, ports_.clock, ports_.views),
       channel_(sites_, log_, ports_.views, settings_, ports_.store, replyHandlers()),
-      outbox_(sites_, channel_, log_, ports_.views), browser_(sites_, outbox_, ports_.prompts, ports_.views),
+      outbox_(sites_, channel_, log_, ports_.views),
+      browser_(sites_, outbox_, ports_.prompts, ports_.views, settings_, ports_.store),
       admin_({sites_, outbox_, log_, ports_.prompts, ports_.views}),
       menus_({sites_, settings_, browser_, admin_, outbox_, ports_.prompts, ports_.views, ports_.shell}) {}
 

@@ -2,6 +2,7 @@
 
 #include "common/Text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace corvel {
@@ -9,19 +10,11 @@ namespace corvel {
 namespace {
 
 constexpr std::string_view root = "/";
-constexpr std::string_view linkArrow = " -> ";
 
 Command quietCommand(std::string_view verb, std::string_view argument, std::int32_t iHandler) {
     std::string sCommand(verb);
     sCommand += argument;
     return {.sCommand = std::move(sCommand), .bQuiet = true, .iHandler = iHandler, .iTag = 0};
-}
-
-// The directory above directory: without its last piece, "/" when nothing is left.
-std::string parentDirectory(std::string_view directory) {
-    const std::size_t slash = directory.rfind('/');
-    const bool isTop = slash == std::string_view::npos || slash == 0;
-    return std::string(isTop ? root : directory.substr(0, slash));
 }
 
 constexpr char quote = '"';
@@ -92,6 +85,18 @@ std::optional<Deletion> deletion(const BrowserEntry& entry) {
                     fileCommand("RMD ", entry.name)};
 }
 
+Deletions deletions(const std::vector<const BrowserEntry*>& entries, std::string_view names) {
+    Deletions wanted;
+    for (const BrowserEntry* const entry : entries) {
+        wanted.commands.push_back(deletion(*entry).value().command);
+    }
+    wanted.question.append("Are u sure u want to delete ")
+        .append(entries.size() == 1 ? "this entry:" : "these " + std::to_string(entries.size()) + " entries:")
+        .append(lineEnd)
+        .append(names);
+    return wanted;
+}
+
 std::vector<Command> makeDirectoryCommands(std::string_view name) {
     return name.empty() ? std::vector<Command>() : std::vector{fileCommand("MKD ", name)};
 }
@@ -156,6 +161,16 @@ BrowserReply recogniseBrowserReply(std::string_view lastCommand, std::span<const
 std::span<const std::string_view> listingLines(std::string_view lastCommand,
                                                std::span<const std::string_view> lines, int code) {
     return isCwd(lastCommand) && code >= firstError ? lines.first(0) : lines;
+}
+
+std::string parentDirectory(std::string_view directory) {
+    const std::size_t slash = directory.rfind('/');
+    const bool isTop = slash == std::string_view::npos || slash == 0;
+    return std::string(isTop ? root : directory.substr(0, slash));
+}
+
+std::string_view nameInParent(std::string_view directory) {
+    return directory.substr(std::min(directory.rfind('/') + 1, directory.size()));
 }
 
 std::string directoryOf(std::string_view line) {

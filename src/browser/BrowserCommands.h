@@ -49,6 +49,13 @@ struct Deletion {
 // The deletion of a row, by its type key; nothing for ".." and links.
 std::optional<Deletion> deletion(const BrowserEntry& entry);
 
+// The deletion of several entries, all of which can be deleted; names: of them, as a question shows them.
+struct Deletions {
+    std::string question;
+    std::vector<Command> commands;
+};
+Deletions deletions(const std::vector<const BrowserEntry*>& entries, std::string_view names);
+
 // Makes a directory; nothing for an empty name.
 std::vector<Command> makeDirectoryCommands(std::string_view name);
 
@@ -65,6 +72,14 @@ std::optional<std::string> navigationTarget(std::string_view current, std::strin
 
 // name in directory: with one "/" between them.
 std::string pathIn(std::string_view directory, std::string_view name);
+
+// The directory above directory: without its last piece, "/" when nothing is left. And the name of that
+// piece; empty where directory has none.
+std::string parentDirectory(std::string_view directory);
+std::string_view nameInParent(std::string_view directory);
+
+// What stands between the name of a link, as listed, and its target.
+inline constexpr std::string_view linkArrow = " -> ";
 
 // What a reply to a command of the browser chain (CWD, then STAT -a, then PWD) is.
 enum class BrowserReply : std::uint8_t {

@@ -3,6 +3,8 @@
 #include "browser/BrowserCommands.h"
 #include "common/Text.h"
 
+#include <utility>
+
 namespace corvel {
 
 namespace {
@@ -69,6 +71,16 @@ ChmodForm chmodForm(std::string_view cwd, const BrowserEntry& entry) {
     return {.txtPath = pathIn(cwd, entry.name), .chkX = permissions, .txtCHMODval = chmodValue(permissions)};
 }
 
+ChmodForm chmodForm(std::string_view cwd, const std::vector<const BrowserEntry*>& entries,
+                    std::string names) {
+    ChmodForm form = chmodForm(cwd, *entries.front());
+    for (const BrowserEntry* const entry : entries) {
+        form.paths.push_back(pathIn(cwd, entry->name));
+    }
+    form.names = std::move(names);
+    return form;
+}
+
 std::string chmodValue(const Permissions& permissions, std::string_view mode) {
     std::string value(mode.substr(0, mode.size() == 4 && permissionsOf(mode) ? 1 : 0));
     for (std::size_t i = 0; i < permissionCount; i += 3) {
@@ -90,8 +102,12 @@ std::optional<Permissions> permissionsOf(std::string_view value) {
     return permissions;
 }
 
-Command chmodCommand(const ChmodForm& form) {
-    return fileCommand("SITE chmod " + form.txtCHMODval + " ", form.txtPath);
+std::vector<Command> chmodCommands(const ChmodForm& form) {
+    std::vector<Command> commands;
+    for (const std::string& path : form.paths.empty() ? std::vector{form.txtPath} : form.paths) {
+        commands.push_back(fileCommand("SITE chmod " + form.txtCHMODval + " ", path));
+    }
+    return commands;
 }
 
 Command nukeCommand(const NukeForm& form, const NukeSyntax& syntax) {

@@ -57,10 +57,16 @@ struct ChmodForm {
     std::string txtPath; // of the entry, from the root, in the server's bytes
     Permissions chkX = {};
     std::string txtCHMODval; // the mode in octal digits
+    // Of several entries at once, in place of txtPath: their paths, and their names as a person reads them.
+    std::vector<std::string> paths = {};
+    std::string names = {};
 };
 
 // The form for an entry of directory cwd, its path and access as listed.
 ChmodForm chmodForm(std::string_view cwd, const BrowserEntry& entry);
+
+// The form for several entries, one at least; the permissions are those of the first.
+ChmodForm chmodForm(std::string_view cwd, const std::vector<const BrowserEntry*>& entries, std::string names);
 
 // The permissions as three octal digits, behind the first digit of mode where that is one of four.
 std::string chmodValue(const Permissions& permissions, std::string_view mode = {});
@@ -70,7 +76,7 @@ std::string chmodValue(const Permissions& permissions, std::string_view mode = {
 std::optional<Permissions> permissionsOf(std::string_view value);
 
 // Sets the mode (SITE CHMOD, with an octal mode and a path).
-Command chmodCommand(const ChmodForm& form);
+std::vector<Command> chmodCommands(const ChmodForm& form);
 
 // The dialog frmBrowserNUKE. All texts are in the server's bytes.
 struct NukeForm {

@@ -71,8 +71,15 @@ bool mayMatch(std::string_view line) {
            !line.starts_with("211-");
 }
 
+// Whether an empty date field has pushed a time or a year, or the blank before it, into the name.
+bool isPushed(const BrowserEntry& entry, std::string_view day, std::string_view time) {
+    return (day.empty() || time.empty()) &&
+           (entry.name.starts_with(' ') || matchesPattern(entry.name, "#*:## *") ||
+            matchesPattern(entry.name, "#### *"));
+}
+
 // Reads line, which may match and outlives the entry; false where it is no line of a listing.
-bool readEntry(std::string_view line, bool mergeBlanks, BrowserEntry& entry) {
+bool readEntry(std::string_view line, bool mergeBlanks, BrowserEntry& entry, bool& looksPadded) {
     entry.access = line.substr(0, accessLength);
     entry.type = line.front() == 'l'   ? BrowserEntryType::link
                  : line.front() == '-' ? BrowserEntryType::file
@@ -98,9 +105,29 @@ bool readEntry(std::string_view line, bool mergeBlanks, BrowserEntry& entry) {
         day = fields.take();
         time = fields.take();
         entry.name = fields.rest();
+        looksPadded = looksPadded || isPushed(entry, day, time);
     }
     entry.date = dateText(month, day, time);
     return true;
+}
+
+bool beginsWithCode(std::string_view line) {
+    return line.size() >= 4 && isDigit(line[0]) && isDigit(line[1]) && isDigit(line[2]) &&
+           (line[3] == ' ' || line[3] == '-');
+}
+
+// Takes note of a line inside the reply that is no entry.
+void noteStrange(std::string_view line, BrowserListing& listing) {
+    constexpr std::size_t longest = 300;
+    const std::string_view text = trim(line);
+    if (text.empty() || text.starts_with("211 ") || text.starts_with("211-") ||
+        matchesPattern(toLower(text.substr(0, longest)), "total #*")) {
+        return;
+    }
+    if (listing.strangeLines.size() < mostStrangeLines) {
+        listing.strangeLines.emplace_back(line.substr(0, longest));
+    }
+    ++listing.strangeCount;
 }
 
 void count(BrowserListing& listing, const BrowserEntry& entry) {
@@ -118,7 +145,7 @@ std::size_t copyIfEntry(char* end, std::string_view line, BrowserListing& listin
     }
     std::memcpy(end, line.data(), line.size());
     BrowserEntry entry;
-    if (!readEntry({end, line.size()}, options.mergeBlanks, entry)) {
+    if (!readEntry({end, line.size()}, options.mergeBlanks, entry, listing.looksPadded)) {
         return 0;
     }
     listing.isRecognised = true;
@@ -147,10 +174,15 @@ BrowserListing ParseDirectoryListing(std::span<const std::string_view> lines, Li
     listing.text = std::make_unique_for_overwrite<char[]>(bytes);
     listing.entries.reserve(accepted);
     char* end = listing.text.get();
-    for (const std::string_view line : lines) {
+    const std::string_view last = lastLine(lines);
+    for (const std::string_view& line : lines) {
         std::size_t length = copyIfEntry(end, line, listing, options);
         if (length == 0 && line.starts_with(' ')) {
             length = copyIfEntry(end, line.substr(1), listing, options);
+        }
+        const bool isFrame = &line == &lines.front() || line.data() == last.data();
+        if (length == 0 && !(isFrame && beginsWithCode(line))) {
+            noteStrange(line, listing);
         }
         end += length;
     }

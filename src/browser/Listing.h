@@ -37,6 +37,11 @@ struct BrowserListing {
     std::size_t longestSize = 0;    // length of the longest size that is a sizeNumber, in bytes
     // Whether any line was one of a listing; if not, column widths stay as they are.
     bool isRecognised = false;
+    // Whether runs of blanks have left a date field empty and pushed it into a name, as a server does that
+    // pads its lines.
+    bool looksPadded = false;
+    std::vector<std::string> strangeLines; // the first that were not understood, cut to be read
+    std::size_t strangeCount = 0;          // how many they are in all
 };
 
 struct ListingOptions {
@@ -47,10 +52,13 @@ struct ListingOptions {
 
 // The entries in the lines of one reply to "STAT -a" (RFC 959, section 4.1.3), in the order of the lines
 // and without the entry ".". lines: the whole reply, split at CR LF. Lines that are not in the long format
-// of a Unix directory listing, the reply's own first and last line among them, are passed over. A line that
+// of a Unix directory listing are passed over; they count as not understood unless they are empty, the
+// reply's own first or last line, begin with 211, or are the total that some servers begin with. A line that
 // is a listing line but for one blank in front of it is taken without that blank. Odd spacing yields odd
 // fields, possibly empty ones, never a failure. Nothing in the result points into lines.
 BrowserListing ParseDirectoryListing(std::span<const std::string_view> lines, ListingOptions options);
+
+inline constexpr std::size_t mostStrangeLines = 100; // that a listing keeps
 
 // "01" to "12" for an English three-letter month name in any case, "" for every other text.
 std::string_view MonthNumber(std::string_view monthName);

@@ -1,6 +1,8 @@
 #include "browser/RemoteList.h"
 
+#include "browser/BrowserCommands.h"
 #include "common/Text.h"
+#include "common/TextEncoding.h"
 
 #include <algorithm>
 #include <utility>
@@ -34,7 +36,8 @@ std::string_view whyNotUsable(const RemoteList& list) {
 void dropRows(RemoteList& list, std::string_view directory) {
     const BrowserEntry* const selected = entryAt(list, list.row);
     list.isOfSameDirectory = whyNotUsable(list).empty() && list.directory == directory;
-    list.selectedName = list.isOfSameDirectory && selected != nullptr ? selected->name : std::string_view();
+    list.selectedName =
+        list.isOfSameDirectory && selected != nullptr ? selected->name : std::string_view(list.cameFrom);
     list.listing = {};
     list.order = {};
     list.row = -1;
@@ -45,6 +48,7 @@ void dropRows(RemoteList& list, std::string_view directory) {
 void showListing(RemoteList& list, BrowserListing listing) {
     list.listing = std::move(listing);
     list.since = RemoteList::Since::listed;
+    list.isChanged = false;
     ++list.listings;
     if (list.listing.entries.size() <= arrangedAtOnce) {
         arrange(list);
@@ -66,6 +70,92 @@ void arrange(RemoteList& list) {
 const BrowserEntry* entryAt(const RemoteList& list, int row) {
     const auto index = static_cast<std::size_t>(row);
     return row >= 0 && index < list.order.size() ? &list.listing.entries[list.order[index]] : nullptr;
+}
+
+PickedRows pickedRows(const RemoteList& list, const std::vector<int>& rows) {
+    constexpr std::size_t mostNames = 10;
+    PickedRows picked;
+    std::size_t links = 0;
+    bool hasParent = false;
+    for (const int row : rows) {
+        const BrowserEntry* const entry = entryAt(list, row);
+        if (entry == nullptr) {
+            continue;
+        }
+        if (entry->name == "..") {
+            hasParent = true;
+        } else if (entry->type == BrowserEntryType::link) {
+            ++links;
+        } else {
+            picked.entries.push_back(entry);
+        }
+    }
+    const auto addLine = [&picked](std::string_view line) {
+        picked.names.append(picked.names.empty() ? "" : lineEnd).append(line);
+    };
+    for (std::size_t i = 0; i < std::min(picked.entries.size(), mostNames); ++i) {
+        const BrowserEntry& entry = *picked.entries[i];
+        addLine(visibleText(toUtf8(entry.name)) + (entry.type == BrowserEntryType::directory ? "/" : ""));
+    }
+    if (picked.entries.size() > mostNames) {
+        addLine("... and " + std::to_string(picked.entries.size() - mostNames) + " more");
+    }
+    const std::string linksLeftOut = links == 0   ? ""
+                                     : links == 1 ? "1 link"
+                                                  : std::to_string(links) + " links";
+    if (hasParent || links > 0) {
+        addLine("");
+        addLine("Left out: " + linksLeftOut + (hasParent && links > 0 ? " and " : "") +
+                (hasParent ? "\"..\"" : ""));
+    }
+    return picked;
+}
+
+std::string pathsOf(const RemoteList& list, const std::vector<int>& rows) {
+    std::string paths;
+    for (const int row : rows) {
+        if (const BrowserEntry* const entry = entryAt(list, row)) {
+            const bool isLink = entry->type == BrowserEntryType::link;
+            const std::string_view name =
+                entry->name.substr(0, isLink ? entry->name.find(linkArrow) : entry->name.size());
+            paths.append(paths.empty() ? "" : "\n")
+                .append(name == ".." ? parentDirectory(list.directory) : pathIn(list.directory, name));
+        }
+    }
+    return paths.empty() ? list.directory : paths;
+}
+
+std::string_view whyNot(BrowserAct act, const RemoteList& list, const std::vector<int>& rows,
+                        bool hasNukeSyntax) {
+    if (act == BrowserAct::refresh || act == BrowserAct::copyPath) {
+        return {};
+    }
+    if (const std::string_view reason = whyNotUsable(list); !reason.empty()) {
+        return reason;
+    }
+    if (act == BrowserAct::makeDirectory) {
+        return {};
+    }
+    if (act == BrowserAct::up) {
+        return list.directory == "/" ? "Nothing is above the root" : "";
+    }
+    if (act == BrowserAct::nuke && !hasNukeSyntax) {
+        return "settings.ini has no site_nuke_syntax";
+    }
+    if (rows.empty()) {
+        return "No row is selected";
+    }
+    if (act == BrowserAct::remove || act == BrowserAct::permissions) {
+        return pickedRows(list, rows).entries.empty() ? "Links and \"..\" are left alone" : "";
+    }
+    if (rows.size() > 1) {
+        return "Several rows are selected";
+    }
+    const BrowserEntry* const entry = entryAt(list, rows.front());
+    if (entry == nullptr || entry->name == "..") {
+        return "\"..\" is left alone";
+    }
+    return act == BrowserAct::hide && typeKey(*entry) != directoryKey ? "Only directories can be hidden" : "";
 }
 
 bool changesDirectory(std::string_view command) {

@@ -27,6 +27,10 @@ struct RemoteList {
     std::string directory;          // of the rows
     Since since = Since::neverListed;
     int navigations = 0;           // that a person asked for and that are not over
+    std::uint64_t visits = 0;      // how often a person has asked for one
+    std::string cameFrom = {};     // the entry to be selected in the directory that a navigation goes up to
+    bool isChanged = false;        // the server has changed something since the rows were listed
+    bool isPaddingRefused = false; // the person does not want this server's listings read as padded ones
     std::string selectedName = {}; // of the row to be selected, while the listing is not arranged
 };
 
@@ -46,6 +50,26 @@ void arrange(RemoteList& list);
 
 // The entry in a display row, or nothing when there is no such row.
 const BrowserEntry* entryAt(const RemoteList& list, int row);
+
+// What of some display rows an action on many of them is about: all but links and "..". The texts are for a
+// person to read.
+struct PickedRows {
+    std::vector<const BrowserEntry*> entries; // of the list, while it has these rows
+    std::string names;                        // a line for each, the first of many; with what is left out
+};
+PickedRows pickedRows(const RemoteList& list, const std::vector<int>& rows);
+
+// The paths of some rows from the root, a line for each; without any the directory itself. In the server's
+// bytes.
+std::string pathsOf(const RemoteList& list, const std::vector<int>& rows);
+
+// What a person can do in the browser by its menu.
+enum class BrowserAct { makeDirectory, rename, remove, permissions, hide, nuke, copyPath, up, refresh };
+
+// Why act cannot be done with those rows, for a person to read; empty where it can, as far as the list
+// says. hasNukeSyntax: the settings say how a server is asked to nuke.
+std::string_view whyNot(BrowserAct act, const RemoteList& list, const std::vector<int>& rows,
+                        bool hasNukeSyntax);
 
 // Whether a command, by its verb, leads to another directory.
 bool changesDirectory(std::string_view command);

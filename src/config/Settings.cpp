@@ -62,7 +62,7 @@ void readReplacement(Settings& settings, std::string_view value) {
     settings.site_nuke_replace_spaces.assign(value.begin(), next);
 }
 
-constexpr std::array<SettingsKey, 19> settingsKeys = {{
+constexpr std::array<SettingsKey, 20> settingsKeys = {{
     {"textbox_fontname", readText<&Settings::textbox_fontname>},
     {"textbox_fontsize", readFontSize},
     {"ssl_tunnel_host", readText<&Settings::ssl_tunnel_host>},
@@ -71,6 +71,7 @@ constexpr std::array<SettingsKey, 19> settingsKeys = {{
     {"minimize_to_tray", readSwitch<&Settings::minimize_to_tray>},
     {"listing_merge_blanks", readSwitch<&Settings::listing_merge_blanks>},
     {"mask_passwords", readSwitch<&Settings::mask_passwords>},
+    {"browser_refresh_after_change", readSwitch<&Settings::browser_refresh_after_change>},
     {"site_nuke_syntax", readText<&Settings::site_nuke_syntax>},
     {"site_nuke_replace_spaces", readReplacement},
     {"window_caption_online", readText<&Settings::window_caption_online>},

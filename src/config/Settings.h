@@ -63,6 +63,7 @@ struct Settings {
     bool minimize_to_tray = false;
     bool listing_merge_blanks = false; // runs of blanks between the date fields of a listing count as one
     bool mask_passwords = false;       // of accounts, wherever a command is shown
+    bool browser_refresh_after_change = false; // a directory is listed again after a change in it
     std::string site_nuke_syntax;
     std::string site_nuke_replace_spaces = " "; // one character, or none where the key has no value
     std::string window_caption_online;

@@ -5,6 +5,7 @@
 #include "common/Numbers.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
+#include "config/PaddedListings.h"
 #include "config/TrustedCertificates.h"
 
 #include <algorithm>
@@ -98,6 +99,7 @@ void CommandChannel::Connect(int site) {
     session.telnet = {};
     session.seenTexts = {};
     session.encoding = TextEncoding::utf8;
+    session.padsListings = corvel::padsListings(store_, target.config.host, target.config.port);
     services_.log.tell(site, target.config.pass.empty()
                                  ? "No password is kept for this site: Sites > Edit... takes one"
                                  : "");

@@ -97,6 +97,8 @@ struct BrowserState {
     RemoteList browser;
     std::string sBrowserPWD;   // the text of the browser's path box
     ChattrAnswer chattrAnswer; // the last one
+    bool padsListings = false; // the person has said so of the server
+    std::string asked;         // which entries an open question is about, UTF-8; empty while none is
 };
 
 // The three logs, UTF-8: ConsoleLog's.

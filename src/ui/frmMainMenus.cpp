@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSslSocket>
+#include <QStatusBar>
 #include <QSysInfo>
 #include <QTabWidget>
 
@@ -47,6 +48,9 @@ void focusWork(const QWidget& page) {
 void frmMain::createMenus() {
     createSitesMenu();
     createViewMenu();
+    browser_->fillMenu(*menuBar()->addMenu(tr("&Browser")));
+    connect(browser_, &BrowserPanel::noteWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
     createHelpMenu();
 }
 

@@ -9,7 +9,8 @@
 
 namespace corvel {
 
-FilterBox::FilterBox(const char* name, const char* countName) : text_(new OneLineEdit), count_(new QLabel) {
+FilterBox::FilterBox(const char* name, const char* countName)
+    : text_(new OneLineEdit), caption_(labelFor(*text_, name, tr("F&ilter:"))), count_(new QLabel) {
     text_->setClearButtonEnabled(true);
     text_->setPlaceholderText(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText));
     text_->setToolTip(tr("Shows the rows that have every word, in whichever column"));
@@ -18,7 +19,7 @@ FilterBox::FilterBox(const char* name, const char* countName) : text_(new OneLin
     count_->setAccessibleName(tr("Rows shown"));
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(labelFor(*text_, name, tr("F&ilter:")));
+    layout->addWidget(caption_);
     layout->addWidget(text_, 1);
     layout->addWidget(count_);
     connect(text_, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -44,6 +45,10 @@ void FilterBox::setList(ReportView* list) {
     }
     setEnabled(list_ != nullptr);
     showList();
+}
+
+void FilterBox::setCaptionWidth(int pixels) {
+    caption_->setMinimumWidth(pixels);
 }
 
 void FilterBox::showList() {

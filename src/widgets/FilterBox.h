@@ -22,6 +22,9 @@ class FilterBox : public QWidget {
     // Filters that list from now on; null for none.
     void setList(ReportView* list);
 
+    // Begins the box where those begin whose captions are so wide, in pixels.
+    void setCaptionWidth(int pixels);
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -30,6 +33,7 @@ class FilterBox : public QWidget {
 
     QPointer<ReportView> list_;
     QLineEdit* text_;
+    QLabel* caption_;
     QLabel* count_;
 };
 

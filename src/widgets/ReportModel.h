@@ -36,8 +36,8 @@ struct RowColours {
 // columns count from 0. Every function but text may be empty.
 struct ReportSource {
     int rows = 0;
-    int pinned = 0;     // so many of the first rows a filter neither hides nor counts
-    int nameColumn = 0; // in which typed letters are looked for
+    int pinned = 0;      // so many of the first rows a filter neither hides nor counts
+    int nameColumn = -1; // in which typed letters are looked for; -1: the first that holds no numbers
     std::vector<ReportColumn> columns = {};
     std::function<QString(int row, int column)> text = {};
     // For long lists: what was sent for a cell, so that columns are fitted without making every text.

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QStyleHints>
 
+#include <algorithm>
 #include <utility>
 
 // What keys and mouse do in a list.
@@ -97,6 +98,20 @@ void ReportView::requestMenuAtRow() {
     emit contextMenuRequested(row, viewport()->mapToGlobal(position));
 }
 
+namespace {
+
+// Ids and other numbers stand at the right.
+int nameColumnOf(const ReportSource& source) {
+    if (source.nameColumn >= 0) {
+        return source.nameColumn;
+    }
+    const auto name = std::ranges::find_if(
+        source.columns, [](const ReportColumn& column) { return column.alignment != Qt::AlignRight; });
+    return name == source.columns.end() ? 0 : static_cast<int>(name - source.columns.begin());
+}
+
+} // namespace
+
 // A letter that is typed again and again goes from one name that begins with it to the next.
 void ReportView::keyboardSearch(const QString& typed) {
     const int rows = model_->rowCount();
@@ -112,10 +127,11 @@ void ReportView::keyboardSearch(const QString& typed) {
     // More letters of a name leave the row that has them.
     const int start =
         std::max(currentIndex().row(), 0) + (currentIndex().isValid() && (!goesOn || isRepeated) ? 1 : 0);
+    const int column = nameColumnOf(source());
     for (int step = 0; step < rows; ++step) {
         const int row = model_->sourceRowOf((start + step) % rows);
         std::string name;
-        appendFolded(name, toCore(source().text(row, source().nameColumn)));
+        appendFolded(name, toCore(source().text(row, column)));
         if (name.starts_with(typed_)) {
             setCurrentRow(row);
             return;

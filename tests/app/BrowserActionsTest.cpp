@@ -84,6 +84,64 @@ TEST(BrowserActions, RemoveAsksBeforeItDeletes) {
     EXPECT_EQ(program.prompts.asked, (Texts{directory, directory}));
 }
 
+TEST(BrowserActions, RemovesManyWithOneQuestion) {
+    Browsing program;
+    program.prompts.answers = {"yes"};
+    program.prompts.beforeAnswer = [&] { EXPECT_EQ(program.session(1).asked, "Delete 2 entries in /pub?"); };
+    program.browser().remove(1, {parentRow, linkRow});
+    EXPECT_EQ(program.session(1).lastErrorLine, "Links and \"..\" are left alone");
+    program.browser().remove(1, {parentRow, directoryRow, linkRow, fileRow});
+    EXPECT_EQ(program.prompts.asked,
+              Texts{"Are u sure u want to delete these 2 entries:\r\nb dir/\r\na.txt\r\n"
+                    "\r\nLeft out: 1 link and \"..\""});
+    EXPECT_EQ(program.session(1).asked, "");
+    program.expectSent({"RMD b dir", "DELE a.txt"}, "one job");
+    EXPECT_FALSE(program.session(1).browser.isChanged) << "nothing was accepted";
+}
+
+TEST(BrowserActions, ListsAgainAfterAChangeWhereTheSettingsWantIt) {
+    LoggedIn program(1, "browser_refresh_after_change = 1\n");
+    program.main.browser().refresh(1);
+    program.answer(listingScript(listing), "listing");
+    program.prompts.answers = {"yes"};
+    program.main.browser().remove(1, fileRow);
+    program.answer(Script{expect("DELE a.txt"), send("250 gone\r\n")} + listingScript(listing), "by itself");
+    EXPECT_FALSE(program.session(1).browser.isChanged);
+}
+
+TEST(BrowserActions, UpSelectsWhereOneCameFrom) {
+    Browsing program;
+    program.browser().selectRow(1, fileRow);
+    program.browser().goTo(1, "/pub/b dir/");
+    program.answer({expect("CWD /pub/b dir"), send("250 CWD command successful\r\n"), expect("STAT -a"),
+                    send("211-x\r\n211 end\r\n"), expect("PWD"),
+                    send("257 \"/pub/b dir\" is current directory\r\n")},
+                   "typed");
+    EXPECT_EQ(program.session(1).browser.visits, 1U);
+    program.browser().up(1);
+    program.answer(
+        Script{expect("CWD /pub"), send("250 CWD command successful\r\n")} + listingScript(listing), "up");
+    EXPECT_EQ(program.session(1).browser.row, directoryRow);
+    program.browser().goTo(1, "/nowhere");
+    program.answer({expect("CWD /nowhere"), send("550 no\r\n"), expect("PWD"),
+                    send("257 \"/pub\" is current directory\r\n")},
+                   "refused");
+    EXPECT_EQ(program.session(1).sBrowserPWD, "/pub");
+}
+
+TEST(BrowserActions, RemembersThatAServerPadsItsListings) {
+    Browsing program;
+    program.browser().acceptPadding(1);
+    program.answer(listingScript("211-x\r\n-rw-r--r-- 1 u g 1 Jan  5 12:34 f\r\n211 end\r\n"),
+                   "listed again");
+    EXPECT_EQ(program.browser().entryAt(1, 0)->name, "f");
+    EXPECT_EQ(program.store.value("padded_listing_host1_21"), "1");
+    EXPECT_TRUE(program.session(1).padsListings);
+    program.store.setValue("padded_listing_host1_21", "");
+    program.main.connectSite(1);
+    EXPECT_FALSE(program.session(1).padsListings) << "it is asked for as a connection begins";
+}
+
 TEST(BrowserActions, RenameSendsBothNamesOrNone) {
     Browsing program;
     program.browser().rename(1, fileRow, "a.txt"); // the same name, and two that cannot be sent

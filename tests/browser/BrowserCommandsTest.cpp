@@ -125,9 +125,10 @@ TEST(Chattr, SendsWhatIsSelected) {
 
 TEST(Chmod, ShowsTheModeOfAnEntryAndSendsIt) {
     const ChmodForm link = chmodForm("/a", {.name = "l -> ../t", .access = "lrwsr-Sr-T"});
-    EXPECT_EQ(chmodCommand(link), quietly("SITE chmod 755 /a/l -> ../t")) << "other letters count";
+    EXPECT_EQ(chmodCommands(link), std::vector{quietly("SITE chmod 755 /a/l -> ../t")})
+        << "other letters count";
     const ChmodForm form = chmodForm("/", {.name = "%(x) \xFF", .access = "d---r--r--"});
-    EXPECT_EQ(chmodCommand(form), quietly("SITE chmod 044 /%(x) \xFF")) << "no zero is lost";
+    EXPECT_EQ(chmodCommands(form), std::vector{quietly("SITE chmod 044 /%(x) \xFF")}) << "no zero is lost";
     EXPECT_EQ(form.chkX, (Permissions{false, false, false, true, false, false, true, false, false}));
 }
 

@@ -121,6 +121,28 @@ TEST(Listing, PadsSizesSoThatTheyLineUp) {
     }
 }
 
+TEST(Listing, KeepsTheFirstLinesThatItDoesNotUnderstand) {
+    std::vector<std::string> lines = {"213-Status of /:", "total 12", "", "211-x",
+                                      "-rw-r--r-- 1 u g 1 Jan 5 12:00 f"};
+    lines.insert(lines.end(), mostStrangeLines + 2, "01-05-24  12:00PM  <DIR>  " + std::string(1000, 'x'));
+    lines.insert(lines.end(), {"213-inside", "213 End", ""});
+    const BrowserListing listing = parse(lines);
+    EXPECT_EQ(listing.strangeCount, mostStrangeLines + 3);
+    ASSERT_EQ(listing.strangeLines.size(), mostStrangeLines);
+    EXPECT_EQ(listing.strangeLines.front().size(), 300U);
+}
+
+TEST(Listing, SeesThatAServerPadsItsLines) {
+    const std::vector<std::pair<std::string, bool>> dates = {
+        {"Jan  5 12:34 f", true},      {"Nov 15  2019 f", true},
+        {"Jan  5  2019 f", true},      {"Jan 5 12:34  f", false}, // the name begins with a blank
+        {"Jan 5 12:34 2019 f", false}, {"Jan  x y", false}};
+    for (const auto& [date, isPadded] : dates) {
+        EXPECT_EQ(parse({"-rw-r--r-- 1 u g 1 " + date}).looksPadded, isPadded) << date;
+        EXPECT_FALSE(parse({"-rw-r--r-- 1 u g 1 " + date}, true).looksPadded) << date;
+    }
+}
+
 using Column = BrowserColumn;
 using Type = BrowserEntryType;
 using enum SortOrder;
@@ -204,6 +226,46 @@ TEST(RemoteList, KeepsTheSelectedEntryInTheSameDirectory) {
         EXPECT_EQ(list.row, row.row);
         EXPECT_EQ(whyNotUsable(list), "");
     }
+}
+
+TEST(RemoteList, SaysWhatCanBeDoneWithWhichRows) {
+    RemoteList list;
+    dropRows(list, "/pub");
+    BrowserListing listing;
+    listing.entries = {{.name = ".."}, {.name = "sub"}, {.name = "l -> /t", .type = Type::link}};
+    for (const char* const name : {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"}) {
+        listing.entries.push_back({.name = name, .type = Type::file});
+    }
+    showListing(list, std::move(listing));
+    using enum BrowserAct;
+    struct Row {
+        BrowserAct act;
+        std::vector<int> rows;
+        bool isPossible;
+    };
+    for (const auto& [act, rows, isPossible] : std::vector<Row>{{remove, {0, 2}, false},
+                                                                {remove, {0, 1, 2}, true},
+                                                                {permissions, {2}, false},
+                                                                {rename, {1}, true},
+                                                                {rename, {1, 3}, false},
+                                                                {rename, {0}, false},
+                                                                {rename, {}, false},
+                                                                {hide, {1}, true},
+                                                                {hide, {3}, false},
+                                                                {nuke, {1}, true},
+                                                                {up, {}, true},
+                                                                {makeDirectory, {}, true}}) {
+        EXPECT_EQ(whyNot(act, list, rows, true).empty(), isPossible) << static_cast<int>(act) << rows.size();
+    }
+    EXPECT_NE(whyNot(nuke, list, {1}, false), "");
+    EXPECT_EQ(pathsOf(list, {0, 1, 2}), "/\n/pub/sub\n/pub/l");
+    EXPECT_EQ(pathsOf(list, {}), "/pub");
+    EXPECT_EQ(pickedRows(list, {0, 1, 2, 3}).names, "sub/\r\na\r\n\r\nLeft out: 1 link and \"..\"");
+    EXPECT_TRUE(
+        pickedRows(list, {1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}).names.ends_with("\r\ni\r\n... and 1 more"));
+    list.since = RemoteList::Since::movedAway;
+    EXPECT_NE(whyNot(remove, list, {1}, true), "");
+    EXPECT_EQ(whyNot(copyPath, list, {1}, true), "");
 }
 
 } // namespace

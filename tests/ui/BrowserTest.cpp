@@ -2,6 +2,9 @@
 #include "net/qt/wSock.h"
 #include "ui/WindowDriver.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -128,6 +131,40 @@ TEST_F(BrowserDialogs, NukeARelease) {
     waitForClose();
     EXPECT_TRUE(replies().starts_with("> site nuke Holiday pictures 3 bad_release\n"
                                       "200-NUKE of Holiday pictures: bad_release\n"));
+}
+
+TEST_F(BrowserDialogs, FilterGoUpAndUseTheMenu) {
+    ReportView& list = driver_->browser();
+    const int all = list.rowsInAll();
+    QTest::keyClick(driver_->window.get(), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), u"EMPT"_s);
+    const auto count = [&] { return driver_->find<QLabel>("lblBrowserCount").text(); };
+    EXPECT_EQ(count(), u"1 of %1"_s.arg(all));
+    EXPECT_EQ(driver_->rowOf(u".."_s), 0) << "that one stays";
+    list.selectAll();
+    EXPECT_EQ(list.selectedRows().size(), 2U);
+    emit list.headerClicked(0);
+    driver_->refresh();
+    EXPECT_EQ(count(), u"1 of %1"_s.arg(all));
+
+    driver_->press(Qt::Key_Backspace);
+    ASSERT_TRUE(driver_->waitForRow(u"pub"_s) && driver_->waitForIdle());
+    EXPECT_EQ(list.currentRow(), driver_->rowOf(u"pub"_s));
+    EXPECT_FALSE(count().contains(u"of"_s)) << "a navigation takes the filter along";
+    driver_->setText("txtBrowserPWD_1", u"/nowhere"_s);
+    driver_->press("txtBrowserPWD_1", Qt::Key_Return);
+    ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && driver_->path() == u"/"_s; }));
+
+    driver_->press("txtBrowserPWD_1", Qt::Key_Return);
+    ASSERT_TRUE(driver_->waitForRow(u"pub"_s) && driver_->waitForIdle());
+    driver_->select(u"pub"_s);
+    auto* const hide = driver_->window->findChild<QAction*>(u"mnuBrowserHide"_s);
+    EXPECT_TRUE(hide->isEnabled());
+    driver_->window->findChild<QAction*>(u"mnuBrowserCopyPath"_s)->trigger();
+    EXPECT_EQ(QApplication::clipboard()->text(), u"/pub"_s);
+    driver_->showTab(usersTab);
+    driver_->window->findChild<QAction*>(u"mnuBrowserDelete"_s)->trigger();
+    EXPECT_EQ(driver_->window->findChild<QMessageBox*>(), nullptr) << "of rows that nobody sees";
 }
 
 class DemoSites : public DemoWindow {

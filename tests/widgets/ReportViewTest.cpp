@@ -166,7 +166,7 @@ TEST_F(ReportViewTest, AFilterHidesRowsThatAreThenNeitherCurrentNorSelected) {
 
 TEST_F(ReportViewTest, LettersGoToANameAndTheSelectionIsCopied) {
     ReportSource made = source(4);
-    made.nameColumn = 1;
+    made.columns[0].alignment = Qt::AlignRight;
     made.columns.push_back({.header = u"hidden"_s, .hidden = true});
     made.text = [](int row, int column) {
         return column == 1 ? QStringList{u"anna"_s, u"Bob"_s, u"bea"_s, u"boris"_s}[row] : u"  7"_s;

@@ -66,7 +66,6 @@ AccountsOutline withTable(AccountsOutline outline, mdlMain& program, AccountTabl
         for (std::size_t i = 0; i < count; ++i) {
             source.columns.push_back({.header = fromCore(titles[i]), .alignment = alignments[i]});
         }
-        source.nameColumn = 1;
         source.text = [recordIn](int row, int column) {
             return cellTextOf(rowText(recordIn(row), static_cast<Column>(column)));
         };

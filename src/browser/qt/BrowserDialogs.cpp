@@ -14,6 +14,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvel {
@@ -28,8 +29,15 @@ class frmBrowserCHMOD : public FormDialog<ChmodForm> {
                      parent) {
         auto* const layout = new QFormLayout(this);
         layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-        boxes_.addRow(*layout, form_.txtPath, "txtPath", tr("&Path:"))
-            ->setMinimumWidth(fontMetrics().averageCharWidth() * 48);
+        if (form_.paths.empty()) {
+            boxes_.addRow(*layout, form_.txtPath, "txtPath", tr("&Path:"))
+                ->setMinimumWidth(fontMetrics().averageCharWidth() * 48);
+        } else {
+            auto* const names = new QLabel(fromCore(form_.names));
+            names->setObjectName(QStringLiteral("lblNames"));
+            names->setTextFormat(Qt::PlainText);
+            layout->addRow(tr("%n entries:", nullptr, static_cast<int>(form_.paths.size())), names);
+        }
         addPermissions(*layout);
         txtCHMODval_ = boxes_.addRow(*layout, form_.txtCHMODval, "txtCHMODval", tr("&Mode:"));
         setDigitsWide(*txtCHMODval_, 4);
@@ -223,13 +231,10 @@ std::vector<SelectableEntry> namesOf(const std::vector<Record>& table) {
     return entries;
 }
 
-void openChmod(mdlMain& program, int site, const BrowserEntry& entry, BrowserPanel& panel) {
-    const SiteSession& session = program.site(site).session;
+void openChmod(mdlMain& program, int site, ChmodForm opening, BrowserPanel& panel) {
     openDialog(*new frmBrowserCHMOD(
-        {chmodForm(session.sCwd, entry), &session.encoding},
-        [&program, site](const ChmodForm& form) {
-            return program.browser().send(site, {chmodCommand(form)});
-        },
+        {std::move(opening), &program.site(site).session.encoding},
+        [&program, site](const ChmodForm& form) { return program.browser().send(site, chmodCommands(form)); },
         &panel));
 }
 
@@ -278,6 +283,14 @@ void openChattr(mdlMain& program, int site, const BrowserEntry& entry, BrowserPa
 
 } // namespace
 
+void openChmodDialog(mdlMain& program, int site, const std::vector<int>& rows, BrowserPanel& panel) {
+    const SiteSession& session = program.site(site).session;
+    PickedRows picked = pickedRows(session.browser, rows);
+    if (!picked.entries.empty()) {
+        openChmod(program, site, chmodForm(session.sCwd, picked.entries, std::move(picked.names)), panel);
+    }
+}
+
 void openBrowserDialog(mdlMain& program, int site, Dialog dialog, int row, BrowserPanel& panel) {
     const BrowserEntry* const entry = program.browser().entryAt(site, row);
     if (entry == nullptr) {
@@ -285,7 +298,7 @@ void openBrowserDialog(mdlMain& program, int site, Dialog dialog, int row, Brows
     }
     switch (dialog) {
     case Dialog::chmod:
-        openChmod(program, site, *entry, panel);
+        openChmod(program, site, chmodForm(program.site(site).session.sCwd, *entry), panel);
         break;
     case Dialog::chattr:
         openChattr(program, site, *entry, panel);

@@ -2,6 +2,8 @@
 
 #include "app/mdlMain.h"
 
+#include <vector>
+
 namespace corvel {
 
 class BrowserPanel;
@@ -12,5 +14,9 @@ class BrowserPanel;
 // there opens nothing. CHATTR opens for directories alone, and waits for the answer to a chattrQuery about
 // the row, which the caller sends. program must outlive panel.
 void openBrowserDialog(mdlMain& program, int site, Dialog dialog, int row, BrowserPanel& panel);
+
+// The same with frmBrowserCHMOD for several rows at once, links and ".." aside; without another among them,
+// none opens.
+void openChmodDialog(mdlMain& program, int site, const std::vector<int>& rows, BrowserPanel& panel);
 
 } // namespace corvel

@@ -1,6 +1,7 @@
 #include "browser/qt/BrowserPanel.h"
 
 #include "browser/qt/BrowserDialogs.h"
+#include "widgets/FilterBox.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
 #include "widgets/LogBox.h"
@@ -10,11 +11,11 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QLocale>
-#include <QPushButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -42,6 +43,7 @@ std::vector<ReportColumn> reportColumns() {
         columns.push_back({.header = BrowserPanel::tr(header)});
     }
     columns[sizeColumn].alignment = Qt::AlignRight;
+    columns[sizeColumn].findsShown = true; // grouped digits
     columns.back().hidden = true;
     return columns;
 }
@@ -62,6 +64,9 @@ ReportSource listSource(const SiteSession& session) {
     ReportSource source;
     source.rows = static_cast<int>(rows.order.size());
     source.columns = reportColumns();
+    while (source.pinned < source.rows && entryAt(source.pinned).name == "..") {
+        ++source.pinned;
+    }
     source.text = [&session, separator](int row, int column) {
         const auto cell = static_cast<BrowserColumn>(column);
         const std::uint32_t index = session.browser.order[static_cast<std::size_t>(row)];
@@ -84,25 +89,25 @@ void fitName(ReportView& list) {
     list.setColumnUnits(nameColumn, FitBrowserColumns(list.widthUnits(), others));
 }
 
-void showPath(QLineEdit& path, const SiteSession& session) {
-    path.setText(displayTextOf(session.sBrowserPWD));
-}
-
 } // namespace
 
 BrowserPanel::BrowserPanel(mdlMain& program, QWidget* parent) : QWidget(parent), program_(program) {
     pages_ = new SitePages<Page>([this](int site) { return createPage(site); });
+    auto* const filter = new FilterBox("txtBrowserFilter", "lblBrowserCount");
+    filter->setCaptionWidth(QLabel(tr("&Directory:")).sizeHint().width());
+    connect(pages_, &QStackedWidget::currentChanged, filter,
+            [this, filter] { filter->setList(pages_->currentWidget()->findChild<ReportView*>()); });
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(pages_, 1);
+    layout->insertWidget(0, filter);
     layout->addWidget(createButtons());
+    auto* const up = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Up), this); // while the tab is in front
+    connect(up, &QShortcut::activated, this, [this] { act(BrowserAct::up); });
 }
 
 BrowserPanel::Page BrowserPanel::createPage(int site) {
     Page added;
-    added.path = new QLineEdit;
-    added.path->setObjectName(elementName("txtBrowserPWD", site));
-    added.path->setReadOnly(true);
-    added.path->setAccessibleName(tr("Current directory"));
+    added.path = createPath(site);
     auto* const pathLabel = new QLabel(tr("&Directory:"));
     pathLabel->setBuddy(added.path);
 
@@ -129,7 +134,7 @@ BrowserPanel::Page BrowserPanel::createPage(int site) {
     layout->addLayout(pathLine);
     layout->addWidget(splitter, 1);
     added.replies->scheduleUpdate();
-    showPath(*added.path, program_.site(site).session);
+    showPath(added, site);
     program_.browser().arrange(site);
     showListing(added, site);
     return added;
@@ -138,14 +143,16 @@ BrowserPanel::Page BrowserPanel::createPage(int site) {
 void BrowserPanel::showEvent(QShowEvent* event) {
     if (tools_ == nullptr) {
         tools_ = new LogTools(*pages_, tr("Find in replies:"));
-        static_cast<QVBoxLayout*>(layout())->insertWidget(1, tools_);
+        static_cast<QVBoxLayout*>(layout())->insertWidget(layout()->indexOf(pages_) + 1, tools_);
     }
     QWidget::showEvent(event);
+    showActions();
 }
 
 void BrowserPanel::showSite(int site) {
     pages_->showSite(site);
     showCounts();
+    showState();
 }
 
 void BrowserPanel::logChanged(int site) {
@@ -156,10 +163,17 @@ void BrowserPanel::logChanged(int site) {
 
 void BrowserPanel::listingChanged(int site) {
     Page* const page = pages_->find(site);
+    if (site == program_.currentSite()) {
+        showState();
+    }
     if (page == nullptr) {
         return;
     }
     const RemoteList& rows = program_.site(site).session.browser;
+    if (page->shownVisit != rows.visits) {
+        page->shownVisit = rows.visits;
+        page->list->setFilter({});
+    }
     if (rows.isArranged) {
         page->shownListing == rows.listings ? showOrder(*page, rows) : showListing(*page, site);
     } else if (page->shownListing != rows.listings) {
@@ -190,13 +204,35 @@ void BrowserPanel::showListing(Page& page, int site) {
         fitName(list);
     }
     page.shownListing = rows.listings;
+    page.order = rows.order;
     program_.browser().selectRow(site, selected);
     showOrder(page, rows);
+    program_.browser().selectRow(site, list.currentRow()); // a filter may hide it
     list.verticalScrollBar()->setValue(rows.isOfSameDirectory ? firstRow : 0);
+    if (!rows.isOfSameDirectory && list.currentRow() >= 0) {
+        list.scrollTo(list.currentIndex());
+    }
 }
 
-void BrowserPanel::showOrder(const Page& page, const RemoteList& rows) {
-    if (rows.row >= 0 && rows.row != page.list->currentRow()) {
+// The entries that are selected stay so, in whichever rows they stand then.
+void BrowserPanel::showOrder(Page& page, const RemoteList& rows) {
+    if (page.order != rows.order && page.order.size() == rows.order.size()) {
+        std::vector<bool> isSelected(rows.order.size());
+        for (const int row : page.list->selectedRows()) {
+            isSelected[page.order[static_cast<std::size_t>(row)]] = true;
+        }
+        page.order = rows.order;
+        const int current = rows.row; // the list may say meanwhile that it is another one
+        page.list->refresh();
+        page.list->setCurrentRow(current);
+        std::vector<int> selected;
+        for (std::size_t row = 0; row < page.order.size(); ++row) {
+            if (isSelected[page.order[row]]) {
+                selected.push_back(static_cast<int>(row));
+            }
+        }
+        page.list->setSelectedRows(selected);
+    } else if (rows.row >= 0 && rows.row != page.list->currentRow()) {
         page.list->setCurrentRow(rows.row);
     }
     page.list->setSortArrow(static_cast<int>(rows.sort.column), rows.sort.order == SortOrder::ascending
@@ -206,66 +242,25 @@ void BrowserPanel::showOrder(const Page& page, const RemoteList& rows) {
 }
 
 void BrowserPanel::pathChanged(int site) {
-    if (const Page* const page = pages_->find(site)) {
-        showPath(*page->path, program_.site(site).session);
+    if (Page* const page = pages_->find(site)) {
+        showPath(*page, site);
     }
-}
-
-void BrowserPanel::showCounts() {
-    const int site = program_.currentSite();
-    const BrowserListing* const listing = site > 0 ? &program_.site(site).session.browser.listing : nullptr;
-    const auto show = [](QLabel& label, std::size_t count) {
-        const QString text = QString::number(count);
-        if (label.text() != text) {
-            label.setText(text);
-        }
-    };
-    show(*directoryCount_, listing == nullptr ? 0 : listing->directoryCount);
-    show(*fileCount_, listing == nullptr ? 0 : listing->fileCount);
 }
 
 void BrowserPanel::openDialog(int site, Dialog dialog) {
     openBrowserDialog(program_, site, dialog, pages_->at(site).list->currentRow(), *this);
 }
 
-QWidget* BrowserPanel::createButtons() {
-    using Act = void (BrowserActions::*)(int);
-    static constexpr std::array<std::pair<const char*, Act>, 3> buttons = {{
-        {QT_TRANSLATE_NOOP("BrowserPanel", "root"), &BrowserActions::root},
-        {QT_TRANSLATE_NOOP("BrowserPanel", "refresh"), &BrowserActions::refresh},
-        {QT_TRANSLATE_NOOP("BrowserPanel", "mkdir"), &BrowserActions::refreshAndNoop},
-    }};
-    auto* const bar = new QWidget;
-    auto* const layout = new QHBoxLayout(bar);
-    layout->setContentsMargins(0, 0, 0, 0);
-    for (std::size_t i = 0; i < buttons.size(); ++i) {
-        auto* const button = new QPushButton(tr(buttons[i].first));
-        button->setObjectName(elementName("cmdBrowser", static_cast<int>(i)));
-        button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, [this, act = buttons[i].second] {
-            if (program_.currentSite() > 0) {
-                (program_.browser().*act)(program_.currentSite());
-            }
-        });
-        layout->addWidget(button);
-    }
-    layout->addStretch(1);
-    const auto addCount = [layout](const QString& caption, const char* name) {
-        auto* const label = new QLabel;
-        label->setObjectName(QLatin1String(name));
-        label->setAccessibleName(caption);
-        layout->addWidget(new QLabel(caption));
-        layout->addWidget(label);
-        return label;
-    };
-    directoryCount_ = addCount(tr("Dirs:"), "lblBrowserDirCnt");
-    layout->addSpacing(12);
-    fileCount_ = addCount(tr("Files:"), "lblBrowserFileCnt");
-    return bar;
-}
-
-// A list that changes its width gives what is free to the names.
+// A list that changes its width gives what is free to the names; Escape leaves a path box as it was.
 bool BrowserPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (qobject_cast<QLineEdit*>(watched) != nullptr) {
+        const bool isEscape =
+            event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+        if (isEscape) {
+            pages_->at(program_.currentSite()).list->setFocus(); // which gives the box its text back
+        }
+        return isEscape;
+    }
     auto& list = static_cast<ReportView&>(*watched);
     if (event->type() == QEvent::Resize && !list.isWidthChosen(nameColumn)) {
         fitName(list);
@@ -277,14 +272,17 @@ ReportView* BrowserPanel::createList(int site) {
     auto* const list = new ReportView;
     list->setObjectName(elementName("lvwBrowser", site));
     list->setAccessibleName(tr("Remote directory"));
+    list->setMultiSelection(true);
     list->installEventFilter(this);
     BrowserActions& browser = program_.browser();
     connect(list, &ReportView::headerClicked, this,
             [&browser, site](int column) { browser.sortBy(site, column); });
     connect(list, &ReportView::rowDoubleClicked, this,
             [&browser, site](int row) { browser.open(site, row); });
-    connect(list, &ReportView::currentRowChanged, this,
-            [&browser, site](int row) { browser.selectRow(site, row); });
+    connect(list, &ReportView::currentRowChanged, this, [this, &browser, site](int row) {
+        browser.selectRow(site, row);
+        showActions();
+    });
     connect(list, &ReportView::contextMenuRequested, this, [this, list](int /*row*/, const QPoint& position) {
         if (list->source().rows > 0 && program_.browser().isUsable(program_.currentSite())) {
             emit menuRequested(position);
@@ -310,7 +308,10 @@ void BrowserPanel::keyPressed(int site, int key, int row) {
         browser.refresh(site);
         break;
     case Qt::Key_Delete:
-        browser.remove(site, row);
+        browser.remove(site, pages_->at(site).list->selectedRows());
+        break;
+    case Qt::Key_Backspace:
+        browser.up(site);
         break;
     case Qt::Key_Insert:
         browser.makeDirectory(site);

@@ -124,6 +124,7 @@ void frmSettings::showColumns() {
                       {.header = tr("id"), .alignment = Qt::AlignRight},
                       {.header = tr("name")},
                       {.header = tr("autosize"), .room = {tr("Yes")}}};
+    source.nameColumn = 2;
     source.text = [this](int row, int column) -> QString {
         const ColumnRow& shown = form_.lvwAL[static_cast<std::size_t>(row)];
         switch (column) {
