@@ -131,6 +131,9 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
         return column == 0 && source_.editText ? source_.editText(row) : source_.text(row, column);
     case Qt::DecorationRole:
         return column == 0 && source_.icon ? QVariant(source_.icon(row)) : QVariant();
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+        return column == 0 && source_.iconText ? QVariant(source_.iconText(row)) : QVariant();
     case Qt::CheckStateRole:
         return column == 0 && source_.checked ? QVariant(source_.checked(row) ? Qt::Checked : Qt::Unchecked)
                                               : QVariant();

@@ -43,6 +43,7 @@ struct ReportSource {
     // For long lists: what was sent for a cell, so that columns are fitted without making every text.
     std::function<std::string_view(int row, int column)> sentText = {};
     std::function<QIcon(int row)> icon = {};
+    std::function<QString(int row)> iconText = {}; // what the icon says, for its tip and for screen readers
     std::function<RowColours(int row)> colours = {};
     // Whether the rows are shown as ones that nothing can be done with now.
     std::function<bool()> isDimmed = {};

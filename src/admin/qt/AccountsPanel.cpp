@@ -143,6 +143,7 @@ void AccountsPanel::fill(int site, List& list) {
     source.rows = static_cast<int>(list.rows.size());
     if (outline_.icon) {
         source.icon = [this, site](int row) { return outline_.icon(site, row); };
+        source.iconText = [this, site](int row) { return outline_.iconText(site, row); };
     }
     source.colours = [this, site](int row) {
         const std::size_t index = (session(site).*outline_.view).rows[static_cast<std::size_t>(row)];

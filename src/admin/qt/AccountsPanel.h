@@ -37,8 +37,9 @@ struct AccountsOutline {
     QString waiting;         // of one that has not come yet
     Accounts accounts = Accounts::users;
     AccountView SiteSession::*view = nullptr;
-    std::function<QIcon(int site, int row)> icon = {}; // may be empty, as the next
-    std::function<void()> insert = {};                 // the Insert key
+    std::function<QIcon(int site, int row)> icon = {};       // may be empty, as the next two
+    std::function<QString(int site, int row)> iconText = {}; // of an icon; with it alone
+    std::function<void()> insert = {};                       // the Insert key
 
     // The table's own, see withTable and AccountTable.
     std::function<ReportSource(int site)> source = {};

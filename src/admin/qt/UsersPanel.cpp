@@ -31,11 +31,19 @@ UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : AccountsPanel(progra
         program, program.admin().users(), userColumnTitles,
         {&clsUser::sUIDText, &clsUser::sName, &clsUser::sStdGroup, &clsUser::sFlags},
         {Qt::AlignRight, Qt::AlignLeft, Qt::AlignLeft, Qt::AlignLeft});
-    outline.icon = [this](int site, int row) {
+    const auto keyOf = [this](int site, int row) {
         const SiteSession& shown = session(site);
-        const clsUser& user = shown.Users[shown.userView.rows[static_cast<std::size_t>(row)]];
-        const std::string_view key = userIconKey(user.sFlags);
+        return userIconKey(shown.Users[shown.userView.rows[static_cast<std::size_t>(row)]].sFlags);
+    };
+    outline.icon = [keyOf](int site, int row) {
+        const std::string_view key = keyOf(site, row);
         return key.empty() ? QIcon() : icon("user-" + std::string(key));
+    };
+    outline.iconText = [keyOf](int site, int row) {
+        const std::string_view key = keyOf(site, row);
+        return key.empty()
+                   ? QString()
+                   : tr("User with the flag %1").arg(key == "A" ? QStringLiteral("1") : fromCore(key));
     };
     build(std::move(outline), createButtons(), sides_);
 }

@@ -76,6 +76,11 @@ ReportSource listSource(const SiteSession& session) {
         return listedText(entryAt(row), static_cast<BrowserColumn>(column));
     };
     source.icon = [entryAt](int row) { return icon(iconName(entryAt(row))); };
+    source.iconText = [entryAt](int row) {
+        static const std::array<QString, 3> texts = {BrowserPanel::tr("Directory"), BrowserPanel::tr("Link"),
+                                                     BrowserPanel::tr("File")};
+        return texts[static_cast<std::size_t>(imageIndex(entryAt(row))) - 1];
+    };
     source.isDimmed = [&rows] { return !whyNotUsable(rows).empty(); };
     source.editText = [entryAt](int row) { return textOf(entryAt(row).name); };
     return source;

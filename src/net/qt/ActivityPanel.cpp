@@ -88,6 +88,7 @@ ReportSource listSource(const SiteSession& session, const WindowState& state, co
         const ActivityIcon icon = rowAt(row).icon();
         return images.image(imageKey(icon), rowColours(state, icon).text);
     };
+    source.iconText = [rowAt](int row) { return cellTextOf(rowAt(row).text(ActivityCell::action)); };
     source.colours = [&state, rowAt](int row) { return rowColours(state, rowAt(row).icon()); };
     return source;
 }
