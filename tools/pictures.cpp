@@ -189,7 +189,9 @@ class Photographer {
 
     void browserDialogs() {
         const auto choose = [this](const char* command) {
-            return [this, command] { driver_.window->program().menus().ExecuteMenuCommand(1, command); };
+            return [this, command] {
+                driver_.window->program().menus().ExecuteMenuCommand(1, menuCommand(command, {}));
+            };
         };
         show(browser);
         dialog("frmBrowserCHMOD", choose("chmod"));
