@@ -1,9 +1,11 @@
 // corvel_pictures DIRECTORY [--dark] [--size WIDTHxHEIGHT]: drives the real window on a demo server of its
 // own, with the sample settings, and leaves a picture of every tab, dialog and menu in the directory.
-// QT_SCALE_FACTOR=2 gives them at double size.
+// QT_SCALE_FACTOR=2 gives them at double size. What faultsOf finds goes to standard error; then the exit code
+// is 3.
 
 #include "config/Files.h"
 #include "demo/DemoServer.h"
+#include "tools/Look.h"
 #include "ui/DemoHome.h"
 #include "ui/WindowDriver.h"
 
@@ -74,6 +76,8 @@ class Photographer {
         driver_.window->resize(options.size);
     }
 
+    bool isFaulty() const { return isFaulty_; }
+
     void takeAll() {
         picture("console-before");
         driver_.logIn(1);
@@ -101,6 +105,10 @@ class Photographer {
         eventually([&] { return driver_.isIdle(1); });
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
+        for (const QString& fault : faultsOf(widget)) {
+            std::cerr << name << ": " << fault.toStdString() << '\n';
+            isFaulty_ = true;
+        }
         const QString path = directory_.filePath(QString::fromStdString(name) + QStringLiteral(".png"));
         if (!widget.grab().save(path)) {
             throw std::runtime_error("cannot write " + path.toStdString());
@@ -246,6 +254,7 @@ class Photographer {
         question("frmCertificateQuestion-changed", "cmdCertDisconnect");
     }
 
+    bool isFaulty_ = false;
     QDir directory_;
     DemoServer server_{DemoOptions{.tls = DemoTls::offered}};
     WindowDriver driver_;
@@ -265,10 +274,11 @@ int main(int argc, char** argv) {
     }
     try {
         options.directory.mkpath(QStringLiteral("."));
-        Photographer(options).takeAll();
+        Photographer photographer(options);
+        photographer.takeAll();
+        return photographer.isFaulty() ? 3 : 0;
     } catch (const std::exception& failure) {
         std::cerr << "corvel_pictures: " << failure.what() << '\n';
         return 1;
     }
-    return 0;
 }
