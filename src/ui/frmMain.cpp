@@ -66,6 +66,7 @@ void opensMenu(Panel& panel, CustomMenus& menus, MenuKind kind) {
 QWidget* newScrollPage(QWidget& content) {
     auto* const page = new QScrollArea;
     page->setFrameShape(QFrame::NoFrame);
+    page->setFocusPolicy(Qt::NoFocus); // there is nothing to be seen of it
     page->setWidgetResizable(true);
     page->setWidget(&content);
     // The ground of the tab shows through, as it does under every other page.

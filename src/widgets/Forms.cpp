@@ -65,6 +65,25 @@ void setShownOnly(QLineEdit& box) {
     box.setPalette(palette);
 }
 
+void setTabOrderBehind(QWidget& before, QWidget& page) {
+    std::vector<QWidget*> stops; // Qt moves no others, nor anything behind them
+    QWidget* next = &page;
+    do {
+        if ((next == &page || page.isAncestorOf(next)) && next->focusPolicy() != Qt::NoFocus) {
+            stops.push_back(next);
+        }
+        next = next->nextInFocusChain();
+    } while (next != &page);
+    const Qt::FocusPolicy policy = before.focusPolicy();
+    before.setFocusPolicy(Qt::TabFocus);
+    QWidget* last = &before;
+    for (QWidget* const stop : stops) {
+        QWidget::setTabOrder(last, stop);
+        last = stop;
+    }
+    before.setFocusPolicy(policy);
+}
+
 void openDialog(QDialog& dialog) {
     dialog.setAttribute(Qt::WA_DeleteOnClose);
     dialog.open();

@@ -45,6 +45,9 @@ void setDigitsWide(QLineEdit& box, int digits);
 // Makes box one that shows a text, to be copied but not changed, and looks like it.
 void setShownOnly(QLineEdit& box);
 
+// Gives page, which was added to its window behind all others, its turn for the Tab key right behind before.
+void setTabOrderBehind(QWidget& before, QWidget& page);
+
 // Shows a dialog that deletes itself when it is closed; returns at once.
 void openDialog(QDialog& dialog);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/Forms.h"
+
 #include <QStackedWidget>
 
 #include <functional>
@@ -40,6 +42,7 @@ class SitePages : public QStackedWidget {
         }
         Page& made = pages_.emplace(site, make_(site)).first->second;
         addWidget(widgetOf(made));
+        setTabOrderBehind(*this, *widgetOf(made));
         return made;
     }
 

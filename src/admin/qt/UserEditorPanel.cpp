@@ -39,6 +39,7 @@ QVBoxLayout* column(const QString& heading, QWidget& list, const char* name) {
 
 UserEditorPanel::UserEditorPanel(mdlMain& program, QWidget* parent)
     : QScrollArea(parent), program_(program), editor_(program, program.admin().users(), "lblUserDetails") {
+    setFocusPolicy(Qt::NoFocus); // there is nothing to be seen of it
     setObjectName(QStringLiteral("picUserContainer"));
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);

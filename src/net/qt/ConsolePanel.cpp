@@ -87,7 +87,6 @@ LogPage newConsolePage(mdlMain& program, int site) {
     line->addWidget(page.command, 1);
     line->addWidget(newHistoryButton(program, site, *page.command));
     static_cast<QVBoxLayout*>(page.widget->layout())->addLayout(line);
-    QWidget::setTabOrder(page.command, page.log);
     return page;
 }
 
