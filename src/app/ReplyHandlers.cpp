@@ -42,6 +42,7 @@ void browserChain(const ReplyServices& services, const Reply& reply) {
             listing.strangeLines.clear();
             listing.strangeCount = 0;
         }
+        session.browser.problem = isSuccess(reply) ? std::string_view() : reply.lastLine;
         showListing(session.browser, std::move(listing));
         services.views.listingChanged(reply.site);
         services.channel.SendCommand(reply.site, printDirectoryCommand());

@@ -33,6 +33,20 @@ std::string_view whyNotUsable(const RemoteList& list) {
     }
 }
 
+std::string emptyReason(const RemoteList& list) {
+    if (list.since == RemoteList::Since::neverListed) {
+        return "No directory is listed yet.";
+    }
+    if (list.since == RemoteList::Since::connectionEnded) {
+        return "The connection has ended.";
+    }
+    if (!list.listing.entries.empty()) {
+        return {}; // they are about to be shown
+    }
+    return list.problem.empty() ? "This directory is empty."
+                                : "The server refused:\n" + visibleText(toUtf8(list.problem));
+}
+
 void dropRows(RemoteList& list, std::string_view directory) {
     const BrowserEntry* const selected = entryAt(list, list.row);
     list.isOfSameDirectory = whyNotUsable(list).empty() && list.directory == directory;

@@ -29,6 +29,7 @@ struct RemoteList {
     int navigations = 0;           // that a person asked for and that are not over
     std::uint64_t visits = 0;      // how often a person has asked for one
     std::string cameFrom = {};     // the entry to be selected in the directory that a navigation goes up to
+    std::string problem = {};      // the server's line, where it refused to go there or to list
     bool isChanged = false;        // the server has changed something since the rows were listed
     bool isPaddingRefused = false; // the person does not want this server's listings read as padded ones
     std::string selectedName = {}; // of the row to be selected, while the listing is not arranged
@@ -36,6 +37,9 @@ struct RemoteList {
 
 // Why nothing is to be done with the rows, for a person to read; empty where they can be acted on.
 std::string_view whyNotUsable(const RemoteList& list);
+
+// Why a list without rows has none, for a person to read.
+std::string emptyReason(const RemoteList& list);
 
 // Makes room for a listing of directory: the rows go, but for the name of the selected one where directory is
 // still the same.

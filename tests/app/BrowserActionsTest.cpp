@@ -127,6 +127,7 @@ TEST(BrowserActions, UpSelectsWhereOneCameFrom) {
                     send("257 \"/pub\" is current directory\r\n")},
                    "refused");
     EXPECT_EQ(program.session(1).sBrowserPWD, "/pub");
+    EXPECT_EQ(emptyReason(program.session(1).browser), "The server refused:\n550 no");
 }
 
 TEST(BrowserActions, RemembersThatAServerPadsItsListings) {

@@ -102,6 +102,7 @@ BrowserPanel::BrowserPanel(mdlMain& program, QWidget* parent) : QWidget(parent),
     filter->setCaptionWidth(QLabel(tr("&Directory:")).sizeHint().width());
     connect(pages_, &QStackedWidget::currentChanged, filter,
             [this, filter] { filter->setList(pages_->currentWidget()->findChild<ReportView*>()); });
+    addNotes(*filter->layout());
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(pages_, 1);
     layout->insertWidget(0, filter);
@@ -175,6 +176,7 @@ void BrowserPanel::listingChanged(int site) {
         return;
     }
     const RemoteList& rows = program_.site(site).session.browser;
+    page->list->setPlaceholder(fromCore(emptyReason(rows)));
     if (page->shownVisit != rows.visits) {
         page->shownVisit = rows.visits;
         page->list->setFilter({});
@@ -197,6 +199,7 @@ void BrowserPanel::listingChanged(int site) {
 void BrowserPanel::showListing(Page& page, int site) {
     const SiteSession& session = program_.site(site).session;
     const RemoteList& rows = session.browser;
+    page.list->setPlaceholder(fromCore(emptyReason(rows)));
     if (!rows.isArranged) {
         return; // another listing has come meanwhile
     }

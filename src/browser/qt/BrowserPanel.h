@@ -11,6 +11,7 @@
 class QAction;
 class QHBoxLayout;
 class QLabel;
+class QLayout;
 class QMenu;
 class QToolButton;
 
@@ -73,6 +74,7 @@ class BrowserPanel : public QWidget {
     };
 
     QWidget* createButtons();
+    void addNotes(QLayout& layout);
     void addCounts(QHBoxLayout& layout);
     BytesEdit* createPath(int site);
     void setPathTyped(int site, bool isTyped);
@@ -84,7 +86,8 @@ class BrowserPanel : public QWidget {
     void showState();
     void showPadding(bool isWanted);
     void openStrangeLines();
-    QString whyNot(BrowserAct act);
+    QString whyNot(BrowserAct act, const std::vector<int>& rows) const;
+    std::vector<int> selectedRows() const; // of the current site
     void act(BrowserAct act);
     void showActions();
     void keyPressed(int site, int key, int row);

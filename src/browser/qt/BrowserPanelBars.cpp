@@ -89,20 +89,23 @@ QWidget* BrowserPanel::createButtons() {
     return bar;
 }
 
-void BrowserPanel::addCounts(QHBoxLayout& layout) {
+// Behind the count of the filter, whose box gives way to them.
+void BrowserPanel::addNotes(QLayout& layout) {
     strange_ = new QToolButton;
     strange_->setObjectName(QStringLiteral("lblNotUnderstood"));
     strange_->setAutoRaise(true);
     strange_->setToolTip(tr("Shows the lines of the listing that are none of its rows"));
     strange_->hide();
     connect(strange_, &QToolButton::clicked, this, &BrowserPanel::openStrangeLines);
-    layout.addWidget(strange_);
     changed_ = new QLabel(tr("changed - F5"));
     changed_->setObjectName(QStringLiteral("lblBrowserChanged"));
     changed_->setToolTip(tr("Something has changed on the server since the rows were listed"));
     changed_->hide();
     layout.addWidget(changed_);
-    layout.addSpacing(12);
+    layout.addWidget(strange_);
+}
+
+void BrowserPanel::addCounts(QHBoxLayout& layout) {
     const auto addCount = [&layout](const QString& caption, const char* name) {
         auto* const label = new QLabel;
         label->setObjectName(QLatin1String(name));
@@ -134,7 +137,8 @@ void BrowserPanel::showState() {
     const int site = program_.currentSite();
     const SiteSession* const session = site > 0 ? &program_.site(site).session : nullptr;
     const BrowserListing* const listing = session == nullptr ? nullptr : &session->browser.listing;
-    changed_->setVisible(session != nullptr && session->browser.isChanged);
+    changed_->setVisible(session != nullptr && session->browser.isChanged &&
+                         whyNotUsable(session->browser).empty());
     const std::size_t strange = listing == nullptr ? 0 : listing->strangeCount;
     strange_->setText(
         strange == 1

@@ -61,7 +61,12 @@ void BrowserPanel::fillMenu(QMenu& menu) {
     showActions();
 }
 
-QString BrowserPanel::whyNot(BrowserAct act) {
+std::vector<int> BrowserPanel::selectedRows() const {
+    const Page* const page = pages_->find(program_.currentSite());
+    return page == nullptr ? std::vector<int>() : page->list->selectedRows();
+}
+
+QString BrowserPanel::whyNot(BrowserAct act, const std::vector<int>& rows) const {
     const int site = program_.currentSite();
     if (site == 0) {
         return tr("There are no sites yet");
@@ -69,12 +74,13 @@ QString BrowserPanel::whyNot(BrowserAct act) {
     if (!isVisible()) {
         return tr("The browser is not in front");
     }
-    return displayTextOf(program_.browser().whyNot(site, act, pages_->at(site).list->selectedRows()));
+    return displayTextOf(program_.browser().whyNot(site, act, rows));
 }
 
 void BrowserPanel::showActions() {
+    const std::vector<int> rows = selectedRows();
     for (std::size_t i = 0; i < actions_.size(); ++i) {
-        const QString reason = whyNot(static_cast<BrowserAct>(i));
+        const QString reason = whyNot(static_cast<BrowserAct>(i), rows);
         actions_[i]->setEnabled(reason.isEmpty());
         actions_[i]->setToolTip(reason.isEmpty() ? plainCaption(tr(menuLines[i].caption)) : reason);
     }
@@ -82,7 +88,8 @@ void BrowserPanel::showActions() {
 
 void BrowserPanel::act(BrowserAct act) {
     const int site = program_.currentSite();
-    if (!whyNot(act).isEmpty()) {
+    const std::vector<int> rows = selectedRows();
+    if (!whyNot(act, rows).isEmpty()) {
         if (site > 0) {
             program_.browser().isUsable(site); // which says why, if it is that
         }
@@ -90,7 +97,6 @@ void BrowserPanel::act(BrowserAct act) {
     }
     BrowserActions& browser = program_.browser();
     ReportView& list = *pages_->at(site).list;
-    const std::vector<int> rows = list.selectedRows();
     switch (act) {
     case BrowserAct::makeDirectory:
         browser.makeDirectory(site);
