@@ -38,10 +38,10 @@ double heapMebibytes() {
 
 // A listing as a server would send it, with names of 8 to 40 characters; with isAscii false every name has
 // Cyrillic letters.
-BrowserListing listing(bool isAscii) {
+BrowserListing listing(bool isAscii, int rows = rowCount) {
     std::vector<std::string> lines;
-    lines.reserve(rowCount);
-    for (int row = 0; row < rowCount; ++row) {
+    lines.reserve(static_cast<std::size_t>(rows));
+    for (int row = 0; row < rows; ++row) {
         const std::string number = std::to_string(row * 7919L % rowCount);
         const std::string letters(static_cast<std::size_t>(row % 27), static_cast<char>('a' + row % 26));
         std::string line = row % 7 == 0 ? "drwxr-xr-x 2 user" : "-rw-r--r-- 1 user";
@@ -135,15 +135,15 @@ void reorderList(benchmark::State& state) {
 }
 BENCHMARK(reorderList)->Unit(benchmark::kMillisecond);
 
-// The keys of a filter over 30,000 rows of six columns: the first, which makes the texts that are looked at,
-// one that appends a letter, and one that takes it back; each until the list is painted, and to stay below
-// 16 ms. Beside them the bound: one pass over the bytes of the cells.
+// The keys of a filter over 30,000 rows of six columns: the first, one that appends a letter, and one that
+// takes it back; each until the list is painted, and to stay below 16 ms. What they look at is made before,
+// as the box gets the focus. Beside them the bound: one pass over the bytes of the cells.
 void filterList(benchmark::State& state) {
     constexpr int rows = 30000;
-    const BrowserListing records = listing(true);
-    std::vector<std::uint32_t> order = displayOrder(records, {});
-    order.resize(rows);
+    const BrowserListing records = listing(true, rows);
+    const std::vector<std::uint32_t> order = displayOrder(records, {});
     double bound = 0;
+    double prepared = 0;
     std::array<double, 3> work = {};
     for ([[maybe_unused]] auto _ : state) {
         ReportView view;
@@ -151,6 +151,12 @@ void filterList(benchmark::State& state) {
         view.show();
         view.setSource(source(records, order));
         QCoreApplication::processEvents();
+        const double focusStart = processorSeconds();
+        view.expectFilter(true);
+        for (int turn = 0; turn < 4; ++turn) {
+            QCoreApplication::processEvents();
+        }
+        prepared += processorSeconds() - focusStart;
         constexpr std::array keys = {"a", "a1", "a"};
         for (std::size_t key = 0; key < keys.size(); ++key) {
             const double start = processorSeconds();
@@ -172,6 +178,7 @@ void filterList(benchmark::State& state) {
         bound += processorSeconds() - start;
     }
     const auto times = static_cast<double>(state.iterations());
+    state.counters["focus_ms"] = 1000 * prepared / times;
     state.counters["first_ms"] = 1000 * work[0] / times;
     state.counters["longer_ms"] = 1000 * work[1] / times;
     state.counters["shorter_ms"] = 1000 * work[2] / times;

@@ -67,6 +67,9 @@ void FilterBox::showList() {
 }
 
 bool FilterBox::eventFilter(QObject* watched, QEvent* event) {
+    if (list_ != nullptr && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+        list_->expectFilter(event->type() == QEvent::FocusIn);
+    }
     if (event->type() != QEvent::KeyPress || list_ == nullptr) {
         return QWidget::eventFilter(watched, event);
     }

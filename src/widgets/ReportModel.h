@@ -21,8 +21,7 @@ struct ReportColumn {
     QString header;
     Qt::Alignment alignment = Qt::AlignLeft;
     bool hidden = false;
-    bool findsShown = false; // a filter looks at what is shown too, where that is not what was sent
-    QStringList room = {};   // texts for which a fitted column has room beside those of its cells
+    QStringList room = {}; // texts for which a fitted column has room beside those of its cells
 };
 
 // How a row is coloured; an invalid colour leaves the platform's.
@@ -42,6 +41,8 @@ struct ReportSource {
     std::function<QString(int row, int column)> text = {};
     // For long lists: what was sent for a cell, so that columns are fitted without making every text.
     std::function<std::string_view(int row, int column)> sentText = {};
+    // What of a row a filter finds beside what was sent, in the server's bytes.
+    std::function<std::string(int row)> alsoFound = {};
     std::function<QIcon(int row)> icon = {};
     std::function<QString(int row)> iconText = {}; // what the icon says, for its tip and for screen readers
     std::function<RowColours(int row)> colours = {};

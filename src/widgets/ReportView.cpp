@@ -113,6 +113,7 @@ void ReportView::refresh() {
 }
 
 void ReportView::refreshWhere(const std::function<bool(int row)>& hasChanged) {
+    texts_ = {};
     if (!words_.empty()) {
         refresh();
         return;

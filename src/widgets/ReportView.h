@@ -48,6 +48,9 @@ class ReportView : public QTreeView {
     // another one is set, whatever rows there are by then.
     void setFilter(const QString& text);
     const QString& filter() const { return filter_; }
+    // Whether a person may be about to type a filter. Then what it looks at is made beforehand, in turns of
+    // its own, so that the first key takes no longer than the others.
+    void expectFilter(bool isExpected);
     bool isShown(int row) const { return model_->rowOfSource(row) >= 0; }
     // How many rows there are, and how many of them are shown; the pinned ones do not count.
     int rowsInAll() const { return source().rows - source().pinned; }
@@ -135,6 +138,8 @@ class ReportView : public QTreeView {
 
   private:
     QModelIndex indexOf(int row) const { return model_->index(model_->rowOfSource(row), 0); }
+    void makeSomeTexts();
+    void makeTexts(const ReportSource& source, int rows);
     ShownRows matching(const ReportSource& source, int rows, bool isNarrower);
     void showMatching(int rows, bool isNarrower);
     std::pair<int, int> rowsInSight() const;
@@ -152,9 +157,10 @@ class ReportView : public QTreeView {
     int pressedRow_ = -1; // under the mouse as its button went down
     QString filter_;
     std::vector<std::string> words_; // of the filter
-    RowTexts texts_;                 // of the rows, while there is a filter
-    bool isAnnouncing_ = true;       // that another row is the current one
-    std::string typed_;              // the letters of the name that is looked for
+    bool isFilterExpected_ = false;
+    RowTexts texts_;           // of the first rows or all, while there is a filter or may be one
+    bool isAnnouncing_ = true; // that another row is the current one
+    std::string typed_;        // the letters of the name that is looked for
     QElapsedTimer typedLast_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QScopedValueRollback>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -18,7 +19,7 @@ void ReportView::setFilter(const QString& text) {
     std::vector<std::string> words = filterWords(toCore(text));
     const bool isNarrower = !words_.empty() && narrows(words, words_);
     words_ = std::move(words);
-    if (words_.empty()) {
+    if (words_.empty() && !isFilterExpected_) {
         texts_ = {};
     }
     showMatching(source().rows, isNarrower);
@@ -30,6 +31,31 @@ ShownRows ReportView::matching(const ReportSource& source, int rows, bool isNarr
     if (words_.empty()) {
         return {};
     }
+    makeTexts(source, rows);
+    return isNarrower && model_->shown() ? matchingRows(texts_, words_, *model_->shown(), source.pinned)
+                                         : matchingRows(texts_, words_, source.pinned);
+}
+
+void ReportView::expectFilter(bool isExpected) {
+    isFilterExpected_ = isExpected;
+    if (isExpected) {
+        // Not at once: the focus may come while the owner has yet to hear that its rows are gone.
+        QTimer::singleShot(0, this, &ReportView::makeSomeTexts);
+    } else if (words_.empty()) {
+        texts_ = {};
+    }
+}
+
+void ReportView::makeSomeTexts() {
+    constexpr int rowsInATurn = 10000;
+    if (isFilterExpected_ && texts_.rows() < source().rows) {
+        makeTexts(source(), std::min(source().rows, texts_.rows() + rowsInATurn));
+        QTimer::singleShot(0, this, &ReportView::makeSomeTexts);
+    }
+}
+
+// Completes the texts of so many rows.
+void ReportView::makeTexts(const ReportSource& source, int rows) {
     const int columns = static_cast<int>(source.columns.size());
     while (texts_.rows() < rows) {
         const int row = texts_.rows();
@@ -40,15 +66,15 @@ ShownRows ReportView::matching(const ReportSource& source, int rows, bool isNarr
             }
             if (source.sentText) {
                 texts_.addCell(source.sentText(row, column));
-            }
-            if (!source.sentText || shown.findsShown) {
+            } else {
                 texts_.addCell(toCore(source.text(row, column)));
             }
         }
+        if (source.alsoFound) {
+            texts_.addCell(source.alsoFound(row));
+        }
         texts_.endRow();
     }
-    return isNarrower && model_->shown() ? matchingRows(texts_, words_, *model_->shown(), source.pinned)
-                                         : matchingRows(texts_, words_, source.pinned);
 }
 
 // Shows what matches of so many rows. What is selected, and the current row, stay where they are shown.

@@ -1,6 +1,7 @@
 #include "browser/qt/BrowserPanel.h"
 
 #include "browser/qt/BrowserDialogs.h"
+#include "common/Numbers.h"
 #include "widgets/FilterBox.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
@@ -43,7 +44,6 @@ std::vector<ReportColumn> reportColumns() {
         columns.push_back({.header = BrowserPanel::tr(header)});
     }
     columns[sizeColumn].alignment = Qt::AlignRight;
-    columns[sizeColumn].findsShown = true; // grouped digits
     columns.back().hidden = true;
     return columns;
 }
@@ -74,6 +74,10 @@ ReportSource listSource(const SiteSession& session) {
     };
     source.sentText = [entryAt](int row, int column) {
         return listedText(entryAt(row), static_cast<BrowserColumn>(column));
+    };
+    source.alsoFound = [entryAt, separator](int row) { // the size as it is shown
+        const std::string_view size = entryAt(row).size;
+        return sizeNumber(size) ? groupThousands(size, separator) : std::string();
     };
     source.icon = [entryAt](int row) { return icon(iconName(entryAt(row))); };
     source.iconText = [entryAt](int row) {
