@@ -110,8 +110,7 @@ bool SitesKeeper::ask(const FileContent& now, const std::string& text) {
     prompts_.AskChoice(
         "The sites were edited here, and sites.ini " + reason +
             ".\r\n\r\nWrite the sites of this window into sites.ini? The other text is kept beside it."
-            "\r\n\r\nWith \"keep theirs\", sites.ini stays as it is, and the sites of this window are kept "
-            "in\r\n" +
+            "\r\n\r\nWith \"keep theirs\" the sites of this window are kept in\r\n" +
             kept.path,
         {.yes = "&write mine", .no = "&keep theirs"}, [this, kept, stamp](bool writesMine) {
             if (writesMine) {

@@ -182,7 +182,7 @@ SaveStep saveStep(const FileContent& read, const FileContent& now, std::string_v
     }
     const bool isEdited = text != textRead;
     const bool isTheOneRead = now == read && !isStrange(now) && isAlone;
-    if (isTheOneRead || (isEdited && isKnown && now.bytes.empty())) {
+    if (isTheOneRead || (isEdited && isKnown && now.bytes.empty() && isAlone)) {
         return SaveStep::write;
     }
     return isEdited ? SaveStep::ask : SaveStep::none;

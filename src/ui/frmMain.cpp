@@ -245,7 +245,9 @@ void frmMain::createPanels() {
 void frmMain::showAddedSite(int site) {
     lvwSites_->addSite(site, displayTextOf(program_.site(site).config.name));
     changedSockets_.insert(site);
-    showSites();
+    if (site == program_.siteCount()) { // many come at once
+        showSites();
+    }
 
     addTimer("tmrNoop", site, noopInterval, [this, site] { program_.tmrNoop_Timer(site); }).start();
     // Never started: the activity is not asked for by itself.

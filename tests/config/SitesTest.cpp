@@ -111,6 +111,7 @@ TEST(SitesFile, IsWrittenOnlyWhereNothingIsLostUnseen) {
         {"no file as before", missing, missing, true, none, write},
         {"the file that was read", known, known, true, write, write},
         {"the same, with another copy", known, known, false, none, ask},
+        {"no file, with another copy", missing, missing, false, none, ask},
         {"put there meanwhile", missing, known, true, none, ask},
         {"changed meanwhile", known, other, true, none, ask},
         {"gone meanwhile", known, missing, true, none, write},
