@@ -24,7 +24,8 @@ std::string line(std::string_view caption, std::int64_t count, std::int64_t spee
 } // namespace
 
 Status statusOf(const Sites& sites, int currentSite) {
-    Status status = {.hasSites = std::ranges::count(sites, false, &Site::isRemoved) > 1};
+    Status status = {.hasSites = std::any_of(sites.begin() + 1, sites.end(),
+                                             [](const Site& site) { return !site.isRemoved; })};
     if (currentSite > 0) {
         const Site& site = at(sites, currentSite);
         status.sitename = toUtf8(site.config.name);

@@ -120,12 +120,12 @@ void frmMain::start() {
     applyWindowState();
     createTray();
     add(program_.LoadSites());
-    areSitesKnown_ = true;
     program_.selectSite(std::min(1, program_.siteCount()));
-    showSites();
     showProblems(problems);
     showFolderNotice();
     views_.tell();
+    areSitesKnown_ = true;
+    showSites();
     tmrSocketStatus_Timer();
 }
 
@@ -245,9 +245,7 @@ void frmMain::createPanels() {
 void frmMain::showAddedSite(int site) {
     lvwSites_->addSite(site, displayTextOf(program_.site(site).config.name));
     changedSockets_.insert(site);
-    if (site == program_.siteCount()) { // many come at once
-        showSites();
-    }
+    showSites();
 
     addTimer("tmrNoop", site, noopInterval, [this, site] { program_.tmrNoop_Timer(site); }).start();
     // Never started: the activity is not asked for by itself.

@@ -23,6 +23,16 @@ namespace {
 
 constexpr std::size_t shortcuts = 9; // Alt+1 to Alt+9
 
+// A name as the text of an action, on which "&" marks a letter; cut without being measured, for the start.
+QString captionOf(const std::string& name) {
+    constexpr qsizetype longest = 80;
+    QString text = displayTextOf(name);
+    if (text.size() > longest) {
+        text = text.first(longest) + QChar(0x2026);
+    }
+    return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
 } // namespace
 
 // The entries of the sites list, which keep their places; "Delete" does nothing.
@@ -115,13 +125,16 @@ void frmMain::listSites(std::size_t most) {
         if (i < most) {
             action.setObjectName(elementName("mnuSites", sites[i]));
             action.setData(sites[i]);
-            action.setText(actionText(program_.site(sites[i]).config.name, *sitesMenu_));
+            action.setText(captionOf(program_.site(sites[i]).config.name));
             action.setChecked(sites[i] == program_.currentSite());
         }
     }
 }
 
 void frmMain::showSites() {
+    if (!areSitesKnown_) {
+        return;
+    }
     listSites(shortcuts);
     const bool hasSites = !program_.siteIndexes().empty();
     const bool hasSite = program_.currentSite() > 0;

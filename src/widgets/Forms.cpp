@@ -9,7 +9,6 @@
 #include <QGridLayout>
 #include <QPainter>
 #include <QPushButton>
-#include <QScreen>
 #include <QStyle>
 #include <QStyleOptionFrame>
 
@@ -31,13 +30,6 @@ QString elementName(const char* name, int index) {
 
 QString plainCaption(const QString& caption) {
     return QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')).trimmed();
-}
-
-QString actionText(std::string_view bytes, const QWidget& menu) {
-    const int widest = menu.screen()->availableGeometry().width() * 3 / 4;
-    return menu.fontMetrics()
-        .elidedText(displayTextOf(bytes), Qt::ElideMiddle, widest)
-        .replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
 QLabel* labelFor(QWidget& input, const char* name, const QString& caption) {

@@ -32,10 +32,6 @@ QString elementName(const char* name, int index);
 // A caption as it is spoken: without its & and its colon.
 QString plainCaption(const QString& caption);
 
-// bytes as the text of an action of menu, on which "&" marks a letter. A text that no screen could show is
-// cut.
-QString actionText(std::string_view bytes, const QWidget& menu);
-
 // Names input and puts a label before it, whose plain caption is the accessible name too.
 QLabel* labelFor(QWidget& input, const char* name, const QString& caption);
 

@@ -27,6 +27,14 @@ constexpr std::array<MenuName, 5> names = {{
     {"mnuShowActivity", "mnuActivity"},
 }};
 
+// The caption as an action wants it, on which "&" marks a letter. One that no screen could show is cut.
+QString actionText(const std::string& caption, const QMenu& menu) {
+    const int widest = menu.screen()->availableGeometry().width() * 3 / 4;
+    return menu.fontMetrics()
+        .elidedText(displayTextOf(caption), Qt::ElideMiddle, widest)
+        .replace('&'_L1, "&&"_L1);
+}
+
 } // namespace
 
 CustomMenus::CustomMenus(mdlMain& program, QWidget* window) : QObject(window), program_(program) {
