@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QToolButton>
 
@@ -80,6 +81,10 @@ TEST(FrmMain, EndsWhenWhatItAsksIsAnswered) {
     driver.directory.makeDirectory("sites.ini");
     driver.close();
     EXPECT_TRUE(driver.window->isVisible()) << "the program would end with its window";
+    const auto* const box = driver.waitForBox<QMessageBox>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->button(QMessageBox::Yes)->text(), u"&write mine"_s);
+    EXPECT_EQ(box->button(QMessageBox::No)->text(), u"&keep theirs"_s);
     EXPECT_TRUE(driver.answer(QMessageBox::No).contains(u"Write the sites of this window"_s));
     EXPECT_TRUE(eventually([&] { return !driver.window->isVisible(); }));
     EXPECT_TRUE(driver.store.value("selected_tab"));
