@@ -48,7 +48,7 @@ class GuideBrowser : public QTextBrowser {
   protected:
     // Pictures are as wide as the text at most.
     QVariant loadResource(int type, const QUrl& name) override {
-        const QVariant resource = QTextBrowser::loadResource(type, name);
+        QVariant resource = QTextBrowser::loadResource(type, name);
         if (type != QTextDocument::ImageResource) {
             return resource;
         }
