@@ -1,6 +1,6 @@
 #include "admin/AccountEditors.h"
 #include "admin/AccountLists.h"
-#include "admin/AdminForms.h"
+#include "admin/Batch.h"
 #include "admin/mdlUsersGroups.h"
 #include "common/Text.h"
 #include "LineScan.h"

@@ -1,4 +1,4 @@
-#include "admin/AdminForms.h"
+#include "admin/Batch.h"
 #include "admin/qt/UsersPanel.h"
 #include "DemoProgram.h"
 #include "widgets/ReportView.h"

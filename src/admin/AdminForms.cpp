@@ -12,7 +12,6 @@ namespace corvel {
 namespace {
 
 constexpr std::string_view invalidUserName = "Please enter a valid username.";
-constexpr std::array<std::string_view, 3> services = {"ftp", "telnet", "http"};
 
 // The commands that follow once the server has made the user; they are in lower case, as the first is not.
 std::string followUpLines(const AddUserForm& form) {
@@ -37,8 +36,8 @@ std::string followUpLines(const AddUserForm& form) {
     add(change + "credits " + creditsOfMegabytes(form.txtUserCredits) + " 0");
     add(change + "ratio " + form.txtRatio + " 0");
     add(change + "tagline " + form.txtUserTagLine);
-    for (std::size_t i = 0; i < services.size(); ++i) {
-        add((change + "logins " + wholeNumberText(form.txtNumOfLogins[i]) + " ").append(services[i]));
+    for (std::size_t i = 0; i < loginServices.size(); ++i) {
+        add((change + "logins " + wholeNumberText(form.txtNumOfLogins[i]) + " ").append(loginServices[i]));
     }
     add(change + "flags " + form.txtUserFlags);
     add(change + "speedlimit " + form.txtUserBwDn + " " + form.txtUserBwUp);
@@ -51,44 +50,6 @@ bool isGroupName(std::string_view name) {
         return byte < 0x20 || byte == 0x7F ||
                std::string_view(" :/\"").find(character) != std::string_view::npos;
     });
-}
-
-// What the batch sends for each user, with %user in the place of the name. The texts of the boxes may hold
-// %user themselves, which only the free command replaces: so the two are kept apart.
-struct LinePattern {
-    std::string sEnd;     // what follows "site change NAME"
-    bool bIsFree = false; // sEnd is the whole line
-};
-
-std::vector<LinePattern> linePatterns(const BatchForm& form) {
-    std::vector<LinePattern> patterns;
-    const auto addWhen = [&](bool isTicked, std::string end) {
-        if (isTicked) {
-            patterns.push_back({std::move(end)});
-        }
-    };
-    addWhen(form.chkBatchFlags, " flags " + form.txtBatchFlags);
-    for (std::size_t i = 0; i < services.size(); ++i) {
-        const std::string& logins = form.txtBatchLogins[i];
-        addWhen(form.chkBatchLogins && !logins.empty(), (" logins " + logins + " ").append(services[i]));
-    }
-    addWhen(form.chkBatchHomePath, " homedir " + form.txtBatchHomePath);
-    addWhen(form.chkBatchVFS, " vfsfile " + form.txtBatchVFS);
-    addWhen(form.chkBatchTagLine, " tagline " + form.txtBatchTagline);
-    addWhen(form.chkBatchSpeed, " speedlimits " + form.txtBatchSpeedDn + " " + form.txtBatchSpeedUp);
-    if (form.chkBatchCommand) {
-        patterns.push_back({form.txtBatchCommand, true});
-    }
-    return patterns;
-}
-
-void appendLine(std::string& lines, const LinePattern& pattern, std::string_view userName) {
-    if (pattern.bIsFree) {
-        lines += replaceAll(pattern.sEnd, "%user", userName);
-    } else {
-        lines.append("site change ").append(userName).append(pattern.sEnd);
-    }
-    lines += lineEnd;
 }
 
 using Ids = std::unordered_set<std::int16_t>;
@@ -268,30 +229,6 @@ std::vector<Command> saveSectionsCommands(const clsUser& user, const SectionsFor
         }
     }
     return commands;
-}
-
-std::optional<CommandSequence> batchSequence(const BatchForm& form,
-                                             std::span<const std::string_view> userNames) {
-    const std::vector<LinePattern> patterns = linePatterns(form);
-    std::string lines;
-    for (const std::string_view userName : userNames) {
-        for (const LinePattern& pattern : patterns) {
-            appendLine(lines, pattern, userName);
-        }
-    }
-    if (lines.empty()) {
-        return std::nullopt;
-    }
-    return CommandSequence{"-------------[ BEGIN ]-[ BATCH COMMAND ]-------------",
-                           LogKind::commandResults,
-                           std::move(lines),
-                           Command{"NOOP", true, handler::batch, 0},
-                           "batch over " + counted(userNames.size(), "user"),
-                           {userNames.begin(), userNames.end()}};
-}
-
-std::string batchProgressText(std::size_t lineCount, std::size_t linesLeft) {
-    return std::to_string(lineCount - std::min(linesLeft, lineCount)) + " of " + std::to_string(lineCount);
 }
 
 } // namespace corvel

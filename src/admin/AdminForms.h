@@ -7,7 +7,6 @@
 #include <array>
 #include <cstddef>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +24,9 @@ struct CommandSequence {
     std::string sTitle = {};
     std::vector<std::string> accounts = {};
 };
+
+// For which logins are counted, in the order of their boxes.
+inline constexpr std::array<std::string_view, 3> loginServices = {"ftp", "telnet", "http"};
 
 inline constexpr std::string_view taglinePlaceholder = "Too lame to have a tagline";
 
@@ -121,32 +123,5 @@ SectionsForm sectionsForm(const clsUser& user);
 
 // What Save sends for user: for each row a command for a ratio and for credits whose text changed.
 std::vector<Command> saveSectionsCommands(const clsUser& user, const SectionsForm& form);
-
-// The batch panel: one member for each of its controls. A check box decides whether the boxes beside it
-// count.
-struct BatchForm {
-    bool chkBatchFlags = false;
-    bool chkBatchLogins = false;
-    bool chkBatchHomePath = false;
-    bool chkBatchVFS = false;
-    bool chkBatchTagLine = false;
-    bool chkBatchSpeed = false;
-    bool chkBatchCommand = false;
-    std::string txtBatchFlags;
-    std::array<std::string, 3> txtBatchLogins; // FTP, telnet, HTTP; an empty box is passed over
-    std::string txtBatchHomePath;
-    std::string txtBatchVFS;
-    std::string txtBatchTagline;
-    std::string txtBatchSpeedDn; // kB/s; -1 or 0 for no limit
-    std::string txtBatchSpeedUp;
-    std::string txtBatchCommand = "site change %user credits 45000";
-};
-
-// The batch for the users of these names, in their order; nothing where it would hold no line.
-std::optional<CommandSequence> batchSequence(const BatchForm& form,
-                                             std::span<const std::string_view> userNames);
-
-// How far a batch has come, "41 of 300", from the number of its lines and of those not yet sent.
-std::string batchProgressText(std::size_t lineCount, std::size_t linesLeft);
 
 } // namespace corvel

@@ -1,5 +1,6 @@
 #include "app/Journal.h"
 
+#include "admin/ShownCommand.h"
 #include "app/Outbox.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
@@ -14,7 +15,6 @@ namespace corvel {
 
 namespace {
 
-constexpr int firstRefusal = 400;
 constexpr std::size_t replyBytesKept = 400; // more than a row of a list can show
 
 // line without what nobody reads of it, cut before a character.
@@ -59,9 +59,11 @@ std::string titleOf(const CommandRecord& first) {
     const bool isTyped = first.iHandler == handler::console || first.iHandler == handler::menuFtp;
     const auto* const title = std::ranges::find_if(
         titles, [&first](const Title& candidate) { return first.command.starts_with(candidate.start); });
-    return isTyped || title == titles.end()
-               ? shownCommand(first.command)
-               : std::string(title->words) + shownCommand(first.command.substr(title->start.size()));
+    static const Settings masking{.mask_passwords = true}; // a title may stand anywhere
+    const std::string shown = toUtf8(shownCommand(first.command, masking));
+    return visibleText(isTyped || title == titles.end()
+                           ? shown
+                           : std::string(title->words) + shown.substr(title->start.size()));
 }
 
 } // namespace
@@ -111,7 +113,7 @@ void JobRecord::answered(const Answer& answer, std::size_t sent) {
     found->time = shared(answer.sentAt, before.time);
     found->reply = shared(cutReply(answer.lastLine), before.reply);
     ++answers_;
-    refusals_ += answer.code >= firstRefusal ? 1 : 0;
+    refusals_ += found->isRefused() ? 1 : 0;
     while (firstOpen_ < commands.size() && commands[firstOpen_].code != 0) {
         ++firstOpen_;
     }
@@ -131,8 +133,29 @@ void Journal::add(JobHandle job) {
     }
 }
 
-std::string shownCommand(std::string_view command) {
-    return visibleText(toUtf8(command));
+std::vector<std::size_t> rowsOf(const JobRecord& job, bool refusedOnly) {
+    std::vector<std::size_t> rows;
+    for (std::size_t i = 0; i < job.commands.size(); ++i) {
+        if (!refusedOnly || job.commands[i].isRefused()) {
+            rows.push_back(i);
+        }
+    }
+    return rows;
+}
+
+std::unordered_set<std::string_view> refusedAccounts(const JobRecord& job) {
+    std::unordered_set<std::string_view> accounts;
+    for (const std::size_t row : rowsOf(job, true)) {
+        if (const std::string_view account = job.accountOf(row); !account.empty()) {
+            accounts.insert(account);
+        }
+    }
+    return accounts;
+}
+
+std::string captionOf(const JobRecord& job) {
+    return job.begun + " " + job.title +
+           (job.refusals() == 0 ? std::string() : ", " + std::to_string(job.refusals()) + " refused");
 }
 
 } // namespace corvel

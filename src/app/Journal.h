@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace corvel {
@@ -32,14 +33,19 @@ struct Receipt {
     std::string refusal;
 };
 
+// The first code of a reply that refuses something (RFC 959, section 4.2.1).
+inline constexpr std::int32_t firstRefusal = 400;
+
 // What became of one command of a job. Texts are in the server's bytes; equal ones in a row are one.
 struct CommandRecord {
-    std::string_view command; // as it is logged; of the job, show it with shownCommand
+    std::string_view command; // as it is logged; to be shown as shownCommand has it
     std::int32_t iHandler = handler::console;
     std::int32_t code = 0;                         // of the reply; 0: there is none (yet)
     std::uint32_t milliseconds = 0;                // from when it went out to its reply
     std::shared_ptr<const std::string> time = {};  // of day, as it went out; UTF-8
     std::shared_ptr<const std::string> reply = {}; // its last line, cut
+
+    bool isRefused() const { return code >= firstRefusal; }
 };
 
 // A job as a person looks at it: what it is called, its commands, and what became of them. It stays as long
@@ -69,8 +75,9 @@ class JobRecord {
     std::string title; // UTF-8; what a person would call it
     State state = State::waiting;
     bool isBatch = false;
-    std::string begun; // the time of day as it got the floor; UTF-8
-    Receipt receipt;   // complete when it is over
+    std::string begun;           // the time of day as it got the floor; UTF-8
+    std::int64_t begunClock = 0; // the same in the clock's milliseconds
+    Receipt receipt;             // complete when it is over
     std::vector<CommandRecord> commands;
 
   private:
@@ -98,7 +105,11 @@ struct Journal {
     void add(JobHandle job);
 };
 
-// A command as it is shown to a person, wherever that is; UTF-8.
-std::string shownCommand(std::string_view command);
+// The places of the commands that were refused, or of all of them.
+std::vector<std::size_t> rowsOf(const JobRecord& job, bool refusedOnly);
+// The accounts that a refused command was about, each once.
+std::unordered_set<std::string_view> refusedAccounts(const JobRecord& job);
+// The job in a list of several, UTF-8: "10:44:22 batch over 300 users, 2 refused".
+std::string captionOf(const JobRecord& job);
 
 } // namespace corvel

@@ -1,6 +1,6 @@
 #include "app/Outbox.h"
 
-#include "admin/AdminForms.h"
+#include "admin/Batch.h"
 #include "common/Text.h"
 
 #include <algorithm>
@@ -10,8 +10,6 @@
 namespace corvel {
 
 namespace {
-
-constexpr int firstRefusal = 400;
 
 // Whether a job may begin on a connection in this state.
 bool mayBegin(const SiteSession& session, const Job& job, bool isBatchRunning) {
@@ -163,15 +161,27 @@ bool Outbox::isWaiting(int site) const {
     return box != nullptr && !box->waiting.empty();
 }
 
-std::string Outbox::batchProgress(int site) const {
+JobHandle Outbox::runningBatch(int site) const {
     const Box* const box = find(site);
     if (box == nullptr) {
-        return {};
+        return nullptr;
     }
     const std::optional<Started>& batch = box->batch ? box->batch : box->running;
-    return batch && batch->job.isBatch() ? batchProgressText(batch->record->commands.size(),
-                                                             at(sites_, site).session.sBatchLines.size())
-                                         : std::string();
+    return batch && batch->job.isBatch() ? batch->record : nullptr;
+}
+
+std::string Outbox::batchProgress(int site) const {
+    const JobHandle batch = runningBatch(site);
+    return batch == nullptr
+               ? std::string()
+               : batchProgressText(batch->commands.size(), at(sites_, site).session.sBatchLines.size());
+}
+
+std::string Outbox::batchTimeLeft(int site) const {
+    const JobHandle batch = runningBatch(site);
+    return batch == nullptr ? std::string()
+                            : timeLeftText(batch->answers(), batch->commands.size(),
+                                           log_.clock().milliseconds() - batch->begunClock);
 }
 
 void Outbox::proceed(int site) {
@@ -254,6 +264,7 @@ bool Outbox::beginNext(int site, Box& box) {
     JobRecord& record = *box.running->record;
     record.state = JobRecord::State::running;
     record.begun = log_.clock().timeOfDay();
+    record.begunClock = log_.clock().milliseconds();
     if (const std::optional<CommandSequence>& sequence = box.running->job.sequence) {
         log_.Log(site, sequence->beginLog, sequence->sBegin);
         session.sBatchLines.clear();

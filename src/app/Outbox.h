@@ -79,8 +79,11 @@ class Outbox {
 
     // Whether a job has not begun yet.
     bool isWaiting(int site) const;
-    // How far the site's batch has come, "41 of 300"; empty while none runs.
+    // The site's batch that runs, or null; how far it has come, "41 of 300", and how long it will take, as
+    // timeLeftText has it. Both are empty while none runs.
+    JobHandle runningBatch(int site) const;
     std::string batchProgress(int site) const;
+    std::string batchTimeLeft(int site) const;
 
     // Runs an event of the site, and sends what has become due. Nothing goes out from inside the event, where
     // the handler of a reply may have more to ask.

@@ -9,7 +9,6 @@
 #include "widgets/TextConversion.h"
 
 #include <QAction>
-#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QScreen>
 #include <QScrollArea>
@@ -315,6 +314,9 @@ void frmMain::showChange(const ViewChange& change) {
         showStatus();
         break;
     case ViewPart::jobs:
+        if (users_ != nullptr) {
+            users_->jobsChanged(site);
+        }
         break;
     }
 }
@@ -368,24 +370,6 @@ void frmMain::showCurrentSite() {
     results_->showSite(site);
     settings_->showSite(site);
     showStatus();
-}
-
-void frmMain::closeEvent(QCloseEvent* event) {
-    settings_->stopTest();
-    const bool hasToTell = !std::exchange(isSavingTried_, true) && !program_.SaveSites();
-    gatherWindowState();
-    program_.SaveWindowState();
-    if (hasToTell) {
-        // The program ends with its window; what is told is to be read before, and what is asked answered.
-        prompts_.whenAnswered([this] { close(); });
-        event->ignore();
-        return;
-    }
-    tray_.TrayDelete();
-    event->accept();
-    if (!isVisible()) {
-        QCoreApplication::quit(); // by itself it would end with a window that is seen to close
-    }
 }
 
 } // namespace corvel

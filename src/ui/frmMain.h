@@ -63,6 +63,7 @@ class frmMain : public QMainWindow {
     void createSitesMenu();
     void createViewMenu();
     void showImages();
+    bool asksAboutBatch();
     void createArea();
     void createPanels();
     void createSettingsPanel();
@@ -160,6 +161,8 @@ class frmMain : public QMainWindow {
     EncryptionStatus shownEncryption_;
     SplitterLayout splitter_;
     bool areSitesKnown_ = false;   // they are loaded
+    bool isBatchGivenUp_ = false;  // a person closes the window though a batch runs
+    bool isBatchAsked_ = false;    // the question about it is open
     bool isSavingTried_ = false;   // the sites, as the window was to close
     std::set<int> changedSockets_; // sites whose row is to be looked at by the next tick
 };

@@ -1,6 +1,6 @@
 #include "admin/AccountEditors.h"
-#include "admin/AdminForms.h"
 #include "admin/AdminSupport.h"
+#include "admin/Batch.h"
 #include "admin/ShownCommand.h"
 
 #include <gtest/gtest.h>
@@ -162,6 +162,22 @@ TEST(Batch, HoldsALineForEveryTickedFieldOfEveryUser) {
                           .txtBatchTagline = "hi %user",
                           .txtBatchCommand = "%user%user x"};
     EXPECT_EQ(batchSequence(names, Lines{"a"})->sBatchLines, "site change a tagline hi %user\r\naa x\r\n");
+}
+
+TEST(Batch, SaysHowMuchItIsAndHowLongItTakes) {
+    const BatchForm form{.chkBatchLogins = true, .chkBatchVFS = true, .txtBatchLogins = {"1", "", "2"}};
+    EXPECT_EQ(batchPlanText(form, 1), "1 user, 3 commands");
+    EXPECT_EQ(batchPlanText({.chkBatchCommand = true, .txtBatchCommand = ""}, 300), "300 users, 0 commands");
+    const std::vector<std::tuple<std::size_t, std::int64_t, std::string>> cases = {
+        {0, 5000, ""},
+        {10, 1000, "about 9 s left"},
+        {10, 60000, "about 9 min left"},
+        {1, 600000, "about 16 h left"},
+        {100, 1000, ""},
+    };
+    for (const auto& [done, milliseconds, text] : cases) {
+        EXPECT_EQ(timeLeftText(done, 100, milliseconds), text);
+    }
 }
 
 TEST(ChangeUserGroups, ANameInsideAnotherIsAnotherName) {

@@ -1,6 +1,6 @@
 #include "app/Outbox.h"
 
-#include "admin/AdminForms.h"
+#include "admin/Batch.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>

@@ -2,6 +2,7 @@
 #include "ui/WindowDriver.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -210,6 +211,67 @@ TEST_F(Users, BatchChangesTheSelectedAccountsInWhicheverRowsTheyStand) {
     const auto isChanged = [&](const char* name) { return onServer(name)->tagline == "one for all"; };
     ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && isChanged("carol"); }));
     EXPECT_TRUE(isChanged("alice") && isChanged("bob") && !isChanged("dave"));
+}
+
+TEST_F(Users, BatchIsPlannedShownAndLookedAtAfterwards) {
+    driver_->click("cmdUserBatch");
+    ASSERT_TRUE(open(u"alice"_s));
+    QTest::keyClick(&list(), Qt::Key_Down, Qt::ShiftModifier);
+    driver_->find<QCheckBox>("chkBatchTagLine").setChecked(true);
+    driver_->find<QCheckBox>("chkBatchFlags").setChecked(true);
+    driver_->setTexts({{"txtBatchFlags", u"?"_s}, {"txtBatchTagline", u"hi"_s}}); // the first is refused
+    EXPECT_EQ(driver_->find<QLabel>("lblBatchPlan").text(), u"2 users, 4 commands"_s);
+    driver_->click("cmdBatchPreview");
+    ASSERT_NE(driver_->waitForBox<QDialog>(), nullptr);
+    const auto rowText = [&](const char* name, int row) {
+        const QAbstractItemModel& model = *driver_->find<ReportView>(name).model();
+        QStringList cells;
+        for (int column = 0; column < model.columnCount(); ++column) {
+            cells.append(model.index(row, column).data().toString());
+        }
+        return cells.join(u'|');
+    };
+    EXPECT_EQ(rowText("lvwBatchPreview", 2), u"bob|site change bob flags ?"_s);
+    driver_->waitForBox<QDialog>()->reject();
+    ASSERT_TRUE(driver_->waitForNoDialog());
+
+    driver_->click("cmdBatchPerform");
+    ASSERT_TRUE(driver_->waitForIdle());
+    auto& results = driver_->find<ReportView>("lvwBatchResults");
+    ASSERT_TRUE(eventually(
+        [&] { return results.model()->rowCount() == 4 && !driver_->find<QWidget>("prgBatch").isVisible(); }));
+    EXPECT_EQ(rowText("lvwBatchResults", 1),
+              u"alice|site change alice tagline hi|200|200 Changed tagline of 'alice'."_s);
+    driver_->find<QCheckBox>("chkBatchRefusedOnly").setChecked(true);
+    EXPECT_EQ(results.model()->rowCount(), 2);
+    driver_->click("cmdBatchCopy");
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(
+        u"user\tcommand\tcode\treply\nalice\tsite change alice flags ?\t5"_s));
+    ASSERT_TRUE(open(u"carol"_s));
+    driver_->setText("txtUsersFilter", u"carol"_s);
+    driver_->click("cmdBatchSelectRefused");
+    EXPECT_EQ(list().selectedRows(), (std::vector<int>{rowOf(u"alice"_s), rowOf(u"bob"_s)}));
+
+    driver_->window->program().selectSite(2);
+    EXPECT_EQ(driver_->find<QLabel>("lblBatchPlan").text(), u"0 users, 0 commands"_s);
+    driver_->window->program().selectSite(1);
+    EXPECT_EQ(driver_->text("txtBatchFlags"), u"?"_s);
+}
+
+TEST_F(Users, ABatchThatRunsIsAskedAboutAndCanBeStopped) {
+    driver_->click("cmdUserBatch");
+    ASSERT_TRUE(open(u"alice"_s));
+    list().selectAll();
+    driver_->find<QCheckBox>("chkBatchTagLine").setChecked(true);
+    driver_->click("cmdBatchPerform");
+    driver_->close();
+    EXPECT_TRUE(driver_->answer(QMessageBox::No).startsWith(u"A batch is running."_s));
+    EXPECT_TRUE(driver_->window->isVisible());
+    driver_->find<QPushButton>("cmdBatchStop").click();
+    ASSERT_TRUE(driver_->waitForIdle());
+    EXPECT_NE(driver_->session(1).commandResultsLog.text().find(" stopped after "), std::string::npos);
+    driver_->close();
+    EXPECT_FALSE(driver_->window->isVisible());
 }
 
 class Groups : public Accounts {

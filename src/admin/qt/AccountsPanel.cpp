@@ -6,6 +6,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace corvel {
@@ -122,7 +123,10 @@ AccountsPanel::List AccountsPanel::createList(int site) {
             [this, site](int column) { outline_.sortBy(site, column); });
     connect(list, &ReportView::keyPressed, this,
             [this, site](Qt::Key key, int row) { keyPressed(site, key, row); });
-    connect(list, &ReportView::filtered, this, [this, site] { showCurrent(site); });
+    connect(list, &ReportView::filtered, this, [this, site] {
+        showCurrent(site);
+        selectionChanged();
+    });
     connect(list, &ReportView::contextMenuRequested, this,
             [this, site, list](int /*row*/, const QPoint& position) {
                 // What the menu does, it does to the current record.
@@ -131,6 +135,8 @@ AccountsPanel::List AccountsPanel::createList(int site) {
                     emit menuRequested(position);
                 }
             });
+    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { selectionChanged(); });
     List page{.widget = list, .rows = {}};
     fill(site, page);
     return page;
@@ -226,6 +232,7 @@ void AccountsPanel::accountsChanged(int site, Accounts accounts, AccountChange c
         switch (change) {
         case AccountChange::table:
             fill(site, list);
+            selectionChanged();
             break;
         case AccountChange::record:
             reorder(site, list);
@@ -250,12 +257,26 @@ void AccountsPanel::accountsChanged(int site, Accounts accounts, AccountChange c
 
 std::vector<std::size_t> AccountsPanel::selectedIndexes(int site) const {
     std::vector<std::size_t> indexes;
-    if (const List* const list = lists_->find(site)) {
+    if (const List* const list = lists_ == nullptr ? nullptr : lists_->find(site)) {
         for (const int row : list->widget->selectedRows()) {
             indexes.push_back(list->rows[static_cast<std::size_t>(row)]);
         }
     }
     return indexes;
+}
+
+void AccountsPanel::selectWhere(int site, const std::function<bool(std::size_t index)>& isWanted) {
+    const List& list = lists_->at(site);
+    std::vector<int> rows;
+    for (std::size_t row = 0; row < list.rows.size(); ++row) {
+        if (isWanted(list.rows[row])) {
+            rows.push_back(static_cast<int>(row));
+        }
+    }
+    if (!std::ranges::all_of(rows, [&list](int row) { return list.widget->isShown(row); })) {
+        list.widget->setFilter({});
+    }
+    list.widget->setSelectedRows(rows);
 }
 
 void AccountsPanel::keyPressed(int site, Qt::Key key, int row) {

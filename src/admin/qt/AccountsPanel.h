@@ -198,6 +198,11 @@ class AccountsPanel : public QWidget {
     const SiteSession& session(int site) const { return program_.site(site).session; }
     // The selected rows of the site's list, in order, as indexes of the table.
     std::vector<std::size_t> selectedIndexes(int site) const;
+    // Selects the rows of the records for whose indexes isWanted holds, and no others; a filter that hides
+    // one of them is taken away.
+    void selectWhere(int site, const std::function<bool(std::size_t index)>& isWanted);
+    // Other rows of a list are selected now, or it has other rows.
+    virtual void selectionChanged() {}
 
   private:
     struct List {

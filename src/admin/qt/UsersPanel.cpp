@@ -3,10 +3,13 @@
 #include "admin/AccountLists.h"
 #include "admin/qt/AccountDialogs.h"
 #include "admin/qt/BatchPanel.h"
+#include "admin/qt/BatchResults.h"
+#include "admin/qt/JobTable.h"
 #include "widgets/Icons.h"
 
 #include <QGridLayout>
 
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -14,7 +17,7 @@ namespace corvel {
 
 UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : AccountsPanel(program, parent) {
     editor_ = new UserEditorPanel(program);
-    batch_ = new BatchPanel([this](const BatchForm& form) { performBatch(form); });
+    createBatch();
     sides_ = new QStackedWidget;
     sides_->addWidget(editor_);
     sides_->addWidget(batch_);
@@ -67,7 +70,8 @@ QLayout* UsersPanel::createButtons() {
 }
 
 void UsersPanel::showEditor(int site) {
-    batch_->setConnection(site > 0 ? &session(site).encoding : nullptr);
+    batch_->showSite(site, site > 0 ? &session(site).encoding : nullptr);
+    results_->showSite(site);
     editor_->showSite(site);
 }
 
@@ -89,18 +93,56 @@ void UsersPanel::cmdUserBatch_Click() {
     cmdUserBatch_->setText(toBatch ? tr("user...") : tr("batch..."));
 }
 
-void UsersPanel::performBatch(const BatchForm& form) {
+void UsersPanel::createBatch() {
+    const auto perform = [this](const BatchForm& form) {
+        if (std::optional<CommandSequence> batch = batchOf(form)) {
+            program().admin().startBatch(program().currentSite(), *std::move(batch));
+        }
+    };
+    const auto preview = [this](const BatchForm& form) {
+        Job job = jobOf(batchOf(form).value_or(CommandSequence()));
+        openBatchPreview(std::make_shared<JobRecord>(0, job),
+                         fromCore(batchPlanText(form, selectedIndexes(program().currentSite()).size())),
+                         program().settings(), this);
+    };
+    batch_ = new BatchPanel({.perform = perform, .preview = preview, .count = [this] {
+                                 return selectedIndexes(program().currentSite()).size();
+                             }});
+    results_ =
+        new BatchResults(program(), [this](int site, const std::unordered_set<std::string_view>& names) {
+            selectNamed(site, names);
+        });
+    batch_->addBelow(results_);
+}
+
+// The batch for the selected users of the current site; nothing where it would hold no line.
+std::optional<CommandSequence> UsersPanel::batchOf(const BatchForm& form) const {
     const int site = program().currentSite();
-    if (site == 0) {
-        return;
-    }
     std::vector<std::string_view> names;
     for (const std::size_t index : selectedIndexes(site)) {
         names.push_back(session(site).Users[index].sName);
     }
-    if (const std::optional<CommandSequence> sequence = batchSequence(form, names)) {
-        program().admin().startBatch(site, *sequence);
+    return batchSequence(form, names);
+}
+
+void UsersPanel::selectNamed(int site, const std::unordered_set<std::string_view>& names) {
+    const UserTable& users = session(site).Users;
+    selectWhere(site, [&](std::size_t index) { return names.contains(users[index].sName); });
+}
+
+void UsersPanel::selectionChanged() {
+    batch_->showPlan();
+}
+
+void UsersPanel::jobsChanged(int site) {
+    results_->jobsChanged(site);
+}
+
+void UsersPanel::showResults(std::uint64_t job) {
+    if (sides_->currentWidget() == editor_) {
+        cmdUserBatch_Click();
     }
+    results_->choose(job);
 }
 
 } // namespace corvel

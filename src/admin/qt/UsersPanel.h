@@ -5,13 +5,20 @@
 #include <QScrollArea>
 #include <QStackedWidget>
 
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <unordered_set>
+
 class QGridLayout;
 class QListWidget;
 
 namespace corvel {
 
 class BatchPanel;
+class BatchResults;
 struct BatchForm;
+struct CommandSequence;
 
 // The editor of the users tab: boxes, lists and buttons, which scroll where there is too little room. Its
 // buttons act on the current user of the current site.
@@ -62,16 +69,25 @@ class UsersPanel : public AccountsPanel {
     void copyUser(int site);
     void editGroups(int site);
 
+    // What runs on a site, or what became of it, has changed.
+    void jobsChanged(int site);
+    // Shows what became of a job of the current site.
+    void showResults(std::uint64_t job);
+
   private:
     QLayout* createButtons();
+    void createBatch();
     void showEditor(int site) override;
+    void selectionChanged() override;
     void cmdUserBatch_Click();
-    void performBatch(const BatchForm& form);
+    std::optional<CommandSequence> batchOf(const BatchForm& form) const;
+    void selectNamed(int site, const std::unordered_set<std::string_view>& names);
 
     QPushButton* cmdUserBatch_ = nullptr;
     QStackedWidget* sides_ = nullptr; // the editor or the batch panel
     UserEditorPanel* editor_ = nullptr;
     BatchPanel* batch_ = nullptr;
+    BatchResults* results_ = nullptr;
 };
 
 } // namespace corvel

@@ -37,6 +37,10 @@ enum class StartMessageKind { answer, error };
 // or else into a message box, which it waits for.
 void tellAtStart(const QString& text, StartMessageKind kind);
 
+// The property of a window that is true once it is closed because the system wants the program to end: nobody
+// may be there to answer a question.
+inline constexpr const char* endedBySystem = "endedBySystem";
+
 // While it lives, the system's wish that the program end (on Linux SIGTERM, SIGINT and SIGHUP, as at a logout
 // or by Ctrl+C) closes a window as a person does, so that everything is saved; a signal that was ignored, as
 // under nohup, stays ignored. On Windows the end of a session comes through Qt, and this does nothing. One at

@@ -87,6 +87,7 @@ EndSignals::EndSignals(QWidget& window) {
         std::array<char, 16> bytes{};
         while (read(pipeEnds[0], bytes.data(), bytes.size()) > 0) {
         }
+        window.setProperty(endedBySystem, true);
         window.close();
     });
     handleEndSignals(noteSignal);

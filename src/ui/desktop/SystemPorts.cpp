@@ -46,6 +46,11 @@ void SettingsStore::setValue(std::string_view key, std::string_view value) {
 // As the locale writes it at length, but for its time zone: the "t" outside quoted text, and whatever
 // brackets stand around it.
 std::string QtClock::timeOfDay() const {
+    const QTime now = QTime::currentTime();
+    const int second = now.msecsSinceStartOfDay() / 1000;
+    if (second == shownSecond_) {
+        return shown_;
+    }
     const QLocale locale = QLocale::system();
     QString format;
     bool isQuoted = false;
@@ -56,7 +61,9 @@ std::string QtClock::timeOfDay() const {
         }
     }
     format = format.remove(QStringLiteral("()")).remove(QStringLiteral("[]")).trimmed();
-    return toCore(locale.toString(QTime::currentTime(), format));
+    shownSecond_ = second;
+    shown_ = toCore(locale.toString(now, format));
+    return shown_;
 }
 
 std::string QtClock::stamp() const {

@@ -43,6 +43,10 @@ class QtClock : public Clock {
     std::string timeOfDay() const override;
     std::string stamp() const override;
     std::int64_t milliseconds() const override;
+
+  private:
+    mutable int shownSecond_ = -1; // of the day, and its text: a batch asks hundreds of times in a second
+    mutable std::string shown_;
 };
 
 // The Shell port on the real desktop.

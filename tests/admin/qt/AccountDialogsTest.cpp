@@ -156,7 +156,9 @@ TEST(BatchPanel, ATickSendsItsOwnBoxesAlone) {
         {"chkBatchCommand", "site change bob credits 45000\r\n"},
     };
     BatchForm performed;
-    BatchPanel panel([&](const BatchForm& form) { performed = form; });
+    BatchPanel panel({.perform = [&](const BatchForm& form) { performed = form; },
+                      .preview = {},
+                      .count = [] { return 2; }});
     Driver driver(panel);
     driver.setTexts({{"txtBatchFlags", u"3"_s},
                      {"txtBatchLogins_0", u"2"_s},

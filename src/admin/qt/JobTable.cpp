@@ -1,0 +1,102 @@
+#include "admin/qt/JobTable.h"
+
+#include "admin/ShownCommand.h"
+#include "widgets/Forms.h"
+#include "widgets/ReportView.h"
+
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QVBoxLayout>
+
+#include <memory>
+#include <utility>
+
+namespace corvel {
+
+namespace {
+
+QString say(const char* text) {
+    return QCoreApplication::translate("JobTable", text);
+}
+
+enum Column { accountColumn, commandColumn, codeColumn, replyColumn };
+
+// Without an answer the job says why there is none.
+QString cellOf(const JobRecord& job, std::size_t place, int column, const Settings& settings) {
+    const CommandRecord& record = job.commands[place];
+    const std::size_t starters = job.receipt.commands - job.commands.size();
+    switch (column) {
+    case accountColumn:
+        return cellTextOf(job.accountOf(place));
+    case commandColumn:
+        return cellTextOf(shownCommand(record.command, settings));
+    case codeColumn:
+        return record.code == 0 ? QString() : QStringLiteral("%1").arg(record.code, 3, 10, QLatin1Char('0'));
+    default:
+        return record.code != 0                      ? cellTextOf(*record.reply)
+               : job.state != JobRecord::State::over ? QString()
+               : place + starters < job.receipt.sent ? say("no answer")
+                                                     : say("not sent");
+    }
+}
+
+} // namespace
+
+ReportSource jobSource(const JobHandle& job, std::vector<std::size_t> places, JobColumns columns,
+                       const Settings& settings) {
+    ReportSource source;
+    source.rows = static_cast<int>(places.size());
+    source.columns = {{.header = say("user")}, {.header = say("command")}};
+    if (columns == JobColumns::results) {
+        source.columns.push_back({.header = say("code"), .alignment = Qt::AlignRight});
+        source.columns.push_back({.header = say("reply")});
+    }
+    const auto shared = std::make_shared<const std::vector<std::size_t>>(std::move(places));
+    const auto placeOf = [shared](int row) { return (*shared)[static_cast<std::size_t>(row)]; };
+    source.text = [job, placeOf, &settings](int row, int column) {
+        return cellOf(*job, placeOf(row), column, settings);
+    };
+    source.sentText = [job, placeOf](int row, int column) -> std::string_view {
+        const std::size_t place = placeOf(row);
+        const CommandRecord& record = job->commands[place];
+        return column == accountColumn                            ? job->accountOf(place)
+               : column == commandColumn                          ? record.command
+               : column == replyColumn && record.reply != nullptr ? std::string_view(*record.reply)
+                                                                  : std::string_view();
+    };
+    return source;
+}
+
+QString tableText(const ReportSource& source) {
+    QString text;
+    const int columns = static_cast<int>(source.columns.size());
+    for (int row = -1; row < source.rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            text +=
+                row < 0 ? source.columns[static_cast<std::size_t>(column)].header : source.text(row, column);
+            text += QLatin1Char(column + 1 < columns ? '\t' : '\n');
+        }
+    }
+    return text;
+}
+
+void openBatchPreview(const JobHandle& job, const QString& plan, const Settings& settings, QWidget* parent) {
+    auto* const dialog = new QDialog(parent);
+    dialog->setObjectName(QStringLiteral("frmBatchPreview"));
+    dialog->setWindowTitle(titleOf(say("Preview")));
+    auto* const list = new ReportView;
+    list->setPlaceholder(say("Nothing would go out: no user is selected, or nothing is ticked."));
+    list->setSource(jobSource(job, rowsOf(*job, false), JobColumns::plan, settings));
+    list->fitColumns(0, 1);
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    auto* const layout = new QVBoxLayout(dialog);
+    layout->addWidget(labelFor(*list, "lvwBatchPreview", say("&What would go out: %1").arg(plan)));
+    layout->addWidget(list);
+    layout->addWidget(buttons);
+    const QFontMetrics metrics = dialog->fontMetrics();
+    dialog->resize(metrics.averageCharWidth() * 80, metrics.height() * 24);
+    openDialog(*dialog);
+}
+
+} // namespace corvel
