@@ -62,6 +62,8 @@ struct AccountView {
     Details details = Details::none;       // of the current record
     std::string detailsProblem;            // why they did not come, the server's line or UTF-8
     std::map<std::int16_t, Draft> drafts;  // by the ids of the records
+    std::string outcome;                   // of the last change, UTF-8, and of which record
+    std::optional<std::int16_t> outcomeId;
 };
 
 // The order after a click on the header of column: by that column, or the other way round on a second click.

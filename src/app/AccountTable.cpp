@@ -19,6 +19,8 @@ std::string nameInEmptyForm(GroupForm& form, const clsGroup& group) {
     return form.txtGroupname = group.sName;
 }
 
+constexpr std::string_view saveTitle = "save ";
+
 // The record in a row of the list, or null.
 template <typename Kind>
 const typename Kind::Record* atRow(const SiteSession& session, int row) {
@@ -117,6 +119,7 @@ AccountEditor<typename Kind::Form> AccountTable<Kind>::editor(int site) const {
     editor.id = view.currentId;
     editor.details = view.details;
     editor.problem = view.detailsProblem;
+    editor.outcome = view.outcomeId == view.currentId ? view.outcome : std::string();
     if (record->got_info) {
         editor.form = Kind::form(session(site), *record);
     } else {
@@ -192,7 +195,7 @@ void AccountTable<Kind>::saveNow(int site, std::int16_t id, bool sendFlags) {
         saved.boxes.erase(UserForm::flagsBox);
     }
     const std::optional<std::string> problem =
-        change(site, id, Kind::saveCommands(*record, typedForm(site), sendFlags), "save ",
+        change(site, id, Kind::saveCommands(*record, typedForm(site), sendFlags), saveTitle,
                [this, site, id, saved](const Receipt& receipt) {
                    if (receipt.end == Receipt::End::done) {
                        dropSaved(site, id, saved);
@@ -275,7 +278,27 @@ std::optional<std::string> AccountTable<Kind>::change(int site, std::int16_t id,
     return services_.outbox.start(
         site,
         {.commands = std::move(changes), .title = std::string(what) + shownName(name), .accounts = {name}},
-        std::move(ended));
+        [this, site, id, what, ended = std::move(ended)](const Receipt& receipt) {
+            keepOutcome(site, id, what, receipt);
+            if (ended) {
+                ended(receipt);
+            }
+        });
+}
+
+template <typename Kind>
+void AccountTable<Kind>::keepOutcome(int site, std::int16_t id, std::string_view what,
+                                     const Receipt& receipt) {
+    const JobHandle job = services_.outbox.journal(site).find(receipt.job);
+    if (job == nullptr || changesOf(*job) == 0) {
+        return;
+    }
+    AccountView& view = session(site).*Kind::view;
+    // "password of " is told as "password".
+    view.outcome = services_.log.clock().timeOfDay() + " " +
+                   outcomeText(*job, what == saveTitle ? "saved" : what.substr(0, what.find(" of ")));
+    view.outcomeId = id;
+    changed(site, AccountChange::editor);
 }
 
 template <typename Kind>

@@ -92,6 +92,7 @@ struct AccountEditor {
     Form form;                      // as the server has it; without details the name alone
     Details details = Details::none;
     std::string problem;          // why there are no details
+    std::string outcome;          // of the last change that was sent from here, UTF-8
     const Draft* draft = nullptr; // what is typed and not saved; null for nothing. Good until the next call
 };
 
@@ -152,6 +153,7 @@ class AccountTable {
 
   private:
     SiteSession& session(int site) const { return at(services_.sites, site).session; }
+    void keepOutcome(int site, std::int16_t id, std::string_view what, const Receipt& receipt);
     void saveNow(int site, std::int16_t id, bool sendFlags);
     std::string nameOf(int site, std::int16_t id) const;
     void dropSaved(int site, std::int16_t id, const Draft& saved);

@@ -198,8 +198,7 @@ bool BrowserActions::isIn(int site, std::string_view directory) const {
 }
 
 void BrowserActions::tell(int site, std::string_view reason) const {
-    at(sites_, site).session.lastErrorLine = reason;
-    views_.lastErrorChanged(site);
+    outbox_.tell(site, reason);
 }
 
 std::optional<std::string> BrowserActions::send(int site, std::vector<Command> commands) {

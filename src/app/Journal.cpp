@@ -124,12 +124,51 @@ std::string_view JobRecord::accountOf(std::size_t command) const {
 }
 
 void Journal::add(JobHandle job) {
-    const auto changes = std::ranges::count_if(job->commands, std::not_fn(isReading));
+    const std::size_t changes = changesOf(*job);
     std::deque<JobHandle>& kept = job->isBatch ? batches : changes > 1 ? others : history;
     const std::size_t most = &kept == &history ? historyKept : resultsKept;
     kept.push_back(std::move(job));
     if (kept.size() > most) {
         kept.pop_front();
+    }
+}
+
+JobHandle Journal::find(std::uint64_t job) const {
+    for (const std::deque<JobHandle>* const jobs : {&history, &others, &batches}) {
+        const auto found = std::ranges::find(*jobs, job, [](const JobHandle& one) { return one->id; });
+        if (found != jobs->end()) {
+            return *found;
+        }
+    }
+    return nullptr;
+}
+
+std::size_t changesOf(const JobRecord& job) {
+    return static_cast<std::size_t>(std::ranges::count_if(job.commands, std::not_fn(isReading)));
+}
+
+std::string outcomeText(const JobRecord& job, std::string_view done) {
+    const std::string all = std::to_string(changesOf(job));
+    std::size_t answers = 0;
+    std::size_t refusals = 0;
+    std::string_view refusal;
+    for (const CommandRecord& command : job.commands) {
+        if (!isReading(command) && command.code != 0) {
+            ++answers;
+            refusal = refusals == 0 && command.code >= firstRefusal ? *command.reply : refusal;
+            refusals += command.code >= firstRefusal ? 1 : 0;
+        }
+    }
+    if (refusals > 0) {
+        return std::to_string(refusals) + " of " + all + " refused: " + shownName(refusal);
+    }
+    switch (job.receipt.end) {
+    case Receipt::End::notSent:
+        return "the connection ended after " + std::to_string(answers) + " of " + all;
+    case Receipt::End::cancelled:
+        return "cancelled, nothing was sent";
+    default:
+        return std::string(done) + ": " + counted(answers, "command") + " accepted";
     }
 }
 

@@ -103,7 +103,16 @@ struct Journal {
     std::deque<JobHandle> history;
 
     void add(JobHandle job);
+    // The job with the id, or null.
+    JobHandle find(std::uint64_t job) const;
 };
+
+// How many of a job's commands change something, and do not only have it read again.
+std::size_t changesOf(const JobRecord& job);
+
+// What became of a job that is over, for whoever started it: "saved: 2 commands accepted", where done says
+// what it did, or how many of the commands that change something were refused, and the first refusal. UTF-8.
+std::string outcomeText(const JobRecord& job, std::string_view done);
 
 // The places of the commands that were refused, or of all of them.
 std::vector<std::size_t> rowsOf(const JobRecord& job, bool refusedOnly);

@@ -32,6 +32,9 @@ Job jobOf(CommandSequence sequence) {
 }
 
 std::optional<std::string> Outbox::start(int site, Job job, Ended ended) {
+    if (!isInEvent_ && !isFollowing_) {
+        log_.tell(site, {});
+    }
     std::erase_if(job.commands, [](const Command& command) { return command.sCommand.empty(); });
     const std::size_t commands = job.commands.size();
     auto record = std::make_shared<JobRecord>(jobs_ + 1, job);
@@ -195,11 +198,13 @@ void Outbox::proceed(int site) {
     }
     while (isChannelFree(site) && advance(site, box)) {
     }
+    const bool wasFollowing = std::exchange(isFollowing_, true);
     for (const Started& started : std::exchange(box.over, {})) {
         if (started.ended) {
             started.ended(started.record->receipt);
         }
     }
+    isFollowing_ = wasFollowing;
 }
 
 // Whether there were any.

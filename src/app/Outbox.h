@@ -13,6 +13,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -54,12 +55,16 @@ class Outbox {
     Outbox(Sites& sites, CommandChannel& channel, ConsoleLog& log, Views& views)
         : sites_(sites), channel_(channel), log_(log), views_(views) {}
 
-    // Takes a job on: nothing, or why it cannot go out, as a message; then it is forgotten. Commands without
+    // Takes a job on, which ends what the status bar says of the one before, unless nobody but the program
+    // wanted it. Gives nothing, or why it cannot go out, as a message; then it is forgotten. Commands without
     // a text count for nothing. ended is called once, from a turn of the event loop.
     std::optional<std::string> start(int site, Job job, Ended ended = {});
     // The same for what has no dialog that could stay open: the message goes to the log and to the status
     // bar. False when the job was not taken on.
     bool startOrTell(int site, LogKind log, Job job, Ended ended = {});
+
+    // Has the status bar say something about what the person wanted.
+    void tell(int site, std::string_view line) const { log_.tell(site, line); }
 
     // The jobs of a site that are not over, in the order in which they go on: the one that has the floor, the
     // batch that goes on behind it, and those that wait. The first command without an answer of the first
@@ -134,6 +139,7 @@ class Outbox {
     std::map<int, Box> boxes_;
     std::uint64_t jobs_ = 0; // that were started
     bool isInEvent_ = false;
+    bool isFollowing_ = false; // what starts now follows from a job that is over
 };
 
 } // namespace corvel

@@ -122,6 +122,9 @@ void mdlMain::SaveWindowState() {
 
 void mdlMain::selectSite(int site) {
     if (site != currentSite_ && (site == 0 || isThere(site))) {
+        for (const int seen : {currentSite_, site}) {
+            at(sites_, seen).session.isErrorUnseen = false;
+        }
         currentSite_ = site;
         ports_.views.currentSiteChanged();
     }
@@ -135,7 +138,10 @@ void mdlMain::connectSite(int site) {
 
 void mdlMain::disconnectSite(int site) {
     if (site > 0) {
-        outbox_.during(site, [&] { channel_.ResetSession(site); });
+        outbox_.during(site, [&] {
+            log_.tell(site, {});
+            channel_.ResetSession(site);
+        });
     }
 }
 
@@ -300,9 +306,7 @@ void mdlMain::wSock_Error(int site, std::string_view description, int number) {
         const std::string line =
             "wSock_Error() -> " + std::string(description) + " (" + std::to_string(number) + ")";
         log_.LogConsole(site, line);
-        if (at(sites_, site).session.isHeldBack()) {
-            log_.tell(site, line);
-        }
+        log_.tell(site, description);
         channel_.ResetSession(site);
     });
 }

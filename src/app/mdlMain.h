@@ -124,6 +124,8 @@ class mdlMain {
 
     // Empties a log of the site.
     void clearLog(int site, LogKind log) { log_.clear(site, log); }
+    // The site's command results are in sight.
+    void markResultsRead(int site) { at(sites_, site).session.commandResultsLog.markRead(); }
 
     // A round of the load test: the same for a command that the test sends, but only while no command waits
     // on the site, so that everybody else's get their turn. False when it was not sent.

@@ -103,6 +103,7 @@ void CommandChannel::Connect(int site) {
     services_.log.tell(site, target.config.pass.empty()
                                  ? "No password is kept for this site: Sites > Edit... takes one"
                                  : "");
+    session.loginRefusal.clear();
     session.encryption = !encrypts                 ? Encryption::none
                          : port == implicitTlsPort ? Encryption::handshake
                                                    : Encryption::greeting;
@@ -110,6 +111,7 @@ void CommandChannel::Connect(int site) {
 }
 
 void CommandChannel::Connected(int site) {
+    at(sites_, site).session.lastHeardClock = services_.log.clock().milliseconds();
     if (at(sites_, site).session.encryption == Encryption::handshake) {
         startEncryption(site);
     } else {
@@ -249,6 +251,7 @@ bool CommandChannel::SendNextBatchLine(int site, std::int32_t handler) {
 void CommandChannel::ReplyRouter(int site, std::string_view bytes) {
     SiteSession& session = at(sites_, site).session;
     const std::string data = session.telnet.read(bytes);
+    session.lastHeardClock = services_.log.clock().milliseconds();
     session.seenTexts.read(data);
     session.encoding = session.seenTexts.encoding();
     if (!session.current.bQuiet) {
@@ -322,6 +325,7 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
                                .milliseconds = static_cast<std::uint32_t>(waited)});
     if (code >= 400) {
         services_.log.tell(site, last);
+        session.loginRefusal = session.bLoggedIn ? std::string_view() : last;
     }
     if (session.isHeldBack()) {
         goOnToEncrypt(site, code, last);

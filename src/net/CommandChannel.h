@@ -33,7 +33,8 @@ class ConsoleLog {
     }
     void Log(int site, LogKind log, std::string_view message, LogLine line = LogLine::event);
     void clear(int site, LogKind log);
-    // Makes line what the status bar says: what the server, or the program itself, refused last.
+    // Makes line what the status bar says: what the server, or the program itself, refused last. Empty: it
+    // says nothing any more.
     void tell(int site, std::string_view line);
 
     const Clock& clock() const { return clock_; }
@@ -55,7 +56,13 @@ inline void ConsoleLog::clear(int site, LogKind log) {
 }
 
 inline void ConsoleLog::tell(int site, std::string_view line) {
-    at(sites_, site).session.lastErrorLine = line;
+    SiteSession& session = at(sites_, site).session;
+    if (line.empty() && session.lastErrorLine.empty()) {
+        return;
+    }
+    session.lastErrorLine = line;
+    session.lastErrorTime = clock_.timeOfDay();
+    session.isErrorUnseen = !line.empty();
     views_.lastErrorChanged(site);
 }
 

@@ -26,6 +26,7 @@ void LogText::append(std::string_view message, std::string_view time, LogLine li
             const std::string_view text = message.substr(0, end);
             appendLine(text, time);
             lines_.push_back(line == LogLine::reply && isRefusal(text) ? LogLine::refusal : line);
+            unreadRefusals_ += lines_.back() == LogLine::refusal ? 1 : 0;
         }
         message.remove_prefix(std::min(end + lineEnd.size(), message.size()));
     }
@@ -37,6 +38,7 @@ void LogText::clear() {
     text_.clear();
     lines_.clear();
     characters_ = 0;
+    unreadRefusals_ = 0;
 }
 
 // The last lines of message: as many as fill the log.

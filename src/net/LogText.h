@@ -33,6 +33,9 @@ class LogText {
     const std::string& text() const { return text_; }
     // Of each line of text(): what stands between line ends, the cut one at the beginning included.
     const std::vector<LogLine>& lines() const { return lines_; }
+    // How many refusals came since the log was last read.
+    std::size_t unreadRefusals() const { return unreadRefusals_; }
+    void markRead() { unreadRefusals_ = 0; }
 
   private:
     std::string_view lastLines(std::string_view message) const;
@@ -44,6 +47,7 @@ class LogText {
     std::size_t characters_ = 0;
     std::string text_;
     std::vector<LogLine> lines_;
+    std::size_t unreadRefusals_ = 0;
 };
 
 } // namespace corvel

@@ -73,7 +73,13 @@ struct ChannelState {
     bool isHeldBack() const { return encryption != Encryption::none && encryption != Encryption::on; }
 
     std::vector<Answer> answers; // since they were last taken away
-    std::string lastErrorLine;   // last line of the last reply that refused something
+    // What the server, or the program itself, refused last, and when (UTF-8); empty once the person has done
+    // something else.
+    std::string lastErrorLine;
+    std::string lastErrorTime;
+    bool isErrorUnseen = false;      // it came since the site was in front
+    std::string loginRefusal;        // the last line of the reply that kept the person out
+    std::int64_t lastHeardClock = 0; // when bytes came last, in the clock's milliseconds
 };
 
 // Who is online. The replies to who write it; the list says which row is selected.

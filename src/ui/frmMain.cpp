@@ -163,6 +163,7 @@ Panel& frmMain::madePanel(Panel*& panel, QWidget& tab, MenuKind menu) {
     if (panel == nullptr) {
         panel = new Panel(program_);
         opensMenu(*panel, customMenus_, menu);
+        connect(panel, &AccountsPanel::resultsWanted, this, [this] { tabMain_->setCurrentWidget(results_); });
         QWidget* const page = newScrollPage(*panel);
         tab.layout()->addWidget(page);
         page->show(); // at once, not with the next turn of the loop
@@ -186,6 +187,7 @@ void frmMain::createArea() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(notice_);
+    layout->addWidget(newClosedBar());
     layout->addWidget(area_, 1);
     setCentralWidget(center);
 }
@@ -235,6 +237,7 @@ void frmMain::createPanels() {
         } else if (tabMain_->currentWidget() == groupsTab_) {
             madePanel(groups_, *groupsTab_, MenuKind::groupList);
         }
+        showUnread();
         tmrSocketStatus_Timer();
     });
 
@@ -272,7 +275,7 @@ void frmMain::showChange(const ViewChange& change) {
     case ViewPart::renamed:
         lvwSites_->setName(site, displayTextOf(program_.site(site).config.name));
         showSites();
-        showStatus();
+        showClosed();
         break;
     case ViewPart::removed:
         dropSite(site);
@@ -311,12 +314,13 @@ void frmMain::showChange(const ViewChange& change) {
         changedSockets_.insert(site);
         break;
     case ViewPart::lastError:
-        showStatus();
+        showLastError(site);
         break;
     case ViewPart::jobs:
         if (users_ != nullptr) {
             users_->jobsChanged(site);
         }
+        showJobs(site);
         break;
     }
 }
@@ -328,6 +332,7 @@ void frmMain::showLog(int site, LogKind log) {
         break;
     case LogKind::commandResults:
         results_->logChanged(site);
+        showUnread();
         break;
     case LogKind::browserReply:
         browser_->logChanged(site);
@@ -369,7 +374,10 @@ void frmMain::showCurrentSite() {
     }
     results_->showSite(site);
     settings_->showSite(site);
-    showStatus();
+    showClosed();
+    showLastError(site);
+    showJobs(site);
+    showUnread();
 }
 
 } // namespace corvel

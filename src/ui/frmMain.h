@@ -17,6 +17,7 @@
 #include "widgets/WindowPrompts.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -31,11 +32,12 @@ class QTimer;
 
 namespace corvel {
 
-class ElidedLabel;
 class FrontDoor;
 class NoticeBar;
 class SettingsPanel;
 class StartPage;
+class QueueDialog;
+class StatusLine;
 
 // The main window: the sites list, the bar beside it, the tabs, the menus and the status bar. It shows
 // mdlMain and hands it everything that happens.
@@ -103,10 +105,13 @@ class frmMain : public QMainWindow {
     void gatherWindowState();
     bool dragSplitter(const QEvent& event);
     void tmrSocketStatus_Timer();
-    void showStatus();
-    void showEncryption(const EncryptionStatus& encryption);
+    QWidget* newClosedBar();
+    void showClosed();
+    void showJobs(int site);
+    void showLastError(int site);
+    void openQueue();
+    void showUnread();
     void showActivity();
-    void showBatchProgress();
     void createTray();
     // In a bar on top: that the folder of the files is not this window's, or what was not saved in it.
     void showFolderNotice();
@@ -124,6 +129,7 @@ class frmMain : public QMainWindow {
 
     ImageLists images_;
     SitesList* lvwSites_ = nullptr;
+    NoticeBar* closed_ = nullptr;       // where the current site is not connected
     NoticeBar* notice_ = nullptr;       // with something that a person should know and nothing waits for
     NoticeBar* folderNotice_ = nullptr; // made when it has something to say
     std::unique_ptr<FrontDoor> door_;   // for other copies of the program on the same folder
@@ -149,16 +155,12 @@ class frmMain : public QMainWindow {
     GroupsPanel* groups_ = nullptr;
     StatsPanel* stats_ = nullptr;
     SettingsPanel* settings_ = nullptr;
-    ElidedLabel* statusConnection_ = nullptr;
-    ElidedLabel* statusEncryption_ = nullptr;
-    ElidedLabel* statusTransfers_ = nullptr;
-    ElidedLabel* statusError_ = nullptr;
-    ElidedLabel* statusBatch_ = nullptr;
+    StatusLine* status_ = nullptr;
+    QPointer<QueueDialog> queue_; // while it is open
     QTimer* tmrSocketStatus_ = nullptr;
 
     mdlTrayIcon tray_{this};
     std::optional<Status> shownStatus_;
-    EncryptionStatus shownEncryption_;
     SplitterLayout splitter_;
     bool areSitesKnown_ = false;   // they are loaded
     bool isBatchGivenUp_ = false;  // a person closes the window though a batch runs

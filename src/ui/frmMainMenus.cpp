@@ -120,6 +120,9 @@ void frmMain::createViewMenu() {
     onTop->setCheckable(true);
     connect(onTop, &QAction::toggled, &settings_->chkAlwaysOnTop(), &QCheckBox::setChecked);
     connect(&settings_->chkAlwaysOnTop(), &QCheckBox::toggled, onTop, &QAction::setChecked);
+    QAction* const queue = view->addAction(tr("&Queue..."));
+    queue->setObjectName(QStringLiteral("mnuViewQueue"));
+    connect(queue, &QAction::triggered, this, &frmMain::openQueue);
     QAction* const settings = view->addAction(tr("S&ettings..."));
     settings->setObjectName(QStringLiteral("mnuViewSettings"));
     connect(settings, &QAction::triggered, this, &frmMain::openSettings);

@@ -1,6 +1,8 @@
 #include "net/CommandChannel.h"
 #include "ui/desktop/Desktop.h"
 #include "ui/frmMain.h"
+#include "ui/QueueDialog.h"
+#include "ui/StatusLine.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
 #include "widgets/NoticeBar.h"
@@ -8,6 +10,7 @@
 
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QToolButton>
 
 #include <iostream>
 #include <utility>
@@ -17,30 +20,40 @@
 
 namespace corvel {
 
-namespace {
-
-ElidedLabel* newStatusLabel(const char* name) {
-    constexpr int gap = 6; // on either side
-    auto* const label = new ElidedLabel(name);
-    label->setContentsMargins(gap, 0, gap, 0);
-    return label;
+void frmMain::createStatusBar() {
+    status_ = new StatusLine(*statusBar(), program_, clock_);
+    connect(status_, &StatusLine::queueWanted, this, &frmMain::openQueue);
 }
 
-} // namespace
+// The tab of the results counts the current site's refusals that nobody has looked at.
+void frmMain::showUnread() {
+    const int site = program_.currentSite();
+    if (site > 0 && tabMain_->currentWidget() == results_) {
+        program_.markResultsRead(site);
+    }
+    const std::size_t unread = site > 0 ? program_.site(site).session.commandResultsLog.unreadRefusals() : 0;
+    const int tab = tabMain_->indexOf(results_);
+    const QString caption = tr("results");
+    const QString wanted = unread == 0 ? caption : tr("%1 (%2)").arg(caption).arg(unread);
+    if (tabMain_->tabText(tab) != wanted) {
+        tabMain_->setTabText(tab, wanted);
+        tabMain_->setTabToolTip(tab, unread == 0 ? QString() : tr("Refusals that were not looked at"));
+    }
+}
 
-void frmMain::createStatusBar() {
-    statusConnection_ = newStatusLabel("lblConnection");
-    statusEncryption_ = newStatusLabel("lblEncryption");
-    statusEncryption_->hide();
-    statusTransfers_ = newStatusLabel("lblTransfers");
-    statusError_ = newStatusLabel("lblLastError");
-    statusError_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // what the others leave
-    statusBatch_ = newStatusLabel("lblBatchProgress");
-    statusBar()->addWidget(statusConnection_);
-    statusBar()->addWidget(statusEncryption_);
-    statusBar()->addWidget(statusTransfers_);
-    statusBar()->addWidget(statusError_, 1);
-    statusBar()->addPermanentWidget(statusBatch_);
+void frmMain::showJobs(int site) {
+    if (queue_ != nullptr && site == program_.currentSite()) {
+        queue_->showJobs();
+    }
+}
+
+void frmMain::openQueue() {
+    if (queue_ == nullptr) {
+        queue_ = new QueueDialog(program_, this);
+    }
+    queue_->show();
+    queue_->raise();
+    queue_->activateWindow();
 }
 
 // Keeps what is seen in step with the sockets and the counters of the sessions.
@@ -53,10 +66,10 @@ void frmMain::tmrSocketStatus_Timer() {
             panel->connectionChanged(site);
         }
         if (site == program_.currentSite()) {
-            showStatus();
+            showClosed();
         }
     }
-    showBatchProgress();
+    status_->show();
     if (tabMain_->currentWidget() == activity_) {
         activity_->restoreColumnWidths();
     }
@@ -78,7 +91,7 @@ void frmMain::showActivity() {
         images_.image(trayImage(status)),
         displayTextOf(statusText(status, settings.trayicon_text_online, settings.trayicon_text_offline)));
     stats_->showStatus(status);
-    statusTransfers_->showText(fromCore(transfersText(status.activity)));
+    status_->showTransfers(status.activity);
     shownStatus_ = std::move(status);
 }
 
@@ -102,44 +115,28 @@ void frmMain::createTray() {
     }
 }
 
-// The current site's state, and the last thing that its server refused.
-void frmMain::showStatus() {
-    const int site = program_.currentSite();
-    QString connection;
-    QString error;
-    EncryptionStatus encryption;
-    if (site > 0) {
-        const SiteConfig& config = program_.site(site).config;
-        const SiteSession& session = program_.site(site).session;
-        connection = displayTextOf(config.name) + QStringLiteral(": ") +
-                     fromCore(SocketStateText(*program_.site(site).wSock));
-        error = displayTextOf(session.lastErrorLine);
-        encryption = encryptionStatus(program_.site(site));
-    }
-    statusConnection_->showText(connection);
-    showEncryption(encryption);
-    statusError_->showText(error);
-    showBatchProgress();
+QWidget* frmMain::newClosedBar() {
+    closed_ = new NoticeBar("barClosed", "lblClosed");
+    connect(closed_->addButton("cmdClosedConnect", tr("Connect")), &QToolButton::clicked, this,
+            [this] { program_.connectSite(program_.currentSite()); });
+    return closed_;
 }
 
-void frmMain::showEncryption(const EncryptionStatus& encryption) {
-    if (encryption == shownEncryption_) {
-        return;
+// Says in place of a connection that there is none.
+void frmMain::showClosed() {
+    const int site = program_.currentSite();
+    const bool isClosed = site > 0 && program_.site(site).wSock->state() == SocketState::closed;
+    if (isClosed) {
+        closed_->tell(tr("%1 is not connected.").arg(displayTextOf(program_.site(site).config.name)));
+    } else {
+        closed_->hide();
     }
-    const bool isEncrypted = encryption.lock == EncryptionStatus::Lock::closed;
-    const std::string_view image = lockImage(encryption.lock);
-    statusEncryption_->setIcon(image.empty() ? QIcon() : icon(image));
-    const QString text = fromCore(encryption.text);
-    statusEncryption_->showText(text);
-    statusEncryption_->setAccessibleName(isEncrypted ? tr("Encrypted: %1").arg(text) : text);
-    statusEncryption_->setVisible(!text.isEmpty());
-    shownEncryption_ = encryption;
 }
 
-void frmMain::showBatchProgress() {
-    const int site = program_.currentSite();
-    const std::string progress = site > 0 ? program_.admin().batchProgress(site) : std::string();
-    statusBatch_->showText(progress.empty() ? QString() : tr("batch: %1").arg(fromCore(progress)));
+// What the status bar and the sites list say of a refusal, which a site keeps until it is in front.
+void frmMain::showLastError(int site) {
+    status_->show();
+    lvwSites_->setMarked(site, site != program_.currentSite() && program_.site(site).session.isErrorUnseen);
 }
 
 // On the error stream all of them; in the window as many as can be read there.

@@ -93,6 +93,8 @@ std::vector<IconPicture> pictures() {
         {"eye",
          {{slate, "M 1.5 8 C 4.5 2.5 11.5 2.5 14.5 8 C 11.5 13.5 4.5 13.5 1.5 8 Z"},
           {slate, "E 8 8 2", 110}}},
+        {"warning",
+         {{amber, "M 8 2 L 14.5 13.5 L 1.5 13.5 Z", 110}, {red, "M 8 6 L 8 9.5 M 8 11.6 L 8 11.7", 0, 1.6}}},
         {"lock-closed",
          {{green, "M 5 7.5 L 5 5 C 5 1 11 1 11 5 L 11 7.5", 0, 1.4},
           {green, "R 2.5 7.5 11 7 1.5", 110},

@@ -1,8 +1,9 @@
 #include "widgets/NoticeBar.h"
 
+#include "widgets/Icons.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QStyle>
 #include <QToolButton>
 
 namespace corvel {
@@ -32,8 +33,7 @@ QToolButton* NoticeBar::addButton(const char* name, const QString& caption) {
 
 void NoticeBar::tell(const QString& text) {
     if (sign_->pixmap(Qt::ReturnByValue).isNull()) {
-        // Looked for in the desktop's themes, which takes a tenth of a start that has nothing to say.
-        sign_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(fontMetrics().height()));
+        sign_->setPixmap(icon("warning").pixmap(fontMetrics().height()));
     }
     text_->setText(text);
     show();

@@ -127,6 +127,7 @@ TEST(LogText, KnowsWhatItsLinesAre) {
     log.append("250-550 files\r\n550 no\r\n421-bye\r\n4 x\r\n550", "t");
     using enum LogLine;
     EXPECT_EQ(log.lines(), (std::vector{reply, refusal, refusal, reply, reply})) << log.text();
+    EXPECT_EQ(log.unreadRefusals(), 2U);
     log.append("550 said the program", "t", event);
     EXPECT_EQ(log.lines().back(), event);
     log.clear();

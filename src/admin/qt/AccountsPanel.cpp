@@ -50,8 +50,9 @@ QPushButton* newSiteButton(mdlMain& program, const char* name, const QString& ca
     return button;
 }
 
-EditorBoxes::EditorBoxes(std::size_t count, const char* problemName, Typed typed)
-    : typed_(std::move(typed)), problem_(new ElidedLabel(problemName)) {
+EditorBoxes::EditorBoxes(std::size_t count, const char* problemName, const char* outcomeName, Typed typed)
+    : typed_(std::move(typed)), problem_(new ElidedLabel(problemName)),
+      outcome_(new LinkLabel(outcomeName, say("Shows the answers in the results"))) {
     for (std::size_t number = 0; number < count; ++number) {
         auto* const box = new BytesEdit;
         QObject::connect(box, &QLineEdit::textEdited, box, [this, number, box](const QString& text) {

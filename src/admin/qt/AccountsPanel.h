@@ -2,6 +2,7 @@
 
 #include "app/mdlMain.h"
 #include "widgets/Forms.h"
+#include "widgets/LinkLabel.h"
 #include "widgets/ReportView.h"
 #include "widgets/SitePages.h"
 #include "widgets/TextConversion.h"
@@ -93,12 +94,14 @@ class EditorBoxes {
     // A person has typed text (UTF-8) into a box, or what the server has there: nothing.
     using Typed = std::function<void(std::size_t box, std::optional<std::string> text)>;
 
-    // count: how many boxes there will be. problemName: of the line.
-    EditorBoxes(std::size_t count, const char* problemName, Typed typed);
+    // count: how many boxes there will be. problemName, outcomeName: of the lines.
+    EditorBoxes(std::size_t count, const char* problemName, const char* outcomeName, Typed typed);
 
     // The box of that number, to be put into a layout once. The line, the same.
     BytesEdit* box(std::size_t number) const { return boxes_[number]; }
     ElidedLabel* problem() const { return problem_; }
+    // What became of the last change; a click on it wants the results. The same.
+    LinkLabel* outcome() const { return outcome_; }
 
   protected:
     void showBox(std::size_t number, const std::string& bytes, const Draft* draft);
@@ -110,6 +113,7 @@ class EditorBoxes {
     Typed typed_;
     std::vector<BytesEdit*> boxes_;
     ElidedLabel* problem_;
+    LinkLabel* outcome_;
 };
 
 // What an editor of a table's records consists of, but for the places of its controls.
@@ -119,8 +123,9 @@ class RecordEditor : public EditorBoxes {
     using Form = typename Kind::Form;
 
     // Both are borrowed and must outlive the editor.
-    RecordEditor(mdlMain& program, AccountTable<Kind>& table, const char* problemName)
-        : EditorBoxes(Form::boxCount, problemName,
+    RecordEditor(mdlMain& program, AccountTable<Kind>& table, const char* problemName,
+                 const char* outcomeName)
+        : EditorBoxes(Form::boxCount, problemName, outcomeName,
                       [&program, &table](std::size_t box, std::optional<std::string> text) {
                           table.typed(program.currentSite(), box, std::move(text));
                       }),
@@ -150,6 +155,7 @@ class RecordEditor : public EditorBoxes {
         }
         id_ = editor.id;
         showProblem(editor.details, editor.problem);
+        outcome()->showText(fromCore(editor.outcome));
         for (QPushButton* const button : forDetails_) {
             button->setEnabled(editor.details == Details::known);
         }
@@ -185,6 +191,8 @@ class AccountsPanel : public QWidget {
   signals:
     // The current site's list wants its pop-up menu, at a place on screen.
     void menuRequested(const QPoint& globalPosition);
+    // A person wants to see what the server answered.
+    void resultsWanted();
 
   protected:
     // program: borrowed, must outlive the panel. side: stands beside the list. buttons: below it.

@@ -12,7 +12,8 @@
 namespace corvel {
 
 GroupsPanel::GroupsPanel(mdlMain& program, QWidget* parent)
-    : AccountsPanel(program, parent), editor_(program, program.admin().groups(), "lblGroupDetails") {
+    : AccountsPanel(program, parent),
+      editor_(program, program.admin().groups(), "lblGroupDetails", "lblGroupOutcome") {
     AccountTable<GroupKind>& groups = program.admin().groups();
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(newSiteButton(program, "cmdGroupsReloadTable", tr("reload"),
@@ -50,6 +51,8 @@ QWidget* GroupsPanel::createEditor() {
                                          [&groups](int site) { groups.reloadDetails(site); }));
     buttons->addWidget(editor_.problem(), 1);
     layout->addLayout(buttons);
+    layout->addWidget(editor_.outcome());
+    connect(editor_.outcome(), &LinkLabel::clicked, this, &AccountsPanel::resultsWanted);
     return editor;
 }
 

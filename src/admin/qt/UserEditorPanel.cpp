@@ -38,7 +38,8 @@ QVBoxLayout* column(const QString& heading, QWidget& list, const char* name) {
 } // namespace
 
 UserEditorPanel::UserEditorPanel(mdlMain& program, QWidget* parent)
-    : QScrollArea(parent), program_(program), editor_(program, program.admin().users(), "lblUserDetails") {
+    : QScrollArea(parent), program_(program),
+      editor_(program, program.admin().users(), "lblUserDetails", "lblUserOutcome") {
     setFocusPolicy(Qt::NoFocus); // there is nothing to be seen of it
     setObjectName(QStringLiteral("picUserContainer"));
     setFrameShape(QFrame::NoFrame);
@@ -64,6 +65,7 @@ UserEditorPanel::UserEditorPanel(mdlMain& program, QWidget* parent)
     layout->addLayout(texts);
     layout->addLayout(lists, 1);
     layout->addLayout(createButtons());
+    layout->addWidget(editor_.outcome());
     setWidget(picUserCtls);
     // The ground of the tab shows through, as it does under every other page.
     viewport()->setAutoFillBackground(false);

@@ -17,6 +17,7 @@ namespace corvel {
 
 UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : AccountsPanel(program, parent) {
     editor_ = new UserEditorPanel(program);
+    connect(editor_->outcome(), &LinkLabel::clicked, this, &AccountsPanel::resultsWanted);
     createBatch();
     sides_ = new QStackedWidget;
     sides_->addWidget(editor_);

@@ -31,6 +31,7 @@ class UserEditorPanel : public QScrollArea {
 
     // Shows the current user of the site; 0: there is no site. The box for a mask belongs to the person and
     // stays.
+    LinkLabel* outcome() const { return editor_.outcome(); }
     void showSite(int site);
 
     QSize minimumSizeHint() const override;

@@ -21,6 +21,7 @@ constexpr int stateColumn = 1;
 constexpr int encryptionRole = Qt::UserRole; // of the state: the line of its tip, and the same as markup
 constexpr int markupRole = encryptionRole + 1;
 constexpr int siteRole = markupRole + 1; // of the name: the site's index
+constexpr int markRole = siteRole + 1;   // of the name: whether it is marked
 constexpr int margin = 6;
 constexpr int smallIconSize = 16;
 constexpr int largeIconSize = 32;
@@ -75,6 +76,15 @@ class SiteDelegate : public QStyledItemDelegate {
                          option.fontMetrics.elidedText(text, Qt::ElideRight, place.width()));
     }
 
+    // At the right edge of a line; gives what the line has left.
+    static QRect drawMark(QPainter& painter, const QModelIndex& index, const QRect& line) {
+        if (!index.data(markRole).toBool()) {
+            return line;
+        }
+        icon("warning").paint(&painter, line, Qt::AlignRight | Qt::AlignVCenter);
+        return line.adjusted(0, 0, -(smallIconSize + margin), 0);
+    }
+
     void paintRow(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
                   const QRect& area) const {
         const int lineHeight = option.fontMetrics.height();
@@ -83,7 +93,7 @@ class SiteDelegate : public QStyledItemDelegate {
                          area.width() - smallIconSize - margin, lineHeight);
         QColor color = textColor(option);
         painter.setPen(color);
-        drawLine(painter, option, name, Qt::AlignLeft, index.data().toString());
+        drawLine(painter, option, drawMark(painter, index, name), Qt::AlignLeft, index.data().toString());
         color.setAlphaF(0.7F);
         painter.setPen(color);
         drawLine(painter, option, name.translated(0, lineHeight), Qt::AlignLeft,
@@ -94,6 +104,7 @@ class SiteDelegate : public QStyledItemDelegate {
                    const QRect& area) const {
         drawIcon(painter, option, index, {area.left(), area.top(), area.width(), largeIconSize});
         const int lineHeight = option.fontMetrics.height();
+        drawMark(painter, index, {area.left(), area.top(), area.width(), lineHeight});
         painter.setPen(textColor(option));
         drawLine(painter, option, {area.left(), area.bottom() + 1 - lineHeight, area.width(), lineHeight},
                  Qt::AlignHCenter, index.data().toString());
@@ -177,10 +188,19 @@ void SitesList::setState(int site, const QString& text, bool connected, const En
     }
 }
 
+void SitesList::setMarked(int site, bool isMarked) {
+    const int row = rowOf(site);
+    if (row >= 0 && sites_.item(row, nameColumn)->data(markRole).toBool() != isMarked) {
+        sites_.item(row, nameColumn)->setData(isMarked, markRole);
+        describe(row);
+    }
+}
+
 void SitesList::describe(int row) {
     QStandardItem& name = *sites_.item(row, nameColumn);
     const QStandardItem& state = *sites_.item(row, stateColumn);
-    const QString whole = name.text() + QStringLiteral(": ") + state.text();
+    const QString mark = name.data(markRole).toBool() ? tr(", an error that was not looked at") : QString();
+    const QString whole = name.text() + QStringLiteral(": ") + state.text() + mark;
     const QString encryption = state.data(encryptionRole).toString();
     name.setToolTip(encryption.isEmpty()
                         ? toolTipOf(whole)

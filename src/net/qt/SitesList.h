@@ -25,6 +25,8 @@ class SitesList : public QListView {
     void setName(int site, const QString& name);
     // Writes only what differs from what is shown. encryption: for the tool tip.
     void setState(int site, const QString& text, bool connected, const EncryptionStatus& encryption);
+    // Marks the row: there was an error that nobody has seen.
+    void setMarked(int site, bool isMarked);
     // Makes the site's row the current one; 0: none.
     void select(int site) { setCurrentIndex(sites_.index(rowOf(site), 0)); }
     // The site of a row; 0 for none.

@@ -1,0 +1,65 @@
+#include "net/StatusTexts.h"
+
+#include "admin/ShownCommand.h"
+#include "common/TextEncoding.h"
+
+#include <algorithm>
+
+namespace corvel {
+
+namespace {
+
+// Whether a connection stands whose server has let nobody in.
+bool isKeptOut(const Site& site) {
+    return site.wSock->state() == SocketState::connected && !site.session.bLoggedIn &&
+           !site.session.loginRefusal.empty();
+}
+
+std::string silenceText(const Site& site, std::int64_t now, const Settings& settings) {
+    constexpr std::int64_t shortest = 2000;
+    const SiteSession& session = site.session;
+    const bool isGreetingDue = site.wSock->state() == SocketState::connected && !session.isGreeted &&
+                               session.encryption != Encryption::handshake;
+    const std::int64_t silence =
+        now -
+        (isGreetingDue ? session.lastHeardClock : std::max(session.lastHeardClock, session.currentSentClock));
+    if ((!session.bAwaitingReply && !isGreetingDue) || silence < shortest) {
+        return {};
+    }
+    const std::string what = isGreetingDue && !session.bAwaitingReply
+                                 ? "the greeting"
+                                 : shownName(shownCommand(session.current.sCommand, settings));
+    return "waiting " + durationText(silence) + " for " + what;
+}
+
+} // namespace
+
+std::string loginText(const Site& site) {
+    return site.session.bLoggedIn ? "logged in as " + shownName(site.config.user)
+           : isKeptOut(site)      ? "not logged in: " + shownName(site.session.loginRefusal)
+                                  : std::string();
+}
+
+std::string lastErrorText(const Site& site) {
+    const SiteSession& session = site.session;
+    const bool isSaid = isKeptOut(site) && session.lastErrorLine == session.loginRefusal;
+    return session.lastErrorLine.empty() || isSaid
+               ? std::string()
+               : session.lastErrorTime + " " + shownName(session.lastErrorLine);
+}
+
+std::string waitingText(const Site& site, std::int64_t now, std::size_t waitingJobs,
+                        const Settings& settings) {
+    const std::string silence = silenceText(site, now, settings);
+    const std::string jobs = waitingJobs == 0 ? "" : std::to_string(waitingJobs) + " waiting";
+    return silence + (silence.empty() || jobs.empty() ? "" : ", ") + jobs;
+}
+
+std::string durationText(std::int64_t milliseconds) {
+    const std::int64_t seconds = milliseconds / 1000;
+    return seconds < 2    ? std::to_string(seconds) + "." + std::to_string(milliseconds % 1000 / 100) + " s"
+           : seconds < 60 ? std::to_string(seconds) + " s"
+                          : std::to_string(seconds / 60) + " min " + std::to_string(seconds % 60) + " s";
+}
+
+} // namespace corvel
