@@ -1,6 +1,7 @@
 #include "ui/QueueDialog.h"
 
 #include "app/mdlMain.h"
+#include "net/StatusTexts.h"
 #include "widgets/ReportView.h"
 #include "widgets/TextConversion.h"
 
@@ -58,10 +59,12 @@ void QueueDialog::showJobs() {
     if (isOther || before.count() != rows_.count()) {
         ReportSource source;
         source.rows = rows_.count();
-        source.columns = {{.header = tr("job and commands")},
-                          {.header = tr("answer")},
-                          {.header = tr("sent at")},
-                          {.header = tr("took"), .alignment = Qt::AlignRight}};
+        const QString wide(40, QLatin1Char('x'));
+        source.columns = {
+            {.header = tr("job and commands"), .room = {wide}},
+            {.header = tr("answer"), .room = {wide}},
+            {.header = tr("sent at"), .room = {QStringLiteral("00:00:00 PM")}},
+            {.header = tr("took"), .alignment = Qt::AlignRight, .room = {fromCore(durationText(3599000))}}};
         source.text = [this](int at, int column) {
             return cellTextOf(rows_.text(at, static_cast<QueueColumn>(column), program_.settings()));
         };

@@ -127,13 +127,14 @@ void LogBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void LogBox::mousePressEvent(QMouseEvent* event) {
-    isMouseDown_ = true;
+    // Of the right button a menu may take the release.
+    isMouseDown_ = (event->buttons() & Qt::LeftButton) != 0;
     QPlainTextEdit::mousePressEvent(event);
 }
 
 void LogBox::mouseReleaseEvent(QMouseEvent* event) {
     QPlainTextEdit::mouseReleaseEvent(event);
-    isMouseDown_ = event->buttons() != Qt::NoButton;
+    isMouseDown_ = (event->buttons() & Qt::LeftButton) != 0;
     scheduleUpdate();
 }
 

@@ -53,6 +53,9 @@ QPushButton* newSiteButton(mdlMain& program, const char* name, const QString& ca
 EditorBoxes::EditorBoxes(std::size_t count, const char* problemName, const char* outcomeName, Typed typed)
     : typed_(std::move(typed)), problem_(new ElidedLabel(problemName)),
       outcome_(new LinkLabel(outcomeName, say("Shows the answers in the results"))) {
+    QSizePolicy place = outcome_->sizePolicy();
+    place.setRetainSizeWhenHidden(true); // so that nothing moves when there is something to say
+    outcome_->setSizePolicy(place);
     for (std::size_t number = 0; number < count; ++number) {
         auto* const box = new BytesEdit;
         QObject::connect(box, &QLineEdit::textEdited, box, [this, number, box](const QString& text) {

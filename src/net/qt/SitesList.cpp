@@ -81,7 +81,8 @@ class SiteDelegate : public QStyledItemDelegate {
         if (!index.data(markRole).toBool()) {
             return line;
         }
-        icon("warning").paint(&painter, line, Qt::AlignRight | Qt::AlignVCenter);
+        icon("warning").paint(&painter, line.right() + 1 - smallIconSize, line.top(), smallIconSize,
+                              line.height());
         return line.adjusted(0, 0, -(smallIconSize + margin), 0);
     }
 
