@@ -37,7 +37,7 @@ QueueDialog::QueueDialog(mdlMain& program, QWidget* parent)
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(list_, 1);
     layout->addWidget(buttons);
-    resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 24);
+    resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 24);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
     connect(cmdQueueCancelJob_, &QPushButton::clicked, this, &QueueDialog::cancelJob);
     connect(cmdQueueCancel_, &QPushButton::clicked, this,
@@ -59,7 +59,7 @@ void QueueDialog::showJobs() {
     if (isOther || before.count() != rows_.count()) {
         ReportSource source;
         source.rows = rows_.count();
-        const QString wide(40, QLatin1Char('x'));
+        const QString wide(32, QLatin1Char('x'));
         source.columns = {
             {.header = tr("job and commands"), .room = {wide}},
             {.header = tr("answer"), .room = {wide}},

@@ -1,5 +1,6 @@
 #include "widgets/LinkLabel.h"
 
+#include "widgets/Colours.h"
 #include "widgets/TextConversion.h"
 
 #include <QKeyEvent>
@@ -21,6 +22,10 @@ LinkLabel::LinkLabel(const char* name, const QString& tip) : ElidedLabel(name), 
 void LinkLabel::showText(const QString& shown) {
     if (text() != shown) {
         ElidedLabel::showText(shown);
+        QPalette colours = palette();
+        colours.setColor(QPalette::Link,
+                         readableOn(colours.color(QPalette::Window), colours.color(QPalette::Link)));
+        setPalette(colours);
         setToolTip(toolTipOf(shown + QLatin1Char('\n') + tip_));
         setVisible(!shown.isEmpty());
     }

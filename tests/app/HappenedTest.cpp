@@ -124,9 +124,9 @@ TEST(Outcome, OfASaveStaysWithItsRecord) {
 TEST(QueueRows, AreWhatRunsWhatWaitsAndWhatIsOver) {
     Editing program("mask_passwords = 1\n");
     program.main.outbox().start(
-        1, {.commands = {{.sCommand = "RNFR a"}, {.sCommand = "RNTO b"}}, .title = "rename a"});
+        1, {.commands = {{.sCommand = "RNFR a"}, {.sCommand = "SITE pswd x"}}, .title = "rename a"});
     program.clock.now = 1500;
-    program.answer({expect("RNFR a"), send("350 go on\r\n"), expect("RNTO b")}, "half of it");
+    program.answer({expect("RNFR a"), send("350 go on\r\n"), expect("SITE pswd x")}, "half of it");
     program.main.sendConsoleCommand(1, "SITE passwd secret");
     const QueueRows rows(program.main.outbox().jobs(1), program.main.outbox().journal(1));
     Texts shown;
@@ -138,9 +138,9 @@ TEST(QueueRows, AreWhatRunsWhatWaitsAndWhatIsOver) {
         }
         shown.push_back(line);
     }
-    EXPECT_EQ(shown,
-              Texts({"rename a, 2 commands|runs, 1 of 2|12:34:56||", "    RNFR a|350 go on|12:34:56|1.5 s|",
-                     "    RNTO b||||", "SITE passwd *****|waits|||", "read bob|200 end|12:34:56|0.0 s|"}));
+    EXPECT_EQ(shown, Texts({"rename a, 2 commands|runs, 1 of 2|12:34:56||",
+                            "    RNFR a|350 go on|12:34:56|1.5 s|", "    SITE pswd *****||||",
+                            "SITE passwd *****|waits|||", "read bob|200 end|12:34:56|0.0 s|"}));
     EXPECT_EQ(rows.rowOf(rows.at(2).job->id), 0);
     EXPECT_EQ(rows.at(2).command, 1U);
     EXPECT_EQ(rows.at(rows.count()).job, nullptr);
