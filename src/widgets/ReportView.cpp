@@ -97,6 +97,7 @@ void ReportView::setSource(ReportSource source, CurrentRow currentRow) {
         // A reset takes the current row away without a word.
         emit currentRowChanged(-1);
     }
+    expectFilter(isFilterExpected_);
     emit rowCountsChanged();
 }
 

@@ -103,7 +103,7 @@ void fitName(ReportView& list) {
 BrowserPanel::BrowserPanel(mdlMain& program, QWidget* parent) : QWidget(parent), program_(program) {
     pages_ = new SitePages<Page>([this](int site) { return createPage(site); });
     auto* const filter = new FilterBox("txtBrowserFilter", "lblBrowserCount");
-    filter->setCaptionWidth(QLabel(tr("&Directory:")).sizeHint().width());
+    filter->setCaptionWidth(fontMetrics().size(Qt::TextShowMnemonic, tr("&Directory:")).width());
     connect(pages_, &QStackedWidget::currentChanged, filter,
             [this, filter] { filter->setList(pages_->currentWidget()->findChild<ReportView*>()); });
     addNotes(*filter->layout());
