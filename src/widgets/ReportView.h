@@ -55,8 +55,8 @@ class ReportView : public QTreeView {
     // How many rows there are, and how many of them are shown; the pinned ones do not count.
     int rowsInAll() const { return source().rows - source().pinned; }
     int rowsShown() const { return model_->rowCount() - source().pinned; }
-    // Gives the list the focus; where no row is the current one, the first goes there as if a key had gone to
-    // it.
+    // Gives the list the focus. Where no row is the current one, or with a filter none that matches, the
+    // first becomes it, as if a key had gone there.
     void enterByKey();
 
     // The selected rows for a clipboard: a line for the headers and one for each row, tabs between what

@@ -100,7 +100,8 @@ void ReportView::showMatching(int rows, bool isNarrower) {
 }
 
 void ReportView::enterByKey() {
-    if (currentRow() < 0 && rowsShown() > 0) {
+    const bool isOnMatch = currentRow() >= (words_.empty() ? 0 : source().pinned);
+    if (!isOnMatch && rowsShown() > 0) {
         const int row = model_->sourceRowOf(source().pinned);
         setCurrentRow(row);
         emit rowPicked(row);

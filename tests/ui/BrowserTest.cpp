@@ -141,6 +141,9 @@ TEST_F(BrowserDialogs, FilterGoUpAndUseTheMenu) {
     const auto count = [&] { return driver_->find<QLabel>("lblBrowserCount").text(); };
     EXPECT_EQ(count(), u"1 of %1"_s.arg(all));
     EXPECT_EQ(driver_->rowOf(u".."_s), 0) << "that one stays";
+    list.setCurrentRow(0);
+    driver_->press("txtBrowserFilter", Qt::Key_Down);
+    EXPECT_EQ(list.currentIndex().row(), driver_->rowOf(u"empty"_s)) << "and is not what was looked for";
     list.selectAll();
     EXPECT_EQ(list.selectedRows().size(), 2U);
     emit list.headerClicked(0);
