@@ -108,8 +108,8 @@ BrowserPanel::BrowserPanel(mdlMain& program, QWidget* parent) : QWidget(parent),
             [this, filter] { filter->setList(pages_->currentWidget()->findChild<ReportView*>()); });
     addNotes(*filter->layout());
     auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(filter);
     layout->addWidget(pages_, 1);
-    layout->insertWidget(0, filter);
     layout->addWidget(createButtons());
     auto* const up = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Up), this); // while the tab is in front
     connect(up, &QShortcut::activated, this, [this] { act(BrowserAct::up); });
@@ -154,6 +154,8 @@ void BrowserPanel::showEvent(QShowEvent* event) {
     if (tools_ == nullptr) {
         tools_ = new LogTools(*pages_, tr("Find in replies:"));
         static_cast<QVBoxLayout*>(layout())->insertWidget(layout()->indexOf(pages_) + 1, tools_);
+        const Page* const page = pages_->find(program_.currentSite());
+        setTabOrderBehind(page == nullptr ? static_cast<QWidget&>(*pages_) : *page->replies, *tools_);
     }
     QWidget::showEvent(event);
     showActions();

@@ -162,6 +162,7 @@ void BrowserPanel::showPadding(bool isWanted) {
         connect(padding_->addButton("cmdPaddingNo", tr("No")), &QToolButton::clicked, this,
                 [this] { program_.browser().refusePadding(program_.currentSite()); });
         static_cast<QVBoxLayout*>(layout())->insertWidget(0, padding_);
+        setTabOrderBehind(*this, *padding_);
     }
     if (padding_ != nullptr && isWanted != padding_->isVisibleTo(this)) {
         isWanted ? padding_->tell(tr("This server pads its listings. Read it so?")) : padding_->hide();
