@@ -89,6 +89,9 @@ int QueueRows::rowOf(std::uint64_t job) const {
 
 std::string QueueRows::text(int row, QueueColumn column, const Settings& settings) const {
     const Place place = at(row);
+    if (place.job == nullptr) {
+        return {};
+    }
     const JobRecord& job = *place.job;
     if (place.command) {
         return commandText(job, job.commands[*place.command], column, settings);
