@@ -3,6 +3,7 @@
 #include "net/qt/wSock.h"
 #include "ui/desktop/FrontDoor.h"
 #include "ui/SettingsPanel.h"
+#include "widgets/Colours.h"
 #include "widgets/Forms.h"
 #include "widgets/Icons.h"
 #include "widgets/NoticeBar.h"
@@ -89,6 +90,7 @@ frmMain::frmMain(StateStore& store, const std::string& directory)
                 .makeSocket = [this](int site) { return makeSocket(site); }},
                directory),
       customMenus_(program_, this) {
+    keepHintsReadable();
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Corvel"));
     setWindowIcon(icon("corvel"));

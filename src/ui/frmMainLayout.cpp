@@ -1,6 +1,7 @@
 #include "app/WindowPlacement.h"
 #include "ui/frmMain.h"
 #include "ui/SettingsPanel.h"
+#include "widgets/Colours.h"
 #include "widgets/StoreValues.h"
 
 #include <QAction>
@@ -52,6 +53,13 @@ void frmMain::layoutWindow() {
     imgSplit_->setGeometry(pixelsFromUnits(shown.listWidth - 1), 0, pixelsFromUnits(barWidth), area.height());
     const int tabLeft = withList ? pixelsFromUnits(shown.listWidth + barWidth) : 0;
     tabMain_->setGeometry(tabLeft, 0, area.width() - tabLeft, area.height());
+}
+
+void frmMain::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) {
+        keepHintsReadable();
+    }
+    QMainWindow::changeEvent(event);
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

@@ -1,5 +1,8 @@
 #include "widgets/Colours.h"
 
+#include <QApplication>
+#include <QPalette>
+
 #include <algorithm>
 #include <cmath>
 
@@ -33,6 +36,21 @@ QColor readableOn(const QColor& ground, QColor wanted) {
                        std::clamp(lightness, 0.0F, 1.0F));
     }
     return wanted;
+}
+
+void keepHintsReadable() {
+    const QPalette now = QApplication::palette();
+    const QColor ground = now.color(QPalette::Base);
+    const QColor text = now.color(QPalette::Text);
+    const auto between = [](int one, int other) { return (one + other) / 2; };
+    const QColor hint =
+        readableOn(ground, {between(ground.red(), text.red()), between(ground.green(), text.green()),
+                            between(ground.blue(), text.blue())});
+    if (now.color(QPalette::PlaceholderText) != hint) {
+        QPalette palette; // of all other colours, those of the desktop stay in force
+        palette.setColor(QPalette::PlaceholderText, hint);
+        QApplication::setPalette(palette);
+    }
 }
 
 } // namespace corvel

@@ -10,4 +10,8 @@ double contrast(const QColor& one, const QColor& other);
 // wanted, as far lighter or darker as it takes for a text on ground to have a contrast of at least 4.5.
 QColor readableOn(const QColor& ground, QColor wanted);
 
+// Gives the hints in empty boxes and lists, which are half see-through by default, a colour of the
+// application's palette that can be read on it. To be called again when the palette has become another one.
+void keepHintsReadable();
+
 } // namespace corvel
