@@ -16,7 +16,7 @@ std::vector<SiteConfig> SitesKeeper::load() {
     if (hold_ == FolderHold::ours) {
         finishReplacement(path_);
     }
-    read_ = readFile(path_);
+    read_ = readSitesFile(path_);
     if (const std::string problem = sitesProblem(read_); !problem.empty()) {
         problems_.push_back("sites.ini gives no sites: " + problem + ". It stays as it is.");
     }
@@ -29,7 +29,7 @@ std::vector<SiteConfig> SitesKeeper::load() {
 }
 
 void SitesKeeper::lookForUnsaved() {
-    const FileContent unsaved = readFile(unsavedPath_);
+    const FileContent unsaved = readSitesFile(unsavedPath_);
     if (const std::string problem = sitesProblem(unsaved); !problem.empty()) {
         problems_.push_back("sites.ini.unsaved gives no sites: " + problem + ".");
         left_ = unsaved.bytes;
@@ -82,7 +82,7 @@ void SitesKeeper::dropUnsaved() {
 
 bool SitesKeeper::save(const std::vector<SiteConfig>& sites) {
     const std::string text = sitesText(sites, platformLineEnd);
-    const FileContent now = readFile(path_);
+    const FileContent now = readSitesFile(path_);
     switch (saveStep(read_, now, textRead_, text, lock_.take() != FolderHold::anotherCopys)) {
     case SaveStep::none:
         dropUnsaved();

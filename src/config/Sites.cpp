@@ -106,6 +106,22 @@ bool isPort(const std::string& text) {
 
 } // namespace
 
+FileContent readSitesFile(std::string_view path) {
+    constexpr std::size_t longest = 65536; // bytes
+    FileContent content = readFile(path);
+    std::size_t number = 1;
+    for (std::string_view rest = content.bytes; !rest.empty(); ++number) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        if (end > longest) {
+            return {.state = FileContent::State::unknown,
+                    .reason = "line " + std::to_string(number) + " is longer than " +
+                              std::to_string(longest) + " bytes"};
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return content;
+}
+
 std::vector<SiteConfig> parseSites(const std::vector<std::string>& lines) {
     std::vector<SiteConfig> sites(1); // the first one takes the keys in front of every name
     for (const std::string& line : lines) {

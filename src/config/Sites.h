@@ -65,6 +65,9 @@ SiteConfig addedSite(const SiteForm& form);
 // The form that adds another site like site.
 SiteForm duplicateForm(const SiteConfig& site);
 
+// Reads a sites.ini. One with a line longer than any that Corvel writes counts as unknown.
+FileContent readSitesFile(std::string_view path);
+
 // The records on the lines of a sites.ini, in their bytes. Every "name" line starts one; keys in front of the
 // first belong to none. Lines and values that cannot be read are passed over and leave the default.
 std::vector<SiteConfig> parseSites(const std::vector<std::string>& lines);

@@ -44,11 +44,12 @@ TEST(SitesKeeper, SaysWhatStandsInItsWay) {
     const std::vector<std::tuple<std::string, std::string, std::string>> rows = {
         // the file, told, asked
         {"<html>", "no site is in it", "no site is in it"},
+        {"name = a\nname = " + std::string(70000, 'b'), "line 2 is longer", "line 2 is longer"},
         {"name = a\n", "", "another Corvel"},
     };
     for (const auto& [file, told, asked] : rows) {
         Keeping at;
-        at.lock.hold = file == "<html>" ? FolderHold::ours : FolderHold::anotherCopys;
+        at.lock.hold = told.empty() ? FolderHold::anotherCopys : FolderHold::ours;
         at.directory.write("sites.ini", file);
         const std::vector<SiteConfig> sites = at.keeper.load();
         EXPECT_EQ(at.keeper.problems().size(), told.empty() ? 0U : 1U);
