@@ -10,8 +10,11 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cstdlib>
 #include <memory>
 #include <string_view>
+#include <thread>
 
 namespace {
 
@@ -36,21 +39,8 @@ void fitSelectionColors() {
     }
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("Corvel"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
-    const corvel::StartOptions options = corvel::readStartOptions(
-        QCoreApplication::arguments(),
-        corvel::configurationFolder(QCoreApplication::applicationDirPath(), corvel::userFolder()));
-    if (!options.message.isEmpty()) {
-        corvel::tellAtStart(options.message, options.isWrong ? corvel::StartMessageKind::error
-                                                             : corvel::StartMessageKind::answer);
-        return options.isWrong ? 1 : 0;
-    }
-
+// The window's whole life: gives the program's exit code.
+int run(const corvel::StartOptions& options) {
     std::unique_ptr<corvel::DemoHome> demo;
     std::unique_ptr<corvel::SettingsStore> settings;
     if (options.demo) {
@@ -70,4 +60,34 @@ int main(int argc, char** argv) {
     const corvel::EndSignals endSignals(window);
     window.start();
     return QApplication::exec();
+}
+
+// Ends the process even where a name that nobody answers for is still looked up, which its threads wait for.
+// By now everything is saved.
+void endSoon(int code) {
+    std::thread([code] {
+        constexpr std::chrono::milliseconds patience(500);
+        std::this_thread::sleep_for(patience);
+        std::_Exit(code);
+    }).detach();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Corvel"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
+    const corvel::StartOptions options = corvel::readStartOptions(
+        QCoreApplication::arguments(),
+        corvel::configurationFolder(QCoreApplication::applicationDirPath(), corvel::userFolder()));
+    if (!options.message.isEmpty()) {
+        corvel::tellAtStart(options.message, options.isWrong ? corvel::StartMessageKind::error
+                                                             : corvel::StartMessageKind::answer);
+        return options.isWrong ? 1 : 0;
+    }
+
+    const int code = run(options);
+    endSoon(code);
+    return code;
 }
