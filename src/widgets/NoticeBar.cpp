@@ -25,7 +25,6 @@ QToolButton* NoticeBar::addButton(const char* name, const QString& caption) {
     auto* const button = new QToolButton;
     button->setObjectName(QLatin1String(name));
     button->setText(caption);
-    button->setAutoRaise(true);
     button->setFocusPolicy(Qt::StrongFocus);
     row_->addWidget(button, 0, Qt::AlignTop);
     return button;
