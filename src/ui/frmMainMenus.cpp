@@ -8,7 +8,6 @@
 #include "widgets/TextConversion.h"
 
 #include <QCheckBox>
-#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSslSocket>
@@ -22,20 +21,19 @@ namespace corvel {
 
 namespace {
 
-// Gives the focus to where one works on a page: its list, or the line that is typed into, or else the first
-// control of all.
+// Gives the focus to where one works on a page: its command line or its list, the highest of several, or else
+// the first control of all.
 void focusWork(const QWidget& page) {
     QWidget* place = nullptr;
-    int best = 0;
+    std::pair<int, int> best; // worth, and how high it stands
     for (QWidget* const widget : page.findChildren<QWidget*>()) {
-        const auto* const line = qobject_cast<const QLineEdit*>(widget);
-        const int worth = qobject_cast<const ReportView*>(widget) != nullptr ? 3
-                          : line != nullptr && !line->isReadOnly()           ? 2
-                                                                             : 1;
-        if (worth > best && widget->isVisibleTo(&page) && widget->isEnabled() &&
+        const bool isWork = qobject_cast<const ReportView*>(widget) != nullptr ||
+                            widget->objectName().startsWith(QLatin1String("txtSendFTP"));
+        const std::pair<int, int> rank(isWork ? 1 : 0, -widget->mapTo(&page, QPoint()).y());
+        if ((place == nullptr || rank > best) && widget->isVisibleTo(&page) && widget->isEnabled() &&
             (widget->focusPolicy() & Qt::TabFocus) != 0) {
             place = widget;
-            best = worth;
+            best = rank;
         }
     }
     if (place != nullptr) {

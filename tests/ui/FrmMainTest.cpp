@@ -51,6 +51,19 @@ TEST(FrmMain, AddsAndEditsASite) {
               "connectonstartup = 0\nusesslproxy = 1\n\n");
 }
 
+TEST(FrmMain, TheKeyOfATabGoesToWhereOneWorksOnIt) {
+    WindowDriver driver(oneSite);
+    driver.window->activateWindow();
+    const std::vector<QString> places = {u"txtSendFTP_1"_s,   u"lvwActivity_1"_s,  u"lvwBrowser_1"_s,
+                                         u"lvwStats"_s,       u"lvwUsers_1"_s,     u"lvwGroups_1"_s,
+                                         u"chkAlwaysOnTop"_s, u"txtCmdResults_1"_s};
+    for (std::size_t tab = 0; tab < places.size(); ++tab) {
+        driver.find<QAction>(("mnuViewTab_" + std::to_string(tab)).c_str()).trigger();
+        ASSERT_NE(driver.window->focusWidget(), nullptr);
+        EXPECT_EQ(driver.window->focusWidget()->objectName(), places[tab]);
+    }
+}
+
 TEST(FrmMain, RemembersItsState) {
     WindowDriver driver(oneSite);
     driver.showTab(4);
