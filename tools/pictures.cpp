@@ -88,7 +88,9 @@ class Photographer {
         groupDialogs();
         siteDialog();
         windowDialogs();
+        outcome();
         certificates();
+        closed();
     }
 
   private:
@@ -225,6 +227,21 @@ class Photographer {
     void groupDialogs() {
         show(groups);
         dialog("frmAddGroup", [&] { press("cmdGroupAdd"); });
+    }
+
+    // What is said of a change that was sent.
+    void outcome() {
+        show(users);
+        driver_.setText("txtUserTagLine", QStringLiteral("Gone fishing"));
+        press("cmdUserSaveChanges");
+        picture("users-outcome");
+        dialog("frmQueue", [&] { driver_.find<QAction>("mnuViewQueue").trigger(); });
+    }
+
+    void closed() {
+        driver_.window->program().selectSite(1);
+        driver_.chooseSitesMenu(1);
+        picture("console-closed");
     }
 
     void siteDialog() {
