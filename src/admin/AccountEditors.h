@@ -14,6 +14,12 @@ namespace corvel {
 // What the box for a mask holds until a person types one.
 inline constexpr std::string_view maskPlaceholder = "*@*";
 
+// What the letters and digits of an account's flags are about.
+inline constexpr std::string_view flagsTip =
+    "M: master user, asked about before it is given or taken\n"
+    "M, V, G and 1 have a picture in the list, N hides that of G and 1\n"
+    "What else they allow is the server's to say";
+
 // A row of lvwUserGroups (of lvwGroupMembers): a group of the user (a user of the group).
 struct MemberRow {
     std::string sId;

@@ -136,6 +136,18 @@ std::string deleteUserQuestion(std::string_view userName, std::string_view group
            std::string(groupName);
 }
 
+std::string deleteSeveralQuestion(std::string_view noun, const std::vector<std::string>& names) {
+    constexpr std::size_t mostNamed = 12;
+    std::string question = "Are u sure u want to delete these " + counted(names.size(), noun) + ":";
+    for (std::size_t i = 0; i < std::min(names.size(), mostNamed); ++i) {
+        question += "\r\n" + names[i];
+    }
+    if (names.size() > mostNamed) {
+        question += "\r\n... and " + std::to_string(names.size() - mostNamed) + " more";
+    }
+    return question;
+}
+
 Command deleteUserCommand(std::string_view userName) {
     return userChange("SITE DELUSER " + std::string(userName));
 }

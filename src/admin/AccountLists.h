@@ -64,6 +64,7 @@ struct AccountView {
     std::map<std::int16_t, Draft> drafts;  // by the ids of the records
     std::string outcome;                   // of the last change, UTF-8, and of which record
     std::optional<std::int16_t> outcomeId;
+    std::string added; // what was added since the table was read, UTF-8
 };
 
 // The order after a click on the header of column: by that column, or the other way round on a second click.
@@ -87,6 +88,8 @@ Command groupFileCommand(const GroupTable& groups, std::int16_t gid);
 // The question before an account (a group) is deleted, and the command after a yes.
 std::string deleteUserQuestion(std::string_view userName, std::string_view groupName);
 Command deleteUserCommand(std::string_view userName);
+// The same for several, of which no more are named than a box can show. noun: of one. names: UTF-8.
+std::string deleteSeveralQuestion(std::string_view noun, const std::vector<std::string>& names);
 std::string deleteGroupQuestion(std::string_view groupName);
 Command deleteGroupCommand(std::string_view groupName);
 

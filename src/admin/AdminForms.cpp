@@ -76,14 +76,32 @@ std::vector<std::string> changedNames(const std::vector<SelectableEntry>& list, 
 
 } // namespace
 
-AddUserForm addUserForm(const GroupTable& groups) {
-    AddUserForm form;
+AddUserForm addUserForm(const GroupTable& groups, const AddUserForm* last) {
+    static const AddUserForm first{.txtUserCredits = "0",
+                                   .txtRatio = "3",
+                                   .txtNumOfLogins = {"2", "0", "0"},
+                                   .txtUserBwUp = "0",
+                                   .txtUserBwDn = "0"};
+    const AddUserForm& numbers = last == nullptr ? first : *last;
+    AddUserForm form{.txtUserCredits = numbers.txtUserCredits,
+                     .txtRatio = numbers.txtRatio,
+                     .txtNumOfLogins = numbers.txtNumOfLogins,
+                     .txtUserBwUp = numbers.txtUserBwUp,
+                     .txtUserBwDn = numbers.txtUserBwDn};
     for (const clsGroup& group : groups) {
         if (!isPlaceholder(group)) {
             form.lstAllGroup.push_back({group.sName, false});
         }
     }
     return form;
+}
+
+std::string addedText(const AddUserForm& form, std::string_view refusedCommand, std::string_view refusal) {
+    if (refusedCommand == addUserSequence(form).first.sCommand) {
+        return {};
+    }
+    return shownName(form.txtUserName) + " added" +
+           (refusedCommand.empty() ? std::string() : ", but: " + shownName(refusal));
 }
 
 std::optional<std::string> addUserQuestion(const AddUserForm& form) {

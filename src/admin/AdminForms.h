@@ -47,8 +47,9 @@ struct AddUserForm {
     std::string txtUserBwDn;
 };
 
-// The dialog as it opens, with the groups of the site and no main group chosen.
-AddUserForm addUserForm(const GroupTable& groups);
+// The dialog as it opens, with the groups of the site and no main group chosen. last: the one that was
+// confirmed last, whose numbers it starts with; before the first one they are modest.
+AddUserForm addUserForm(const GroupTable& groups, const AddUserForm* last = nullptr);
 
 // The question, default answer no, before a user with the Master flag is added; nothing for other flags.
 std::optional<std::string> addUserQuestion(const AddUserForm& form);
@@ -56,6 +57,10 @@ std::optional<std::string> addUserQuestion(const AddUserForm& form);
 // What is wrong with the first box that does not do, as a message; nothing where the user can be added. A
 // name is valid that can go into a command: not empty, no blank and no colon in it.
 std::optional<std::string> addUserProblem(const AddUserForm& form, const UserTable& users);
+
+// What a person reads of an account that was to be added, "newbie added", from its name and the first command
+// that was refused with what the server said, all in its bytes; empty where it was not added. UTF-8.
+std::string addedText(const AddUserForm& form, std::string_view refusedCommand, std::string_view refusal);
 
 // The commands that create the user; form has no problem.
 CommandSequence addUserSequence(const AddUserForm& form);

@@ -10,10 +10,10 @@ namespace corvel {
 namespace {
 
 // Everything of a record that its row shows.
-auto rowOf(const clsUser& user) {
+auto shownIn(const clsUser& user) {
     return std::tuple(user.sName, user.sStdGroup, user.sFlags);
 }
-auto rowOf(const clsGroup& group) {
+auto shownIn(const clsGroup& group) {
     return std::tuple(group.sName);
 }
 
@@ -42,6 +42,7 @@ void AccountTable<Kind>::tableReply(const ReplyServices& services, const Reply& 
     reply.session.*Kind::table = std::move(read.table);
     view.rows = orderedRows(reply.session.*Kind::table, view.order);
     view.isRead = true;
+    view.added.clear();
     view.problem = isSuccess(reply) ? std::string_view() : reply.lastLine;
     // A new table knows no details: those of the open record are asked for again.
     const bool isOpen = findRecord<Kind>(reply.session, view.currentId) != nullptr;
@@ -76,14 +77,14 @@ void AccountTable<Kind>::detailsReply(const ReplyServices& services, const Reply
         reportProblem(services, reply, "the " + std::string(Kind::noun) + " is not in the table any more");
         return;
     }
-    const auto before = rowOf(*record);
+    const auto before = shownIn(*record);
     try {
         (record->*Kind::parseDetails)(reply.lines);
     } catch (const ParseError& error) {
         isOver(Details::refused, describe(error));
         throw;
     }
-    if (before != rowOf(*record)) {
+    if (before != shownIn(*record)) {
         view.rows = orderedRows(reply.session.*Kind::table, view.order);
         if (const auto draft = view.drafts.find(record->*Kind::id); draft != view.drafts.end()) {
             draft->second.sName = record->sName;

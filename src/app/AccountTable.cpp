@@ -66,24 +66,40 @@ void AccountTable<Kind>::open(int site, int row) {
 }
 
 template <typename Kind>
-void AccountTable<Kind>::remove(int site, int row) {
-    const Record* const record = atRow<Kind>(session(site), row);
-    if (record == nullptr) {
+void AccountTable<Kind>::remove(int site, const std::vector<int>& rows) {
+    Job job;
+    std::vector<std::string> names;
+    std::string question;
+    for (const int row : rows) {
+        if (const Record* const record = atRow<Kind>(session(site), row)) {
+            job.commands.push_back(Kind::deleteCommand(record->sName));
+            job.accounts.push_back(record->sName);
+            names.push_back(Kind::nameInQuestion(*record));
+            question = Kind::deleteQuestion(*record);
+        }
+    }
+    if (names.empty()) {
         return;
     }
-    services_.prompts.AskYesNo(Kind::deleteQuestion(*record), [this, site, name = record->sName](bool yes) {
-        if (yes) {
-            services_.outbox.startOrTell(site, LogKind::commandResults,
-                                         {.commands = {Kind::deleteCommand(name)},
-                                          .title = "delete " + shownName(name),
-                                          .accounts = {name}});
-        }
-    });
+    job.title =
+        "delete " + (names.size() == 1 ? shownName(job.accounts.front()) : counted(names.size(), Kind::noun));
+    services_.prompts.AskYesNo(names.size() == 1 ? question : deleteSeveralQuestion(Kind::noun, names),
+                               [this, site, job = std::move(job)](bool yes) {
+                                   if (yes) {
+                                       services_.outbox.startOrTell(site, LogKind::commandResults, job);
+                                   }
+                               });
 }
 
 template <typename Kind>
 int AccountTable<Kind>::currentRow(int site) const {
-    const Record* const record = current(site);
+    const std::optional<std::int16_t> id = (session(site).*Kind::view).currentId;
+    return id ? rowOf(site, *id) : -1;
+}
+
+template <typename Kind>
+int AccountTable<Kind>::rowOf(int site, std::int16_t id) const {
+    const Record* const record = find(site, id);
     if (record == nullptr) {
         return -1;
     }

@@ -33,6 +33,9 @@ struct UserKind {
     static constexpr auto deleteCommand = &deleteUserCommand;
     static constexpr auto saveCommands = &saveUserCommands;
     static std::string deleteQuestion(const clsUser& user);
+    static std::string nameInQuestion(const clsUser& user) {
+        return shownName(user.sName) + "@" + shownName(user.sStdGroup);
+    }
     static std::optional<std::string> saveQuestion(const clsUser& user, const UserForm& form) {
         return masterQuestion(user.sFlags, form.txtUserFlags);
     }
@@ -55,6 +58,7 @@ struct GroupKind {
     static constexpr auto detailsCommand = &groupFileCommand;
     static constexpr auto deleteCommand = &deleteGroupCommand;
     static std::string deleteQuestion(const clsGroup& group);
+    static std::string nameInQuestion(const clsGroup& group) { return shownName(group.sName); }
     static std::optional<std::string> saveQuestion(const clsGroup& /*group*/, const GroupForm& /*form*/) {
         return std::nullopt;
     }
@@ -114,11 +118,12 @@ class AccountTable {
     // A click on a row, or a key that goes to it: makes it the current one and has it shown, at once where
     // its details are known, else when the server has sent them. The newest wish counts.
     void open(int site, int row);
-    // Delete key: asks, and deletes after a yes.
-    void remove(int site, int row);
+    // Delete key: asks one question about all of the rows, and deletes after a yes, as one job.
+    void remove(int site, const std::vector<int>& rows);
 
     // The row of the current record, -1 where there is none; the record, or null.
     int currentRow(int site) const;
+    int rowOf(int site, std::int16_t id) const; // -1 where there is no such record
     const Record* current(int site) const;
     // The record with the id, or null.
     const Record* find(int site, std::int16_t id) const;

@@ -80,6 +80,26 @@ std::optional<std::string> AdminActions::copyUser(int site, const CopyUserForm& 
                                                         shownName(withoutBlanks(form.txtNewUsername))});
 }
 
+AddUserForm AdminActions::newUserForm(int site) const {
+    return addUserForm(at(services_.sites, site).session.Groups, lastAdded_ ? &*lastAdded_ : nullptr);
+}
+
+std::optional<std::string> AdminActions::addUser(int site, const AddUserForm& form) {
+    const auto ended = [this, site, form](const Receipt& receipt) {
+        if (receipt.end == Receipt::End::done || receipt.end == Receipt::End::refused) {
+            at(services_.sites, site).session.userView.added =
+                addedText(form, receipt.refusedCommand, receipt.refusal);
+            services_.views.accountsChanged(site, Accounts::users, AccountChange::editor);
+        }
+    };
+    std::optional<std::string> problem = services_.outbox.start(site, jobOf(addUserSequence(form)), ended);
+    if (!problem) {
+        lastAdded_ = form;
+        lastAdded_->txtPassword.clear();
+    }
+    return problem;
+}
+
 void AdminActions::startBatch(int site, CommandSequence batch) {
     services_.outbox.startOrTell(site, LogKind::commandResults, jobOf(std::move(batch)),
                                  [this, site](const Receipt& receipt) {

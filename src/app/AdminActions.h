@@ -40,6 +40,10 @@ class AdminActions {
     std::optional<std::string> startSequence(int site, const CommandSequence& sequence) {
         return services_.outbox.start(site, jobOf(sequence));
     }
+    // The form that the dialog of a new user opens with, and what it was confirmed with. The list does not
+    // show him by itself, and AccountView::added says so.
+    AddUserForm newUserForm(int site) const;
+    std::optional<std::string> addUser(int site, const AddUserForm& form);
     // The same for a batch, which no dialog started: a person is told why it cannot be sent. Behind its end
     // nothing is known of the records' details any more.
     void startBatch(int site, CommandSequence batch);
@@ -55,6 +59,7 @@ class AdminActions {
     void changeMask(int site, Command (*make)(const clsUser&, std::string_view), const std::string& mask);
 
     AccountServices services_;
+    std::optional<AddUserForm> lastAdded_;
     AccountTable<UserKind> users_;
     AccountTable<GroupKind> groups_;
 };

@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <array>
+#include <type_traits>
 #include <utility>
 
 namespace corvel {
@@ -166,6 +167,12 @@ Panel& frmMain::madePanel(Panel*& panel, QWidget& tab, MenuKind menu) {
         panel = new Panel(program_);
         opensMenu(*panel, customMenus_, menu);
         connect(panel, &AccountsPanel::resultsWanted, this, [this] { tabMain_->setCurrentWidget(results_); });
+        if constexpr (std::is_same_v<Panel, GroupsPanel>) {
+            connect(panel, &GroupsPanel::userWanted, this, [this](std::int16_t uid) {
+                tabMain_->setCurrentWidget(usersTab_);
+                users().goToUser(uid);
+            });
+        }
         QWidget* const page = newScrollPage(*panel);
         tab.layout()->addWidget(page);
         page->show(); // at once, not with the next turn of the loop

@@ -129,7 +129,7 @@ TEST(AddUser, SendsTheUserAndThenItsProperties) {
                                     "site change eve logins 0 telnet\r\n"
                                     "site change eve logins 2 http\r\n"
                                     "site change eve flags \r\n"
-                                    "site change eve speedlimit  \r\n");
+                                    "site change eve speedlimit 0 0\r\n");
 }
 
 TEST(AddGroup, RefusesNamesThatNoCommandCanCarry) {
@@ -142,6 +142,16 @@ TEST(AddGroup, RefusesNamesThatNoCommandCanCarry) {
     EXPECT_FALSE(addGroupProblem({.txtGroupname = "caf\xC3\xA9"}, groups));
     EXPECT_EQ(addGroupProblem({.txtGroupname = "crew"}, groups),
               "This group already exists: \r\nName: crew\r\nDescription: the crew\r\nUsercount: 12");
+}
+
+TEST(AddUser, StartsWithTheLastNumbersAndSaysWhatBecameOfIt) {
+    EXPECT_EQ(addUserForm(threeGroups()).txtNumOfLogins, (std::array<std::string, 3>{"2", "0", "0"}));
+    const AddUserForm last{.txtUserName = "eve\xE9", .lstUserIP = {"*@*"}, .txtRatio = "7"};
+    const AddUserForm next = addUserForm(threeGroups(), &last);
+    EXPECT_EQ(next.txtRatio + next.txtUserName, "7");
+    EXPECT_EQ(addedText(last, "", ""), "eve\u00E9 added");
+    EXPECT_EQ(addedText(last, "site change eve ratio 7 0", "550 no"), "eve\u00E9 added, but: 550 no");
+    EXPECT_EQ(addedText(last, addUserSequence(last).first.sCommand, "550 no"), "");
 }
 
 TEST(Batch, HoldsALineForEveryTickedFieldOfEveryUser) {

@@ -185,12 +185,17 @@ TEST(AccountTable, EditorsAskAndSendWhatTheyShould) {
     program.main.admin().resetPassword(1);
     users.typed(1, nameBox, std::nullopt);
     program.main.admin().resetPassword(1);
-    users.remove(1, aliceRow);
+    users.remove(1, {aliceRow});
     program.answer({}, "nothing more");
-    users.remove(1, aliceRow);
-    program.answer({expect("SITE DELUSER alice")}, "a deletion");
-    EXPECT_EQ(program.prompts.asked, (Texts{master, master, "Enter new password for typed@staff",
-                                            "Enter new password for bob@staff", deletion, deletion}));
+    users.remove(1, {aliceRow});
+    program.answer({expect("SITE DELUSER alice"), send(ok)}, "a deletion");
+    program.prompts.answers = {"yes"};
+    users.remove(1, {99, aliceRow, bobRow});
+    program.answer({expect("SITE DELUSER alice"), send(ok), expect("SITE DELUSER bob")}, "of several");
+    EXPECT_EQ(program.prompts.asked,
+              (Texts{master, master, "Enter new password for typed@staff", "Enter new password for bob@staff",
+                     deletion, deletion,
+                     "Are u sure u want to delete these 2 users:\r\nalice@staff\r\nbob@staff"}));
 }
 
 TEST(AccountTable, WhatIsTypedStaysUntilItIsSavedOrThrownAway) {

@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTabWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -176,7 +177,8 @@ TEST_F(Users, AddedAndCopiedAccountsAreOnTheServer) {
     dialog->findChild<QLineEdit*>(u"txtUserName"_s)->setText(u"newbie"_s);
     driver_->setText("txtPassword", u"secret"_s);
     driver_->find<QComboBox>("txtMainGroup").setCurrentText(u"staff"_s);
-    dialog->findChild<QPushButton*>(u"cmdUserAddDelIp_0"_s)->click();
+    dialog->findChild<QLineEdit*>(u"txtUserIP"_s)
+        ->setText(u"newbie@10.*"_s); // typed, and not put into the list
     pick("lstAllGroup", u"music"_s);
     driver_->chooseSitesMenu(1);
     driver_->click("cmdOK");
@@ -184,9 +186,17 @@ TEST_F(Users, AddedAndCopiedAccountsAreOnTheServer) {
     ASSERT_TRUE(driver_->logIn(1));
     driver_->click("cmdOK");
     ASSERT_TRUE(eventually([&] {
-        return onServer("newbie") != nullptr && onServer("newbie")->masks == std::vector<std::string>{"*@*"};
+        return onServer("newbie") != nullptr &&
+               onServer("newbie")->masks == std::vector<std::string>{"newbie@10.*"};
     }));
     EXPECT_TRUE(driver_->waitForNoDialog());
+
+    auto& added = driver_->find<QPushButton>("cmdUserAdded");
+    ASSERT_TRUE(eventually([&] { return added.isVisible(); }));
+    EXPECT_EQ(added.text(), u"newbie added - reload"_s);
+    added.click();
+    EXPECT_TRUE(waitForRow(u"newbie"_s));
+    EXPECT_TRUE(eventually([&] { return !added.isVisible(); }));
 
     ASSERT_TRUE(open(u"carol"_s));
     driver_->click("cmdUserCopy");
@@ -211,6 +221,20 @@ TEST_F(Users, BatchChangesTheSelectedAccountsInWhicheverRowsTheyStand) {
     const auto isChanged = [&](const char* name) { return onServer(name)->tagline == "one for all"; };
     ASSERT_TRUE(eventually([&] { return driver_->isIdle(1) && isChanged("carol"); }));
     EXPECT_TRUE(isChanged("alice") && isChanged("bob") && !isChanged("dave"));
+}
+
+TEST_F(Users, SeveralAreDeletedAndOneIsSavedByKey) {
+    ASSERT_TRUE(open(u"bob"_s));
+    driver_->setText("txtUserTagLine", u"by key"_s);
+    QTest::keyClick(driver_->window->focusWidget(), Qt::Key_S, Qt::ControlModifier);
+    ASSERT_TRUE(driver_->waitForIdle());
+    EXPECT_EQ(onServer("bob")->tagline, "by key");
+    QTest::keyClick(&list(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(driver_->find<QLabel>("lblUserCurrent").text(), u"carol (2 users are selected)"_s);
+    driver_->click("cmdUserDelete");
+    EXPECT_TRUE(driver_->answer(QMessageBox::Yes).endsWith(u"these 2 users:\nbob@friends\ncarol@archive"_s));
+    ASSERT_TRUE(driver_->waitForIdle());
+    EXPECT_FALSE(onServer("bob") != nullptr || onServer("carol") != nullptr);
 }
 
 TEST_F(Users, BatchIsPlannedShownAndLookedAtAfterwards) {
@@ -301,6 +325,17 @@ TEST_F(Groups, AreAddedEditedAndDeletedOnTheServer) {
     ASSERT_TRUE(driver_->waitForIdle());
     driver_->click("cmdGroupsReloadTable");
     EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && rowOf(u"regulars"_s) < 0; }));
+}
+
+TEST_F(Groups, ADoubleClickOnAMemberGoesToTheUser) {
+    ASSERT_TRUE(open(u"friends"_s));
+    auto& members = driver_->find<ReportView>("lvwGroupMembers");
+    const QString name = members.model()->index(1, nameColumn).data().toString();
+    emit members.rowDoubleClicked(1);
+    EXPECT_EQ(driver_->find<QTabWidget>("tabMain").currentIndex(), usersTab);
+    EXPECT_TRUE(eventually([&] { return driver_->isIdle(1) && driver_->text("txtUserName") == name; }));
+    auto& users = driver_->find<ReportView>("lvwUsers_1");
+    EXPECT_EQ(users.currentRow(), rowWith(users, nameColumn, name));
 }
 
 TEST(AccountServers, ThatRefuseAreExplainedAndGetNothingElse) {

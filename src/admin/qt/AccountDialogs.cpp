@@ -147,10 +147,10 @@ frmUserSections::frmUserSections(Opening opening, Accept accept, QWidget* parent
 }
 
 void openAddUser(mdlMain& program, int site, QWidget* parent) {
-    open<frmAddUser>(program, site, parent, addUserForm(program.site(site).session.Groups),
+    open<frmAddUser>(program, site, parent, program.admin().newUserForm(site),
                      [](AdminActions& admin, const SiteSession& session, int of, const AddUserForm& form) {
                          const std::optional<std::string> problem = addUserProblem(form, session.Users);
-                         return problem ? problem : admin.startSequence(of, addUserSequence(form));
+                         return problem ? problem : admin.addUser(of, form);
                      });
 }
 
@@ -224,7 +224,7 @@ QLayout* frmAddUser::createAccount() {
     txtMainGroup_->setCurrentIndex(-1);
     connect(txtMainGroup_, &QComboBox::currentIndexChanged, this, &frmAddUser::mainGroupChanged);
     addRow(*txtMainGroup_, "txtMainGroup", tr("Main &group:"));
-    addText(form_.txtUserFlags, "txtUserFlags", tr("&Flags:"));
+    addText(form_.txtUserFlags, "txtUserFlags", tr("&Flags:"))->setToolTip(fromCore(flagsTip));
     addText(form_.txtUserTagLine, "txtUserTagLine", tr("&Tagline:"))->selectSampleOnFocus(taglinePlaceholder);
     addNumbers(*layout, {{&form_.txtUserCredits, "txtUserCredits", tr("&Credits (MB):")},
                          {&form_.txtRatio, "txtRatio", tr("&Ratio:")}});
@@ -314,13 +314,17 @@ void frmAddUser::mainGroupChanged(int index) {
     }
 }
 
-// The text stays in the box, selected: another Enter finds it in the list and adds nothing.
-void frmAddUser::addMasks() {
+void frmAddUser::appendMasks() {
     for (const QString& mask : txtUserIP_->text().split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         if (lstUserIP_->findItems(mask, Qt::MatchExactly | Qt::MatchCaseSensitive).isEmpty()) {
             lstUserIP_->addItem(mask);
         }
     }
+}
+
+// The text stays in the box, selected: another Enter finds it in the list and adds nothing.
+void frmAddUser::addMasks() {
+    appendMasks();
     txtUserIP_->setFocus();
     txtUserIP_->selectAll();
 }
@@ -329,9 +333,14 @@ void frmAddUser::deleteMask() {
     const QSignalBlocker blocker(lstUserIP_);
     qDeleteAll(lstUserIP_->findItems(txtUserIP_->text(), Qt::MatchExactly | Qt::MatchCaseSensitive));
     lstUserIP_->setCurrentRow(-1);
+    txtUserIP_->setText(fromCore(maskPlaceholder)); // what stays typed is added with OK
 }
 
+// A mask that is typed and not in the list yet is meant to be.
 void frmAddUser::collect() {
+    if (txtUserIP_->text().trimmed() != fromCore(maskPlaceholder)) {
+        appendMasks();
+    }
     const int mainGroup = txtMainGroup_->currentIndex();
     form_.txtMainGroup =
         mainGroup < 0 ? std::string() : form_.lstAllGroup[static_cast<std::size_t>(mainGroup)].sText;

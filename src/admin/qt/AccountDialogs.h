@@ -34,6 +34,7 @@ class frmAddUser : public FormDialog<AddUserForm> {
     QLayout* createMasks();
     void addNumbers(QGridLayout& layout, const std::vector<NumberBox>& boxes);
     void mainGroupChanged(int index);
+    void appendMasks();
     void addMasks();
     void deleteMask();
     void collect() override;

@@ -3,6 +3,8 @@
 #include "widgets/FilterBox.h"
 
 #include <QCoreApplication>
+#include <QHeaderView>
+#include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -17,13 +19,13 @@ QString say(const char* text) {
     return QCoreApplication::translate("EditorBoxes", text);
 }
 
-void mark(BytesEdit& box, bool isTouched) {
+void mark(BytesEdit& box, bool isTouched, const QString& tip) {
     QPalette palette;
     if (isTouched) {
         palette.setColor(QPalette::Base, unsavedColour(palette));
     }
     box.setPalette(palette);
-    box.setToolTip(isTouched ? say("Not saved yet") : QString());
+    box.setToolTip(isTouched ? say("Not saved yet") : tip);
 }
 
 } // namespace
@@ -51,7 +53,7 @@ QPushButton* newSiteButton(mdlMain& program, const char* name, const QString& ca
 }
 
 EditorBoxes::EditorBoxes(std::size_t count, const char* problemName, const char* outcomeName, Typed typed)
-    : typed_(std::move(typed)), problem_(new ElidedLabel(problemName)),
+    : typed_(std::move(typed)), tips_(count), problem_(new ElidedLabel(problemName)),
       outcome_(new LinkLabel(outcomeName, say("Shows the answers in the results"))) {
     QSizePolicy place = outcome_->sizePolicy();
     place.setRetainSizeWhenHidden(true); // so that nothing moves when there is something to say
@@ -59,11 +61,16 @@ EditorBoxes::EditorBoxes(std::size_t count, const char* problemName, const char*
     for (std::size_t number = 0; number < count; ++number) {
         auto* const box = new BytesEdit;
         QObject::connect(box, &QLineEdit::textEdited, box, [this, number, box](const QString& text) {
-            mark(*box, box->isTouched());
+            mark(*box, box->isTouched(), tips_[number]);
             typed_(number, box->isTouched() ? std::optional(toCore(text)) : std::nullopt);
         });
         boxes_.push_back(box);
     }
+}
+
+void EditorBoxes::setTip(std::size_t number, const QString& tip) {
+    tips_[number] = tip;
+    boxes_[number]->setToolTip(tip);
 }
 
 void EditorBoxes::showBox(std::size_t number, const std::string& bytes, const Draft* draft) {
@@ -75,7 +82,7 @@ void EditorBoxes::showBox(std::size_t number, const std::string& bytes, const Dr
         typed = found == draft->boxes.end() ? nullptr : &found->second;
     }
     box.setBytes(bytes, typed == nullptr ? std::nullopt : std::optional(fromCore(*typed)));
-    mark(box, typed != nullptr);
+    mark(box, typed != nullptr, tips_[number]);
 }
 
 void EditorBoxes::showProblem(Details details, const std::string& problem) {
@@ -115,6 +122,13 @@ void AccountsPanel::build(AccountsOutline outline, QLayout* buttons, QWidget* si
     splitter->setStretchFactor(1, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
+    auto* const saving = new QShortcut(QKeySequence::Save, this);
+    saving->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(saving, &QShortcut::activated, this, [this] {
+        if (program_.currentSite() > 0) {
+            save(program_.currentSite());
+        }
+    });
 }
 
 AccountsPanel::List AccountsPanel::createList(int site) {
@@ -122,6 +136,7 @@ AccountsPanel::List AccountsPanel::createList(int site) {
     list->setObjectName(elementName(outline_.listName, site));
     list->setAccessibleName(outline_.accessibleName);
     list->setMultiSelection(outline_.isMultiple);
+    list->header()->setStretchLastSection(true);
     connect(list, &ReportView::rowPicked, this, [this, site](int row) { outline_.open(site, row); });
     connect(list, &ReportView::headerClicked, this,
             [this, site](int column) { outline_.sortBy(site, column); });
@@ -269,6 +284,27 @@ std::vector<std::size_t> AccountsPanel::selectedIndexes(int site) const {
     return indexes;
 }
 
+// Not the row that only has the focus: nobody has picked it.
+void AccountsPanel::removeSelected(int site) {
+    if (const List* const list = lists_->find(site)) {
+        outline_.remove(site, list->widget->selectedRows());
+    }
+}
+
+void AccountsPanel::goTo(int site, std::int16_t id) {
+    ReportView& list = *lists_->at(site).widget;
+    const int row = outline_.rowOf(site, id);
+    if (row < 0) {
+        return;
+    }
+    if (!list.isShown(row)) {
+        list.setFilter({});
+    }
+    list.setCurrentRow(row);
+    outline_.open(site, row);
+    list.setFocus();
+}
+
 void AccountsPanel::selectWhere(int site, const std::function<bool(std::size_t index)>& isWanted) {
     const List& list = lists_->at(site);
     std::vector<int> rows;
@@ -286,10 +322,7 @@ void AccountsPanel::selectWhere(int site, const std::function<bool(std::size_t i
 void AccountsPanel::keyPressed(int site, Qt::Key key, int row) {
     switch (key) {
     case Qt::Key_Delete:
-        // Not the row that only has the focus: nobody has picked it.
-        if (const int current = outline_.currentRow(site); lists_->at(site).widget->isSelected(current)) {
-            outline_.remove(site, current);
-        }
+        removeSelected(site);
         break;
     case Qt::Key_Space:
     case Qt::Key_Return:

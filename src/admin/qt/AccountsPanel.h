@@ -45,10 +45,12 @@ struct AccountsOutline {
     // The table's own, see withTable and AccountTable.
     std::function<ReportSource(int site)> source = {};
     std::function<void(int site, int row)> open = {};
-    std::function<void(int site, int row)> remove = {};
+    std::function<void(int site, const std::vector<int>& rows)> remove = {};
+    std::function<void(int site)> save = {};
     std::function<void(int site)> reload = {};
     std::function<void(int site, int column)> sortBy = {};
     std::function<int(int site)> currentRow = {};
+    std::function<int(int site, std::int16_t id)> rowOf = {}; // -1: there is none
     std::function<bool(int site, std::size_t index)> hasDraft = {};
 };
 
@@ -79,10 +81,12 @@ AccountsOutline withTable(AccountsOutline outline, mdlMain& program, AccountTabl
     outline.accounts = Kind::accounts;
     outline.view = Kind::view;
     outline.open = [&table](int site, int row) { table.open(site, row); };
-    outline.remove = [&table](int site, int row) { table.remove(site, row); };
+    outline.remove = [&table](int site, const std::vector<int>& rows) { table.remove(site, rows); };
+    outline.save = [&table](int site) { table.save(site); };
     outline.reload = [&table](int site) { table.reload(site); };
     outline.sortBy = [&table](int site, int column) { table.sortBy(site, column); };
     outline.currentRow = [&table](int site) { return table.currentRow(site); };
+    outline.rowOf = [&table](int site, std::int16_t id) { return table.rowOf(site, id); };
     outline.hasDraft = [&table](int site, std::size_t index) { return table.hasDraft(site, index); };
     return outline;
 }
@@ -99,6 +103,8 @@ class EditorBoxes {
 
     // The box of that number, to be put into a layout once. The line, the same.
     BytesEdit* box(std::size_t number) const { return boxes_[number]; }
+    // What the box says of itself in its tool tip.
+    void setTip(std::size_t number, const QString& tip);
     ElidedLabel* problem() const { return problem_; }
     // What became of the last change; a click on it wants the results. The same.
     LinkLabel* outcome() const { return outcome_; }
@@ -112,6 +118,7 @@ class EditorBoxes {
   private:
     Typed typed_;
     std::vector<BytesEdit*> boxes_;
+    std::vector<QString> tips_; // of the boxes
     ElidedLabel* problem_;
     LinkLabel* outcome_;
 };
@@ -209,6 +216,13 @@ class AccountsPanel : public QWidget {
     // Selects the rows of the records for whose indexes isWanted holds, and no others; a filter that hides
     // one of them is taken away.
     void selectWhere(int site, const std::function<bool(std::size_t index)>& isWanted);
+    // Deletes the selected accounts of the site, after a question.
+    void removeSelected(int site);
+    // Goes to the row of the account with that id, as a click does, whatever a filter hides. Nothing where
+    // there is none.
+    void goTo(int site, std::int16_t id);
+    // Ctrl+S.
+    virtual void save(int site) { outline_.save(site); }
     // Other rows of a list are selected now, or it has other rows.
     virtual void selectionChanged() {}
 

@@ -120,6 +120,7 @@ void BatchPanel::addRows() {
     for (const char* const speed : {"txtBatchSpeedDn", "txtBatchSpeedUp"}) {
         findChild<QLineEdit*>(QLatin1String(speed))->setToolTip(tr("set this to -1 or 0 for uncapped speed"));
     }
+    findChild<QLineEdit*>(QStringLiteral("txtBatchFlags"))->setToolTip(fromCore(flagsTip));
     findChild<QLineEdit*>(QStringLiteral("txtBatchCommand"))
         ->setToolTip(tr("%user stands for the name of each user"));
 }

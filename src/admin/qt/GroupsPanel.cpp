@@ -2,9 +2,11 @@
 
 #include "admin/AccountLists.h"
 #include "admin/qt/AccountDialogs.h"
+#include "common/Numbers.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QVBoxLayout>
 
 #include <array>
@@ -91,6 +93,10 @@ QLayout* GroupsPanel::createMembers() {
     lblGroupMembers_ = new QLabel;
     lblGroupMembers_->setObjectName(QStringLiteral("lblGroupMembers"));
     lblGroupMembers_->setAccessibleName(tr("Number of members"));
+    lvwGroupMembers_->header()->setStretchLastSection(true);
+    connect(lvwGroupMembers_, &ReportView::rowDoubleClicked, this, [this](int row) {
+        emit userWanted(toInt16(editor_.form().lvwGroupMembers[static_cast<std::size_t>(row)].sId));
+    });
     auto* const caption = new QHBoxLayout;
     caption->addWidget(labelFor(*lvwGroupMembers_, "lvwGroupMembers", tr("members:")));
     caption->addWidget(lblGroupMembers_);

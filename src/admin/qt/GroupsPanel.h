@@ -14,6 +14,10 @@ class GroupsPanel : public AccountsPanel {
     // program: borrowed, must outlive the panel.
     explicit GroupsPanel(mdlMain& program, QWidget* parent = nullptr);
 
+  signals:
+    // A double click on a member: his account is wanted.
+    void userWanted(std::int16_t uid);
+
   private:
     QWidget* createEditor();
     QFormLayout* createBoxes();

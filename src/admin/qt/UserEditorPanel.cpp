@@ -2,6 +2,8 @@
 #include "admin/qt/UsersPanel.h"
 
 #include <QGridLayout>
+#include <QHeaderView>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -28,6 +30,15 @@ BytesEdit* addShownOnly(QGridLayout& layout, int row, const char* name, const QS
     return box;
 }
 
+// Only heights scroll: the area is never narrower than what is in it.
+class HeightScroll : public QScrollArea {
+  public:
+    QSize minimumSizeHint() const override {
+        return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(),
+                QScrollArea::minimumSizeHint().height()};
+    }
+};
+
 QVBoxLayout* column(const QString& heading, QWidget& list, const char* name) {
     auto* const layout = new QVBoxLayout;
     layout->addWidget(labelFor(list, name, heading));
@@ -38,17 +49,26 @@ QVBoxLayout* column(const QString& heading, QWidget& list, const char* name) {
 } // namespace
 
 UserEditorPanel::UserEditorPanel(mdlMain& program, QWidget* parent)
-    : QScrollArea(parent), program_(program),
-      editor_(program, program.admin().users(), "lblUserDetails", "lblUserOutcome") {
-    setFocusPolicy(Qt::NoFocus); // there is nothing to be seen of it
+    : QWidget(parent), program_(program),
+      editor_(program, program.admin().users(), "lblUserDetails", "lblUserOutcome"),
+      lblUserCurrent_(new ElidedLabel("lblUserCurrent")) {
     setObjectName(QStringLiteral("picUserContainer"));
-    setFrameShape(QFrame::NoFrame);
-    setWidgetResizable(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    verticalScrollBar()->setObjectName(QStringLiteral("ScrollU"));
+    QFont bold = font();
+    bold.setBold(true);
+    lblUserCurrent_->setFont(bold);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 0, 0, 0); // only the splitter's handle is beside it
+    layout->addWidget(lblUserCurrent_);
+    layout->addWidget(createArea(), 1);
+    layout->addLayout(createButtons());
+    layout->addWidget(editor_.outcome());
+    showSite(0);
+}
+
+// What scrolls; the buttons below it stay in sight.
+QWidget* UserEditorPanel::createArea() {
     auto* const picUserCtls = new QWidget;
     picUserCtls->setObjectName(QStringLiteral("picUserCtls"));
-
     auto* const texts = new QGridLayout;
     addTexts(*texts);
     addLogins(*texts);
@@ -64,13 +84,28 @@ UserEditorPanel::UserEditorPanel(mdlMain& program, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(texts);
     layout->addLayout(lists, 1);
-    layout->addLayout(createButtons());
-    layout->addWidget(editor_.outcome());
-    setWidget(picUserCtls);
+
+    auto* const area = new HeightScroll;
+    area->setFocusPolicy(Qt::NoFocus); // there is nothing to be seen of it
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->verticalScrollBar()->setObjectName(QStringLiteral("ScrollU"));
+    area->setWidget(picUserCtls);
     // The ground of the tab shows through, as it does under every other page.
-    viewport()->setAutoFillBackground(false);
+    area->viewport()->setAutoFillBackground(false);
     picUserCtls->setAutoFillBackground(false);
-    showSite(0);
+    return area;
+}
+
+void UserEditorPanel::showSelected(std::size_t count) {
+    const clsUser* const user =
+        program_.currentSite() > 0 ? program_.admin().users().current(program_.currentSite()) : nullptr;
+    QString text = user == nullptr ? QString() : displayTextOf(user->sName);
+    if (user != nullptr && count > 1) {
+        text = tr("%1 (%2 users are selected)").arg(text).arg(count);
+    }
+    lblUserCurrent_->showText(text);
 }
 
 void UserEditorPanel::showSite(int site) {
@@ -107,6 +142,8 @@ void UserEditorPanel::addTexts(QGridLayout& layout) {
         int span;
     };
     constexpr int whole = columnsOfGrid - 1;
+    constexpr int limitsRow = 5;
+    constexpr int limitDigits = 8;
     // By the numbers of the boxes.
     static constexpr std::array<Place, UserForm::firstLoginsBox> places = {{
         {"txtUserName", QT_TR_NOOP("name:"), 0, 2, 1},
@@ -114,16 +151,20 @@ void UserEditorPanel::addTexts(QGridLayout& layout) {
         {"txtUserTagLine", QT_TR_NOOP("tagline:"), 2, 0, whole},
         {"txtUserHomePath", QT_TR_NOOP("home:"), 3, 0, whole},
         {"txtUserVFS", QT_TR_NOOP("VFS file:"), 4, 0, whole},
-        {"txtUserBwUp", QT_TR_NOOP("up (kB/s):"), 5, 0, 1},
-        {"txtUserBwDn", QT_TR_NOOP("down (kB/s):"), 5, 2, 1},
+        {"txtUserBwUp", QT_TR_NOOP("up (kB/s):"), limitsRow, 0, 1},
+        {"txtUserBwDn", QT_TR_NOOP("down (kB/s):"), limitsRow, 2, 1},
     }};
+    editor_.setTip(UserForm::flagsBox, fromCore(flagsTip));
     txtUserUID_ = addShownOnly(layout, 0, "txtUserUID", tr("uid:"));
+    setDigitsWide(*txtUserUID_, 6);
+    layout.setAlignment(txtUserUID_, Qt::AlignLeft);
     txtUserGroup_ = addShownOnly(layout, 1, "txtUserGroup", tr("group:"));
     for (std::size_t number = 0; number < places.size(); ++number) {
         const Place& at = places[number];
         place(layout, *editor_.box(number), at.row, at.column, at.span, at.name, tr(at.caption));
-        if (at.row == 5) {
-            editor_.box(number)->setAlignment(Qt::AlignRight);
+        if (at.row == limitsRow) {
+            setDigitsWide(*editor_.box(number), limitDigits);
+            layout.setAlignment(editor_.box(number), Qt::AlignLeft);
         }
     }
 }
@@ -179,6 +220,7 @@ QLayout* UserEditorPanel::createAddresses() {
 
 QLayout* UserEditorPanel::createGroups() {
     lvwUserGroups_ = new ReportView;
+    lvwUserGroups_->header()->setStretchLastSection(true);
     QPushButton* const edit = editor_.newButton("cmdUserEditGroups", tr("change groups..."), false,
                                                 [this](int site) { program_.admin().editGroups(site); });
     connect(lvwUserGroups_, &ReportView::rowDoubleClicked, edit, &QPushButton::click);
@@ -189,13 +231,18 @@ QLayout* UserEditorPanel::createGroups() {
 
 QLayout* UserEditorPanel::createSections() {
     lvwUserSections_ = new ReportView;
+    lvwUserSections_->header()->setStretchLastSection(true);
     connect(lvwUserSections_, &ReportView::rowDoubleClicked, this, &UserEditorPanel::editSections);
     connect(lvwUserSections_, &ReportView::keyPressed, this, [this](Qt::Key key) {
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
             editSections();
         }
     });
-    return column(tr("sections"), *lvwUserSections_, "lvwUserSections");
+    auto* const layout = column(tr("sections"), *lvwUserSections_, "lvwUserSections");
+    layout->addWidget(editor_.newButton("cmdUserSections", tr("sections..."), true,
+                                        [this](int /*site*/) { editSections(); }),
+                      0, Qt::AlignLeft);
+    return layout;
 }
 
 QLayout* UserEditorPanel::createButtons() {
@@ -224,12 +271,6 @@ void UserEditorPanel::addressPicked(int row) {
     if (row >= 0 && row < static_cast<int>(masks.size()) && lstUserIP_->item(row)->isSelected()) {
         txtUserIP_->setText(textOf(masks[static_cast<std::size_t>(row)]));
     }
-}
-
-// Only heights scroll: the area is never narrower than what is in it.
-QSize UserEditorPanel::minimumSizeHint() const {
-    return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(),
-            QScrollArea::minimumSizeHint().height()};
 }
 
 } // namespace corvel

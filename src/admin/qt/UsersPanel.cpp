@@ -52,7 +52,7 @@ UsersPanel::UsersPanel(mdlMain& program, QWidget* parent) : AccountsPanel(progra
     build(std::move(outline), createButtons(), sides_);
 }
 
-// Two rows of two: four beside each other would take the editor its room in a small window.
+// Two rows: all beside each other would take the editor its room in a small window.
 QLayout* UsersPanel::createButtons() {
     const auto add = [this](const char* name, const QString& caption, std::function<void(int)> act) {
         return newSiteButton(program(), name, caption, std::move(act));
@@ -66,7 +66,16 @@ QLayout* UsersPanel::createButtons() {
     cmdUserBatch_ = add("cmdUserBatch", tr("batch..."), [this](int /*site*/) { cmdUserBatch_Click(); });
     buttons->addWidget(cmdUserBatch_, 1, 0);
     buttons->addWidget(add("cmdUserCopy", tr("copy..."), [this](int site) { copyUser(site); }), 1, 1);
-    buttons->setColumnStretch(2, 1);
+    QPushButton* const remove =
+        add("cmdUserDelete", tr("delete..."), [this](int site) { removeSelected(site); });
+    remove->setToolTip(tr("delete every user that is selected in the list"));
+    buttons->addWidget(remove, 0, 2);
+    cmdUserAdded_ = add("cmdUserAdded", {}, [this](int site) { program().admin().users().reload(site); });
+    cmdUserAdded_->setFlat(true);
+    cmdUserAdded_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a name may be of any length
+    cmdUserAdded_->hide();
+    buttons->addWidget(cmdUserAdded_, 2, 0, 1, 4);
+    buttons->setColumnStretch(3, 1);
     return buttons;
 }
 
@@ -74,6 +83,11 @@ void UsersPanel::showEditor(int site) {
     batch_->showSite(site, site > 0 ? &session(site).encoding : nullptr);
     results_->showSite(site);
     editor_->showSite(site);
+    editor_->showSelected(selectedIndexes(site).size());
+    const QString added = site > 0 ? fromCore(session(site).userView.added) : QString();
+    cmdUserAdded_->setVisible(!added.isEmpty());
+    cmdUserAdded_->setText(
+        tr("%1 - reload").arg(QString(added).replace(QLatin1Char('&'), QStringLiteral("&&"))));
 }
 
 void UsersPanel::copyUser(int site) {
@@ -133,6 +147,17 @@ void UsersPanel::selectNamed(int site, const std::unordered_set<std::string_view
 
 void UsersPanel::selectionChanged() {
     batch_->showPlan();
+    editor_->showSelected(selectedIndexes(program().currentSite()).size());
+}
+
+void UsersPanel::save(int site) {
+    if (sides_->currentWidget() == editor_) {
+        AccountsPanel::save(site);
+    }
+}
+
+void UsersPanel::goToUser(std::int16_t uid) {
+    goTo(program().currentSite(), uid);
 }
 
 void UsersPanel::jobsChanged(int site) {

@@ -2,7 +2,6 @@
 
 #include "admin/qt/AccountsPanel.h"
 
-#include <QScrollArea>
 #include <QStackedWidget>
 
 #include <cstdint>
@@ -20,9 +19,9 @@ class BatchResults;
 struct BatchForm;
 struct CommandSequence;
 
-// The editor of the users tab: boxes, lists and buttons, which scroll where there is too little room. Its
-// buttons act on the current user of the current site.
-class UserEditorPanel : public QScrollArea {
+// The editor of the users tab: boxes and lists, which scroll where there is too little room, and below them
+// buttons. They act on the current user of the current site.
+class UserEditorPanel : public QWidget {
     Q_OBJECT
 
   public:
@@ -33,10 +32,11 @@ class UserEditorPanel : public QScrollArea {
     // stays.
     LinkLabel* outcome() const { return editor_.outcome(); }
     void showSite(int site);
-
-    QSize minimumSizeHint() const override;
+    // Says who the current user is, and that count of them are selected.
+    void showSelected(std::size_t count);
 
   private:
+    QWidget* createArea();
     void addTexts(QGridLayout& layout);
     void addLogins(QGridLayout& layout);
     QLayout* createAddresses();
@@ -48,6 +48,7 @@ class UserEditorPanel : public QScrollArea {
 
     mdlMain& program_;
     RecordEditor<UserKind> editor_;
+    ElidedLabel* lblUserCurrent_;
     BytesEdit* txtUserUID_ = nullptr;
     BytesEdit* txtUserGroup_ = nullptr;
     BytesEdit* txtUserIP_ = nullptr;
@@ -69,6 +70,8 @@ class UsersPanel : public AccountsPanel {
     // none opens.
     void copyUser(int site);
     void editGroups(int site);
+    // Goes to the user of the current site with that id, if there is one.
+    void goToUser(std::int16_t uid);
 
     // What runs on a site, or what became of it, has changed.
     void jobsChanged(int site);
@@ -80,12 +83,14 @@ class UsersPanel : public AccountsPanel {
     void createBatch();
     void showEditor(int site) override;
     void selectionChanged() override;
+    void save(int site) override;
     void cmdUserBatch_Click();
     std::optional<CommandSequence> batchOf(const BatchForm& form) const;
     void selectNamed(int site, const std::unordered_set<std::string_view>& names);
 
     QPushButton* cmdUserBatch_ = nullptr;
-    QStackedWidget* sides_ = nullptr; // the editor or the batch panel
+    QPushButton* cmdUserAdded_ = nullptr; // what was added, and the list does not show yet
+    QStackedWidget* sides_ = nullptr;     // the editor or the batch panel
     UserEditorPanel* editor_ = nullptr;
     BatchPanel* batch_ = nullptr;
     BatchResults* results_ = nullptr;
