@@ -82,7 +82,7 @@ void BrowserActions::remove(int site, const std::vector<int>& rows) {
 
 // what: for the status bar, since a question about a file does not say which.
 void BrowserActions::askToRemove(int site, const std::string& question, std::vector<Command> commands,
-                                 std::string what) {
+                                 const std::string& what) {
     SiteSession& session = at(sites_, site).session;
     session.asked = "Delete " + what + " in " + visibleText(toUtf8(session.sCwd)) + "?";
     views_.listingChanged(site);

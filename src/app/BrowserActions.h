@@ -73,7 +73,8 @@ class BrowserActions {
   private:
     bool sendOrTell(int site, std::vector<Command> commands, std::string title = {});
     Outbox::Ended refreshing(int site);
-    void askToRemove(int site, const std::string& question, std::vector<Command> commands, std::string what);
+    void askToRemove(int site, const std::string& question, std::vector<Command> commands,
+                     const std::string& what);
     void tell(int site, std::string_view reason) const;
     void navigate(int site, const std::string& directory);
     std::string_view whyNotIn(int site, std::string_view directory) const;

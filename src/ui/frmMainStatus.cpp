@@ -62,6 +62,7 @@ void frmMain::tmrSocketStatus_Timer() {
         const Socket& socket = *program_.site(site).wSock;
         lvwSites_->setState(site, fromCore(SocketStateText(socket)), socket.state() == SocketState::connected,
                             encryptionStatus(program_.site(site)));
+        activity_->activityChanged(site);
         for (AccountsPanel* const panel : accountsPanels()) {
             panel->connectionChanged(site);
         }

@@ -94,7 +94,11 @@ ReportSource listSource(const SiteSession& session, const WindowState& state, co
 }
 
 // Why a list without rows has none.
-QString emptyListText(const SiteSession& session) {
+QString emptyListText(const Site& site) {
+    const SiteSession& session = site.session;
+    if (site.wSock->state() != SocketState::connected) {
+        return ActivityPanel::tr("Not connected.");
+    }
     if (!session.activityRows.problem.empty()) {
         return ActivityPanel::tr("The server did not say who is online:\n%1")
             .arg(displayTextOf(session.activityRows.problem));
@@ -155,7 +159,7 @@ void ActivityPanel::showRows(Page& page, int site) {
         list->setSource(listSource(session, state(), images_));
         shownReply = 0;
     }
-    list->setPlaceholder(emptyListText(session));
+    list->setPlaceholder(emptyListText(program_.site(site)));
     list->growTo(static_cast<int>(rows.size()));
     const auto hasChanged = [&rows, shown = shownReply](int row) {
         return rows[static_cast<std::size_t>(row)].changedIn > shown;
