@@ -44,10 +44,10 @@ QLayout* BatchPanel::createButtons() {
     };
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(newButton("cmdBatchPerform", tr("perform"),
-                                 tr("send what is ticked for every user that is selected in the list"),
+                                 tr("Send what is ticked for every user that is selected in the list"),
                                  &Actions::perform));
     buttons->addWidget(newButton("cmdBatchPreview", tr("preview..."),
-                                 tr("show every command that would go out"), &Actions::preview));
+                                 tr("Show every command that would go out"), &Actions::preview));
     buttons->addStretch(1);
     auto* const layout = new QVBoxLayout;
     layout->addWidget(lblBatchPlan_);

@@ -71,7 +71,7 @@ QLayout* BatchResults::createProgress() {
     prgBatch_->setFormat(QStringLiteral("%v / %m"));
     lblBatchTimeLeft_ = new QLabel;
     lblBatchTimeLeft_->setObjectName(QStringLiteral("lblBatchTimeLeft"));
-    cmdBatchStop_ = newButton("cmdBatchStop", tr("stop"), tr("end the batch after the command that runs"));
+    cmdBatchStop_ = newButton("cmdBatchStop", tr("stop"), tr("End the batch after the command that runs"));
     connect(cmdBatchStop_, &QPushButton::clicked, this, [this] {
         program_.outbox().stopBatch(site_);
         showProgress();
@@ -104,13 +104,13 @@ QLayout* BatchResults::createTable() {
     lvwBatchResults_->setMinimumHeight(fontMetrics().height() * (fewRows + 2));
 
     cmdBatchSelectRefused_ = newButton("cmdBatchSelectRefused", tr("select the refused users"),
-                                       tr("select in the list the users of whom a command was refused"));
+                                       tr("Select in the list the users of whom a command was refused"));
     connect(cmdBatchSelectRefused_, &QPushButton::clicked, this, [this] {
         if (table_ != nullptr) {
             select_(site_, refusedAccounts(*table_));
         }
     });
-    cmdBatchCopy_ = newButton("cmdBatchCopy", tr("copy"), tr("copy the rows that are shown"));
+    cmdBatchCopy_ = newButton("cmdBatchCopy", tr("copy"), tr("Copy the rows that are shown"));
     connect(cmdBatchCopy_, &QPushButton::clicked, this,
             [this] { QGuiApplication::clipboard()->setText(tableText(lvwBatchResults_->source())); });
     auto* const foot = new QHBoxLayout;

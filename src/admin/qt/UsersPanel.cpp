@@ -68,7 +68,7 @@ QLayout* UsersPanel::createButtons() {
     buttons->addWidget(add("cmdUserCopy", tr("copy..."), [this](int site) { copyUser(site); }), 1, 1);
     QPushButton* const remove =
         add("cmdUserDelete", tr("delete..."), [this](int site) { removeSelected(site); });
-    remove->setToolTip(tr("delete every user that is selected in the list"));
+    remove->setToolTip(tr("Delete every user that is selected in the list"));
     buttons->addWidget(remove, 0, 2);
     cmdUserAdded_ = add("cmdUserAdded", {}, [this](int site) { program().admin().users().reload(site); });
     cmdUserAdded_->setFlat(true);
