@@ -3,12 +3,10 @@
 #include "widgets/Forms.h"
 
 #include <QAbstractButton>
-#include <QAbstractScrollArea>
 #include <QAccessible>
 #include <QLabel>
 #include <QLayout>
-#include <QSplitter>
-#include <QToolButton>
+#include <QPushButton>
 
 namespace corvel {
 
@@ -33,8 +31,14 @@ QString cutText(const QWidget& widget) {
     if (!hasText || dynamic_cast<const ElidedLabel*>(&widget) != nullptr) {
         return {};
     }
+    constexpr int edge = 4; // of a button, on either side of its text
     const bool wraps = label != nullptr && label->wordWrap();
-    const QSize wanted = wraps ? QSize(0, label->heightForWidth(label->width())) : widget.sizeHint();
+    const auto* const push = qobject_cast<const QPushButton*>(&widget);
+    const QSize wanted =
+        wraps             ? QSize(0, label->heightForWidth(label->width()))
+        : push == nullptr ? widget.sizeHint()
+                          : push->fontMetrics().size(Qt::TextShowMnemonic, push->text()) +
+                                QSize((push->icon().isNull() ? 0 : push->iconSize().width()) + 2 * edge, 0);
     const bool isCut = widget.width() < wanted.width() || widget.height() < widget.fontMetrics().height() ||
                        (wraps && widget.height() < wanted.height());
     return isCut ? nameOf(widget) + QStringLiteral(" is cut") : QString();

@@ -10,6 +10,7 @@
 #include "ui/WindowDriver.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QDir>
@@ -166,6 +167,12 @@ class Photographer {
         picture("users");
         press("cmdUserBatch");
         picture("batch");
+        driver_.find<QCheckBox>("chkBatchTagLine").setChecked(true);
+        driver_.setText("txtBatchTagline", QStringLiteral("on leave"));
+        dialog("frmBatchPreview", [&] { press("cmdBatchPreview"); });
+        press("cmdBatchPerform");
+        eventually([&] { return driver_.isIdle(1); });
+        picture("batch-results");
         press("cmdUserBatch");
         show(groups);
         clickRow("lvwGroups_1", 1);
