@@ -171,7 +171,7 @@ class Photographer {
         driver_.setText("txtBatchTagline", QStringLiteral("on leave"));
         dialog("frmBatchPreview", [&] { press("cmdBatchPreview"); });
         press("cmdBatchPerform");
-        eventually([&] { return driver_.isIdle(1); });
+        eventually([&] { return driver_.find<ReportView>("lvwBatchResults").model()->rowCount() > 0; });
         picture("batch-results");
         press("cmdUserBatch");
         show(groups);

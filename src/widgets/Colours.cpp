@@ -47,7 +47,7 @@ void keepHintsReadable() {
         readableOn(ground, {between(ground.red(), text.red()), between(ground.green(), text.green()),
                             between(ground.blue(), text.blue())});
     if (now.color(QPalette::PlaceholderText) != hint) {
-        QPalette palette; // of all other colours, those of the desktop stay in force
+        QPalette palette = now; // what nobody has set in it stays that of the desktop
         palette.setColor(QPalette::PlaceholderText, hint);
         QApplication::setPalette(palette);
     }

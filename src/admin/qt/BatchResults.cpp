@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
@@ -101,6 +102,7 @@ QLayout* BatchResults::createTable() {
     lvwBatchResults_->setObjectName(QStringLiteral("lvwBatchResults"));
     lvwBatchResults_->setAccessibleName(tr("Results"));
     lvwBatchResults_->setMultiSelection(true);
+    lvwBatchResults_->header()->setStretchLastSection(true); // the replies come later than the columns
     lvwBatchResults_->setMinimumHeight(fontMetrics().height() * (fewRows + 2));
 
     cmdBatchSelectRefused_ = newButton("cmdBatchSelectRefused", tr("select the refused users"),

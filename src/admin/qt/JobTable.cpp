@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
+#include <QHeaderView>
 #include <QVBoxLayout>
 
 #include <memory>
@@ -87,6 +88,7 @@ void openBatchPreview(const JobHandle& job, const QString& plan, const Settings&
     auto* const list = new ReportView;
     list->setPlaceholder(say("Nothing would go out: no user is selected, or nothing is ticked."));
     list->setSource(jobSource(job, rowsOf(*job, false), JobColumns::plan, settings));
+    list->header()->setStretchLastSection(true);
     list->fitColumns(0, 1);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);

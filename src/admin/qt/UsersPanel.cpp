@@ -63,13 +63,13 @@ QLayout* UsersPanel::createButtons() {
         0, 0);
     buttons->addWidget(
         add("cmdUserAdd", tr("add..."), [this](int site) { openAddUser(program(), site, this); }), 0, 1);
-    cmdUserBatch_ = add("cmdUserBatch", tr("batch..."), [this](int /*site*/) { cmdUserBatch_Click(); });
-    buttons->addWidget(cmdUserBatch_, 1, 0);
-    buttons->addWidget(add("cmdUserCopy", tr("copy..."), [this](int site) { copyUser(site); }), 1, 1);
     QPushButton* const remove =
         add("cmdUserDelete", tr("delete..."), [this](int site) { removeSelected(site); });
     remove->setToolTip(tr("Delete every user that is selected in the list"));
     buttons->addWidget(remove, 0, 2);
+    cmdUserBatch_ = add("cmdUserBatch", tr("batch..."), [this](int /*site*/) { cmdUserBatch_Click(); });
+    buttons->addWidget(cmdUserBatch_, 1, 0);
+    buttons->addWidget(add("cmdUserCopy", tr("copy..."), [this](int site) { copyUser(site); }), 1, 1);
     cmdUserAdded_ = add("cmdUserAdded", {}, [this](int site) { program().admin().users().reload(site); });
     cmdUserAdded_->setFlat(true);
     cmdUserAdded_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a name may be of any length
