@@ -153,6 +153,9 @@ class Photographer {
 
     void tabs() {
         show(console);
+        eventually([&] {
+            return driver_.find<QPlainTextEdit>("txtLogFTP_1").toPlainText().contains(QLatin1String("230 "));
+        });
         picture("console");
         show(activity);
         picture("activity");
@@ -252,7 +255,13 @@ class Photographer {
     }
 
     void siteDialog() {
-        dialog("frmSitesAddEdit", [&] { driver_.chooseSitesMenu(3); });
+        dialog("frmSitesAddEdit", [&] {
+            driver_.chooseSitesMenu(3);
+            driver_.waitForBox<QDialog>();
+            // Not the scratch directory, whose name is a trial of its own.
+            auto& place = driver_.find<QLabel>("lblPasswordPlace");
+            place.setText(place.text().section(QLatin1Char('/'), 0, 0) + QStringLiteral("/home/ann/corvel"));
+        });
     }
 
     void windowDialogs() {
