@@ -11,7 +11,7 @@ namespace corvel {
 
 FilterBox::FilterBox(const char* name, const char* countName)
     : text_(new OneLineEdit), caption_(labelFor(*text_, name, tr("F&ilter:"))), count_(new QLabel) {
-    text_->setClearButtonEnabled(true);
+    addClearButton(*text_);
     text_->setPlaceholderText(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText));
     text_->setToolTip(tr("Shows the rows that have every word, in whichever column"));
     text_->installEventFilter(this);

@@ -1,8 +1,10 @@
 #include "widgets/Forms.h"
 
 #include "common/Text.h"
+#include "widgets/Icons.h"
 #include "widgets/TextConversion.h"
 
+#include <QAction>
 #include <QDialogButtonBox>
 #include <QFocusEvent>
 #include <QFormLayout>
@@ -48,6 +50,15 @@ void setDigitsWide(QLineEdit& box, int digits) {
     const QSize size(textWidth, box.fontMetrics().height());
     box.setFixedWidth(box.style()->sizeFromContents(QStyle::CT_LineEdit, &option, size, &box).width());
     box.setAlignment(Qt::AlignRight);
+}
+
+void addClearButton(QLineEdit& box) {
+    QAction* const clear = box.addAction(icon("clear"), QLineEdit::TrailingPosition);
+    clear->setToolTip(QLineEdit::tr("Clear"));
+    clear->setVisible(false);
+    QObject::connect(clear, &QAction::triggered, &box, &QLineEdit::clear);
+    QObject::connect(&box, &QLineEdit::textChanged, clear,
+                     [clear](const QString& text) { clear->setVisible(!text.isEmpty()); });
 }
 
 void setShownOnly(QLineEdit& box) {

@@ -90,6 +90,7 @@ std::vector<IconPicture> pictures() {
         {"activity-up", {{red, "M 8 13 L 8 3 M 4.75 6.25 L 8 3 L 11.25 6.25", 0, 1.8}}},
         {"activity-down", {{blue, "M 8 3 L 8 13 M 4.75 9.75 L 8 13 L 11.25 9.75", 0, 1.8}}},
         {"tray-offline", {{grey, "R 1 1 14 14 3.5", 40, 1.4}, {grey, "M 5 5 L 11 11 M 11 5 L 5 11", 0, 1.6}}},
+        {"clear", {{slate, "M 4.5 4.5 L 11.5 11.5 M 11.5 4.5 L 4.5 11.5", 0, 1.6}}},
         {"eye",
          {{slate, "M 1.5 8 C 4.5 2.5 11.5 2.5 14.5 8 C 11.5 13.5 4.5 13.5 1.5 8 Z"},
           {slate, "E 8 8 2", 110}}},

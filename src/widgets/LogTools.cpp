@@ -61,7 +61,7 @@ LogTools::LogTools(QStackedWidget& pages, const QString& caption) : pages_(pages
     txtFind_ = new OneLineEdit;
     layout->addWidget(labelFor(*txtFind_, "txtFind", caption));
     txtFind_->setToolTip(tr("Enter goes up to the next match, Shift+Enter down, Escape ends it"));
-    txtFind_->setClearButtonEnabled(true);
+    addClearButton(*txtFind_);
     txtFind_->installEventFilter(this);
     connect(txtFind_, &QLineEdit::textChanged, this, [this] { find(Direction::stay); });
     lblFind_ = new ElidedLabel("lblFind");
