@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/Ports.h"
-#include "config/TrustedCertificates.h"
+#include "config/RememberedServers.h"
 #include "demo/DemoServer.h"
 #include "ui/frmMain.h"
 

@@ -2,7 +2,7 @@
 
 #include "browser/BrowserCommands.h"
 #include "common/TextEncoding.h"
-#include "config/PaddedListings.h"
+#include "config/RememberedServers.h"
 
 #include <utility>
 

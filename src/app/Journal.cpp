@@ -135,7 +135,7 @@ void Journal::add(JobHandle job) {
 
 JobHandle Journal::find(std::uint64_t job) const {
     for (const std::deque<JobHandle>* const jobs : {&history, &others, &batches}) {
-        const auto found = std::ranges::find(*jobs, job, [](const JobHandle& one) { return one->id; });
+        const auto found = std::ranges::find(*jobs, job, &JobRecord::id);
         if (found != jobs->end()) {
             return *found;
         }
@@ -155,8 +155,8 @@ std::string outcomeText(const JobRecord& job, std::string_view done) {
     for (const CommandRecord& command : job.commands) {
         if (!isReading(command) && command.code != 0) {
             ++answers;
-            refusal = refusals == 0 && command.code >= firstRefusal ? *command.reply : refusal;
-            refusals += command.code >= firstRefusal ? 1 : 0;
+            refusal = refusals == 0 && command.isRefused() ? *command.reply : refusal;
+            refusals += command.isRefused() ? 1 : 0;
         }
     }
     if (refusals > 0) {

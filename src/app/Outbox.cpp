@@ -21,6 +21,10 @@ bool mayBegin(const SiteSession& session, const Job& job, bool isBatchRunning) {
            });
 }
 
+std::string notSent(std::size_t commands) {
+    return counted(commands, "command") + (commands == 1 ? " was" : " were") + " not sent";
+}
+
 } // namespace
 
 Job jobOf(CommandSequence sequence) {
@@ -133,8 +137,7 @@ std::size_t Outbox::takeBack(int site, Box& box, std::vector<Started> jobs) {
         end(site, box, std::move(job));
     }
     if (count > 0) {
-        log_.LogCommandResults(site, "cancelled: " + what + ", " + counted(commands, "command") +
-                                         (commands == 1 ? " was" : " were") + " not sent");
+        log_.LogCommandResults(site, "cancelled: " + what + ", " + notSent(commands));
         if (!isInEvent_) {
             proceed(site);
         }
@@ -325,8 +328,7 @@ void Outbox::giveUp(int site, Box& box) {
         give(std::move(waiting), false);
     }
     if (unsent > 0) {
-        log_.LogCommandResults(site, counted(unsent, "command") + (unsent == 1 ? " was" : " were") +
-                                         " not sent: the connection ended" +
+        log_.LogCommandResults(site, notSent(unsent) + ": the connection ended" +
                                          (progress.empty() ? "" : ", " + progress));
     } else if (!progress.empty()) {
         log_.LogCommandResults(site, "The connection ended, " + progress);

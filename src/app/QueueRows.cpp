@@ -63,8 +63,7 @@ QueueRows::QueueRows(std::vector<JobHandle> open, const Journal& journal) : jobs
     for (const std::deque<JobHandle>* const over : {&journal.batches, &journal.others, &journal.history}) {
         jobs_.insert(jobs_.end(), over->begin(), over->end());
     }
-    std::ranges::sort(jobs_.begin() + running, jobs_.end(), std::ranges::greater(),
-                      [](const JobHandle& job) { return job->id; });
+    std::ranges::sort(jobs_.begin() + running, jobs_.end(), std::ranges::greater(), &JobRecord::id);
     for (const JobHandle& job : jobs_) {
         starts_.push_back(count_);
         count_ += 1 + (job->commands.size() > 1 ? static_cast<int>(job->commands.size()) : 0);
@@ -83,7 +82,7 @@ QueueRows::Place QueueRows::at(int row) const {
 }
 
 int QueueRows::rowOf(std::uint64_t job) const {
-    const auto found = std::ranges::find(jobs_, job, [](const JobHandle& one) { return one->id; });
+    const auto found = std::ranges::find(jobs_, job, &JobRecord::id);
     return found == jobs_.end() ? -1 : starts_[static_cast<std::size_t>(found - jobs_.begin())];
 }
 

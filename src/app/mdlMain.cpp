@@ -5,7 +5,7 @@
 #include "common/TextEncoding.h"
 #include "config/FileReplacement.h"
 #include "config/Files.h"
-#include "config/TrustedCertificates.h"
+#include "config/RememberedServers.h"
 
 #include <algorithm>
 #include <utility>

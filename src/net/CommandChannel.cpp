@@ -5,8 +5,7 @@
 #include "common/Numbers.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
-#include "config/PaddedListings.h"
-#include "config/TrustedCertificates.h"
+#include "config/RememberedServers.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "ui/DemoHome.h"
 
+#include "config/RememberedServers.h"
 #include "config/Sites.h"
-#include "config/TrustedCertificates.h"
 
 #include <QFile>
 

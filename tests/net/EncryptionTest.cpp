@@ -1,4 +1,4 @@
-#include "config/TrustedCertificates.h"
+#include "config/RememberedServers.h"
 #include "support/ScriptedPeer.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "config/TrustedCertificates.h"
+#include "config/RememberedServers.h"
 #include "support/Tap.h"
 #include "ui/WindowDriver.h"
 

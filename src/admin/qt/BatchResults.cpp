@@ -203,15 +203,6 @@ JobHandle BatchResults::shownJob() const {
     return row < 0 || row >= static_cast<int>(jobs_.size()) ? nullptr : jobs_[static_cast<std::size_t>(row)];
 }
 
-void BatchResults::choose(std::uint64_t job) {
-    show();
-    const auto found = std::ranges::find(jobs_, job, [](const JobHandle& listed) { return listed->id; });
-    if (found != jobs_.end()) {
-        cboBatchJob_->setCurrentIndex(static_cast<int>(found - jobs_.begin()));
-        chosen();
-    }
-}
-
 void BatchResults::chosen() {
     table_ = nullptr;
     showTable();

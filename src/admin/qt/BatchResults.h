@@ -39,8 +39,6 @@ class BatchResults : public QWidget {
     void showSite(int site);
     // They have changed: shown soon, so that a batch costs no more for being looked at.
     void jobsChanged(int site);
-    // Shows the table of a job, where it is still kept.
-    void choose(std::uint64_t job);
 
   protected:
     void showEvent(QShowEvent* event) override;

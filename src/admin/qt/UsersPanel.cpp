@@ -164,11 +164,4 @@ void UsersPanel::jobsChanged(int site) {
     results_->jobsChanged(site);
 }
 
-void UsersPanel::showResults(std::uint64_t job) {
-    if (sides_->currentWidget() == editor_) {
-        cmdUserBatch_Click();
-    }
-    results_->choose(job);
-}
-
 } // namespace corvel

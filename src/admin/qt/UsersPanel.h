@@ -75,8 +75,6 @@ class UsersPanel : public AccountsPanel {
 
     // What runs on a site, or what became of it, has changed.
     void jobsChanged(int site);
-    // Shows what became of a job of the current site.
-    void showResults(std::uint64_t job);
 
   private:
     QLayout* createButtons();
