@@ -172,6 +172,18 @@ std::string outcomeText(const JobRecord& job, std::string_view done) {
     }
 }
 
+std::string_view answerText(const JobRecord& job, std::size_t command) {
+    const CommandRecord& record = job.commands[command];
+    if (record.code != 0) {
+        return *record.reply;
+    }
+    if (job.state != JobRecord::State::over) {
+        return {};
+    }
+    const std::size_t starters = job.receipt.commands - job.commands.size();
+    return command + starters < job.receipt.sent ? "no answer" : "not sent";
+}
+
 std::vector<std::size_t> rowsOf(const JobRecord& job, bool refusedOnly) {
     std::vector<std::size_t> rows;
     for (std::size_t i = 0; i < job.commands.size(); ++i) {

@@ -33,9 +33,6 @@ struct Receipt {
     std::string refusal;
 };
 
-// The first code of a reply that refuses something (RFC 959, section 4.2.1).
-inline constexpr std::int32_t firstRefusal = 400;
-
 // What became of one command of a job. Texts are in the server's bytes; equal ones in a row are one.
 struct CommandRecord {
     std::string_view command; // as it is logged; to be shown as shownCommand has it
@@ -113,6 +110,10 @@ std::size_t changesOf(const JobRecord& job);
 // What became of a job that is over, for whoever started it: "saved: 2 commands accepted", where done says
 // what it did, or how many of the commands that change something were refused, and the first refusal. UTF-8.
 std::string outcomeText(const JobRecord& job, std::string_view done);
+
+// What became of one of its commands, in the server's bytes: the last line of the reply, "no answer" or "not
+// sent" where the job is over without one, and nothing while it may still come.
+std::string_view answerText(const JobRecord& job, std::size_t command);
 
 // The places of the commands that were refused, or of all of them.
 std::vector<std::size_t> rowsOf(const JobRecord& job, bool refusedOnly);

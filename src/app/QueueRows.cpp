@@ -40,14 +40,15 @@ std::string jobState(const JobRecord& job) {
     return {};
 }
 
-std::string commandText(const JobRecord& job, const CommandRecord& command, QueueColumn column,
+std::string commandText(const JobRecord& job, std::size_t place, QueueColumn column,
                         const Settings& settings) {
+    const CommandRecord& command = job.commands[place];
     const bool isAnswered = command.code != 0;
     switch (column) {
     case QueueColumn::what:
         return "    " + shownName(shownCommand(command.command, settings));
     case QueueColumn::state:
-        return isAnswered ? shownName(*command.reply) : job.state == JobRecord::State::over ? "not sent" : "";
+        return shownName(answerText(job, place));
     case QueueColumn::time:
         return isAnswered ? *command.time : "";
     case QueueColumn::took:
@@ -93,19 +94,18 @@ std::string QueueRows::text(int row, QueueColumn column, const Settings& setting
     }
     const JobRecord& job = *place.job;
     if (place.command) {
-        return commandText(job, job.commands[*place.command], column, settings);
+        return commandText(job, *place.command, column, settings);
     }
     const bool isOne = job.commands.size() == 1;
     switch (column) {
     case QueueColumn::what:
         return job.title + (isOne ? "" : ", " + counted(job.commands.size(), "command"));
     case QueueColumn::state:
-        return isOne && job.commands[0].code != 0 ? commandText(job, job.commands[0], column, settings)
-                                                  : jobState(job);
+        return isOne && job.commands[0].code != 0 ? commandText(job, 0, column, settings) : jobState(job);
     case QueueColumn::time:
-        return isOne ? commandText(job, job.commands[0], column, settings) : job.begun;
+        return isOne ? commandText(job, 0, column, settings) : job.begun;
     case QueueColumn::took:
-        return isOne ? commandText(job, job.commands[0], column, settings) : "";
+        return isOne ? commandText(job, 0, column, settings) : "";
     }
     return {};
 }

@@ -26,6 +26,9 @@ inline constexpr std::int32_t batch = 113;
 inline constexpr std::int32_t console = 255;
 } // namespace handler
 
+// The first code of a reply that refuses something (RFC 959, section 4.2.1).
+inline constexpr std::int32_t firstRefusal = 400;
+
 // A command to send on a control connection, as a value: whoever wants something sent returns these, and the
 // reply brings it back.
 struct Command {

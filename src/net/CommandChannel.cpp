@@ -322,7 +322,7 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
                                .lastLine = std::string(last),
                                .sentAt = session.currentSentAt,
                                .milliseconds = static_cast<std::uint32_t>(waited)});
-    if (code >= 400) {
+    if (code >= firstRefusal) {
         services_.log.tell(site, last);
         session.loginRefusal = session.bLoggedIn ? std::string_view() : last;
     }

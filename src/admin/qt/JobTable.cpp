@@ -22,10 +22,8 @@ QString say(const char* text) {
 
 enum Column { accountColumn, commandColumn, codeColumn, replyColumn };
 
-// Without an answer the job says why there is none.
 QString cellOf(const JobRecord& job, std::size_t place, int column, const Settings& settings) {
     const CommandRecord& record = job.commands[place];
-    const std::size_t starters = job.receipt.commands - job.commands.size();
     switch (column) {
     case accountColumn:
         return cellTextOf(job.accountOf(place));
@@ -34,10 +32,7 @@ QString cellOf(const JobRecord& job, std::size_t place, int column, const Settin
     case codeColumn:
         return record.code == 0 ? QString() : QStringLiteral("%1").arg(record.code, 3, 10, QLatin1Char('0'));
     default:
-        return record.code != 0                      ? cellTextOf(*record.reply)
-               : job.state != JobRecord::State::over ? QString()
-               : place + starters < job.receipt.sent ? say("no answer")
-                                                     : say("not sent");
+        return cellTextOf(answerText(job, place));
     }
 }
 
