@@ -1,5 +1,6 @@
 #include "app/SitesKeeper.h"
 
+#include "common/Text.h"
 #include "config/PlatformFiles.h"
 #include "config/Sites.h"
 
@@ -11,10 +12,19 @@ SitesKeeper::SitesKeeper(Prompts& prompts, FolderLock& lock, const Clock& clock,
     : prompts_(prompts), lock_(lock), clock_(clock), path_(std::move(path)),
       unsavedPath_(path_ + ".unsaved") {}
 
+SitesKeeper::~SitesKeeper() {
+    wipe(read_.bytes);
+    wipe(textRead_);
+    if (left_) {
+        wipe(*left_);
+    }
+}
+
 std::vector<SiteConfig> SitesKeeper::load() {
     hold_ = lock_.take();
     if (hold_ == FolderHold::ours) {
         finishReplacement(path_);
+        finishReplacement(unsavedPath_);
     }
     read_ = readSitesFile(path_);
     if (const std::string problem = sitesProblem(read_); !problem.empty()) {

@@ -19,6 +19,10 @@ class SitesKeeper {
   public:
     // All are borrowed and must outlive the keeper. path: of the file, UTF-8.
     SitesKeeper(Prompts& prompts, FolderLock& lock, const Clock& clock, std::string path);
+    // Wipes the texts that it read, with their passwords.
+    ~SitesKeeper();
+    SitesKeeper(const SitesKeeper&) = delete;
+    SitesKeeper& operator=(const SitesKeeper&) = delete;
 
     // The sites of the file; call once.
     std::vector<SiteConfig> load();

@@ -63,6 +63,16 @@ std::size_t matchedBytes(char symbol, std::string_view text) {
 
 } // namespace
 
+// What nobody reads again a compiler may leave unwritten, unless it is volatile.
+void wipe(std::string& text) {
+    text.resize(text.capacity());
+    volatile char* const bytes = text.data();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        bytes[i] = 0;
+    }
+    text.clear();
+}
+
 std::vector<std::string_view> split(std::string_view text, std::string_view separator, std::size_t most) {
     std::vector<std::string_view> pieces;
     while (pieces.size() + 1 < most) {

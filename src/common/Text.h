@@ -11,6 +11,10 @@ namespace corvel {
 inline constexpr std::string_view lineEnd = "\r\n";
 inline constexpr std::string_view fieldSeparator = " | ";
 
+// Empties text, and overwrites what stood in its memory: for a password that is not needed any more. Copies
+// that were made of it stay.
+void wipe(std::string& text);
+
 // The pieces of text between the separators, left to right, at most most of them: the last piece keeps
 // every further separator. An empty text gives one empty piece. The pieces point into text.
 std::vector<std::string_view> split(std::string_view text, std::string_view separator,

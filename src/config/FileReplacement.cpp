@@ -29,6 +29,30 @@ std::string temporaryPath(const std::string& path) {
     return path + "." + std::to_string(random()) + std::to_string(random()) + ".tmp";
 }
 
+// Removes the files with names from temporaryPath.
+void removeTemporaries(const std::string& path) {
+    const std::string start = filePath(path + ".").filename().string();
+    constexpr std::string_view end = ".tmp";
+    std::error_code error;
+    for (std::filesystem::directory_iterator file(filePath(path).parent_path(), error), last; file != last;
+         file.increment(error)) {
+        const std::string name = file->path().filename().string();
+        if (name.size() > start.size() + end.size() && name.starts_with(start) && name.ends_with(end) &&
+            name.find_first_not_of("0123456789", start.size()) == name.size() - end.size()) {
+            std::error_code ignored;
+            std::filesystem::remove(file->path(), ignored);
+        }
+    }
+}
+
+// Gives the file at path another name, and the old one stays as well where the file system allows it.
+std::error_code nameToo(const std::filesystem::path& path, const std::filesystem::path& name) {
+    std::error_code error;
+    std::filesystem::remove(name, error);
+    std::filesystem::create_hard_link(path, name, error);
+    return error ? moveFile(path, name) : error;
+}
+
 // Whether error says that the directory lets nobody change its files, so that none could be removed either.
 bool isForbidden(const std::error_code& error) {
     return error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
@@ -81,23 +105,23 @@ SaveResult putInPlace(const std::string& keptPath, const std::string& path, cons
     if (place.path.empty()) {
         return {.outcome = SaveResult::Outcome::failed, .reason = place.reason};
     }
-    std::error_code error = moveFile(target, filePath(place.path));
+    std::error_code error = nameToo(target, filePath(place.path));
     const bool isGone = error == std::errc::no_such_file_or_directory;
-    if (error) {
-        DeleteFileForce(place.path);
-    }
     if (error && !isGone) {
+        DeleteFileForce(place.path);
         return resultOf(error, isForbidden(error));
     }
     error = moveFile(filePath(keptPath), target);
     if (error && !isGone) {
         moveFile(filePath(place.path), target);
+        DeleteFileForce(place.path); // where it was a second name of the file
     }
     return resultOf(error ? error : syncDirectory(target.parent_path()), false);
 }
 
 void finishReplacement(const std::string& path) {
     const std::string target = resolved(path);
+    removeTemporaries(target);
     const std::string waiting = target + ".new";
     const FileContent now = readFile(target);
     if (now.state != FileContent::State::unknown && now.bytes.empty() && GetFileLength(waiting) > 0) {

@@ -39,8 +39,9 @@ KeptText keepBeside(const std::string& path, std::string_view text, const std::s
 // it can be read or not, is kept beside it in its turn.
 SaveResult putInPlace(const std::string& keptPath, const std::string& path, const std::string& stamp);
 
-// Ends a replacement in which an earlier version of the program crashed: where the file at path is gone or
-// empty, the whole text that waits beside it as ".new" takes its place. A ".part" was never whole.
+// Ends replacements of the file at path in which the program crashed: what was not whole yet is removed, and
+// where the file is gone or empty, the whole text that an earlier version left beside it as ".new" takes its
+// place. Nobody else may be replacing the file meanwhile.
 void finishReplacement(const std::string& path);
 
 } // namespace corvel

@@ -28,6 +28,11 @@ enum class Waiting { forDisk, forNothing };
 // with std::errc::file_exists; after any other error no file is left.
 std::error_code writePrivateFile(const std::filesystem::path& path, std::string_view bytes, Waiting waits);
 
+// Whether others than its owner may read a file, and taking that right from them. On Windows a file has the
+// rights of its folder, so nobody is named there.
+bool isReadableByOthers(const std::filesystem::path& path);
+std::error_code makePrivate(const std::filesystem::path& path);
+
 // Renames a file, over one that may be at to, in one step that no crash divides.
 std::error_code moveFile(const std::filesystem::path& from, const std::filesystem::path& to);
 

@@ -86,6 +86,15 @@ std::error_code writePrivateFile(const std::filesystem::path& path, std::string_
     return error;
 }
 
+bool isReadableByOthers(const std::filesystem::path& path) {
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 && (status.st_mode & (S_IRGRP | S_IROTH)) != 0;
+}
+
+std::error_code makePrivate(const std::filesystem::path& path) {
+    return ::chmod(path.c_str(), S_IRUSR | S_IWUSR) == 0 ? std::error_code() : lastError();
+}
+
 std::error_code moveFile(const std::filesystem::path& from, const std::filesystem::path& to) {
     return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code() : lastError();
 }

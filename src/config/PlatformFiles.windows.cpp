@@ -92,6 +92,14 @@ std::error_code writePrivateFile(const std::filesystem::path& path, std::string_
     return error;
 }
 
+bool isReadableByOthers(const std::filesystem::path& /*path*/) {
+    return false;
+}
+
+std::error_code makePrivate(const std::filesystem::path& /*path*/) {
+    return {};
+}
+
 std::error_code moveFile(const std::filesystem::path& from, const std::filesystem::path& to) {
     const bool isMoved =
         MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Text.h"
 #include "config/Files.h"
 
 #include <cstdint>
@@ -24,6 +25,7 @@ struct SiteConfig {
     bool usesslproxy = false;
 
     bool operator==(const SiteConfig&) const = default;
+    ~SiteConfig() { wipe(pass); }
 };
 
 // What stands in the boxes of frmSitesAddEdit, a member per control. The texts are the bytes that sites.ini
