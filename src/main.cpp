@@ -75,6 +75,7 @@ void endSoon(int code) {
 } // namespace
 
 int main(int argc, char** argv) {
+    corvel::keepMemoryPrivate();
     const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Corvel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));

@@ -48,6 +48,10 @@ std::size_t startOfPassword(std::string_view command, const PasswordPlace& place
 
 } // namespace
 
+std::string loggedCommand(const std::string& command) {
+    return toUpper(command.substr(0, 5)) == "PASS " ? "PASS *****" : command;
+}
+
 std::string shownCommand(std::string_view command, const Settings& settings) {
     for (const PasswordPlace& place : places) {
         const bool isHidden = settings.mask_passwords || place.words == loginWord;

@@ -11,4 +11,7 @@ namespace corvel {
 // for the password of an account, and always for that of a login. What is sent is never changed.
 std::string shownCommand(std::string_view command, const Settings& settings);
 
+// A command as logs and whoever keeps it have it: the password of a login is masked.
+std::string loggedCommand(const std::string& command);
+
 } // namespace corvel

@@ -197,6 +197,7 @@ void mdlMain::forgetSite(int site) {
     Site& leaving = at(sites_, site);
     leaving.wSock = std::make_unique<NoSocket>();
     leaving.isRemoved = true;
+    wipe(leaving.config.pass);
     if (currentSite_ == site) {
         selectSite(next);
     }

@@ -74,10 +74,6 @@ std::string SocketStateText(const Socket& socket) {
     return {};
 }
 
-std::string loggedCommand(const std::string& command) {
-    return toUpper(command.substr(0, 5)) == "PASS " ? "PASS *****" : command;
-}
-
 void CommandChannel::Connect(int site) {
     Site& target = at(sites_, site);
     if (target.wSock->state() != SocketState::closed) {
@@ -225,12 +221,18 @@ void CommandChannel::transmit(int site, Command command) {
     session.currentSentAt = services_.log.clock().timeOfDay();
     session.currentSentClock = services_.log.clock().milliseconds();
     session.isUserSent = session.isUserSent || toUpper(session.current.sCommand.substr(0, 5)) == "USER ";
-    target.wSock->Send(telnetEscaped(session.current.sCommand) + std::string(lineEnd));
+    std::string line = telnetEscaped(session.current.sCommand).append(lineEnd);
+    target.wSock->Send(line);
     if (session.current.iHandler != handler::browser && changesDirectory(session.current.sCommand)) {
         session.browser.since = RemoteList::Since::movedAway;
         services_.views.listingChanged(site);
     }
-    session.current.sCommand = loggedCommand(session.current.sCommand);
+    std::string logged = loggedCommand(session.current.sCommand);
+    if (logged != session.current.sCommand) {
+        wipe(line);
+        wipe(session.current.sCommand);
+    }
+    session.current.sCommand = std::move(logged);
     echo(site);
 }
 

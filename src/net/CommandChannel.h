@@ -70,9 +70,6 @@ inline void ConsoleLog::tell(int site, std::string_view line) {
 // the one that was configured, the one of state 7 its address. UTF-8.
 std::string SocketStateText(const Socket& socket);
 
-// A command as logs and whoever keeps it have it: the password of a login is masked.
-std::string loggedCommand(const std::string& command);
-
 class CommandChannel;
 
 // A complete reply on its way to its handler. What it points to is borrowed for the time of the call.

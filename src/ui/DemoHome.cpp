@@ -1,7 +1,9 @@
 #include "ui/DemoHome.h"
 
+#include "config/FileReplacement.h"
 #include "config/RememberedServers.h"
 #include "config/Sites.h"
+#include "widgets/TextConversion.h"
 
 #include <QFile>
 
@@ -47,8 +49,8 @@ bool DemoHome::writeSites() {
     backup.usesslproxy = true; // none is configured: it encrypts by itself
     trustCertificate(store_, backup.host, backup.port, DemoServer::fingerprint());
     const std::string text = sitesText({home, backup}, "\n");
-    QFile file(directory_.filePath(QStringLiteral("sites.ini")));
-    return file.open(QIODevice::WriteOnly) && file.write(text.data(), static_cast<qint64>(text.size())) > 0;
+    const std::string path = toCore(directory_.filePath(QStringLiteral("sites.ini")));
+    return replaceFile(path, text, Waiting::forNothing).outcome == SaveResult::Outcome::saved;
 }
 
 } // namespace corvel

@@ -124,6 +124,7 @@ void frmMain::start() {
     add(program_.LoadSites());
     program_.selectSite(std::min(1, program_.siteCount()));
     showProblems(problems);
+    showReadableNotice();
     showFolderNotice();
     views_.tell();
     areSitesKnown_ = true;

@@ -116,6 +116,7 @@ class frmMain : public QMainWindow {
     void createTray();
     // In a bar on top: that the folder of the files is not this window's, or what was not saved in it.
     void showFolderNotice();
+    void showReadableNotice();
     NoticeBar& noticeBar();
     void useUserFolder();
     void showProblems(const std::vector<std::string>& problems);

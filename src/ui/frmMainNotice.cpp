@@ -1,5 +1,6 @@
 #include "config/FileReplacement.h"
 #include "config/Files.h"
+#include "config/PlatformFiles.h"
 #include "ui/desktop/Desktop.h"
 #include "ui/desktop/FrontDoor.h"
 #include "ui/frmMain.h"
@@ -11,8 +12,12 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-// The bar on top that says how the folder of the files is: another copy's, nobody's to write to, or this
-// window's with something in it that was not saved.
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+// The bars on top: that others may read the passwords, and how the folder of the files is, another copy's,
+// nobody's to write to, or this window's with something in it that was not saved.
 
 namespace corvel {
 
@@ -76,6 +81,28 @@ void frmMain::showFolderNotice() {
             program_.leaveUnsavedChanges();
         });
     }
+}
+
+// sites.ini has the passwords as they are.
+void frmMain::showReadableNotice() {
+    const std::filesystem::path file = filePath(BuildAppPath("sites.ini", program_.directory()));
+    const bool hasPasswords = std::ranges::any_of(
+        program_.siteIndexes(), [this](int site) { return !program_.site(site).config.pass.empty(); });
+    if (!hasPasswords || !isReadableByOthers(file)) {
+        return;
+    }
+    auto* const bar = new NoticeBar("barReadable", "lblBarReadable");
+    static_cast<QVBoxLayout*>(centralWidget()->layout())->insertWidget(0, bar);
+    bar->tell(tr("sites.ini, with the passwords of the sites, is readable by others on this computer."));
+    connect(bar->addButton("cmdReadableNarrow", tr("Make it yours alone")), &QToolButton::clicked, bar,
+            [bar, file] {
+                const std::error_code error = makePrivate(file);
+                bar->hide();
+                if (error) {
+                    bar->tell(tr("sites.ini can't be made yours alone: %1").arg(fromCore(errorText(error))));
+                }
+            });
+    connect(bar->addButton("cmdReadableHide", tr("Close")), &QToolButton::clicked, bar, &QWidget::hide);
 }
 
 // By starting anew there: the lock and the settings are the folder's too. What that folder has already stays.

@@ -37,6 +37,11 @@ enum class StartMessageKind { answer, error };
 // or else into a message box, which it waits for.
 void tellAtStart(const QString& text, StartMessageKind kind);
 
+// Keeps the program's memory, which has the passwords of its sites, out of core dumps and out of the reach of
+// the user's other programs (PR_SET_DUMPABLE of Linux), unless it is a debug build. On Windows dumps are the
+// system's matter.
+void keepMemoryPrivate();
+
 // The property of a window that is true once it is closed because the system wants the program to end: nobody
 // may be there to answer a question.
 inline constexpr const char* endedBySystem = "endedBySystem";

@@ -14,6 +14,7 @@
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -74,6 +75,12 @@ QString filePath(const QString& name, const QString& programDirectory) {
 
 void tellAtStart(const QString& text, StartMessageKind kind) {
     std::fputs(qPrintable(text), kind == StartMessageKind::error ? stderr : stdout);
+}
+
+void keepMemoryPrivate() {
+#ifdef NDEBUG
+    prctl(PR_SET_DUMPABLE, 0);
+#endif
 }
 
 EndSignals::EndSignals(QWidget& window) {
