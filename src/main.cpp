@@ -5,8 +5,6 @@
 #include "widgets/TextConversion.h"
 
 #include <QApplication>
-#include <QPalette>
-#include <QStyle>
 
 #include <algorithm>
 #include <array>
@@ -27,18 +25,6 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
     return std::make_unique<QApplication>(argc, argv);
 }
 
-// Some styles mark the selected row of a list by a tint that leaves the text its own color, while the palette
-// still names another one. Brings the palette of all lists in step with the style, for what paints rows
-// itself.
-void fitSelectionColors() {
-    if (QApplication::style()->name() == QLatin1String("windowsvista")) {
-        constexpr const char* lists = "QAbstractItemView";
-        QPalette palette = QApplication::palette(lists);
-        palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Active, QPalette::Text));
-        QApplication::setPalette(palette, lists);
-    }
-}
-
 // The window's whole life: gives the program's exit code.
 int run(const corvel::StartOptions& options) {
     std::unique_ptr<corvel::DemoHome> demo;
@@ -53,7 +39,6 @@ int run(const corvel::StartOptions& options) {
     } else {
         settings = std::make_unique<corvel::SettingsStore>();
     }
-    fitSelectionColors();
     corvel::StateStore& store = demo ? demo->store() : *settings;
     const std::string directory = demo ? demo->directory() : corvel::toCore(options.directory);
     corvel::frmMain window(store, directory);

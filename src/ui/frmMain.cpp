@@ -91,7 +91,7 @@ frmMain::frmMain(StateStore& store, const std::string& directory)
                 .makeSocket = [this](int site) { return makeSocket(site); }},
                directory),
       customMenus_(program_, this) {
-    keepHintsReadable();
+    keepPaletteReadable();
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Corvel"));
     setWindowIcon(icon("corvel"));

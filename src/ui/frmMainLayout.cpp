@@ -57,7 +57,7 @@ void frmMain::layoutWindow() {
 
 void frmMain::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) {
-        keepHintsReadable();
+        keepPaletteReadable();
     }
     QMainWindow::changeEvent(event);
 }

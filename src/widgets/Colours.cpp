@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
@@ -38,6 +39,8 @@ QColor readableOn(const QColor& ground, QColor wanted) {
     return wanted;
 }
 
+namespace {
+
 void keepHintsReadable() {
     const QPalette now = QApplication::palette();
     const QColor ground = now.color(QPalette::Base);
@@ -49,8 +52,28 @@ void keepHintsReadable() {
     if (now.color(QPalette::PlaceholderText) != hint) {
         QPalette palette = now; // what nobody has set in it stays that of the desktop
         palette.setColor(QPalette::PlaceholderText, hint);
-        QApplication::setPalette(palette);
+        QApplication::setPalette(palette); // and there are none for lists any more
     }
+}
+
+// Some styles mark the selected row of a list by a tint that leaves the text its own colour, while the
+// palette still names another one, which what paints rows itself would take.
+void fitSelection() {
+    constexpr const char* lists = "QAbstractItemView";
+    QPalette palette = QApplication::palette(lists);
+    const QColor text = palette.color(QPalette::Active, QPalette::Text);
+    if (QApplication::style()->name() == QLatin1String("windowsvista") &&
+        palette.color(QPalette::Active, QPalette::HighlightedText) != text) {
+        palette.setColor(QPalette::HighlightedText, text);
+        QApplication::setPalette(palette, lists);
+    }
+}
+
+} // namespace
+
+void keepPaletteReadable() {
+    keepHintsReadable();
+    fitSelection();
 }
 
 } // namespace corvel

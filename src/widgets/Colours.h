@@ -10,8 +10,9 @@ double contrast(const QColor& one, const QColor& other);
 // wanted, as far lighter or darker as it takes for a text on ground to have a contrast of at least 4.5.
 QColor readableOn(const QColor& ground, QColor wanted);
 
-// Gives the hints in empty boxes and lists, which are half see-through by default, a colour of the
-// application's palette that can be read on it. To be called again when the palette has become another one.
-void keepHintsReadable();
+// Makes the application's palette one that can be read: the hints in empty boxes and lists, which are half
+// see-through by default, get a colour of their own, and the selected rows of lists the one that the style
+// gives them. To be called again when the palette has become another one.
+void keepPaletteReadable();
 
 } // namespace corvel

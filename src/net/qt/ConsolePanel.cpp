@@ -8,8 +8,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QShortcut>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -47,12 +47,11 @@ QLineEdit* newCommandLine(mdlMain& program, int site) {
 }
 
 // The commands that were typed before; one that is chosen stands in the command line, to be changed or sent.
-QToolButton* newHistoryButton(mdlMain& program, int site, QLineEdit& command) {
-    auto* const button = new QToolButton;
+QPushButton* newHistoryButton(mdlMain& program, int site, QLineEdit& command) {
+    auto* const button = new QPushButton;
     button->setObjectName(elementName("cmdHistory", site));
     button->setText(LogBox::tr("Last commands"));
     button->setToolTip(LogBox::tr("The last 20 commands that were typed here"));
-    button->setPopupMode(QToolButton::InstantPopup);
     auto* const menu = new QMenu(button);
     menu->setObjectName(elementName("mnuHistory", site));
     button->setMenu(menu);
