@@ -63,6 +63,8 @@ class MemoryStore : public StateStore {
         values_[std::string(key)] = value;
     }
 
+    const auto& values() const { return values_; }
+
   private:
     std::map<std::string, std::string, std::less<>> values_;
 };

@@ -13,6 +13,16 @@ TEST(Text, KeepsItsEmptyPieces) {
     EXPECT_EQ(split(",a,,", ","), (std::vector<std::string_view>{"", "a", "", ""}));
 }
 
+TEST(Text, IsWipedWithWhatItHeldBefore) {
+    for (const std::size_t length : {5, 500}) { // within the object, and behind it
+        std::string text(length, 's');
+        text = "short";
+        wipe(text);
+        EXPECT_TRUE(text.empty());
+        EXPECT_EQ(std::string(text.data(), length), std::string(length, '\0'));
+    }
+}
+
 TEST(Text, CaseOfLetters) {
     EXPECT_EQ(toLower("AZ[@\xC4"), "az[@\xC4"); // nothing but A to Z, whatever the encoding
     const std::vector<std::pair<std::string, std::string>> sameText = {

@@ -1,10 +1,12 @@
 #include "ui/WindowDriver.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMetaProperty>
 #include <QPlainTextEdit>
 #include <QPushButton>
 
@@ -85,6 +87,55 @@ TEST_F(Logs, AreFoundInHeldClearedAndSaved) {
     EXPECT_TRUE(eventuallyShows(u"> NOOP three"_s));
     tool<QPushButton>("cmdLogClear").click();
     EXPECT_EQ(log().toPlainText(), QString());
+}
+
+// Every text that the objects of the program show or tell a screen reader.
+QString allTexts() {
+    QString texts;
+    for (QWidget* const root : QApplication::topLevelWidgets()) {
+        QObjectList objects = root->findChildren<QObject*>();
+        for (const QObject* const object : objects << root) {
+            for (int i = 0; i < object->metaObject()->propertyCount(); ++i) {
+                texts += object->metaObject()->property(i).read(object).toString() + u'\n';
+            }
+            const auto* const list = qobject_cast<const QAbstractItemView*>(object);
+            for (int row = 0; list != nullptr && row < list->model()->rowCount(); ++row) {
+                for (int column = 0; column < list->model()->columnCount(); ++column) {
+                    const QModelIndex cell = list->model()->index(row, column);
+                    texts += cell.data().toString() + cell.data(Qt::ToolTipRole).toString() + u'\n';
+                }
+            }
+        }
+    }
+    return texts;
+}
+
+TEST_F(Logs, HaveNoPassword) {
+    testing::internal::CaptureStderr();
+    startOn(consoleTab, "mask_passwords = 1\n");
+    mdlMain& program = driver_->window->program();
+    const std::string port = std::to_string(program.site(1).config.port);
+    program.changeSite(1, {"home", "127.0.0.1", port, "demo", "Marker-1"});
+    program.connectSite(1);
+    ASSERT_TRUE(eventuallyShows(u"530"_s));
+    program.changeSite(1, {"home", "127.0.0.1", port, "demo", DemoServer::password});
+    ASSERT_TRUE(driver_->logIn(1));
+    for (const char* const line : {"SITE ADDUSER newbie Marker-2", "SITE CHANGE newbie PASSWD Marker-3"}) {
+        send(QLatin1String(line));
+    }
+    driver_->setText("txtSendFTP_1", QString()); // which is the person's own
+    for (int tab = 0; tab < 8; ++tab) {
+        driver_->showTab(tab);
+    }
+    driver_->find<QAction>("mnuViewQueue").trigger();
+    const QString texts = allTexts();
+    driver_->close();
+    EXPECT_TRUE(texts.contains(u"SITE ADDUSER newbie *****"_s));
+    EXPECT_FALSE(texts.contains(u"Marker-"_s));
+    EXPECT_EQ(testing::internal::GetCapturedStderr().find("Marker-"), std::string::npos);
+    for (const auto& [key, value] : driver_->store.values()) {
+        EXPECT_EQ(value.find("Marker-"), std::string::npos) << key;
+    }
 }
 
 TEST_F(Logs, TypedCommandsComeBack) {

@@ -1,9 +1,12 @@
 #include "config/Files.h"
+#include "config/PlatformFiles.h"
 #include "net/qt/SitesList.h"
 #include "ui/desktop/Desktop.h"
 #include "ui/GuideWindow.h"
 #include "ui/WindowDriver.h"
+#include "widgets/Colours.h"
 
+#include <QImage>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -17,6 +20,18 @@ using namespace Qt::StringLiterals;
 
 namespace corvel::test {
 namespace {
+
+// Of a picture's outermost colours with the one that has the most of its upper left corner, the greater one.
+double contrastOf(const QImage& picture) {
+    const QColor ground = picture.pixelColor(picture.width() / 2, 2);
+    double most = 1;
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            most = std::max(most, contrast(ground, picture.pixelColor(x, y)));
+        }
+    }
+    return most;
+}
 
 class SitesOfTheDemo : public DemoWindow {
   protected:
@@ -44,6 +59,8 @@ TEST_F(SitesOfTheDemo, GoWithAllThatIsTheirsAndNeverComeBack) {
     EXPECT_TRUE(question_.contains(u"Its connection ends."_s));
     EXPECT_EQ(driver_->window->program().currentSite(), 2);
     EXPECT_EQ(rows(), 1);
+    EXPECT_GE(contrastOf(driver_->find<SitesList>("lvwSites").viewport()->grab().toImage()), 3)
+        << "whatever the style does to the row that is selected";
     EXPECT_TRUE(eventually([&] { return !exists("tmrNoop_1") && !exists("lvwBrowser_1"); }));
     EXPECT_TRUE(exists("tmrNoop_2"));
 
@@ -149,6 +166,24 @@ TEST(SitesFolder, IsTheUsersWhereTheProgramsCannotBeWritten) {
     window.start();
     EXPECT_TRUE(window.findChild<QLabel*>(u"lblBarNotice"_s)->text().contains(u"missing can't be written"_s));
     EXPECT_NE(window.findChild<QToolButton*>(u"cmdNoticeFolder"_s), nullptr);
+}
+
+TEST(SitesFolder, SaysThatOthersReadThePasswords) {
+    WindowDriver driver(siteRecord("home", 1, "bob", ""));
+    EXPECT_EQ(driver.window->findChild<QWidget*>(u"barReadable"_s), nullptr) << "there is none to read";
+    driver.directory.write("sites.ini", siteRecord("home", 1, "bob", "secret"));
+    const std::filesystem::path file = filePath(driver.directory.fileNamed("sites.ini"));
+    for (const bool isRead : {isReadableByOthers(file), false}) { // nothing is known of that on Windows
+        driver.window.reset();
+        driver.start();
+        auto* const text = driver.window->findChild<QLabel*>(u"lblBarReadable"_s);
+        ASSERT_EQ(text != nullptr, isRead);
+        if (isRead) {
+            EXPECT_TRUE(text->text().contains(u"readable by others"_s) && text->isVisible());
+            driver.click("cmdReadableNarrow");
+            EXPECT_FALSE(text->isVisible());
+        }
+    }
 }
 
 TEST(Guide, IsFoundBesideTheProgramAndLeadsToItsHeadings) {
