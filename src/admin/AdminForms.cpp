@@ -1,6 +1,7 @@
 #include "admin/AdminForms.h"
 
 #include "common/Numbers.h"
+#include "common/ShownText.h"
 #include "common/Text.h"
 
 #include <algorithm>
@@ -62,11 +63,28 @@ void addEntry(std::vector<SelectableEntry>& list, std::string& marker, const std
     }
 }
 
+// The texts without a bar that stand in the marker between two separators, which may share a blank.
+std::unordered_set<std::string_view> markedNames(std::string_view marker) {
+    std::unordered_set<std::string_view> names;
+    for (std::size_t start = marker.find(fieldSeparator); start != std::string_view::npos;) {
+        const std::size_t next = marker.find(fieldSeparator, start + 2);
+        if (next >= start + fieldSeparator.size() && next != std::string_view::npos) {
+            names.insert(marker.substr(start + fieldSeparator.size(), next - start - fieldSeparator.size()));
+        }
+        start = next;
+    }
+    return names;
+}
+
 std::vector<std::string> changedNames(const std::vector<SelectableEntry>& list, const std::string& marker) {
     std::vector<std::string> names;
+    const std::unordered_set<std::string_view> marked =
+        markedNames(marker); // looked up, for there may be many
     for (const SelectableEntry& entry : list) {
         const std::string wanted = std::string(fieldSeparator).append(entry.sText).append(fieldSeparator);
-        const bool wasSelected = marker.find(wanted) != std::string::npos;
+        const bool wasSelected = entry.sText.find('|') == std::string::npos
+                                     ? marked.contains(entry.sText)
+                                     : marker.find(wanted) != std::string::npos;
         if (entry.bSelected != wasSelected) {
             names.push_back(entry.sText);
         }
@@ -101,7 +119,7 @@ std::string addedText(const AddUserForm& form, std::string_view refusedCommand, 
         return {};
     }
     return shownName(form.txtUserName) + " added" +
-           (refusedCommand.empty() ? std::string() : ", but: " + shownName(refusal));
+           (refusedCommand.empty() ? std::string() : ", but: " + shownLine(refusal));
 }
 
 std::optional<std::string> addUserQuestion(const AddUserForm& form) {

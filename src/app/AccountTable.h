@@ -4,6 +4,7 @@
 #include "admin/AccountLists.h"
 #include "app/Outbox.h"
 #include "common/Ports.h"
+#include "common/ShownText.h"
 #include "net/CommandChannel.h"
 #include "net/SiteSession.h"
 

@@ -2,6 +2,7 @@
 
 #include "admin/AccountLists.h"
 #include "common/Numbers.h"
+#include "common/ShownText.h"
 #include "common/TextEncoding.h"
 
 #include <utility>

@@ -1,7 +1,7 @@
 #include "app/BrowserActions.h"
 
 #include "browser/BrowserCommands.h"
-#include "common/TextEncoding.h"
+#include "common/ShownText.h"
 #include "config/RememberedServers.h"
 
 #include <utility>
@@ -57,7 +57,7 @@ void BrowserActions::remove(int site, int row) {
     }
     const std::optional<Deletion> wanted = deletion(*entry);
     if (wanted && isUsable(site)) {
-        askToRemove(site, wanted->question, {wanted->command}, visibleText(toUtf8(entry->name)));
+        askToRemove(site, wanted->question, {wanted->command}, shownName(entry->name));
     }
 }
 
@@ -84,7 +84,7 @@ void BrowserActions::remove(int site, const std::vector<int>& rows) {
 void BrowserActions::askToRemove(int site, const std::string& question, std::vector<Command> commands,
                                  const std::string& what) {
     SiteSession& session = at(sites_, site).session;
-    session.asked = "Delete " + what + " in " + visibleText(toUtf8(session.sCwd)) + "?";
+    session.asked = "Delete " + what + " in " + shownName(session.sCwd) + "?";
     views_.listingChanged(site);
     prompts_.AskYesNo(question, [this, site, sCwd = session.sCwd, commands = std::move(commands),
                                  title = "delete " + what](bool yes) {

@@ -2,6 +2,7 @@
 
 #include "admin/ShownCommand.h"
 #include "app/Outbox.h"
+#include "common/ShownText.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
 
@@ -61,9 +62,10 @@ std::string titleOf(const CommandRecord& first) {
         titles, [&first](const Title& candidate) { return first.command.starts_with(candidate.start); });
     static const Settings masking{.mask_passwords = true}; // a title may stand anywhere
     const std::string shown = toUtf8(shownCommand(first.command, masking));
-    return visibleText(isTyped || title == titles.end()
-                           ? shown
-                           : std::string(title->words) + shown.substr(title->start.size()));
+    return shortened(visibleText(isTyped || title == titles.end()
+                                     ? shown
+                                     : std::string(title->words) + shown.substr(title->start.size())),
+                     longestLine);
 }
 
 } // namespace
@@ -160,7 +162,7 @@ std::string outcomeText(const JobRecord& job, std::string_view done) {
         }
     }
     if (refusals > 0) {
-        return std::to_string(refusals) + " of " + all + " refused: " + shownName(refusal);
+        return std::to_string(refusals) + " of " + all + " refused: " + shownLine(refusal);
     }
     switch (job.receipt.end) {
     case Receipt::End::notSent:

@@ -1,6 +1,7 @@
 #include "app/QueueRows.h"
 
 #include "admin/ShownCommand.h"
+#include "common/ShownText.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
 #include "net/StatusTexts.h"
@@ -46,9 +47,9 @@ std::string commandText(const JobRecord& job, std::size_t place, QueueColumn col
     const bool isAnswered = command.code != 0;
     switch (column) {
     case QueueColumn::what:
-        return "    " + shownName(shownCommand(command.command, settings));
+        return "    " + shownLine(shownCommand(command.command, settings));
     case QueueColumn::state:
-        return shownName(answerText(job, place));
+        return shownLine(answerText(job, place));
     case QueueColumn::time:
         return isAnswered ? *command.time : "";
     case QueueColumn::took:

@@ -1,6 +1,7 @@
 #include "app/mdlMain.h"
 
 #include "app/SiteRemoval.h"
+#include "common/ShownText.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
 #include "config/FileReplacement.h"
@@ -177,7 +178,7 @@ void mdlMain::removeSite(int site) {
     }
     const Site& leaving = at(sites_, site);
     const std::string question = removalQuestion(
-        {.name = visibleText(toUtf8(leaving.config.name)),
+        {.name = shownName(leaving.config.name),
          .isConnected = leaving.wSock->state() != SocketState::closed,
          .drafts = leaving.session.userView.drafts.size() + leaving.session.groupView.drafts.size(),
          .batch = outbox_.batchProgress(site),

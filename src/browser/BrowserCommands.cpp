@@ -1,5 +1,6 @@
 #include "browser/BrowserCommands.h"
 
+#include "common/ShownText.h"
 #include "common/Text.h"
 
 #include <algorithm>
@@ -81,7 +82,7 @@ std::optional<Deletion> deletion(const BrowserEntry& entry) {
     if (entry.type != BrowserEntryType::directory || entry.name == "..") {
         return std::nullopt;
     }
-    return Deletion{"Are u sure u want to delete this directory:\r\n" + visibleText(toUtf8(entry.name)),
+    return Deletion{"Are u sure u want to delete this directory:\r\n" + shownLine(entry.name),
                     fileCommand("RMD ", entry.name)};
 }
 

@@ -1,8 +1,8 @@
 #include "browser/RemoteList.h"
 
 #include "browser/BrowserCommands.h"
+#include "common/ShownText.h"
 #include "common/Text.h"
-#include "common/TextEncoding.h"
 
 #include <algorithm>
 #include <utility>
@@ -44,7 +44,7 @@ std::string emptyReason(const RemoteList& list) {
         return {}; // they are about to be shown
     }
     return list.problem.empty() ? "This directory is empty."
-                                : "The server refused:\n" + visibleText(toUtf8(list.problem));
+                                : "The server refused:\n" + shownLine(list.problem);
 }
 
 void dropRows(RemoteList& list, std::string_view directory) {
@@ -109,7 +109,7 @@ PickedRows pickedRows(const RemoteList& list, const std::vector<int>& rows) {
     };
     for (std::size_t i = 0; i < std::min(picked.entries.size(), mostNames); ++i) {
         const BrowserEntry& entry = *picked.entries[i];
-        addLine(visibleText(toUtf8(entry.name)) + (entry.type == BrowserEntryType::directory ? "/" : ""));
+        addLine(shownName(entry.name) + (entry.type == BrowserEntryType::directory ? "/" : ""));
     }
     if (picked.entries.size() > mostNames) {
         addLine("... and " + std::to_string(picked.entries.size() - mostNames) + " more");

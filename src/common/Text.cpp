@@ -224,14 +224,7 @@ std::size_t lengthOf(std::string_view text) {
 
 // The first count characters of text.
 std::string_view leftPart(std::string_view text, std::size_t count) {
-    if (!isValidUtf8(text)) {
-        return text.substr(0, count);
-    }
-    std::size_t end = 0;
-    for (; end < text.size() && (count > 0 || continuesCharacter(text[end])); ++end) {
-        count -= continuesCharacter(text[end]) ? 0 : 1;
-    }
-    return text.substr(0, end);
+    return text.substr(0, isValidUtf8(text) ? bytesOfCharacters(text, count) : count);
 }
 
 std::string megabytes(std::string_view kilobytes) {

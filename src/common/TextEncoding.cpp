@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <cstring>
 
 namespace corvel {
 
@@ -77,10 +78,20 @@ Decoded decodeOne(std::string_view bytes) {
     return {codePoint, length};
 }
 
-// How many bytes at the start of bytes are ASCII.
+// How many bytes at the start of bytes are ASCII; eight are looked at together.
 std::size_t asciiPrefix(std::string_view bytes) {
-    const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
-    return static_cast<std::size_t>(std::ranges::find_if_not(bytes, isAscii) - bytes.begin());
+    constexpr std::uint64_t highBits = 0x8080808080808080U;
+    std::size_t size = 0;
+    for (std::uint64_t eight = 0; size + sizeof eight <= bytes.size(); size += sizeof eight) {
+        std::memcpy(&eight, bytes.data() + size, sizeof eight);
+        if ((eight & highBits) != 0) {
+            break;
+        }
+    }
+    while (size < bytes.size() && static_cast<unsigned char>(bytes[size]) < 0x80) {
+        ++size;
+    }
+    return size;
 }
 
 struct CodeRange {
@@ -191,6 +202,26 @@ std::string fromUtf8(std::string_view text, TextEncoding encoding) {
     return bytes;
 }
 
+std::string endOfLines(std::string_view lines, std::size_t size) {
+    const std::size_t start = lines.size() - size;
+    const std::size_t before = start == 0 ? std::string_view::npos : lines.rfind("\r\n", start - 1);
+    const std::size_t lineStart = before == std::string_view::npos ? 0 : before + 2;
+    if (lineStart >= start) {
+        return std::string(lines.substr(start));
+    }
+    const std::size_t end = std::min(lines.find("\r\n", start), lines.size());
+    std::string_view cut = lines.substr(start, end - start);
+    std::string text;
+    if (isValidUtf8(lines.substr(lineStart, end - lineStart))) {
+        cut.remove_prefix(
+            static_cast<std::size_t>(std::ranges::find_if_not(cut, continuesCharacter) - cut.begin()));
+        text = cut;
+    } else {
+        text = fromWindows1252(cut);
+    }
+    return text.append(lines.substr(end));
+}
+
 void SeenTexts::read(std::string_view bytes) {
     while (!bytes.empty() && !isUtf8Seen_) { // after which nothing changes any more
         if (word_.empty()) {
@@ -228,6 +259,14 @@ std::string visibleText(std::string_view text) {
 
 std::size_t characterCount(std::string_view text) {
     return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, continuesCharacter));
+}
+
+std::size_t bytesOfCharacters(std::string_view text, std::size_t count) {
+    std::size_t end = 0;
+    for (; end < text.size() && (count > 0 || continuesCharacter(text[end])); ++end) {
+        count -= continuesCharacter(text[end]) ? 0 : 1;
+    }
+    return end;
 }
 
 } // namespace corvel

@@ -26,6 +26,10 @@ std::string toUtf8(std::string_view bytes);
 // The inverse: text (valid UTF-8) in the given encoding; unchanged where a character has no place in it.
 std::string fromUtf8(std::string_view text, TextEncoding encoding);
 
+// The last size bytes of lines, which CR LF end. Where they begin inside a line, its end is given as UTF-8,
+// as it reads in the whole line, without the rest of a character that was cut.
+std::string endOfLines(std::string_view lines, std::size_t size);
+
 // What a connection has shown so far, word by word, of how its server writes text beyond ASCII.
 class SeenTexts {
   public:
@@ -47,12 +51,10 @@ class SeenTexts {
 // would be obeyed rather than shown become visible symbols. Blanks and letters stay as they are.
 std::string visibleText(std::string_view text);
 
-// The same for a name in a server's bytes, within a text of the program's own.
-inline std::string shownName(std::string_view name) {
-    return visibleText(toUtf8(name));
-}
-
 // The number of characters (code points) in text, valid UTF-8.
 std::size_t characterCount(std::string_view text);
+
+// How many bytes the first count characters of text have, valid UTF-8; all of them where it has no more.
+std::size_t bytesOfCharacters(std::string_view text, std::size_t count);
 
 } // namespace corvel

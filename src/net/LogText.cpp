@@ -4,6 +4,7 @@
 #include "common/TextEncoding.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvel {
 
@@ -19,26 +20,33 @@ bool isRefusal(std::string_view line) {
 
 void LogText::append(std::string_view message, std::string_view time, LogLine line) {
     message = lastLines(message);
-    const std::size_t before = text_.size();
     while (!message.empty()) {
         const std::size_t end = std::min(message.find(lineEnd), message.size());
         if (end > 0) {
             const std::string_view text = message.substr(0, end);
-            appendLine(text, time);
-            lines_.push_back(line == LogLine::reply && isRefusal(text) ? LogLine::refusal : line);
-            unreadRefusals_ += lines_.back() == LogLine::refusal ? 1 : 0;
+            const bool isRefused = line == LogLine::reply && isRefusal(text);
+            appendLine(text, time, isRefused ? LogLine::refusal : line);
+            unreadRefusals_ += lines_.back().kind == LogLine::refusal ? 1 : 0;
         }
         message.remove_prefix(std::min(end + lineEnd.size(), message.size()));
     }
-    characters_ += characterCount(std::string_view(text_).substr(before));
     cut();
 }
 
 void LogText::clear() {
-    text_.clear();
+    goneLines_ += lines_.size();
+    goneBytes_ = 0;
     lines_.clear();
     characters_ = 0;
     unreadRefusals_ = 0;
+}
+
+std::string LogText::text() const {
+    std::string text;
+    for (const Line& line : lines_) {
+        text += line.text;
+    }
+    return text;
 }
 
 // The last lines of message: as many as fill the log.
@@ -54,40 +62,35 @@ std::string_view LogText::lastLines(std::string_view message) const {
     return message.substr(start);
 }
 
-void LogText::appendLine(std::string_view line, std::string_view time) {
+void LogText::appendLine(std::string_view line, std::string_view time, LogLine kind) {
     const bool isParted = style_ == Style::linesPart;
-    if (isParted && !text_.empty()) {
-        text_ += lineEnd;
+    if (isParted && !lines_.empty()) {
+        lines_.back().text += lineEnd;
+        characters_ += lineEnd.size();
     }
-    text_.append(isParted ? "[" : "").append(time).append(isParted ? "] " : " ");
-    text_.append(visibleText(toUtf8(line))).append(isParted ? "" : lineEnd);
+    std::string text(isParted ? "[" : "");
+    text.append(time).append(isParted ? "] " : " ");
+    text.append(visibleText(toUtf8(line))).append(isParted ? "" : lineEnd);
+    characters_ += characterCount(text);
+    lines_.push_back({std::move(text), kind});
 }
 
 void LogText::cut() {
-    if (characters_ <= limit_) {
-        return;
-    }
-    std::size_t start = 0;
-    std::ptrdiff_t goneLines = 0;
-    for (std::size_t excess = characters_ - limit_; excess > 0;) {
-        const std::size_t end = std::min(text_.find('\n', start), text_.size() - 1) + 1;
-        const std::size_t characters = characterCount(std::string_view(text_).substr(start, end - start));
-        if (characters <= excess) {
-            start = end;
-            excess -= characters;
-            ++goneLines;
-            continue;
-        }
-        for (; excess > 0; --excess) {
-            ++start;
-            while (start < text_.size() && continuesCharacter(text_[start])) {
-                ++start;
-            }
+    while (characters_ > limit_) {
+        std::string& first = lines_.front().text;
+        const std::size_t characters = characterCount(first);
+        if (characters <= characters_ - limit_) {
+            lines_.pop_front();
+            ++goneLines_;
+            goneBytes_ = 0;
+            characters_ -= characters;
+        } else {
+            const std::size_t bytes = bytesOfCharacters(first, characters_ - limit_);
+            first.erase(0, bytes);
+            goneBytes_ += bytes;
+            characters_ = limit_;
         }
     }
-    text_.erase(0, start);
-    lines_.erase(lines_.begin(), lines_.begin() + goneLines);
-    characters_ = limit_;
 }
 
 } // namespace corvel

@@ -2,9 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace corvel {
 
@@ -30,23 +30,31 @@ class LogText {
     void append(std::string_view message, std::string_view time, LogLine line = LogLine::reply);
     void clear();
 
-    const std::string& text() const { return text_; }
-    // Of each line of text(): what stands between line ends, the cut one at the beginning included.
-    const std::vector<LogLine>& lines() const { return lines_; }
+    struct Line {
+        std::string text; // with its line end; of the first one the beginning may be gone
+        LogLine kind;
+    };
+    const std::deque<Line>& lines() const { return lines_; }
+    // All of them.
+    std::string text() const;
+    // How many lines have gone at the front, since ever; and how many bytes of the first that is still there.
+    std::size_t goneLines() const { return goneLines_; }
+    std::size_t goneBytes() const { return goneBytes_; }
     // How many refusals came since the log was last read.
     std::size_t unreadRefusals() const { return unreadRefusals_; }
     void markRead() { unreadRefusals_ = 0; }
 
   private:
     std::string_view lastLines(std::string_view message) const;
-    void appendLine(std::string_view line, std::string_view time);
+    void appendLine(std::string_view line, std::string_view time, LogLine kind);
     void cut();
 
     std::size_t limit_;
     Style style_;
     std::size_t characters_ = 0;
-    std::string text_;
-    std::vector<LogLine> lines_;
+    std::deque<Line> lines_;
+    std::size_t goneLines_ = 0;
+    std::size_t goneBytes_ = 0;
     std::size_t unreadRefusals_ = 0;
 };
 

@@ -1,7 +1,7 @@
 #include "net/StatusTexts.h"
 
 #include "admin/ShownCommand.h"
-#include "common/TextEncoding.h"
+#include "common/ShownText.h"
 
 #include <algorithm>
 
@@ -28,7 +28,7 @@ std::string silenceText(const Site& site, std::int64_t now, const Settings& sett
     }
     const std::string what = isGreetingDue && !session.bAwaitingReply
                                  ? "the greeting"
-                                 : shownName(shownCommand(session.current.sCommand, settings));
+                                 : shownLine(shownCommand(session.current.sCommand, settings));
     return "waiting " + durationText(silence) + " for " + what;
 }
 
@@ -36,7 +36,7 @@ std::string silenceText(const Site& site, std::int64_t now, const Settings& sett
 
 std::string loginText(const Site& site) {
     return site.session.bLoggedIn ? "logged in as " + shownName(site.config.user)
-           : isKeptOut(site)      ? "not logged in: " + shownName(site.session.loginRefusal)
+           : isKeptOut(site)      ? "not logged in: " + shownLine(site.session.loginRefusal)
                                   : std::string();
 }
 
@@ -45,7 +45,7 @@ std::string lastErrorText(const Site& site) {
     const bool isSaid = isKeptOut(site) && session.lastErrorLine == session.loginRefusal;
     return session.lastErrorLine.empty() || isSaid
                ? std::string()
-               : session.lastErrorTime + " " + shownName(session.lastErrorLine);
+               : session.lastErrorTime + " " + shownLine(session.lastErrorLine);
 }
 
 std::string waitingText(const Site& site, std::int64_t now, std::size_t waitingJobs,

@@ -79,7 +79,7 @@ void QueueDialog::showJobs() {
         list_->setCurrentRow(row);
     }
     site_ = site;
-    setWindowTitle(site > 0 ? titleOf(tr("Queue of %1").arg(displayTextOf(program_.site(site).config.name)))
+    setWindowTitle(site > 0 ? titleOf(tr("Queue of %1").arg(nameTextOf(program_.site(site).config.name)))
                             : tr("Queue"));
     enableButtons();
 }

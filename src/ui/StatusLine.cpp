@@ -62,7 +62,7 @@ void StatusLine::show() {
         const Site& shown = program_.site(site);
         const Outbox& outbox = program_.outbox();
         connection =
-            displayTextOf(shown.config.name) + QStringLiteral(": ") + fromCore(SocketStateText(*shown.wSock));
+            nameTextOf(shown.config.name) + QStringLiteral(": ") + fromCore(SocketStateText(*shown.wSock));
         login = fromCore(loginText(shown));
         error = fromCore(lastErrorText(shown));
         waiting = fromCore(

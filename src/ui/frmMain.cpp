@@ -255,7 +255,7 @@ void frmMain::createPanels() {
 }
 
 void frmMain::showAddedSite(int site) {
-    lvwSites_->addSite(site, displayTextOf(program_.site(site).config.name));
+    lvwSites_->addSite(site, cellTextOf(program_.site(site).config.name));
     changedSockets_.insert(site);
     showSites();
 
@@ -283,7 +283,7 @@ void frmMain::showChange(const ViewChange& change) {
         showAddedSite(site);
         break;
     case ViewPart::renamed:
-        lvwSites_->setName(site, displayTextOf(program_.site(site).config.name));
+        lvwSites_->setName(site, cellTextOf(program_.site(site).config.name));
         showSites();
         showClosed();
         break;

@@ -17,8 +17,7 @@ bool frmMain::asksAboutBatch() {
     QStringList running;
     for (int site = 1; site <= program_.siteCount(); ++site) {
         if (const std::string progress = program_.admin().batchProgress(site); !progress.empty()) {
-            running.append(
-                tr("%1: %2").arg(displayTextOf(program_.site(site).config.name), fromCore(progress)));
+            running.append(tr("%1: %2").arg(nameTextOf(program_.site(site).config.name), fromCore(progress)));
         }
     }
     if (running.isEmpty() || isBatchGivenUp_ || property(endedBySystem).toBool() ||

@@ -23,16 +23,6 @@ namespace {
 
 constexpr std::size_t shortcuts = 9; // Alt+1 to Alt+9
 
-// A name as the text of an action, on which "&" marks a letter; cut without being measured, for the start.
-QString captionOf(const std::string& name) {
-    constexpr qsizetype longest = 80;
-    QString text = displayTextOf(name);
-    if (text.size() > longest) {
-        text = text.first(longest) + QChar(0x2026);
-    }
-    return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
-
 } // namespace
 
 // The entries of the sites list, which keep their places; "Delete" does nothing.
@@ -125,7 +115,7 @@ void frmMain::listSites(std::size_t most) {
         if (i < most) {
             action.setObjectName(elementName("mnuSites", sites[i]));
             action.setData(sites[i]);
-            action.setText(captionOf(program_.site(sites[i]).config.name));
+            action.setText(captionTextOf(program_.site(sites[i]).config.name));
             action.setChecked(sites[i] == program_.currentSite());
         }
     }
@@ -222,7 +212,7 @@ void frmMain::editSite(int site) {
     }
     const SiteForm form = siteForm(program_.site(site).config);
     openSiteDialog(*this,
-                   {.title = QStringLiteral("Editing site \"%1\"").arg(displayTextOf(form.txtSitename)),
+                   {.title = QStringLiteral("Editing site \"%1\"").arg(nameTextOf(form.txtSitename)),
                     .okCaption = tr("Save changes"),
                     .folder = fromCore(program_.directory())},
                    form, [this, site](const SiteForm& filled) { return program_.changeSite(site, filled); });

@@ -60,8 +60,8 @@ void frmMain::openQueue() {
 void frmMain::tmrSocketStatus_Timer() {
     for (const int site : std::exchange(changedSockets_, {})) {
         const Socket& socket = *program_.site(site).wSock;
-        lvwSites_->setState(site, fromCore(SocketStateText(socket)), socket.state() == SocketState::connected,
-                            encryptionStatus(program_.site(site)));
+        lvwSites_->setState(site, cellTextOf(SocketStateText(socket)),
+                            socket.state() == SocketState::connected, encryptionStatus(program_.site(site)));
         activity_->activityChanged(site);
         for (AccountsPanel* const panel : accountsPanels()) {
             panel->connectionChanged(site);
@@ -90,7 +90,7 @@ void frmMain::showActivity() {
         displayTextOf(statusText(status, settings.window_caption_online, settings.window_caption_offline))));
     tray_.TrayModify(
         images_.image(trayImage(status)),
-        displayTextOf(statusText(status, settings.trayicon_text_online, settings.trayicon_text_offline)));
+        cellTextOf(statusText(status, settings.trayicon_text_online, settings.trayicon_text_offline)));
     stats_->showStatus(status);
     status_->showTransfers(status.activity);
     shownStatus_ = std::move(status);
@@ -128,7 +128,7 @@ void frmMain::showClosed() {
     const int site = program_.currentSite();
     const bool isClosed = site > 0 && program_.site(site).wSock->state() == SocketState::closed;
     if (isClosed) {
-        closed_->tell(tr("%1 is not connected.").arg(displayTextOf(program_.site(site).config.name)));
+        closed_->tell(tr("%1 is not connected.").arg(nameTextOf(program_.site(site).config.name)));
     } else {
         closed_->hide();
     }
@@ -146,7 +146,7 @@ void frmMain::showProblems(const std::vector<std::string>& problems) {
     QStringList lines;
     for (const std::string& problem : problems) {
         std::cerr << problem << '\n';
-        lines.append(displayTextOf(problem));
+        lines.append(cellTextOf(problem));
     }
     if (const qsizetype more = lines.size() - mostLines; more > 0) {
         lines = lines.first(mostLines);

@@ -7,6 +7,7 @@
 #include <QDialogButtonBox>
 #include <QFontDatabase>
 #include <QFormLayout>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 
@@ -107,7 +108,7 @@ QLabel* newParagraph(const QString& text, bool isBold) {
 QPlainTextEdit* newProblemsBox(const std::vector<std::string>& problems) {
     QStringList lines;
     for (const std::string& problem : problems) {
-        lines.append(displayTextOf(problem));
+        lines.append(cellTextOf(problem));
     }
     auto* const box = new QPlainTextEdit(lines.join(QLatin1Char('\n')));
     box->setReadOnly(true);
@@ -126,7 +127,7 @@ class frmCertificateQuestion : public QDialog {
   public:
     explicit frmCertificateQuestion(const CertificateQuestion& question) {
         setObjectName(QStringLiteral("frmCertificateQuestion"));
-        setWindowTitle(titleOf(tr("Trust the certificate of \"%1\"?").arg(displayTextOf(question.siteName))));
+        setWindowTitle(titleOf(tr("Trust the certificate of \"%1\"?").arg(nameTextOf(question.siteName))));
         // With the main window hidden it may be the last one that closes.
         setAttribute(Qt::WA_QuitOnClose, false);
         const bool isChanged = !question.remembered.empty();
@@ -184,7 +185,7 @@ class frmCertificate : public QDialog {
     frmCertificate(const CertificateFacts& facts, std::function<void()> forget, QWidget* parent)
         : QDialog(parent), chain_(facts.chain) {
         setObjectName(QStringLiteral("frmCertificate"));
-        setWindowTitle(titleOf(tr("Certificate of \"%1\"").arg(displayTextOf(facts.siteName))));
+        setWindowTitle(titleOf(tr("Certificate of \"%1\"").arg(nameTextOf(facts.siteName))));
         auto* const rows = new QFormLayout(this);
         rows->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
         addBox(*rows, "txtCertHost", tr("&Server:"), serverText(facts.host, facts.port));

@@ -1,5 +1,6 @@
 #include "widgets/Forms.h"
 
+#include "common/ShownText.h"
 #include "common/Text.h"
 #include "widgets/Icons.h"
 #include "widgets/TextConversion.h"
@@ -95,15 +96,12 @@ void openDialog(QDialog& dialog) {
 // What stands in a message may be as long as a server likes: too long a text would push the buttons off the
 // screen.
 QMessageBox* newMessageBox(QWidget* parent, const QString& text) {
-    constexpr qsizetype longest = 1500;
-    constexpr qsizetype end = longest / 3;
+    constexpr std::size_t longest = 1500;
     auto* const box =
         new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Corvel"), {}, QMessageBox::Ok, parent);
     // Before the text: the automatic choice would read markup in it.
     box->setTextFormat(Qt::PlainText);
-    box->setText(text.size() <= longest
-                     ? text
-                     : text.left(longest - end) + QStringLiteral(" \u2026 ") + text.right(end));
+    box->setText(shortenedText(text, longest));
     // Qt indents the text of a box without an icon all the same.
     if (auto* const grid = qobject_cast<QGridLayout*>(box->layout())) {
         grid->setHorizontalSpacing(0);
@@ -131,8 +129,9 @@ ElidedLabel::ElidedLabel(const char* name) {
 }
 
 void ElidedLabel::showText(const QString& shown) {
-    if (text() != shown) {
-        setText(shown);
+    const QString wanted = shortenedText(shown, longestLine);
+    if (text() != wanted) {
+        setText(wanted);
         setToolTip(toolTipOf(shown));
     }
 }
@@ -214,24 +213,6 @@ std::string BytesEdit::bytes(const TextEncoding* connection) const {
     return isTouched() ? bytesOf(text(), connection != nullptr ? *connection : own) : bytes_;
 }
 
-SelectableList::SelectableList(std::vector<SelectableEntry> entries) : entries_(std::move(entries)) {
-    setSelectionMode(QAbstractItemView::MultiSelection);
-    setUniformItemSizes(true);
-    for (const SelectableEntry& entry : entries_) {
-        auto* const entryItem = new QListWidgetItem(displayTextOf(entry.sText), this);
-        entryItem->setSelected(entry.bSelected);
-    }
-}
-
-std::vector<SelectableEntry> SelectableList::entries() const {
-    std::vector<SelectableEntry> current = entries_;
-    for (std::size_t i = 0; i < current.size(); ++i) {
-        const QListWidgetItem& entryItem = *item(static_cast<int>(i));
-        current[i].bSelected = entryItem.isSelected() && !entryItem.isHidden();
-    }
-    return current;
-}
-
 BytesEdit* FormBoxes::add(std::string& member) {
     return fields_.emplace_back(&member, new BytesEdit).second;
 }
@@ -298,7 +279,7 @@ void DialogOverForm::send() {
         refused();
         QStringList lines;
         for (const std::string_view line : split(*problem, lineEnd)) {
-            lines.append(displayTextOf(line));
+            lines.append(cellTextOf(line));
         }
         openDialog(*newMessageBox(this, lines.join(QLatin1Char('\n'))));
     }

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "common/Text.h"
 #include "common/TextEncoding.h"
 
 #include <QDialog>
 #include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMessageBox>
 #include <QValidator>
 
@@ -126,19 +124,6 @@ class BytesEdit : public OneLineEdit {
   private:
     std::string bytes_;
     QString shown_; // what the box made of bytes_
-};
-
-// A list box in which a click, or the space bar, selects an entry or takes its selection back, whatever else
-// is selected.
-class SelectableList : public QListWidget {
-  public:
-    explicit SelectableList(std::vector<SelectableEntry> entries);
-
-    // The entries with the selection as it is now; a hidden entry is not selected.
-    std::vector<SelectableEntry> entries() const;
-
-  private:
-    std::vector<SelectableEntry> entries_; // entry i is row i
 };
 
 // The text boxes over the members of one form record. The record must outlive it and stay where it is.

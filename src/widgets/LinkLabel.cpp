@@ -20,8 +20,9 @@ LinkLabel::LinkLabel(const char* name, const QString& tip) : ElidedLabel(name), 
 }
 
 void LinkLabel::showText(const QString& shown) {
-    if (text() != shown) {
-        ElidedLabel::showText(shown);
+    const QString before = text();
+    ElidedLabel::showText(shown);
+    if (text() != before) {
         QPalette colours = palette();
         colours.setColor(QPalette::Link,
                          readableOn(colours.color(QPalette::Window), colours.color(QPalette::Link)));

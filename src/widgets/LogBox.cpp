@@ -1,5 +1,7 @@
 #include "widgets/LogBox.h"
 
+#include "common/ShownText.h"
+#include "common/TextEncoding.h"
 #include "widgets/Colours.h"
 #include "widgets/TextConversion.h"
 
@@ -17,9 +19,11 @@ namespace corvel {
 
 namespace {
 
-// In milliseconds, about one picture of the screen: what changes faster is not seen, and every text is laid
-// out as a whole.
+// In milliseconds, about one picture of the screen: what changes faster is not seen.
 constexpr int updateInterval = 16;
+
+// Characters of a line: each is laid out as a whole.
+constexpr std::size_t longestShown = 2000;
 
 bool isFindKey(const QEvent& event) {
     return static_cast<const QKeyEvent&>(event).matches(QKeySequence::Find);
@@ -35,7 +39,8 @@ LogBox::LogBox(std::function<const LogText&()> log, QWidget* parent)
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setLogFont({}, 0);
     // Before the text is laid out, so that it is laid out once.
-    connect(document(), &QTextDocument::contentsChange, this, &LogBox::colourLines);
+    connect(document(), &QTextDocument::contentsChange, this,
+            [this](int from, int /*removed*/, int added) { colourLines(from, added); });
 }
 
 void LogBox::scheduleUpdate() {
@@ -78,31 +83,110 @@ void LogBox::updateText() {
     }
 }
 
+// Changes no more of the text than has changed of the log: what is set is all laid out anew.
 void LogBox::showText() {
     const LogText& log = log_();
-    shownLines_ = log.lines();
-    setPlainText(fromCore(log.text()));
+    const std::size_t going = log.goneLines() - goneLines_;
+    if (going >= shown_.size()) {
+        shown_.clear();
+        clear();
+    } else if (const bool isFirstCut = log.goneBytes() != (going > 0 ? 0 : goneBytes_);
+               going > 0 || isFirstCut) {
+        showFront(log.lines().front(), going, isFirstCut);
+    }
+    goneLines_ = log.goneLines();
+    goneBytes_ = log.goneBytes();
+    showEnd(log);
     moveCursor(QTextCursor::End);
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
+// Takes so many lines away. first: the one behind them, of which more of the beginning may have gone.
+void LogBox::showFront(const LogText::Line& first, std::size_t going, bool isFirstCut) {
+    shown_.erase(shown_.begin(), shown_.begin() + static_cast<std::ptrdiff_t>(going));
+    const QTextBlock block = document()->findBlockByNumber(static_cast<int>(going));
+    QTextCursor cursor(document());
+    if (isFirstCut) {
+        cursor.setPosition(block.position() + block.length() - 1, QTextCursor::KeepAnchor);
+        cursor.insertText(textOfLine(first, shown_.front()));
+    } else {
+        cursor.setPosition(block.position(), QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    }
+}
+
+// Appends the lines that are not shown yet.
+void LogBox::showEnd(const LogText& log) {
+    if (shown_.size() == log.lines().size()) {
+        return;
+    }
+    QString text;
+    if (static_cast<std::size_t>(blockCount()) == shown_.size()) {
+        text = QLatin1Char('\n'); // of the last line, which has one by now
+    }
+    for (std::size_t i = shown_.size(); i < log.lines().size(); ++i) {
+        const LogText::Line& line = log.lines()[i];
+        text += textOfLine(line, shown_.emplace_back());
+        if (line.text.ends_with('\n')) {
+            text += QLatin1Char('\n');
+        }
+    }
+    QTextCursor cursor(document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(text);
+}
+
+// What is shown of the line; says so in shown.
+QString LogBox::textOfLine(const LogText::Line& line, Shown& shown) {
+    std::string_view text = line.text;
+    text.remove_suffix(text.size() - (text.find_last_not_of("\r\n") + 1));
+    const std::size_t size =
+        text.size() <= longestShown ? text.size() : bytesOfCharacters(text, longestShown);
+    shown = {.kind = line.kind};
+    if (size == text.size()) {
+        return fromCore(text);
+    }
+    shown.text = fromCore(text.substr(0, size));
+    shown.rest = fromCore(text.substr(size));
+    return shown.text + fromCore(moreMark(characterCount(text.substr(size))));
+}
+
+QString LogBox::wholeText() const {
+    QString text;
+    std::size_t line = 0;
+    for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next(), ++line) {
+        const bool isCut = line < shown_.size() && !shown_[line].rest.isEmpty();
+        text += isCut ? shown_[line].text + shown_[line].rest : block.text();
+        text += block.next().isValid() ? QStringLiteral("\n") : QString();
+    }
+    return text;
+}
+
+int LogBox::hiddenMatches(const QString& what) const {
+    qsizetype count = 0;
+    for (const Shown& line : shown_) {
+        if (!line.rest.isEmpty()) {
+            count += (line.text.right(what.size() - 1) + line.rest).count(what, Qt::CaseInsensitive);
+        }
+    }
+    return static_cast<int>(count);
+}
+
 // The lines are the blocks of the document: the log has no other characters that break one.
-void LogBox::colourLines() {
+void LogBox::colourLines(int from, int added) {
     const QColor ground = palette().color(QPalette::Base);
     std::array<QTextCharFormat, 4> formats; // by LogLine
     formats[static_cast<std::size_t>(LogLine::refusal)].setForeground(readableOn(ground, {0xD0, 0x20, 0x20}));
     formats[static_cast<std::size_t>(LogLine::command)].setForeground(readableOn(ground, {0x20, 0x60, 0xC0}));
     formats[static_cast<std::size_t>(LogLine::event)].setForeground(readableOn(ground, {0x80, 0x70, 0x40}));
-    QTextBlock block = document()->firstBlock();
-    for (const LogLine line : shownLines_) {
-        if (!block.isValid()) {
-            return;
-        }
+    for (QTextBlock block = document()->findBlock(from); block.isValid() && block.position() <= from + added;
+         block = block.next()) {
+        const auto number = static_cast<std::size_t>(block.blockNumber());
+        const LogLine line = number < shown_.size() ? shown_[number].kind : LogLine::reply;
         if (line != LogLine::reply || !block.layout()->formats().isEmpty()) {
             block.layout()->setFormats(
                 {{.start = 0, .length = block.length(), .format = formats[static_cast<std::size_t>(line)]}});
         }
-        block = block.next();
     }
 }
 
@@ -112,7 +196,7 @@ bool LogBox::event(QEvent* event) {
         return true;
     }
     if (event->type() == QEvent::PaletteChange) {
-        colourLines();
+        colourLines(0, document()->characterCount());
         document()->markContentsDirty(0, document()->characterCount());
     }
     return QPlainTextEdit::event(event);

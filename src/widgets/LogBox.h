@@ -4,14 +4,16 @@
 
 #include <QPlainTextEdit>
 
+#include <cstddef>
+#include <deque>
 #include <functional>
-#include <vector>
 
 namespace corvel {
 
 // Shows a log that is kept elsewhere, bounded in length: read-only, in a fixed-width font, its lines in the
 // colour of what they are, with the caret at the end, so that the newest line is in sight. What is shown
-// stays as it is while somebody holds it: by holding the log, by a selection, or with the mouse.
+// stays as it is while somebody holds it: by holding the log, by a selection, or with the mouse. A line that
+// is longer than several of the window is cut, with a mark that says how much.
 class LogBox : public QPlainTextEdit {
     Q_OBJECT
 
@@ -29,6 +31,11 @@ class LogBox : public QPlainTextEdit {
     // Empties the log, even one that is held.
     void clearLog();
 
+    // The text that is shown, with its lines whole.
+    QString wholeText() const;
+    // How often what is found, whatever its case, where lines are cut: not all of it in what is shown.
+    int hiddenMatches(const QString& what) const;
+
     // The platform's fixed-width font, or another by name; pointSize 0 or less keeps the size.
     void setLogFont(const QString& family, int pointSize);
 
@@ -43,12 +50,25 @@ class LogBox : public QPlainTextEdit {
     void mouseReleaseEvent(QMouseEvent* event) override;
 
   private:
+    // A line as it is shown.
+    struct Shown {
+        LogLine kind;
+        QString text; // its beginning, without a mark; empty where it is whole
+        QString rest; // what is not shown
+    };
+
     void updateText();
     void showText();
-    void colourLines();
+    static QString textOfLine(const LogText::Line& line, Shown& shown);
+    void showFront(const LogText::Line& first, std::size_t going, bool isFirstCut);
+    void showEnd(const LogText& log);
+    void colourLines(int from, int added);
 
     std::function<const LogText&()> log_;
-    std::vector<LogLine> shownLines_;
+    std::deque<Shown> shown_; // the blocks of the document, but for an empty last one
+    // Of the log's lines and bytes, how many had gone as it was shown.
+    std::size_t goneLines_ = 0;
+    std::size_t goneBytes_ = 0;
     bool isUpdateDue_ = false;
     bool isHeld_ = false;
     bool isMouseDown_ = false;

@@ -108,16 +108,24 @@ void LogTools::find(Direction direction) {
     cursor.clearSelection();
     log_->setTextCursor(cursor);
     lblFind_->clear();
+    lblFind_->setToolTip({});
     if (what.isEmpty()) {
         return;
     }
     place += direction == Direction::up ? -1 : direction == Direction::down ? 1 : 0;
     const Match match = matchOf(log_->toPlainText(), what, place, direction == Direction::down);
+    const int hidden = log_->hiddenMatches(what);
+    QString found = match.start < 0 ? tr("not found") : tr("%1 of %2").arg(match.number).arg(match.count);
+    if (hidden > 0) {
+        const QString more = tr("%1 cut off").arg(hidden);
+        found = match.start < 0 ? more : found + QStringLiteral(", ") + more;
+        lblFind_->setToolTip(
+            tr("Of long lines only the beginning is shown; \"Save as...\" writes them whole"));
+    }
+    lblFind_->setText(found);
     if (match.start < 0) {
-        lblFind_->setText(tr("not found"));
         return;
     }
-    lblFind_->setText(tr("%1 of %2").arg(match.number).arg(match.count));
     cursor.setPosition(static_cast<int>(match.start));
     cursor.setPosition(static_cast<int>(match.start + what.size()), QTextCursor::KeepAnchor);
     log_->setTextCursor(cursor);
@@ -151,14 +159,13 @@ void LogTools::save() {
     dialog->setDefaultSuffix(QStringLiteral("txt"));
     dialog->setNameFilters({tr("Text files (*.txt)"), tr("All files (*)")});
     dialog->selectFile(log_->accessibleName() + QStringLiteral(".txt"));
-    connect(dialog, &QFileDialog::fileSelected, this,
-            [this, text = log_->toPlainText()](const QString& path) {
-                QSaveFile file(path);
-                if (!file.open(QIODevice::WriteOnly | QIODevice::Text) || file.write(text.toUtf8()) < 0 ||
-                    !file.commit()) {
-                    newMessageBox(this, tr("The log was not saved: %1").arg(file.errorString()))->open();
-                }
-            });
+    connect(dialog, &QFileDialog::fileSelected, this, [this, text = log_->wholeText()](const QString& path) {
+        QSaveFile file(path);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Text) || file.write(text.toUtf8()) < 0 ||
+            !file.commit()) {
+            newMessageBox(this, tr("The log was not saved: %1").arg(file.errorString()))->open();
+        }
+    });
     openDialog(*dialog);
 }
 

@@ -16,6 +16,9 @@ NoticeBar::NoticeBar(const char* name, const char* textName, QWidget* parent)
     text_->setTextFormat(Qt::PlainText);
     text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     text_->setWordWrap(true);
+    QSizePolicy place = text_->sizePolicy();
+    place.setHorizontalPolicy(QSizePolicy::Ignored); // a long word must not make the window wider
+    text_->setSizePolicy(place);
     row_->addWidget(sign_, 0, Qt::AlignTop);
     row_->addWidget(text_, 1);
     hide();

@@ -132,6 +132,7 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
     case Qt::DecorationRole:
         return column == 0 && source_.icon ? QVariant(source_.icon(row)) : QVariant();
     case Qt::ToolTipRole:
+        return column == 0 && source_.iconText ? QVariant(toolTipOf(source_.iconText(row))) : QVariant();
     case Qt::AccessibleDescriptionRole:
         return column == 0 && source_.iconText ? QVariant(source_.iconText(row)) : QVariant();
     case Qt::CheckStateRole:

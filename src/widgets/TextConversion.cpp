@@ -1,5 +1,7 @@
 #include "widgets/TextConversion.h"
 
+#include "common/ShownText.h"
+
 #include <QByteArray>
 #include <QTextDocument>
 
@@ -27,23 +29,35 @@ QString displayTextOf(std::string_view bytes) {
 }
 
 QString cellTextOf(std::string_view bytes) {
-    constexpr std::size_t longest = 1000;
-    if (bytes.size() <= longest) {
-        return displayTextOf(bytes);
-    }
-    std::size_t end = longest;
-    while (end > longest - 4 && continuesCharacter(bytes[end])) {
-        --end;
-    }
-    return displayTextOf(bytes.substr(0, end)) + QChar(0x2026);
+    return fromCore(shownLine(bytes));
+}
+
+QString nameTextOf(std::string_view bytes) {
+    return fromCore(shownName(bytes));
+}
+
+QString shortenedText(const QString& text, std::size_t most) {
+    return text.size() <= static_cast<qsizetype>(most) ? text : fromCore(shortened(toCore(text), most));
+}
+
+QString captionTextOf(std::string_view bytes) {
+    return nameTextOf(bytes).replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+QString tipLines(const QString& text) {
+    constexpr std::size_t longest = 1500;
+    constexpr std::size_t widest = 100;
+    return fromCore(wrapped(shortened(toCore(text), longest), widest));
 }
 
 QString toolTipOf(const QString& text) {
-    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+    const QString shown = tipLines(text);
+    return Qt::mightBeRichText(shown) ? Qt::convertFromPlainText(shown) : shown;
 }
 
 QString titleOf(const QString& text) {
-    return QString(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+    constexpr std::size_t longest = 200;
+    return shortenedText(text, longest).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
 }
 
 QString fromCore(std::string_view utf8) {

@@ -24,14 +24,24 @@ std::string bytesOf(const QString& text, TextEncoding encoding);
 // symbols. For showing only; it cannot be turned back.
 QString displayTextOf(std::string_view bytes);
 
-// As displayTextOf, for a cell of a list: cut behind what a screen can show, however long the bytes are.
+// As displayTextOf, for a cell of a list or another line of its own, and for a name within a text of the
+// program's own: shortened to what a screen can show, as shownLine and shownName are, however long the bytes
+// are.
 QString cellTextOf(std::string_view bytes);
+QString nameTextOf(std::string_view bytes);
+// text shortened to that many characters.
+QString shortenedText(const QString& text, std::size_t most);
 
-// text for a tool tip. Qt would obey markup in one, down to loading the pictures that it names; this shows
-// it.
+// The same for a name as the text of an action or a button, on which "&" marks a letter.
+QString captionTextOf(std::string_view bytes);
+
+// text for a tool tip: no more of it, and no wider, than a small screen holds. Qt would obey markup in one,
+// down to loading the pictures that it names; toolTipOf has it show that.
+QString tipLines(const QString& text);
 QString toolTipOf(const QString& text);
 
-// text for the title of a window. Qt reads a single [*] in one as the place of a mark for "modified".
+// text for the title of a window, shortened. Qt reads a single [*] in one as the place of a mark for
+// "modified".
 QString titleOf(const QString& text);
 
 // Texts that are UTF-8 by contract: the program's own wording, and what was made with toUtf8.

@@ -2,6 +2,7 @@
 
 #include "widgets/CertificateDialogs.h"
 #include "widgets/Forms.h"
+#include "widgets/TextConversion.h"
 
 #include <QApplication>
 #include <QInputDialog>
@@ -26,11 +27,13 @@ QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std:
     auto* box = new QInputDialog(parent);
     box->setInputMode(QInputDialog::TextInput);
     box->setTextEchoMode(echo);
-    box->setWindowTitle(title.empty() ? QStringLiteral("Corvel") : boxText(title));
+    box->setWindowTitle(title.empty() ? QStringLiteral("Corvel") : titleOf(boxText(title)));
     // The box under the label is its buddy, so a lone "&" would mark a letter.
     box->setLabelText(boxText(prompt).replace(QLatin1Char('&'), QStringLiteral("&&")));
+    constexpr qsizetype oneLine = 80;
     for (QLabel* label : box->findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(label->text().size() > oneLine);
     }
     for (QLineEdit* edit : box->findChildren<QLineEdit*>()) {
         edit->setValidator(new LineBreakDropper(edit));

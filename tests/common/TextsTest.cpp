@@ -1,3 +1,4 @@
+#include "common/ShownText.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
 
@@ -50,6 +51,28 @@ TEST(Text, MatchesAPatternAsAWhole) {
     };
     for (const Row& row : rows) {
         EXPECT_EQ(matchesPattern(row.text, row.pattern), row.matches) << row.pattern;
+    }
+}
+
+TEST(ShownText, IsShortButTheEndsOfLongTextsStay) {
+    const std::string euro = "\xE2\x82\xAC";
+    EXPECT_EQ(shortened("äöü", 3), "äöü");
+    EXPECT_EQ(shortened("aaaabbbb" + euro + euro, 9), "aaaabb ... (1 character) ... b" + euro + euro);
+    EXPECT_EQ(shortened("a" + std::string(12344, 'x') + euro, 3), "ax ... (12,343 characters) ... " + euro);
+    EXPECT_EQ(moreMark(59000), " ... (59,000 more characters)");
+    const std::string long1 = "a" + std::string(60000, '\x7F') + "1";
+    const std::string long2 = "a" + std::string(60000, '\x7F') + "2";
+    EXPECT_NE(shownName(long1), shownName(long2));
+    EXPECT_LT(characterCount(shownName(std::string(60000, '\xFF'))), longestName + 40);
+    EXPECT_LT(characterCount(shownName(long1 + std::string(60000, '\x81'))), longestName + 80);
+
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"ab cd\nef", "ab cd\nef"},         {"abcdef gh", "abcdef\ngh"}, {"abc defg", "abc\ndefg"},
+        {"abcdefgh", "abcdef\ngh"},         {" abcdefg", " abcde\nfg"},  {"äöüäöüäö", "äöüäöü\näö"},
+        {"abcdef\nabc\n", "abcdef\nabc\n"},
+    };
+    for (const auto& [text, lines] : rows) {
+        EXPECT_EQ(wrapped(text, 6), lines) << text;
     }
 }
 
@@ -128,6 +151,20 @@ TEST(SeenTexts, JudgeEveryWordHoweverItIsCut) {
             seen.read(bytes.substr(cut));
             EXPECT_EQ(seen.encoding(), encoding) << bytes << " cut at " << cut;
         }
+    }
+}
+
+// A reply of which the last bytes are shown reads the same there, wherever they begin.
+TEST(TextEncoding, ReadsTheEndOfALineAsTheWholeLine) {
+    const std::string lines = "\xC3\xA9 x\r\n\xC3\xA9\xC3\xA9\r\n\xE9 \xC3\xA9\r\n\xE9";
+    const std::vector<std::pair<std::size_t, std::string>> rows = {
+        {19, lines},           {18, lines.substr(2)}, // without the rest of a character
+        {14, lines.substr(5)}, {13, lines.substr(6)},
+        {12, lines.substr(8)}, {4, "\xC2\xA9\r\n\xE9"}, // a line that is not UTF-8
+        {3, lines.substr(16)}, {0, ""},
+    };
+    for (const auto& [size, text] : rows) {
+        EXPECT_EQ(endOfLines(lines, size), text) << size;
     }
 }
 

@@ -62,7 +62,9 @@ class Users : public Accounts {
   protected:
     Users() : Accounts(usersTab, "lvwUsers_1", "txtUserName") {}
     void pick(const char* listName, const QString& text) {
-        driver_->find<QListWidget>(listName).findItems(text, Qt::MatchExactly).front()->setSelected(true);
+        auto& list = driver_->find<QAbstractItemView>(listName);
+        const QModelIndexList found = list.model()->match(list.model()->index(0, 0), Qt::DisplayRole, text);
+        list.selectionModel()->select(found.front(), QItemSelectionModel::Select);
     }
     const DemoUser* onServer(const char* name) { return server_.world().accounts.findUser(name); }
 };

@@ -3,7 +3,6 @@
 #include <QElapsedTimer>
 #include <QInputDialog>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -45,8 +44,9 @@ void Driver::setTexts(const std::vector<std::pair<const char*, QString>>& boxes)
 }
 
 void Driver::clickRow(const char* list, int row) {
-    auto& box = find<QListWidget>(list);
-    QTest::mouseClick(box.viewport(), Qt::LeftButton, {}, box.visualItemRect(box.item(row)).center());
+    auto& box = find<QAbstractItemView>(list);
+    const QModelIndex index = box.model()->index(row, 0);
+    QTest::mouseClick(box.viewport(), Qt::LeftButton, {}, box.visualRect(index).center());
 }
 
 void Driver::clickRow(const char* list, int column, const QString& text) {

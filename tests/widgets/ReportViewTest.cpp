@@ -216,6 +216,39 @@ TEST(LogBox, ASelectionIsKeptUntilItIsLetGo) {
     }
 }
 
+// The box that follows the log shows what one shows that looks at it for the first time.
+TEST(LogBox, FollowsTheLogHoweverItsLinesGoAndAreCut) {
+    for (const LogText::Style style : {LogText::Style::linesEnd, LogText::Style::linesPart}) {
+        LogText log(9000, style);
+        const auto read = [&log]() -> const LogText& { return log; };
+        LogBox box(read);
+        for (const int size : {1, 30, 2500, 3000, 20, 2000, 2500, 1, 20000, 5, 5000, 4000, 1}) {
+            log.append(size % 3 == 0 ? "550 x" : "200 y", "t");
+            log.append(std::string(static_cast<std::size_t>(size), 'x'), "t", LogLine::command);
+            LogBox fresh(read);
+            const auto blocks = [](const LogBox& shown) {
+                std::vector<std::pair<QString, QColor>> all;
+                for (QTextBlock block = shown.document()->begin(); block.isValid(); block = block.next()) {
+                    const auto formats = block.layout()->formats();
+                    all.emplace_back(block.text(), formats.value(0).format.foreground().color());
+                }
+                return all;
+            };
+            box.scheduleUpdate();
+            fresh.scheduleUpdate();
+            EXPECT_TRUE(QTest::qWaitFor([&] {
+                const QString whole = QString::fromStdString(log.text()).remove(u'\r');
+                return box.wholeText() == whole && fresh.wholeText() == whole;
+            })) << size;
+            EXPECT_EQ(blocks(box), blocks(fresh)) << size;
+            for (const auto& [text, colour] : blocks(box)) {
+                EXPECT_LE(text.size(), 2100);
+                EXPECT_EQ(text.contains(u" more character"_s), text.size() > 2000);
+            }
+        }
+    }
+}
+
 TEST(LogBox, ItsColoursCanBeReadOnEveryGround) {
     LogText log(25000, LogText::Style::linesPart);
     for (const LogLine line : {LogLine::refusal, LogLine::command, LogLine::event}) {

@@ -7,6 +7,7 @@
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QKeyEvent>
+#include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -96,7 +97,7 @@ void frmCopyUser::collect() {
 frmChangeUserGroups::frmChangeUserGroups(Opening opening, Accept accept, QWidget* parent)
     : FormDialog("frmChangeUserGroups", {}, std::move(opening), std::move(accept), parent),
       lstGroups_(new SelectableList(form_.lstGroups)), lstGAdmin_(new SelectableList(form_.lstGAdmin)) {
-    setWindowTitle(titleOf(tr("Change groups - %1").arg(displayTextOf(form_.sUserName))));
+    setWindowTitle(titleOf(tr("Change groups - %1").arg(nameTextOf(form_.sUserName))));
     auto* const layout = new QGridLayout(this);
     layout->addWidget(labelFor(*lstGroups_, "lstGroups", tr("&Member of:")), 0, 0);
     layout->addWidget(labelFor(*lstGAdmin_, "lstGAdmin", tr("Group &admin of:")), 0, 1);
@@ -113,7 +114,7 @@ void frmChangeUserGroups::collect() {
 
 frmUserSections::frmUserSections(Opening opening, Accept accept, QWidget* parent)
     : FormDialog("frmUserSections", {}, std::move(opening), std::move(accept), parent) {
-    setWindowTitle(titleOf(tr("Sections - %1").arg(displayTextOf(form_.sUserName))));
+    setWindowTitle(titleOf(tr("Sections - %1").arg(nameTextOf(form_.sUserName))));
     auto* const layout = new QGridLayout(this);
     layout->addWidget(new QLabel(tr("Section")), 0, 0);
     layout->addWidget(new QLabel(tr("Ratio")), 0, 1, Qt::AlignRight);
@@ -187,7 +188,8 @@ void openUserSections(mdlMain& program, int site, const clsUser& user, QWidget* 
 }
 
 frmAddUser::frmAddUser(Opening opening, Accept accept, QWidget* parent)
-    : FormDialog("frmAddUser", tr("Add user"), std::move(opening), std::move(accept), parent) {
+    : FormDialog("frmAddUser", tr("Add user"), std::move(opening), std::move(accept), parent),
+      lstAllGroup_(new SelectableList(form_.lstAllGroup)) {
     auto* const layout = new QVBoxLayout(this);
     auto* const columns = new QHBoxLayout;
     layout->addLayout(columns, 1);
@@ -218,11 +220,9 @@ QLayout* frmAddUser::createAccount() {
     addText(form_.txtUserName, "txtUserName", tr("User &name:"));
     addText(form_.txtPassword, "txtPassword", tr("&Password:"))->setEchoMode(QLineEdit::Password);
     txtMainGroup_ = new QComboBox;
-    for (const SelectableEntry& group : form_.lstAllGroup) {
-        txtMainGroup_->addItem(displayTextOf(group.sText));
-    }
-    txtMainGroup_->setCurrentIndex(-1);
-    connect(txtMainGroup_, &QComboBox::currentIndexChanged, this, &frmAddUser::mainGroupChanged);
+    lstAllGroup_->shareNames(*txtMainGroup_);
+    // The server would toggle the account out of its main group if that were among the other groups.
+    connect(txtMainGroup_, &QComboBox::currentIndexChanged, lstAllGroup_, &SelectableList::hideEntry);
     addRow(*txtMainGroup_, "txtMainGroup", tr("Main &group:"));
     addText(form_.txtUserFlags, "txtUserFlags", tr("&Flags:"))->setToolTip(fromCore(flagsTip));
     addText(form_.txtUserTagLine, "txtUserTagLine", tr("&Tagline:"))->selectSampleOnFocus(taglinePlaceholder);
@@ -251,7 +251,6 @@ void frmAddUser::addNumbers(QGridLayout& layout, const std::vector<NumberBox>& b
 }
 
 QLayout* frmAddUser::createGroups() {
-    lstAllGroup_ = new SelectableList(form_.lstAllGroup);
     lstAllGroup_->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
     auto* const layout = new QVBoxLayout;
     layout->addWidget(labelFor(*lstAllGroup_, "lstAllGroup", tr("&Other groups:")));
@@ -301,17 +300,6 @@ bool frmAddUser::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return QDialog::eventFilter(watched, event);
-}
-
-// The server would toggle the account out of its main group if that were among the other groups.
-void frmAddUser::mainGroupChanged(int index) {
-    for (int i = 0; i < lstAllGroup_->count(); ++i) {
-        QListWidgetItem* const item = lstAllGroup_->item(i);
-        item->setHidden(i == index);
-        if (i == index) {
-            item->setSelected(false);
-        }
-    }
 }
 
 void frmAddUser::appendMasks() {

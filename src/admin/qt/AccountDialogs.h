@@ -3,11 +3,13 @@
 #include "admin/AdminForms.h"
 #include "app/mdlMain.h"
 #include "widgets/Forms.h"
+#include "widgets/SelectableList.h"
 
 #include <vector>
 
 class QComboBox;
 class QGridLayout;
+class QListWidget;
 class QTimer;
 
 namespace corvel {
@@ -33,7 +35,6 @@ class frmAddUser : public FormDialog<AddUserForm> {
     QLayout* createGroups();
     QLayout* createMasks();
     void addNumbers(QGridLayout& layout, const std::vector<NumberBox>& boxes);
-    void mainGroupChanged(int index);
     void appendMasks();
     void addMasks();
     void deleteMask();
@@ -41,7 +42,7 @@ class frmAddUser : public FormDialog<AddUserForm> {
     void confirmed() override;
 
     QComboBox* txtMainGroup_ = nullptr;
-    SelectableList* lstAllGroup_ = nullptr;
+    SelectableList* lstAllGroup_;
     BytesEdit* txtUserIP_ = nullptr;
     QListWidget* lstUserIP_ = nullptr;
 };

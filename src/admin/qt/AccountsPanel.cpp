@@ -96,7 +96,7 @@ void EditorBoxes::showProblem(Details details, const std::string& problem) {
         problem_->showText(isKnown_ ? QString() : say("Waiting for the details ..."));
         return;
     case Details::refused:
-        problem_->showText(say("No details: %1").arg(displayTextOf(problem)));
+        problem_->showText(say("No details: %1").arg(cellTextOf(problem)));
         return;
     }
 }
@@ -236,7 +236,7 @@ void AccountsPanel::connectionChanged(int site) {
 QString AccountsPanel::emptyText(int site) const {
     const AccountView& view = session(site).*outline_.view;
     if (!view.problem.empty()) {
-        return outline_.refused.arg(displayTextOf(view.problem));
+        return outline_.refused.arg(cellTextOf(view.problem));
     }
     if (program_.site(site).wSock->state() != SocketState::connected) {
         return tr("Not connected.");

@@ -2,6 +2,7 @@
 
 #include "admin/qt/JobTable.h"
 #include "app/mdlMain.h"
+#include "common/ShownText.h"
 #include "widgets/Forms.h"
 #include "widgets/ReportView.h"
 
@@ -186,7 +187,7 @@ void BatchResults::showChoice() {
     int current = jobs_.empty() ? -1 : 0;
     for (std::size_t i = 0; i < jobs_.size(); ++i) {
         const int row = static_cast<int>(i);
-        const QString caption = fromCore(captionOf(*jobs_[i]));
+        const QString caption = shortenedText(fromCore(captionOf(*jobs_[i])), longestName);
         if (row == cboBatchJob_->count()) {
             cboBatchJob_->addItem(caption);
         } else if (cboBatchJob_->itemText(row) != caption) {

@@ -3,11 +3,14 @@
 
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QListWidget>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace corvel {
 
@@ -101,7 +104,7 @@ QWidget* UserEditorPanel::createArea() {
 void UserEditorPanel::showSelected(std::size_t count) {
     const clsUser* const user =
         program_.currentSite() > 0 ? program_.admin().users().current(program_.currentSite()) : nullptr;
-    QString text = user == nullptr ? QString() : displayTextOf(user->sName);
+    QString text = user == nullptr ? QString() : nameTextOf(user->sName);
     if (user != nullptr && count > 1) {
         text = tr("%1 (%2 users are selected)").arg(text).arg(count);
     }
@@ -116,9 +119,9 @@ void UserEditorPanel::showSite(int site) {
     txtUserUID_->setBytes(form.txtUserUID);
     txtUserGroup_->setBytes(form.txtUserGroup);
     lstUserIP_->clear();
-    for (const std::string& mask : form.lstUserIP) {
-        lstUserIP_->addItem(displayTextOf(mask));
-    }
+    QStringList masks;
+    std::ranges::transform(form.lstUserIP, std::back_inserter(masks), cellTextOf);
+    lstUserIP_->addItems(masks);
     lvwUserGroups_->setSource(sourceOf(form.lvwUserGroups,
                                        {{tr("gid"), Qt::AlignRight}, {tr("groupname")}, {tr("gadmin")}},
                                        {&MemberRow::sId, &MemberRow::sName, &MemberRow::sGadmin}),

@@ -3,6 +3,7 @@
 #include "browser/FileDialogs.h"
 #include "browser/qt/BrowserPanel.h"
 #include "widgets/Forms.h"
+#include "widgets/SelectableList.h"
 #include "widgets/TextConversion.h"
 
 #include <QCheckBox>

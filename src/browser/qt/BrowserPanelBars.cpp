@@ -177,7 +177,7 @@ void BrowserPanel::openStrangeLines() {
     const BrowserListing& listing = program_.site(site).session.browser.listing;
     QStringList lines;
     for (const std::string& line : listing.strangeLines) {
-        lines.append(displayTextOf(line));
+        lines.append(cellTextOf(line));
     }
     if (listing.strangeCount > listing.strangeLines.size()) {
         lines.append(tr("... and %1 more").arg(listing.strangeCount - listing.strangeLines.size()));

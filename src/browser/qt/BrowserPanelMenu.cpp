@@ -82,7 +82,8 @@ void BrowserPanel::showActions() {
     for (std::size_t i = 0; i < actions_.size(); ++i) {
         const QString reason = whyNot(static_cast<BrowserAct>(i), rows);
         actions_[i]->setEnabled(reason.isEmpty());
-        actions_[i]->setToolTip(reason.isEmpty() ? plainCaption(tr(menuLines[i].caption)) : reason);
+        actions_[i]->setToolTip(reason.isEmpty() ? plainCaption(tr(menuLines[i].caption))
+                                                 : toolTipOf(reason));
     }
 }
 

@@ -31,7 +31,7 @@ constexpr std::array<MenuName, 5> names = {{
 QString actionText(const std::string& caption, const QMenu& menu) {
     const int widest = menu.screen()->availableGeometry().width() * 3 / 4;
     return menu.fontMetrics()
-        .elidedText(displayTextOf(caption), Qt::ElideMiddle, widest)
+        .elidedText(cellTextOf(caption), Qt::ElideMiddle, widest)
         .replace('&'_L1, "&&"_L1);
 }
 

@@ -101,7 +101,7 @@ QString emptyListText(const Site& site) {
     }
     if (!session.activityRows.problem.empty()) {
         return ActivityPanel::tr("The server did not say who is online:\n%1")
-            .arg(displayTextOf(session.activityRows.problem));
+            .arg(cellTextOf(session.activityRows.problem));
     }
     return session.activityRows.replies > 0
                ? ActivityPanel::tr("Nobody is online.")

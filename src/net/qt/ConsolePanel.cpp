@@ -59,8 +59,7 @@ QPushButton* newHistoryButton(mdlMain& program, int site, QLineEdit& command) {
         menu->clear();
         const std::vector<std::string>& typed = program.site(site).session.typedCommands;
         for (const std::string& text : typed) {
-            QString shown = cellTextOf(shownCommand(text, program.settings()));
-            QAction* const action = menu->addAction(shown.replace(QLatin1Char('&'), QStringLiteral("&&")));
+            QAction* const action = menu->addAction(captionTextOf(shownCommand(text, program.settings())));
             QObject::connect(action, &QAction::triggered, &command, [&command, whole = textOf(text)] {
                 command.setText(whole);
                 command.selectAll();

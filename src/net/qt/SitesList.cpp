@@ -206,7 +206,7 @@ void SitesList::describe(int row) {
     name.setToolTip(encryption.isEmpty()
                         ? toolTipOf(whole)
                         : QStringLiteral("<p style='white-space:pre'>%1<br>%2</p>")
-                              .arg(whole.toHtmlEscaped(), state.data(markupRole).toString()));
+                              .arg(tipLines(whole).toHtmlEscaped(), state.data(markupRole).toString()));
     name.setAccessibleText(encryption.isEmpty() ? whole : whole + QStringLiteral(", ") + encryption);
 }
 
