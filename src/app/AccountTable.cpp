@@ -219,6 +219,7 @@ void AccountTable<Kind>::saveNow(int site, std::int16_t id, bool sendFlags) {
                });
     if (problem) {
         say(site, *problem);
+        keepOutcome(site, id, *problem);
     }
 }
 
@@ -309,10 +310,14 @@ void AccountTable<Kind>::keepOutcome(int site, std::int16_t id, std::string_view
     if (job == nullptr || changesOf(*job) == 0) {
         return;
     }
-    AccountView& view = session(site).*Kind::view;
     // "password of " is told as "password".
-    view.outcome = services_.log.clock().timeOfDay() + " " +
-                   outcomeText(*job, what == saveTitle ? "saved" : what.substr(0, what.find(" of ")));
+    keepOutcome(site, id, outcomeText(*job, what == saveTitle ? "saved" : what.substr(0, what.find(" of "))));
+}
+
+template <typename Kind>
+void AccountTable<Kind>::keepOutcome(int site, std::int16_t id, std::string_view text) {
+    AccountView& view = session(site).*Kind::view;
+    view.outcome = services_.log.clock().timeOfDay().append(" ").append(text);
     view.outcomeId = id;
     changed(site, AccountChange::editor);
 }

@@ -160,6 +160,7 @@ class AccountTable {
   private:
     SiteSession& session(int site) const { return at(services_.sites, site).session; }
     void keepOutcome(int site, std::int16_t id, std::string_view what, const Receipt& receipt);
+    void keepOutcome(int site, std::int16_t id, std::string_view text);
     void saveNow(int site, std::int16_t id, bool sendFlags);
     std::string nameOf(int site, std::int16_t id) const;
     void dropSaved(int site, std::int16_t id, const Draft& saved);

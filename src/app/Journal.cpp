@@ -182,6 +182,9 @@ std::string_view answerText(const JobRecord& job, std::size_t command) {
     if (job.state != JobRecord::State::over) {
         return {};
     }
+    if (!isOneLine(record.command)) {
+        return "not sent: a line break or a NUL character is in it";
+    }
     const std::size_t starters = job.receipt.commands - job.commands.size();
     return command + starters < job.receipt.sent ? "no answer" : "not sent";
 }

@@ -19,11 +19,12 @@ struct Job;
 // How a job ended.
 struct Receipt {
     enum class End {
-        done,      // every command was answered
-        refused,   // the same, and the server refused at least one
-        notSent,   // the connection ended before the last answer
-        replaced,  // a newer wish took its place
-        cancelled, // a person did not want it any more
+        done,       // every command was answered
+        refused,    // the same, and the server refused at least one
+        notSent,    // the connection ended before the last answer
+        replaced,   // a newer wish took its place
+        cancelled,  // a person did not want it any more
+        unsendable, // one of the lines of a batch is none that can be sent, so that none was
     };
     End end = End::done;
     std::uint64_t job = 0;      // its id
@@ -112,7 +113,8 @@ std::size_t changesOf(const JobRecord& job);
 std::string outcomeText(const JobRecord& job, std::string_view done);
 
 // What became of one of its commands, in the server's bytes: the last line of the reply, "no answer" or "not
-// sent" where the job is over without one, and nothing while it may still come.
+// sent", with the reason where it is the command's own, where the job is over without one, and nothing while
+// it may still come.
 std::string_view answerText(const JobRecord& job, std::size_t command);
 
 // The places of the commands that were refused, or of all of them.

@@ -44,6 +44,9 @@ std::optional<std::string> Outbox::start(int site, Job job, Ended ended) {
     auto record = std::make_shared<JobRecord>(jobs_ + 1, job);
     if (!std::ranges::all_of(job.commands, isOneLine, &Command::sCommand) ||
         !std::ranges::all_of(record->commands, isOneLine, &CommandRecord::command)) {
+        if (record->isBatch) {
+            keepUnsendable(site, std::move(record));
+        }
         return std::string(notOneLine);
     }
     if (at(sites_, site).wSock->state() != SocketState::connected) {
@@ -333,6 +336,15 @@ void Outbox::giveUp(int site, Box& box) {
     } else if (!progress.empty()) {
         log_.LogCommandResults(site, "The connection ended, " + progress);
     }
+}
+
+// So that the table of the results says which of the lines it is.
+void Outbox::keepUnsendable(int site, std::shared_ptr<JobRecord> batch) {
+    batch->state = JobRecord::State::over;
+    batch->begun = log_.clock().timeOfDay();
+    batch->receipt = {.end = Receipt::End::unsendable, .job = ++jobs_, .commands = batch->commands.size()};
+    boxes_[site].journal.add(std::move(batch));
+    views_.jobsChanged(site);
 }
 
 void Outbox::end(int site, Box& box, Started started) {

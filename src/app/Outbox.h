@@ -127,6 +127,7 @@ class Outbox {
     bool beginNext(int site, Box& box);
     void stepBatch(int site, Box& box);
     void giveUp(int site, Box& box);
+    void keepUnsendable(int site, std::shared_ptr<JobRecord> batch);
     void end(int site, Box& box, Started started);
     std::size_t takeBack(int site, Box& box, std::vector<Started> jobs);
     const Box* find(int site) const;

@@ -3,7 +3,6 @@
 #include "admin/ShownCommand.h"
 #include "common/ShownText.h"
 #include "common/Text.h"
-#include "common/TextEncoding.h"
 #include "net/StatusTexts.h"
 
 #include <algorithm>
@@ -25,6 +24,8 @@ std::string receiptText(const JobRecord& job) {
         return "replaced by a newer one";
     case End::cancelled:
         return "cancelled";
+    case End::unsendable:
+        return "not sent: a line break or a NUL character is in a line";
     }
     return {};
 }

@@ -3,7 +3,6 @@
 #include "app/SiteRemoval.h"
 #include "common/ShownText.h"
 #include "common/Text.h"
-#include "common/TextEncoding.h"
 #include "config/FileReplacement.h"
 #include "config/Files.h"
 #include "config/RememberedServers.h"
@@ -349,7 +348,12 @@ void mdlMain::sendConsoleCommand(int site, const std::string& command) {
 
 bool mdlMain::sendTestCommand(int site, const std::string& command) {
     const Command line{.sCommand = command, .bQuiet = false};
-    return !command.empty() && !outbox_.isWaiting(site) && !outbox_.start(site, {{line}});
+    if (command.empty() || outbox_.isWaiting(site)) {
+        return false;
+    }
+    bool isTaken = false; // as an event, which ends nothing that the status bar says
+    outbox_.during(site, [&] { isTaken = !outbox_.start(site, {{line}}); });
+    return isTaken;
 }
 
 void mdlMain::appendSite(SiteConfig config) {

@@ -1,6 +1,7 @@
 #include "browser/FileDialogs.h"
 
 #include "browser/BrowserCommands.h"
+#include "common/ShownText.h"
 #include "common/Text.h"
 
 #include <utility>
@@ -76,6 +77,9 @@ ChmodForm chmodForm(std::string_view cwd, const std::vector<const BrowserEntry*>
     ChmodForm form = chmodForm(cwd, *entries.front());
     for (const BrowserEntry* const entry : entries) {
         form.paths.push_back(pathIn(cwd, entry->name));
+        if (permissionsIn(entry->access) != form.chkX) {
+            form.modeOf = shownName(entries.front()->name);
+        }
     }
     form.names = std::move(names);
     return form;

@@ -60,6 +60,7 @@ struct ChmodForm {
     // Of several entries at once, in place of txtPath: their paths, and their names as a person reads them.
     std::vector<std::string> paths = {};
     std::string names = {};
+    std::string modeOf = {}; // where their permissions differ, the name of the one that these are of; UTF-8
 };
 
 // The form for an entry of directory cwd, its path and access as listed.

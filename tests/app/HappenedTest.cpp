@@ -73,6 +73,9 @@ TEST(LastError, StaysUntilThePersonDoesSomething) {
     program.main.tmrNoop_Timer(1);
     program.answer({expect("NOOP"), send(ok)}, "by itself");
     EXPECT_EQ(program.error(), "12:34:56 550 no");
+    EXPECT_TRUE(program.main.sendTestCommand(1, "HELP"));
+    program.answer({expect("HELP"), send(ok)}, "a round of the load test");
+    EXPECT_EQ(program.error(), "12:34:56 550 no");
     program.main.sendConsoleCommand(1, "STAT");
     EXPECT_EQ(program.error(), "");
 }
@@ -116,6 +119,12 @@ TEST(Outcome, OfASaveStaysWithItsRecord) {
     EXPECT_EQ(program.outcome(), "12:34:56 saved: 2 commands accepted");
     save({{flags, ok}, {rename, "550 taken\r\n"}});
     EXPECT_EQ(program.outcome(), "12:34:56 1 of 2 refused: 550 taken");
+    users.typed(1, 0, std::string("new\0name", 8));
+    users.save(1);
+    program.answer({}, "nothing");
+    EXPECT_EQ(program.outcome(), "12:34:56 Command not sent: it holds a line break or a NUL character");
+    EXPECT_NE(users.editor(1).draft, nullptr) << "what is typed stays";
+    users.typed(1, 0, "new name");
     users.save(1);
     program.main.disconnectSite(1);
     EXPECT_EQ(program.session(1).userView.outcome, "12:34:56 the connection ended after 0 of 2");

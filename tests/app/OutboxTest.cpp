@@ -140,7 +140,13 @@ TEST(Outbox, ChecksWholeJobsBeforeAnyOfThemGoesOut) {
     EXPECT_FALSE(admin.changeUserGroups(1, 8, {}) || admin.changeSections(1, 8, {}) ||
                  admin.copyUser(1, {"eve", "8", "rob"}));
     EXPECT_EQ(program.prompts.asked, Texts(3, "The user is not in the table any more. Nothing was sent."));
+    admin.startBatch(1,
+                     batchSequence({.chkBatchTagLine = true, .txtBatchTagline = "a\nb"}, {{"bob"}}).value());
     program.answer({}, "nothing went out");
+    const JobHandle batch = program.main.outbox().journal(1).batches.back();
+    EXPECT_EQ(batch->receipt.end, Receipt::End::unsendable);
+    EXPECT_EQ(captionOf(*batch), "12:34:56 batch over 1 user");
+    EXPECT_EQ(answerText(*batch, 0), "not sent: a line break or a NUL character is in it");
 
     program.main.disconnectSite(1);
     EXPECT_EQ(admin.startSequence(1, adding("eve")), closed);
@@ -149,7 +155,7 @@ TEST(Outbox, ChecksWholeJobsBeforeAnyOfThemGoesOut) {
     EXPECT_EQ(admin.copyUser(1, {"bob", "7", "rob"}), closed);
     EXPECT_EQ(program.main.browser().send(1, {{"SITE chmod 644 a"}}), closed);
     admin.startBatch(1, taglines());
-    EXPECT_EQ(program.result(), closed + "\r\n");
+    EXPECT_EQ(program.result(), twoLines + "\r\n" + closed + "\r\n");
 }
 
 TEST(Outbox, SaysWhatAConnectionTookWithIt) {

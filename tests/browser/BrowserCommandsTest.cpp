@@ -130,6 +130,11 @@ TEST(Chmod, ShowsTheModeOfAnEntryAndSendsIt) {
     const ChmodForm form = chmodForm("/", {.name = "%(x) \xFF", .access = "d---r--r--"});
     EXPECT_EQ(chmodCommands(form), std::vector{quietly("SITE chmod 044 /%(x) \xFF")}) << "no zero is lost";
     EXPECT_EQ(form.chkX, (Permissions{false, false, false, true, false, false, true, false, false}));
+    const BrowserEntry plain = {.name = "a", .access = "-rw-r--r--"};
+    const BrowserEntry same = {.name = "b", .access = "drw-r--r--"};
+    const BrowserEntry other = {.name = "c", .access = "-rw-------"};
+    EXPECT_EQ(chmodForm("/", {&plain, &same}, "").modeOf, "");
+    EXPECT_EQ(chmodForm("/", {&plain, &same, &other}, "").modeOf, "a");
 }
 
 TEST(Chmod, BoxesFollowATypedMode) {

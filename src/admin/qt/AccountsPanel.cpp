@@ -152,6 +152,10 @@ AccountsPanel::List AccountsPanel::createList(int site) {
                 const int current = outline_.currentRow(site);
                 if (current < 0 || list->isShown(current)) {
                     emit menuRequested(position);
+                } else {
+                    program_.outbox().tell(site, outline_.accounts == Accounts::users
+                                                     ? "No menu: the filter hides the user that is open"
+                                                     : "No menu: the filter hides the group that is open");
                 }
             });
     connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,

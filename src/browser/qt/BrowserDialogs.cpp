@@ -37,7 +37,16 @@ class frmBrowserCHMOD : public FormDialog<ChmodForm> {
             auto* const names = new QLabel(fromCore(form_.names));
             names->setObjectName(QStringLiteral("lblNames"));
             names->setTextFormat(Qt::PlainText);
-            layout->addRow(tr("%n entries:", nullptr, static_cast<int>(form_.paths.size())), names);
+            layout->addRow(
+                form_.paths.size() == 1 ? tr("1 entry:") : tr("%1 entries:").arg(form_.paths.size()), names);
+        }
+        if (!form_.modeOf.empty()) {
+            auto* const modeOf =
+                new QLabel(tr("Their permissions differ. These are of %1.").arg(fromCore(form_.modeOf)));
+            modeOf->setObjectName(QStringLiteral("lblModeOf"));
+            modeOf->setTextFormat(Qt::PlainText);
+            modeOf->setWordWrap(true);
+            layout->addRow(modeOf);
         }
         addPermissions(*layout);
         txtCHMODval_ = boxes_.addRow(*layout, form_.txtCHMODval, "txtCHMODval", tr("&Mode:"));
