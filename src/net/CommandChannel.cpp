@@ -265,7 +265,7 @@ void CommandChannel::ReplyRouter(int site, std::string_view bytes) {
         // Whoever sent it in clear need not be who is going to encrypt.
         Refuse(site, "something follows the reply to AUTH TLS");
     } else if (progress == ReplyProgress::complete) {
-        routeReply(site, data);
+        routeReply(site, data.size());
     } else if (progress != ReplyProgress::incomplete) {
         const std::string_view what = progress == ReplyProgress::lineTooLong ? "line of more than 64 KiB"
                                       : progress == ReplyProgress::tooManyLines
@@ -309,7 +309,7 @@ void CommandChannel::showWholeLines(int site, std::string_view data) {
     services_.log.LogConsole(site, whole, LogLine::reply);
 }
 
-void CommandChannel::routeReply(int site, std::string_view lastChunk) {
+void CommandChannel::routeReply(int site, std::size_t lastChunk) {
     SiteSession& session = at(sites_, site).session;
     const std::size_t lineCount = session.sReplyBuffer.lineCount();
     const std::string text = session.sReplyBuffer.take();
@@ -333,6 +333,7 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
         return;
     }
     const ReplyHandler* const handler = handlerOf(session.current.iHandler);
+    const std::string chunk = endOfLines(text, lastChunk);
     if (!session.bLoggedIn) {
         logIn(site, code);
     } else if (handler != nullptr) {
@@ -340,7 +341,7 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
                           .command = session.current,
                           .session = session,
                           .lines = lines,
-                          .lastChunk = lastChunk,
+                          .lastChunk = chunk,
                           .lastLine = last,
                           .code = code};
         try {

@@ -78,7 +78,7 @@ struct Reply {
     Command command; // that it answers, a password masked
     SiteSession& session;
     std::span<const std::string_view> lines; // split at CR LF; the last one is the empty text behind the end
-    std::string_view lastChunk;              // the bytes that completed it
+    std::string_view lastChunk;              // the bytes that completed it, see endOfLines
     std::string_view lastLine;               // the last one that is not empty
     int code = 0;                            // of that line
 };
@@ -158,7 +158,7 @@ class CommandChannel {
     const ReplyHandler* handlerOf(std::int32_t code) const;
     void echo(int site);
     void showWholeLines(int site, std::string_view data);
-    void routeReply(int site, std::string_view lastChunk);
+    void routeReply(int site, std::size_t lastChunk);
     void logIn(int site, int code);
     void transmit(int site, Command command);
     bool isToBeEncrypted(const SiteConfig& config) const;
