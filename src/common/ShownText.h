@@ -12,7 +12,7 @@ namespace corvel {
 // The most of a name that stands within a text of the program's own: a title, a question, a caption.
 inline constexpr std::size_t longestName = 100;
 // The most of a line of text that is shown by itself, in a cell or a status line.
-inline constexpr std::size_t longestLine = 1000;
+inline constexpr std::size_t longestLine = 500;
 
 // text, or where it is longer than most its beginning and its end with a mark between them that says how much
 // is left out: names that differ only at one end can still be told apart. It is no longer than most plus the

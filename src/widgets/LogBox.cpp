@@ -89,7 +89,6 @@ void LogBox::showText() {
     const std::size_t going = log.goneLines() - goneLines_;
     if (going >= shown_.size()) {
         shown_.clear();
-        clear();
     } else if (const bool isFirstCut = log.goneBytes() != (going > 0 ? 0 : goneBytes_);
                going > 0 || isFirstCut) {
         showFront(log.lines().front(), going, isFirstCut);
@@ -117,7 +116,8 @@ void LogBox::showFront(const LogText::Line& first, std::size_t going, bool isFir
 
 // Appends the lines that are not shown yet.
 void LogBox::showEnd(const LogText& log) {
-    if (shown_.size() == log.lines().size()) {
+    const bool isAnew = shown_.empty();
+    if (!isAnew && shown_.size() == log.lines().size()) {
         return;
     }
     QString text;
@@ -131,9 +131,13 @@ void LogBox::showEnd(const LogText& log) {
             text += QLatin1Char('\n');
         }
     }
-    QTextCursor cursor(document());
-    cursor.movePosition(QTextCursor::End);
-    cursor.insertText(text);
+    if (isAnew) {
+        setPlainText(text);
+    } else {
+        QTextCursor cursor(document());
+        cursor.movePosition(QTextCursor::End);
+        cursor.insertText(text);
+    }
 }
 
 // What is shown of the line; says so in shown.

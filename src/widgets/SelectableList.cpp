@@ -88,13 +88,12 @@ std::vector<SelectableEntry> SelectableList::entries() const {
 }
 
 void SelectableList::hideEntry(int row) {
-    if (hidden_ >= 0) {
-        setRowHidden(hidden_, false);
-    }
-    hidden_ = row;
-    if (hidden_ >= 0) {
-        setRowHidden(hidden_, true);
-        selectionModel()->select(names_->index(hidden_), QItemSelectionModel::Deselect);
+    for (const int changed : {std::exchange(hidden_, row), row}) {
+        if (changed >= 0) {
+            setRowHidden(changed, changed == hidden_);
+            // Also of the one that comes back: Ctrl+A reaches what is hidden.
+            selectionModel()->select(names_->index(changed), QItemSelectionModel::Deselect);
+        }
     }
 }
 
@@ -103,6 +102,8 @@ void SelectableList::shareNames(QComboBox& box) const {
     box.setMinimumContentsLength(16);
     box.setModel(names_);
     box.setCurrentIndex(-1);
+    QObject::connect(&box, &QComboBox::currentIndexChanged, &box,
+                     [&box] { box.setToolTip(box.currentData(Qt::ToolTipRole).toString()); });
     if (auto* const view = qobject_cast<QListView*>(box.view())) {
         setUpForNames(*view);
     }

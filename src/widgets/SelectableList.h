@@ -41,7 +41,8 @@ class SelectableList : public QListView {
     // Hides that entry, which is selected no more, and shows the one that was hidden before; -1 for none.
     void hideEntry(int row);
 
-    // Lists the same names in box, of which none is chosen. The list must not end before the box.
+    // Lists the same names in box, of which none is chosen; its tip has one that is shortened. The list must
+    // not end before the box.
     void shareNames(QComboBox& box) const;
 
   private:

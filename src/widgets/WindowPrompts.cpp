@@ -1,5 +1,6 @@
 #include "widgets/WindowPrompts.h"
 
+#include "common/ShownText.h"
 #include "widgets/CertificateDialogs.h"
 #include "widgets/Forms.h"
 #include "widgets/TextConversion.h"
@@ -29,11 +30,10 @@ QInputDialog* makeInputBox(QWidget* parent, const std::string& title, const std:
     box->setTextEchoMode(echo);
     box->setWindowTitle(title.empty() ? QStringLiteral("Corvel") : titleOf(boxText(title)));
     // The box under the label is its buddy, so a lone "&" would mark a letter.
-    box->setLabelText(boxText(prompt).replace(QLatin1Char('&'), QStringLiteral("&&")));
-    constexpr qsizetype oneLine = 80;
+    constexpr std::size_t widest = 72; // of a line, in characters
+    box->setLabelText(boxText(wrapped(prompt, widest)).replace(QLatin1Char('&'), QStringLiteral("&&")));
     for (QLabel* label : box->findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);
-        label->setWordWrap(label->text().size() > oneLine);
     }
     for (QLineEdit* edit : box->findChildren<QLineEdit*>()) {
         edit->setValidator(new LineBreakDropper(edit));

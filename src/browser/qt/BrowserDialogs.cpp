@@ -37,6 +37,7 @@ class frmBrowserCHMOD : public FormDialog<ChmodForm> {
             auto* const names = new QLabel(fromCore(form_.names));
             names->setObjectName(QStringLiteral("lblNames"));
             names->setTextFormat(Qt::PlainText);
+            names->setWordWrap(true);
             layout->addRow(
                 form_.paths.size() == 1 ? tr("1 entry:") : tr("%1 entries:").arg(form_.paths.size()), names);
         }

@@ -4,6 +4,8 @@
 #include "admin/qt/BatchPanel.h"
 #include "ui/WindowDriver.h"
 
+#include <QComboBox>
+
 using namespace Qt::StringLiterals;
 
 namespace corvel {
@@ -87,6 +89,27 @@ TEST(frmAddUser, EveryBoxReachesItsCommand) {
                                     "site change carl logins 4 http\r\n"
                                     "site change carl flags 3\r\n"
                                     "site change carl speedlimit 200 100\r\n");
+}
+
+TEST(frmAddUser, NamesOfAnyLengthFitAndGoOutWhole) {
+    const std::string name(5000, 'n');
+    AddUser opened{{.txtUserName = "carl",
+                    .txtPassword = "p",
+                    .lstAllGroup = {{name + "1", true}, {name + "2"}, {name + "3", true}}}};
+    EXPECT_LT(opened.dialog.minimumSizeHint().width(), 800);
+    auto& mainGroup = opened.driver.find<QComboBox>("txtMainGroup");
+    EXPECT_NE(mainGroup.itemText(0), mainGroup.itemText(1));
+    EXPECT_LT(mainGroup.itemText(0).size(), 200);
+    mainGroup.setCurrentIndex(0);
+    mainGroup.setCurrentIndex(1);
+    opened.driver.find<QAbstractItemView>("lstAllGroup").selectAll();
+    mainGroup.setCurrentIndex(0);
+    opened.driver.setText("txtUserIP", u"*@1"_s);
+    opened.driver.click("cmdOK");
+    EXPECT_EQ(opened.form.txtMainGroup, name + "1");
+    EXPECT_EQ(opened.form.lstAllGroup,
+              (std::vector<SelectableEntry>{{name + "1"}, {name + "2"}, {name + "3", true}}))
+        << "the second was the main group as all were selected";
 }
 
 TEST(frmAddUser, AMasterIsAddedOnlyAfterAYes) {
