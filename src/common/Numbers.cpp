@@ -51,7 +51,7 @@ std::optional<Product> product(std::string_view part, std::uint64_t factor) {
     const std::size_t point = std::min(part.find('.'), part.size());
     const std::string_view fraction = part.substr(std::min(point + 1, part.size()));
     const std::string_view kept = fraction.substr(0, mostDigits - std::min(point, mostDigits));
-    const bool isMore = fraction.find_first_not_of('0', kept.size()) != std::string_view::npos;
+    std::string_view rounded = fraction.substr(kept.size()); // away
     const std::string digits = "0" + std::string(part.substr(0, point)) + std::string(kept);
     std::uint64_t value = 0;
     if (std::from_chars(digits.data(), digits.data() + digits.size(), value).ec != std::errc()) {
@@ -61,11 +61,17 @@ std::optional<Product> product(std::string_view part, std::uint64_t factor) {
     for (std::size_t i = 0; i < kept.size(); ++i) {
         (factor % 10 == 0 ? factor /= 10 : divisor *= 10);
     }
-    if (value > std::numeric_limits<std::uint64_t>::max() / factor) {
+    if (value >= std::numeric_limits<std::uint64_t>::max() / factor) { // there is room to round up
         return std::nullopt;
     }
-    const std::uint64_t rest = value * factor % divisor;
+    std::uint64_t rest = value * factor % divisor;
     value = value * factor / divisor;
+    if (divisor == 1 && factor == 1 && !rounded.empty()) { // then its first digit decides
+        rest = static_cast<std::uint64_t>(rounded.front() - '0');
+        divisor = 10;
+        rounded.remove_prefix(1);
+    }
+    const bool isMore = rounded.find_first_not_of('0') != std::string_view::npos;
     const bool isHalf = rest == divisor - rest;
     return Product{isNegative,
                    value + (rest > divisor - rest || (isHalf && (isMore || value % 2 == 1)) ? 1U : 0U)};
