@@ -18,15 +18,6 @@ namespace {
 
 constexpr std::size_t replyBytesKept = 400; // more than a row of a list can show
 
-// line without what nobody reads of it, cut before a character.
-std::string_view cutReply(std::string_view line) {
-    std::size_t size = std::min(line.size(), replyBytesKept);
-    while (size > 0 && size < line.size() && continuesCharacter(line[size])) {
-        --size;
-    }
-    return line.substr(0, size);
-}
-
 using SharedText = std::shared_ptr<const std::string>;
 
 SharedText shared(std::string_view text, const SharedText& before) {
@@ -113,7 +104,7 @@ void JobRecord::answered(const Answer& answer, std::size_t sent) {
     found->code = answer.code;
     found->milliseconds = answer.milliseconds;
     found->time = shared(answer.sentAt, before.time);
-    found->reply = shared(cutReply(answer.lastLine), before.reply);
+    found->reply = shared(beginningOf(answer.lastLine, replyBytesKept), before.reply);
     ++answers_;
     refusals_ += found->isRefused() ? 1 : 0;
     while (firstOpen_ < commands.size() && commands[firstOpen_].code != 0) {

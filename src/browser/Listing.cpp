@@ -2,6 +2,7 @@
 
 #include "common/Numbers.h"
 #include "common/Text.h"
+#include "common/TextEncoding.h"
 
 #include <algorithm>
 #include <array>
@@ -125,7 +126,7 @@ void noteStrange(std::string_view line, BrowserListing& listing) {
         return;
     }
     if (listing.strangeLines.size() < mostStrangeLines) {
-        listing.strangeLines.emplace_back(line.substr(0, longest));
+        listing.strangeLines.emplace_back(beginningOf(line, longest));
     }
     ++listing.strangeCount;
 }

@@ -1,5 +1,7 @@
 #include "common/Errors.h"
 
+#include "common/TextEncoding.h"
+
 namespace corvel {
 
 namespace {
@@ -7,7 +9,7 @@ namespace {
 std::string quoted(std::string_view text) {
     constexpr std::size_t longest = 80;
     std::string result = "\"";
-    result += text.substr(0, longest);
+    result += beginningOf(text, longest);
     result += text.size() > longest ? "...\"" : "\"";
     return result;
 }

@@ -202,6 +202,18 @@ std::string fromUtf8(std::string_view text, TextEncoding encoding) {
     return bytes;
 }
 
+std::string_view beginningOf(std::string_view text, std::size_t size) {
+    constexpr std::size_t mostContinuing = 3;
+    if (size >= text.size()) {
+        return text;
+    }
+    const std::size_t least = size - std::min(size, mostContinuing);
+    while (size > least && continuesCharacter(text[size])) {
+        --size;
+    }
+    return text.substr(0, size);
+}
+
 std::string endOfLines(std::string_view lines, std::size_t size) {
     const std::size_t start = lines.size() - size;
     const std::size_t before = start == 0 ? std::string_view::npos : lines.rfind("\r\n", start - 1);

@@ -26,6 +26,9 @@ std::string toUtf8(std::string_view bytes);
 // The inverse: text (valid UTF-8) in the given encoding; unchanged where a character has no place in it.
 std::string fromUtf8(std::string_view text, TextEncoding encoding);
 
+// The first bytes of text, size of them or fewer, without a part of a character (UTF-8) at their end.
+std::string_view beginningOf(std::string_view text, std::size_t size);
+
 // The last size bytes of lines, which CR LF end. Where they begin inside a line, its end is given as UTF-8,
 // as it reads in the whole line, without the rest of a character that was cut.
 std::string endOfLines(std::string_view lines, std::size_t size);

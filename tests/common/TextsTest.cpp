@@ -1,3 +1,4 @@
+#include "common/Errors.h"
 #include "common/ShownText.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
@@ -155,6 +156,15 @@ TEST(SeenTexts, JudgeEveryWordHoweverItIsCut) {
 }
 
 // A reply of which the last bytes are shown reads the same there, wherever they begin.
+TEST(TextEncoding, CutsNoCharacter) {
+    const std::string euros = "a€€";
+    EXPECT_EQ(beginningOf(euros, 3), "a");
+    EXPECT_EQ(beginningOf(euros, 4), "a€");
+    EXPECT_EQ(beginningOf(euros, 9), euros);
+    EXPECT_EQ(beginningOf("\x80\x81\x82\x83\x84\x85", 5).size(), 2U) << "which is no UTF-8";
+    EXPECT_TRUE(isValidUtf8(ConversionError(std::string(79, 'x') + euros, "number").what()));
+}
+
 TEST(TextEncoding, ReadsTheEndOfALineAsTheWholeLine) {
     const std::string lines = "\xC3\xA9 x\r\n\xC3\xA9\xC3\xA9\r\n\xE9 \xC3\xA9\r\n\xE9";
     const std::vector<std::pair<std::size_t, std::string>> rows = {
