@@ -32,9 +32,17 @@ constexpr std::array<SiteKey, 8> siteKeys = {{
     {"usesslproxy", &SiteConfig::usesslproxy},
 }};
 
+// value without what a file cannot hold: it would be read back as the end of its line, or as blanks around
+// it.
+std::string writable(std::string value) {
+    std::erase(value, '\n');
+    value.erase(value.find_last_not_of("\r ") + 1);
+    return value;
+}
+
 void read(SiteConfig& site, const Place& place, std::string_view value) {
     if (const auto* const text = std::get_if<std::string SiteConfig::*>(&place)) {
-        site.** text = value;
+        site.** text = writable(std::string(value));
     } else if (const auto* const number = std::get_if<std::int32_t SiteConfig::*>(&place)) {
         site.** number = toInt32(value);
     } else {
@@ -65,13 +73,6 @@ void apply(const EntryLine& entry, std::vector<SiteConfig>& sites) {
     } catch (const ConversionError&) {
         return; // one bad value must not cost the user the sites behind it
     }
-}
-
-// value without what would be read back as the end of its line.
-std::string writable(std::string value) {
-    std::erase(value, '\n');
-    value.erase(value.find_last_not_of('\r') + 1);
-    return value;
 }
 
 // Whether somebody wrote something into a file, and it is no list of sites.

@@ -67,6 +67,7 @@ TEST(SitesFile, ReadsRecords) {
         {{"name=a", "connectonstartup = yes", "port = 99999999999", "host=h"}, {{.name = "a", .host = "h"}}},
         {{"; name = x", "host = lost", "name = z", "host", "colour = red"}, {{.name = "z"}}},
         {{"\xEF\xBB\xBFname = a"}, {{.name = "a"}}},
+        {{"name = \r", "pass = a \r"}, {{.pass = "a"}}}, // as it would be read once it is written
         {{"name=\xFF\x01 b", "pass=  \xC3"}, {{.name = "\xFF\x01 b", .pass = "\xC3"}}},
     };
     for (const Row& row : rows) {
