@@ -261,7 +261,7 @@ void CommandChannel::ReplyRouter(int site, std::string_view bytes) {
     const ReplyProgress progress = session.sReplyBuffer.append(data);
     const std::size_t replyEnd = session.sReplyBuffer.finalLineEnd();
     if (session.encryption == Encryption::consent && replyEnd > 0 &&
-        (replyEnd < session.sReplyBuffer.text().size() || data.size() != bytes.size())) {
+        (replyEnd < session.sReplyBuffer.text().size() || !bytes.ends_with('\n'))) {
         // Whoever sent it in clear need not be who is going to encrypt.
         Refuse(site, "something follows the reply to AUTH TLS");
     } else if (progress == ReplyProgress::complete) {
