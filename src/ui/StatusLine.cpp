@@ -41,7 +41,7 @@ StatusLine::StatusLine(QStatusBar& bar, mdlMain& program, const Clock& clock)
     placed(lblWaiting_);
     lblEncryption_->hide();
     lblLastError_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // what the others leave
-    constexpr int widest = 50; // characters, so that no text takes the others their room
+    constexpr int widest = 64; // characters, so that no text takes the others their room
     for (ElidedLabel* const label : {lblConnection_, lblLogin_, lblEncryption_, lblTransfers_}) {
         label->setMaximumWidth(widest * label->fontMetrics().averageCharWidth());
         bar.addWidget(label);

@@ -107,6 +107,11 @@ void SelectableList::shareNames(QComboBox& box) const {
     if (auto* const view = qobject_cast<QListView*>(box.view())) {
         setUpForNames(*view);
     }
+    constexpr int many = 1000;
+    if (names_->rowCount() > many) {
+        // A list that drops down: a menu-like one asks every row for its place before it opens.
+        box.setStyleSheet(QStringLiteral("QComboBox { combobox-popup: 0 }"));
+    }
 }
 
 } // namespace corvel

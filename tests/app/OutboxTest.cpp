@@ -143,6 +143,7 @@ TEST(Outbox, ChecksWholeJobsBeforeAnyOfThemGoesOut) {
     admin.startBatch(1,
                      batchSequence({.chkBatchTagLine = true, .txtBatchTagline = "a\nb"}, {{"bob"}}).value());
     program.answer({}, "nothing went out");
+    ASSERT_FALSE(program.main.outbox().journal(1).batches.empty());
     const JobHandle batch = program.main.outbox().journal(1).batches.back();
     EXPECT_EQ(batch->receipt.end, Receipt::End::unsendable);
     EXPECT_EQ(captionOf(*batch), "12:34:56 batch over 1 user");

@@ -218,26 +218,39 @@ TEST(LogBox, ASelectionIsKeptUntilItIsLetGo) {
 
 // The box that follows the log shows what one shows that looks at it for the first time.
 TEST(LogBox, FollowsTheLogHoweverItsLinesGoAndAreCut) {
-    for (const LogText::Style style : {LogText::Style::linesEnd, LogText::Style::linesPart}) {
-        LogText log(9000, style);
+    using enum LogText::Style;
+    struct Row {
+        LogText::Style style;
+        std::size_t limit;
+        std::vector<std::size_t> sizes; // of the lines
+    };
+    const std::vector<std::size_t> sizes = {1, 30, 2500, 3000, 20, 2000, 2500, 1, 20000, 5, 5000, 4000, 1};
+    const std::vector<Row> rows = {
+        {linesEnd, 9000, sizes},
+        {linesPart, 9000, sizes},
+        {linesEnd, 21, {3, 3, 3, 3, 3, 3}}, // three whole lines
+        {linesPart, 25, {3, 3, 3, 3, 3, 3}},
+    };
+    const auto blocks = [](const LogBox& shown) {
+        std::vector<std::pair<QString, QColor>> all;
+        for (QTextBlock block = shown.document()->begin(); block.isValid(); block = block.next()) {
+            all.emplace_back(block.text(), block.layout()->formats().value(0).format.foreground().color());
+        }
+        return all;
+    };
+    for (const Row& row : rows) {
+        LogText log(row.limit, row.style);
         const auto read = [&log]() -> const LogText& { return log; };
         LogBox box(read);
-        for (const int size : {1, 30, 2500, 3000, 20, 2000, 2500, 1, 20000, 5, 5000, 4000, 1}) {
-            log.append(size % 3 == 0 ? "550 x" : "200 y", "t");
-            log.append(std::string(static_cast<std::size_t>(size), 'x'), "t", LogLine::command);
+        LogLine kind = LogLine::reply;
+        for (const std::size_t size : row.sizes) {
+            kind = kind == LogLine::reply ? LogLine::command : LogLine::reply;
+            log.append(std::string(size, 'x'), "t", kind);
             LogBox fresh(read);
-            const auto blocks = [](const LogBox& shown) {
-                std::vector<std::pair<QString, QColor>> all;
-                for (QTextBlock block = shown.document()->begin(); block.isValid(); block = block.next()) {
-                    const auto formats = block.layout()->formats();
-                    all.emplace_back(block.text(), formats.value(0).format.foreground().color());
-                }
-                return all;
-            };
             box.scheduleUpdate();
             fresh.scheduleUpdate();
-            EXPECT_TRUE(QTest::qWaitFor([&] {
-                const QString whole = QString::fromStdString(log.text()).remove(u'\r');
+            const QString whole = QString::fromStdString(log.text()).remove(u'\r');
+            ASSERT_TRUE(QTest::qWaitFor([&] {
                 return box.wholeText() == whole && fresh.wholeText() == whole;
             })) << size;
             EXPECT_EQ(blocks(box), blocks(fresh)) << size;
