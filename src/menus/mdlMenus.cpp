@@ -4,6 +4,7 @@
 #include "common/TextEncoding.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvel {
 
@@ -15,6 +16,7 @@ struct Marked {
     std::string marks; // as long as text
 
     static constexpr char written = 'w';
+    static constexpr char touched = 't'; // written, beside a value that is empty
     static constexpr char value = 'v';
 
     Marked part(std::size_t start, std::size_t count) const {
@@ -26,9 +28,19 @@ struct Marked {
 
 Marked marked(const std::vector<TemplatePiece>& pieces) {
     Marked result;
+    bool isBehindEmpty = false;
     for (const TemplatePiece& piece : pieces) {
+        const std::size_t start = result.text.size();
         result.text += piece.text;
         result.marks.append(piece.text.size(), piece.isValue ? Marked::value : Marked::written);
+        if (piece.text.empty()) {
+            isBehindEmpty = isBehindEmpty || piece.isValue;
+            if (piece.isValue && start > 0 && result.marks.back() == Marked::written) {
+                result.marks.back() = Marked::touched;
+            }
+        } else if (std::exchange(isBehindEmpty, false) && !piece.isValue) {
+            result.marks[start] = Marked::touched;
+        }
     }
     return result;
 }
@@ -41,9 +53,9 @@ Marked withoutIndent(const Marked& text) {
 // What "exec" opens. Only a quote that the author wrote begins or ends it.
 Marked execTarget(const Marked& argument) {
     const Marked text = withoutIndent(argument);
-    if (text.text.starts_with('"') && text.marks.front() == Marked::written) {
+    if (text.text.starts_with('"') && text.marks.front() != Marked::value) {
         for (std::size_t end = 1; end < text.text.size(); ++end) {
-            if (text.text[end] == '"' && text.marks[end] == Marked::written) {
+            if (text.text[end] == '"' && text.marks[end] != Marked::value) {
                 return text.part(1, end - 1);
             }
         }
@@ -66,18 +78,17 @@ bool hasInValue(const Marked& text, Is is) {
     return false;
 }
 
-// Whether a value makes a step of the path, or a part of one, that leads up: of dots alone, in clear or as an
-// address has them; blanks and dots at the end of a name count for nothing on Windows.
+// Whether a value makes a step of the path, or a part of one, that leads up, be it by being empty: of dots
+// alone, in clear or as an address has them; blanks and dots at the end of a name count for nothing on
+// Windows.
 bool leadsUp(const Marked& path) {
     constexpr std::string_view separators = "/\\";
     for (std::size_t start = 0; start <= path.text.size();) {
         const std::size_t end = std::min(path.text.find_first_of(separators, start), path.text.size());
         const Marked step = path.part(start, end - start);
-        std::string dots = toLower(step.text);
-        for (std::size_t at = dots.find("%2e"); at != std::string::npos; at = dots.find("%2e")) {
-            dots.replace(at, 3, ".");
-        }
-        if (step.hasValue() && std::ranges::count(dots, '.') > 1 &&
+        const std::string dots = replaceAll(toLower(step.text), "%2e", ".");
+        const bool isAuthors = step.marks.find_first_not_of(Marked::written) == std::string::npos;
+        if (!isAuthors && std::ranges::count(dots, '.') > 1 &&
             dots.find_first_not_of(". ") == std::string::npos) {
             return true;
         }
