@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace corvel::fuzz {
 
@@ -25,15 +27,15 @@ std::uint64_t costOf(const std::string& bytes) {
     return workDone() - before;
 }
 
-// Storage grows by doubling and what is sorted costs a little more than linear: hence the factor of two. The
-// allowance for each byte is for inputs that begin to be worth reading only when there is more of them.
+// Half as much again is for what is sorted and for storage that grows by doubling. The allowance for each
+// byte is for inputs that begin to be worth reading only when there is more of them.
 void requireLinear(std::string_view bytes) {
     constexpr std::size_t few = 4;
     constexpr std::size_t many = 32;
-    constexpr std::uint64_t allowance = 256;
+    constexpr std::uint64_t allowance = 64;
     const std::uint64_t cheap = costOf(repeated(bytes, few));
     const std::uint64_t dear = costOf(repeated(bytes, many));
-    const std::uint64_t most = 2 * many / few * cheap + allowance * (many * bytes.size() + 64);
+    const std::uint64_t most = 3 * many / (2 * few) * cheap + allowance * (many * bytes.size() + 64);
     if (dear > most) {
         std::fprintf(stderr, "%zu copies cost %llu, %zu cost %llu\n", few,
                      static_cast<unsigned long long>(cheap), many, static_cast<unsigned long long>(dear));
@@ -55,6 +57,14 @@ void require(bool holds, const char* rule) {
         std::fprintf(stderr, "does not hold: %s\n", rule);
         std::abort();
     }
+}
+
+std::string fileOf(std::string_view bytes) {
+    static const int file = memfd_create("input", 0);
+    const auto size = static_cast<ssize_t>(bytes.size());
+    require(ftruncate(file, 0) == 0 && pwrite(file, bytes.data(), bytes.size(), 0) == size,
+            "there is memory");
+    return "/proc/self/fd/" + std::to_string(file);
 }
 
 } // namespace corvel::fuzz

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace corvel::fuzz {
@@ -15,6 +16,9 @@ void work(std::string_view bytes);
 
 // Ends the run, and so has the input kept, where a rule does not hold. rule: for whoever reads the log.
 void require(bool holds, const char* rule);
+
+// A path that leads to a file with these bytes, in memory; good until the next call.
+std::string fileOf(std::string_view bytes);
 
 // What this process has done so far: a number that grows by one for each edge of the control flow that the
 // code passes, each 64 bytes that it has copied or searched by a function of the library and each 64 that it

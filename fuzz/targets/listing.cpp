@@ -94,7 +94,9 @@ void checkListing(const Lines& lines, ListingOptions options) {
     checkLinesAlone(listing, lines, options);
     std::ranges::for_each(listing.entries, checkEntry);
     for (std::uint8_t column = options.mergeBlanks ? 0 : 1; column < browserColumnCount; column += 2) {
-        checkOrder(listing, {static_cast<BrowserColumn>(column), static_cast<SortOrder>(lines.size() % 2)});
+        const BrowserSort sort{static_cast<BrowserColumn>(column), static_cast<SortOrder>(lines.size() % 2)};
+        checkOrder(listing, sort);
+        require(columnClick(sort, sort.column) != sort, "a click turns the order");
     }
     checkCells(listing);
 }

@@ -66,7 +66,9 @@ void checkReach(std::string_view line, const MenuVariables& variables) {
         return;
     }
     require(isOneLine(command.target), "what is opened is one line");
-    require(stepsUp(command.target) <= stepsUp(written.target), "no value leads up");
+    // Where a value that is empty leaves the first word to the next one, that is the author's.
+    const bool isAuthorsWord = line.find(" " + command.target) != std::string_view::npos;
+    require(isAuthorsWord || stepsUp(command.target) <= stepsUp(written.target), "no value leads up");
     require(!command.isServersChoice || !command.target.starts_with('-'), "no value is an option");
 }
 

@@ -67,6 +67,18 @@ void checkComments(std::vector<std::string> lines) {
     require(reading.settings == Settings() && reading.problems.empty(), "a comment sets nothing");
 }
 
+// A file is read as its lines are, but for one that is in another encoding.
+void checkFile(std::string_view bytes, const SettingsReading& reading) {
+    const SettingsReading file = readSettings(fileOf(bytes));
+    if (bytes.find('\0') == std::string_view::npos) {
+        require(file.settings == reading.settings && file.problems == reading.problems,
+                "a file is what is in it");
+    } else {
+        require(file.problems.size() == 1, "a file that cannot be read is told");
+    }
+    require(readSettings("/proc/self").problems.size() == 1, "and so is what is none");
+}
+
 void checkForm(const Settings& settings) {
     WindowState state;
     SettingsForm form = settingsForm(state, settings);
@@ -88,6 +100,9 @@ void check(std::string_view bytes) {
     checkTwice(reading, lines);
     checkComments(lines);
     checkForm(reading.settings);
+    if (bytes.size() % 16 == 0) { // it takes as long as all the rest
+        checkFile(bytes, reading);
+    }
 }
 
 void work(std::string_view bytes) {

@@ -104,6 +104,7 @@ void checkCuts(std::string_view bytes) {
             require(characterCount(line) <= most, "and no line is too long");
         }
     }
+    moreMark(bytes.size());
     require(isValidUtf8(shownName(bytes)) && isValidUtf8(shownLine(bytes)), "what is shown is UTF-8");
 }
 
@@ -130,6 +131,8 @@ void checkLog(std::string_view bytes) {
     require(isValidUtf8(text) && characterCount(text) <= limit, "a log keeps to its limit");
     require(log.lines().size() == static_cast<std::size_t>(std::ranges::count(text, '\n')),
             "each line of a log is of a kind");
+    log.clear();
+    require(log.text().empty(), "a log can be cleared");
 }
 
 void checkFilter(std::string_view typed, std::string_view bytes) {
