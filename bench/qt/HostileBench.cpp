@@ -116,7 +116,7 @@ double statusMebibytes(const char* key) {
     return kilobytes / 1024;
 }
 
-std::unique_ptr<QTemporaryDir> directoryOf(int good, int bad) {
+std::unique_ptr<QTemporaryDir> twoSites(int good, int bad) {
     auto directory = std::make_unique<QTemporaryDir>();
     std::ofstream file(directory->filePath(QStringLiteral("sites.ini")).toStdString());
     for (const int port : {good, bad}) {
@@ -156,7 +156,7 @@ void attack(benchmark::State& state) {
         return static_cast<int>(
             (new HostileServer(std::move(script), 65536, received, parent))->serverPort());
     });
-    const auto directory = directoryOf(good.waitForPort(), bad.waitForPort());
+    const auto directory = twoSites(good.waitForPort(), bad.waitForPort());
     MemoryStore store = normalWindow();
     store.setValue("selected_tab", attack.tab);
     for ([[maybe_unused]] auto iteration : state) {

@@ -76,15 +76,16 @@ void checkGroup(const Lines& lines) {
     if (!isRead(group, lines, &clsGroup::ParseGroupFile)) {
         return;
     }
-    require(!group.members.empty() && !group.gadmins.empty(), "no list of ids is empty");
-    require(std::ranges::all_of(group.gadmins, [&](std::int16_t id) { return group.IsGadmin(id); }),
+    const GroupDetails& details = group.details();
+    require(!details.members.empty() && !details.gadmins.empty(), "no list of ids is empty");
+    require(std::ranges::all_of(details.gadmins, [&](std::int16_t id) { return group.IsGadmin(id); }),
             "who administers a group is known to");
     const GroupForm form = InfoToForm(group, emptyUserTable());
-    require(form.lvwGroupMembers.size() == group.members.size(), "each member has a row");
+    require(form.lvwGroupMembers.size() == details.members.size(), "each member has a row");
     checkBoxes(group, form, saveGroupCommands);
     clsGroup again = group;
-    require(isRead(again, lines, &clsGroup::ParseGroupFile) && again.members == group.members &&
-                again.gadmins == group.gadmins,
+    require(isRead(again, lines, &clsGroup::ParseGroupFile) && again.details().members == details.members &&
+                again.details().gadmins == details.gadmins,
             "the same reply gives the same record");
 }
 

@@ -36,10 +36,11 @@ void checkLinesAlone(const Online& all, const BadLines& bad, const Lines& lines)
         for (const ActivityRow& row : alone.activity.rows) {
             require(rows < all.activity.rows.size(), "a line alone gives the row that it gives among others");
             const ActivityRow& same = all.activity.rows[rows++];
-            require(std::equal(row.texts.begin() + firstMovableColumn, row.texts.end(),
-                               same.texts.begin() + firstMovableColumn) &&
-                        row.icon() == same.icon(),
-                    "a line alone reads as it does among others");
+            for (std::size_t column = firstMovableColumn; column < activityColumnCount; ++column) {
+                const auto cell = static_cast<ActivityCell>(column);
+                require(row.text(cell) == same.text(cell), "a line alone reads as it does among others");
+            }
+            require(row.icon() == same.icon(), "and so does its picture");
         }
     }
     require(rows == all.activity.rows.size() && badCount == bad.count && connections == all.connections(),

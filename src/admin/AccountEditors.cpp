@@ -140,33 +140,35 @@ std::string& GroupForm::box(std::size_t number) {
 }
 
 GroupForm InfoToForm(const clsGroup& group, const UserTable& users) {
+    const GroupDetails& details = group.details();
     GroupForm form;
     form.txtGroupGID = std::to_string(group.iGID);
     form.txtGroupname = group.sName;
-    form.txtGroupdescr = group.sDescription;
-    form.txtGroupGroupslots = std::to_string(group.iGroupSlots);
-    form.txtGroupLeechslots = std::to_string(group.iLeechSlots);
-    form.txtGroupVFS = group.sVFSFile;
+    form.txtGroupdescr = details.sDescription;
+    form.txtGroupGroupslots = std::to_string(details.iGroupSlots);
+    form.txtGroupLeechslots = std::to_string(details.iLeechSlots);
+    form.txtGroupVFS = details.sVFSFile;
     form.lvwGroupMembers =
-        memberRows(group.members, namesById(users, &clsUser::iUID), unknownUID, group.gadmins);
+        memberRows(details.members, namesById(users, &clsUser::iUID), unknownUID, details.gadmins);
     form.lblGroupMembers = std::to_string(form.lvwGroupMembers.size());
     return form;
 }
 
 std::vector<Command> saveGroupCommands(const clsGroup& group, const GroupForm& form) {
     std::vector<Command> commands;
+    const GroupDetails& details = group.details();
     const std::string change = "SITE change " + group.sName + " ";
     const auto addIf = [&commands](bool isChanged, const std::string& line) {
         if (isChanged) {
             commands.push_back(groupChange(line));
         }
     };
-    addIf(differs(form.txtGroupGroupslots, group.iGroupSlots) ||
-              differs(form.txtGroupLeechslots, group.iLeechSlots),
+    addIf(differs(form.txtGroupGroupslots, details.iGroupSlots) ||
+              differs(form.txtGroupLeechslots, details.iLeechSlots),
           change + "groupslots " + wholeNumberText(form.txtGroupGroupslots) + " " +
               wholeNumberText(form.txtGroupLeechslots));
-    addIf(form.txtGroupVFS != group.sVFSFile, change + "groupvfsfile " + form.txtGroupVFS);
-    addIf(form.txtGroupdescr != group.sDescription, change + "groupdescription " + form.txtGroupdescr);
+    addIf(form.txtGroupVFS != details.sVFSFile, change + "groupvfsfile " + form.txtGroupVFS);
+    addIf(form.txtGroupdescr != details.sDescription, change + "groupdescription " + form.txtGroupdescr);
     addIf(form.txtGroupname != group.sName, "SITE grpren " + group.sName + " " + form.txtGroupname);
     return commands;
 }

@@ -166,7 +166,7 @@ std::optional<std::string> addGroupProblem(const AddGroupForm& form, const Group
     }
     if (const clsGroup* group = findByName(groups, form.txtGroupname)) {
         return "This group already exists: \r\nName: " + group->sName +
-               "\r\nDescription: " + group->sDescription +
+               "\r\nDescription: " + group->details().sDescription +
                "\r\nUsercount: " + std::to_string(group->iUserCount);
     }
     return std::nullopt;

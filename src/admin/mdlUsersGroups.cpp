@@ -1,7 +1,11 @@
 #include "admin/mdlUsersGroups.h"
 
+#include "common/Bounds.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
+
+#include <type_traits>
+#include <utility>
 
 namespace corvel {
 
@@ -18,35 +22,27 @@ struct ReplyKey {
     void (*read)(Record& record, Value value);
 };
 
-// Reads every line that has one of keys into record; lines with other keys are passed over.
+// Reads line into record if it has one of keys.
 template <typename Record, std::size_t keyCount>
-void readReplyLines(Record& record, std::span<const std::string_view> lines,
-                    const std::array<ReplyKey<Record>, keyCount>& keys) {
+void readReplyLine(Record& record, std::string_view line,
+                   const std::array<ReplyKey<Record>, keyCount>& keys) {
     constexpr std::size_t prefixSize = 4;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const std::string_view line = lines[i];
-        if (line.empty()) {
-            continue;
-        }
-        try {
-            const std::size_t end = std::min(line.find(fieldSeparator), line.size());
-            if (end < prefixSize) {
-                throw ParseError(line, "is too short for a reply line");
-            }
-            const std::string_view key = line.substr(prefixSize, end - prefixSize);
-            const auto known = std::ranges::find(keys, key, &ReplyKey<Record>::key);
-            if (known == keys.end()) {
-                continue;
-            }
-            if (end == line.size()) {
-                throw ParseError(line, "has no value");
-            }
-            known->read(record, line.substr(end + fieldSeparator.size()));
-        } catch (ParseError& error) {
-            error.setLineNumber(i + 1);
-            throw;
-        }
+    if (line.empty()) {
+        return;
     }
+    const std::size_t end = std::min(line.find(fieldSeparator), line.size());
+    if (end < prefixSize) {
+        throw ParseError(line, "is too short for a reply line");
+    }
+    const std::string_view key = line.substr(prefixSize, end - prefixSize);
+    const auto known = std::ranges::find(keys, key, &ReplyKey<Record>::key);
+    if (known == keys.end()) {
+        return;
+    }
+    if (end == line.size()) {
+        throw ParseError(line, "has no value");
+    }
+    known->read(record, line.substr(end + fieldSeparator.size()));
 }
 
 std::vector<std::string_view> listPieces(Value value) {
@@ -54,11 +50,15 @@ std::vector<std::string_view> listPieces(Value value) {
 }
 
 // The first id takes the place of the last element (the -1 of an empty list), the others follow it. The ids
-// before one that is outside 16 bits stay.
+// before one that is outside 16 bits stay, and so do as many as there can be where more are named.
 void readIds(std::vector<std::int16_t>& ids, Value value) {
+    constexpr std::size_t mostIds = 65536;
     std::size_t place = ids.size() - 1;
     for (const std::string_view piece : listPieces(value)) {
         const std::int16_t id = toInt16(piece);
+        if (place == mostIds) {
+            throw ParseError(value, "names more than the 65536 ids that there are");
+        }
         ids.resize(place + 1);
         ids[place++] = id;
     }
@@ -111,16 +111,27 @@ constexpr std::array<ReplyKey<UserFile>, 13> userKeys{{
      }},
 }};
 
-constexpr std::array<ReplyKey<clsGroup>, 8> groupKeys{{
-    {"groupname", [](clsGroup& group, Value value) { group.sName = value; }},
-    {"description", [](clsGroup& group, Value value) { group.sDescription = value; }},
-    {"groupslots", [](clsGroup& group, Value value) { group.iGroupSlots = toInt16(value); }},
-    {"leechslots", [](clsGroup& group, Value value) { group.iLeechSlots = toInt16(value); }},
-    {"vfs", [](clsGroup& group, Value value) { group.sVFSFile = value; }},
-    {"vfsfile", [](clsGroup& group, Value value) { group.sVFSFile = value; }},
-    {"members", [](clsGroup& group, Value value) { readIds(group.members, value); }},
-    {"gadmins", [](clsGroup& group, Value value) { readIds(group.gadmins, value); }},
+struct GroupFile {
+    clsGroup& group;
+    GroupDetails& details;
+};
+
+constexpr std::array<ReplyKey<GroupFile>, 8> groupKeys{{
+    {"groupname", [](GroupFile& file, Value value) { file.group.sName = value; }},
+    {"description", [](GroupFile& file, Value value) { file.details.sDescription = value; }},
+    {"groupslots", [](GroupFile& file, Value value) { file.details.iGroupSlots = toInt16(value); }},
+    {"leechslots", [](GroupFile& file, Value value) { file.details.iLeechSlots = toInt16(value); }},
+    {"vfs", [](GroupFile& file, Value value) { file.details.sVFSFile = value; }},
+    {"vfsfile", [](GroupFile& file, Value value) { file.details.sVFSFile = value; }},
+    {"members", [](GroupFile& file, Value value) { readIds(file.details.members, value); }},
+    {"gadmins", [](GroupFile& file, Value value) { readIds(file.details.gadmins, value); }},
 }};
+
+template <typename Details>
+const Details& oneOrNone(const std::vector<Details>& details) {
+    static const Details none;
+    return details.empty() ? none : details.front();
+}
 
 bool holds(const std::vector<std::int16_t>& ids, std::int16_t id) {
     return std::ranges::find(ids, id) != ids.end();
@@ -178,33 +189,57 @@ const std::string_view* append(GroupTable& groups, int site,
     return nullptr;
 }
 
-template <std::size_t fieldCount, typename Record>
-TableReply<std::vector<Record>> readTable(int site, std::span<const std::string_view> lines,
-                                          std::int16_t Record::*id) {
-    // Room for every line that is long enough to hold its separators, so that no record is ever moved.
-    constexpr std::size_t shortest = (fieldCount - 1) * fieldSeparator.size();
-    TableReply<std::vector<Record>> reply;
-    reply.table.reserve(static_cast<std::size_t>(
-        std::ranges::count_if(lines, [](std::string_view line) { return line.size() >= shortest; })));
-    std::array<std::string_view, fieldCount> fields;
+template <typename Record>
+constexpr auto fieldOfId = &clsUser::iUID;
+template <>
+constexpr auto fieldOfId<clsGroup> = &clsGroup::iGID;
+
+template <typename Record>
+constexpr std::size_t fieldCount = std::is_same_v<Record, clsUser> ? userFieldCount : groupFieldCount;
+
+template <typename Record>
+void readAll(Record& record, std::span<const std::string_view> lines) {
+    record.beginDetails();
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (!cutFields(lines[i], fields)) {
-            continue;
-        }
-        if (const std::string_view* bad = append(reply.table, site, fields)) {
-            reply.bad.note(i + 1, *bad, "16-bit number");
+        try {
+            record.readDetails(lines[i]);
+        } catch (ParseError& error) {
+            error.setLineNumber(i + 1);
+            throw;
         }
     }
-    if (reply.table.empty()) {
-        reply.table = emptyTable(id);
+    record.got_info = true;
+}
+
+template <typename Record>
+TableReply<std::vector<Record>> readTable(int site, std::span<const std::string_view> lines) {
+    TableReader<Record> reader(site);
+    for (const std::string_view line : lines) {
+        reader.read(line);
     }
-    return reply;
+    return reader.take();
 }
 
 } // namespace
 
-// The lists start afresh; a text or a number that the reply does not name stays.
-void clsUser::ParseUserFile(std::span<const std::string_view> lines) {
+template <typename Record>
+void DetailsReader<Record>::read(std::string_view line) {
+    ++lines_;
+    if (problem_) {
+        return;
+    }
+    try {
+        record_.readDetails(line);
+    } catch (ParseError& error) {
+        error.setLineNumber(lines_);
+        problem_ = error;
+    }
+}
+
+template class DetailsReader<clsUser>;
+template class DetailsReader<clsGroup>;
+
+void clsUser::beginDetails() {
     details_.resize(1);
     UserDetails& details = details_.front();
     details.credits = {};
@@ -212,14 +247,19 @@ void clsUser::ParseUserFile(std::span<const std::string_view> lines) {
     details.groups = details.admingroups = {-1};
     details.ips = {""};
     got_info = false;
-    UserFile file{*this, details};
-    readReplyLines(file, lines, userKeys);
-    got_info = true;
+}
+
+void clsUser::readDetails(std::string_view line) {
+    UserFile file{*this, details_.front()};
+    readReplyLine(file, line, userKeys);
+}
+
+void clsUser::ParseUserFile(std::span<const std::string_view> lines) {
+    readAll(*this, lines);
 }
 
 const UserDetails& clsUser::details() const {
-    static const UserDetails none;
-    return details_.empty() ? none : details_.front();
+    return oneOrNone(details_);
 }
 
 bool clsUser::IsMemberOf(std::int16_t gid) const {
@@ -230,15 +270,27 @@ bool clsUser::IsAdminOf(std::int16_t gid) const {
     return holds(details().admingroups, gid);
 }
 
-void clsGroup::ParseGroupFile(std::span<const std::string_view> lines) {
-    members = gadmins = {-1};
+void clsGroup::beginDetails() {
+    details_.resize(1);
+    details_.front().members = details_.front().gadmins = {-1};
     got_info = false;
-    readReplyLines(*this, lines, groupKeys);
-    got_info = true;
+}
+
+void clsGroup::readDetails(std::string_view line) {
+    GroupFile file{*this, details_.front()};
+    readReplyLine(file, line, groupKeys);
+}
+
+void clsGroup::ParseGroupFile(std::span<const std::string_view> lines) {
+    readAll(*this, lines);
+}
+
+const GroupDetails& clsGroup::details() const {
+    return oneOrNone(details_);
 }
 
 bool clsGroup::IsGadmin(std::int16_t uid) const {
-    return holds(gadmins, uid);
+    return holds(details().gadmins, uid);
 }
 
 UserTable emptyUserTable() {
@@ -257,12 +309,38 @@ bool isPlaceholder(const clsGroup& group) {
     return group.iGID == -1 && group.sGIDText.empty();
 }
 
+template <typename Record>
+void TableReader<Record>::read(std::string_view line) {
+    ++lines_;
+    std::array<std::string_view, fieldCount<Record>> fields;
+    if (!cutFields(line, fields)) {
+        return;
+    }
+    growInTwoSteps(reply_.table);
+    if (reply_.table.size() == mostRecords) {
+        ++reply_.bad.tooMany;
+    } else if (const std::string_view* bad = append(reply_.table, site_, fields)) {
+        reply_.bad.note(lines_, *bad, "16-bit number");
+    }
+}
+
+template <typename Record>
+TableReply<std::vector<Record>> TableReader<Record>::take() {
+    if (reply_.table.empty()) {
+        reply_.table = emptyTable(fieldOfId<Record>);
+    }
+    return std::move(reply_);
+}
+
+template class TableReader<clsUser>;
+template class TableReader<clsGroup>;
+
 TableReply<UserTable> ParseUserTable(int site, std::span<const std::string_view> lines) {
-    return readTable<userFieldCount>(site, lines, &clsUser::iUID);
+    return readTable<clsUser>(site, lines);
 }
 
 TableReply<GroupTable> ParseGroupTable(int site, std::span<const std::string_view> lines) {
-    return readTable<groupFieldCount>(site, lines, &clsGroup::iGID);
+    return readTable<clsGroup>(site, lines);
 }
 
 int FindUserIndexByUID(const UserTable& users, std::int16_t uid) {

@@ -6,10 +6,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace corvel {
@@ -52,6 +54,10 @@ class clsUser {
     // are passed over. Throws ParseError with the reply line's
     // number: what was read before stays, and got_info is false.
     void ParseUserFile(std::span<const std::string_view> lines);
+    // Its two halves: forgets the details, a text or a number that the table does not name stays; reads one
+    // line.
+    void beginDetails();
+    void readDetails(std::string_view line);
 
     // Empty ones before the first userfile.
     const UserDetails& details() const;
@@ -65,13 +71,8 @@ class clsUser {
     std::vector<UserDetails> details_;
 };
 
-// One group of one site. The table reply fills iGID, sName and iUserCount; ParseGroupFile the rest. All texts
-// are the server's bytes.
-class clsGroup {
-  public:
-    std::int16_t iGID = 0; // -1 marks the one record of an empty table
-    std::string sName;
-    std::int16_t iUserCount = 0;
+// What a groupfile says about a group beyond its table.
+struct GroupDetails {
     std::string sDescription;
     std::string sVFSFile;
     std::int16_t iGroupSlots = 0;
@@ -79,6 +80,15 @@ class clsGroup {
     // User ids, one -1 where a groupfile names none; empty before the first groupfile.
     std::vector<std::int16_t> members;
     std::vector<std::int16_t> gadmins;
+};
+
+// One group of one site. The table reply fills the fields, ParseGroupFile the details. All texts are the
+// server's bytes.
+class clsGroup {
+  public:
+    std::int16_t iGID = 0; // -1 marks the one record of an empty table
+    std::string sName;
+    std::int16_t iUserCount = 0;
     bool got_info = false;      // a groupfile reply was read to its end
     int my_index = 0;           // the site, from 1
     std::string sGIDText;       // the gid as the table reply spells it; the list shows it
@@ -86,9 +96,17 @@ class clsGroup {
 
     // Reads the lines of a groupfile reply, as clsUser::ParseUserFile does those of a userfile.
     void ParseGroupFile(std::span<const std::string_view> lines);
+    void beginDetails();
+    void readDetails(std::string_view line);
+
+    // Empty ones before the first groupfile.
+    const GroupDetails& details() const;
 
     // Whether uid is among the gadmins.
     bool IsGadmin(std::int16_t uid) const;
+
+  private:
+    std::vector<GroupDetails> details_; // one or none, as those of a user
 };
 
 // The accounts and the groups of a site, in the order of the table reply. An empty table is one record with
@@ -104,12 +122,55 @@ bool isPlaceholder(const clsUser& user);
 bool isPlaceholder(const clsGroup& group);
 
 // A table read from a reply, and the lines left out of it: those that had all their fields but whose id or
-// count is no 16-bit number.
+// count is no 16-bit number, and those beyond mostRecords.
 template <typename Table>
 struct TableReply {
     Table table;
     BadLines bad;
 };
+
+// Reads the lines of a table reply as they arrive.
+template <typename Record>
+class TableReader {
+  public:
+    // site: for the records.
+    explicit TableReader(int site) : site_(site) {}
+
+    void read(std::string_view line);
+    // What was read; nothing is to be read afterwards.
+    TableReply<std::vector<Record>> take();
+
+  private:
+    int site_;
+    std::size_t lines_ = 0;
+    TableReply<std::vector<Record>> reply_;
+};
+
+extern template class TableReader<clsUser>;
+extern template class TableReader<clsGroup>;
+
+// Reads the lines of a userfile (groupfile) reply as they arrive, into a record of its own: only their last
+// line says whether they are one.
+template <typename Record>
+class DetailsReader {
+  public:
+    // record: as the table has it.
+    explicit DetailsReader(Record record) : record_(std::move(record)) { record_.beginDetails(); }
+
+    // Nothing more is read behind a line that cannot be.
+    void read(std::string_view line);
+    // The record, with what was read of it until then.
+    Record& record() { return record_; }
+    const std::optional<ParseError>& problem() const { return problem_; }
+
+  private:
+    Record record_;
+    std::size_t lines_ = 0;
+    std::optional<ParseError> problem_;
+};
+
+extern template class DetailsReader<clsUser>;
+extern template class DetailsReader<clsGroup>;
 
 // Reads the lines of a table reply of the given site: a user line has five fields separated by " | " (prefix,
 // uid, name, primary group, flags), a group line four (prefix, gid, name, user count). Lines with another

@@ -4,6 +4,7 @@
 
 #include <tuple>
 #include <utility>
+#include <variant>
 
 namespace corvel {
 
@@ -36,9 +37,22 @@ void dropDraftsOfTheVanished(const ReplyServices& services, const Reply& reply) 
 } // namespace
 
 template <typename Kind>
-void AccountTable<Kind>::tableReply(const ReplyServices& services, const Reply& reply) {
+ReplyReader AccountTable<Kind>::beginTable(const ReplyServices& /*services*/, int site,
+                                           SiteSession& /*session*/) {
+    return TableReader<Record>(site);
+}
+
+template <typename Kind>
+ReplyReader AccountTable<Kind>::beginDetails(const ReplyServices& /*services*/, int /*site*/,
+                                             SiteSession& session) {
+    const Record* const record = findRecord<Kind>(session, session.current.recordId);
+    return DetailsReader<Record>(record == nullptr ? Record() : *record);
+}
+
+template <typename Kind>
+void AccountTable<Kind>::tableReply(const ReplyServices& services, Reply& reply) {
     AccountView& view = reply.session.*Kind::view;
-    auto read = Kind::parseTable(reply.site, reply.lines);
+    auto read = std::get<TableReader<Record>>(reply.reader).take();
     reply.session.*Kind::table = std::move(read.table);
     view.rows = orderedRows(reply.session.*Kind::table, view.order);
     view.isRead = true;
@@ -58,7 +72,7 @@ void AccountTable<Kind>::tableReply(const ReplyServices& services, const Reply& 
 }
 
 template <typename Kind>
-void AccountTable<Kind>::detailsReply(const ReplyServices& services, const Reply& reply) {
+void AccountTable<Kind>::detailsReply(const ReplyServices& services, Reply& reply) {
     AccountView& view = reply.session.*Kind::view;
     auto* const record = findRecord<Kind>(reply.session, reply.command.recordId);
     const auto isOver = [&](Details details, std::string problem) {
@@ -78,12 +92,13 @@ void AccountTable<Kind>::detailsReply(const ReplyServices& services, const Reply
         return;
     }
     const auto before = shownIn(*record);
-    try {
-        (record->*Kind::parseDetails)(reply.lines);
-    } catch (const ParseError& error) {
-        isOver(Details::refused, describe(error));
-        throw;
+    auto& read = std::get<DetailsReader<Record>>(reply.reader);
+    *record = std::move(read.record());
+    if (read.problem()) {
+        isOver(Details::refused, describe(*read.problem()));
+        throw ParseError(*read.problem());
     }
+    record->got_info = true;
     if (before != shownIn(*record)) {
         view.rows = orderedRows(reply.session.*Kind::table, view.order);
         if (const auto draft = view.drafts.find(record->*Kind::id); draft != view.drafts.end()) {
@@ -94,9 +109,13 @@ void AccountTable<Kind>::detailsReply(const ReplyServices& services, const Reply
     isOver(Details::known, {});
 }
 
-template void AccountTable<UserKind>::tableReply(const ReplyServices&, const Reply&);
-template void AccountTable<UserKind>::detailsReply(const ReplyServices&, const Reply&);
-template void AccountTable<GroupKind>::tableReply(const ReplyServices&, const Reply&);
-template void AccountTable<GroupKind>::detailsReply(const ReplyServices&, const Reply&);
+template ReplyReader AccountTable<UserKind>::beginTable(const ReplyServices&, int, SiteSession&);
+template ReplyReader AccountTable<UserKind>::beginDetails(const ReplyServices&, int, SiteSession&);
+template void AccountTable<UserKind>::tableReply(const ReplyServices&, Reply&);
+template void AccountTable<UserKind>::detailsReply(const ReplyServices&, Reply&);
+template ReplyReader AccountTable<GroupKind>::beginTable(const ReplyServices&, int, SiteSession&);
+template ReplyReader AccountTable<GroupKind>::beginDetails(const ReplyServices&, int, SiteSession&);
+template void AccountTable<GroupKind>::tableReply(const ReplyServices&, Reply&);
+template void AccountTable<GroupKind>::detailsReply(const ReplyServices&, Reply&);
 
 } // namespace corvel

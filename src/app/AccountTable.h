@@ -27,8 +27,6 @@ struct UserKind {
     static constexpr auto id = &clsUser::iUID;
     static constexpr auto table = &SiteSession::Users;
     static constexpr auto view = &SiteSession::userView;
-    static constexpr auto parseTable = &ParseUserTable;
-    static constexpr auto parseDetails = &clsUser::ParseUserFile;
     static constexpr auto tableCommand = &userTableCommand;
     static constexpr auto detailsCommand = &userFileCommand;
     static constexpr auto deleteCommand = &deleteUserCommand;
@@ -53,8 +51,6 @@ struct GroupKind {
     static constexpr auto id = &clsGroup::iGID;
     static constexpr auto table = &SiteSession::Groups;
     static constexpr auto view = &SiteSession::groupView;
-    static constexpr auto parseTable = &ParseGroupTable;
-    static constexpr auto parseDetails = &clsGroup::ParseGroupFile;
     static constexpr auto tableCommand = &groupTableCommand;
     static constexpr auto detailsCommand = &groupFileCommand;
     static constexpr auto deleteCommand = &deleteGroupCommand;
@@ -154,8 +150,11 @@ class AccountTable {
     // leaves it empty, and the list says why. A details reply is read only with a code of 200 to 299, into
     // the record that the command asked about; where the table does not have that any more, the console says
     // so and nothing changes. Throws as the parser does.
-    static void tableReply(const ReplyServices& services, const Reply& reply);
-    static void detailsReply(const ReplyServices& services, const Reply& reply);
+    static void tableReply(const ReplyServices& services, Reply& reply);
+    static void detailsReply(const ReplyServices& services, Reply& reply);
+    // What reads them until then.
+    static ReplyReader beginTable(const ReplyServices& services, int site, SiteSession& session);
+    static ReplyReader beginDetails(const ReplyServices& services, int site, SiteSession& session);
 
   private:
     SiteSession& session(int site) const { return at(services_.sites, site).session; }

@@ -128,7 +128,7 @@ void BrowserActions::sortBy(int site, int column) {
 
 void BrowserActions::arrange(int site) {
     SiteSession& session = at(sites_, site).session;
-    if (!session.browser.isArranged) {
+    if (!session.browser.isArranged && !isOnItsWay(session.browser)) {
         corvel::arrange(session.browser);
     }
 }

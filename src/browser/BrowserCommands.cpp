@@ -140,10 +140,9 @@ std::string pathIn(std::string_view directory, std::string_view name) {
     return path;
 }
 
-BrowserReply recogniseBrowserReply(std::string_view lastCommand, std::span<const std::string_view> lines,
-                                   int code) {
-    const std::string_view first = lines.empty() ? std::string_view() : lines.front();
-    if (matchesPattern(toLower(lastLine(lines)), "250 cwd command suc*es*ful*")) {
+BrowserReply recogniseBrowserReply(std::string_view lastCommand, std::string_view first,
+                                   std::string_view last, int code) {
+    if (matchesPattern(toLower(last), "250 cwd command suc*es*ful*")) {
         return BrowserReply::cwdSucceeded;
     }
     if (matchesPattern(toLower(first), "257 * is current directory*")) {
@@ -159,9 +158,8 @@ BrowserReply recogniseBrowserReply(std::string_view lastCommand, std::span<const
     return BrowserReply::listing;
 }
 
-std::span<const std::string_view> listingLines(std::string_view lastCommand,
-                                               std::span<const std::string_view> lines, int code) {
-    return isCwd(lastCommand) && code >= firstError ? lines.first(0) : lines;
+bool mayList(std::string_view lastCommand, int code) {
+    return !isCwd(lastCommand) || code < firstError;
 }
 
 std::string parentDirectory(std::string_view directory) {

@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -89,16 +88,15 @@ enum class BrowserReply : std::uint8_t {
     listing           // everything else, a failed CWD included: show it and ask for the directory
 };
 
-// Recognises a reply. lastCommand: the command that it answers; lines: the whole reply, split at CR LF, its
-// last element the empty text behind the last CR LF; code: the reply's code. The wordings known beforehand
-// come first; then a 250 to a CWD (RFC 959, section 5.4) and a 257 with a quoted path to a PWD.
-BrowserReply recogniseBrowserReply(std::string_view lastCommand, std::span<const std::string_view> lines,
-                                   int code);
+// Recognises a reply. lastCommand: the command that it answers; first: its first line; last: its last one
+// that is not empty; code: the reply's code. The wordings known beforehand come first; then a 250 to a CWD
+// (RFC 959, section 5.4) and a 257 with a quoted path to a PWD.
+BrowserReply recogniseBrowserReply(std::string_view lastCommand, std::string_view first,
+                                   std::string_view last, int code);
 
-// The lines to parse as a listing: all of them, but none of the refusal of a CWD, whose text quotes a path
-// that could look like an entry.
-std::span<const std::string_view> listingLines(std::string_view lastCommand,
-                                               std::span<const std::string_view> lines, int code);
+// Whether the lines of a reply can be a listing: those of the refusal of a CWD quote a path that could look
+// like an entry.
+bool mayList(std::string_view lastCommand, int code);
 
 // The directory in a line of a reply to PWD: what stands between its first and its second double quote, or
 // the whole line if it lacks two. A doubled quote within stands for one (RFC 959, appendix II). Without the

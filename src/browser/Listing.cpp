@@ -1,5 +1,6 @@
 #include "browser/Listing.h"
 
+#include "common/Bounds.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
@@ -139,55 +140,74 @@ void count(BrowserListing& listing, const BrowserEntry& entry) {
     }
 }
 
-// Adds line to listing if it is one of a listing, its text copied to end. The bytes used there, 0 if none.
-std::size_t copyIfEntry(char* end, std::string_view line, BrowserListing& listing, ListingOptions options) {
-    if (!mayMatch(line)) {
-        return 0;
-    }
-    std::memcpy(end, line.data(), line.size());
-    BrowserEntry entry;
-    if (!readEntry({end, line.size()}, options.mergeBlanks, entry, listing.looksPadded)) {
-        return 0;
-    }
-    listing.isRecognised = true;
-    if (sizeNumber(entry.size)) {
-        listing.longestSize = std::max(listing.longestSize, entry.size.size());
-    }
-    if (entry.name != ".") {
-        count(listing, entry);
-        listing.entries.push_back(std::move(entry));
-    }
-    return line.size();
-}
-
 } // namespace
 
+// Where as many bytes of text find place: in blocks, so that what points into one stays good.
+char* ListingReader::roomFor(std::size_t size) {
+    constexpr std::size_t smallest = 4096;
+    constexpr std::size_t largest = std::size_t{256} * 1024;
+    if (size > blockSize_ - used_) {
+        blockSize_ = std::max(std::clamp(2 * blockSize_, smallest, largest), size);
+        used_ = 0;
+        listing_.text.push_back(std::make_unique_for_overwrite<char[]>(blockSize_));
+    }
+    return listing_.text.back().get() + used_;
+}
+
+// Adds line to the listing, its text copied, if it is one of a listing.
+bool ListingReader::readEntry(std::string_view line) {
+    if (!mayMatch(line)) {
+        return false;
+    }
+    char* const copy = roomFor(line.size());
+    std::memcpy(copy, line.data(), line.size());
+    BrowserEntry entry;
+    if (!corvel::readEntry({copy, line.size()}, options_.mergeBlanks, entry, listing_.looksPadded)) {
+        return false;
+    }
+    listing_.isRecognised = true;
+    if (sizeNumber(entry.size)) {
+        listing_.longestSize = std::max(listing_.longestSize, entry.size.size());
+    }
+    if (entry.name == ".") {
+        return true; // nothing of it is kept
+    }
+    count(listing_, entry);
+    if (listing_.entries.size() == mostRecords) {
+        ++listing_.tooMany;
+        return true;
+    }
+    growInTwoSteps(listing_.entries);
+    listing_.entries.push_back(std::move(entry));
+    used_ += line.size();
+    return true;
+}
+
+void ListingReader::read(std::string_view line) {
+    const bool isFirst = std::exchange(isFirst_, false);
+    if (line.empty()) {
+        return;
+    }
+    if (!held_.empty()) { // and so was not the last one
+        noteStrange(held_, listing_);
+        held_.clear();
+    }
+    if (readEntry(line) || (line.starts_with(' ') && readEntry(line.substr(1)))) {
+        return;
+    }
+    if (!beginsWithCode(line)) {
+        noteStrange(line, listing_);
+    } else if (!isFirst) {
+        held_ = line;
+    }
+}
+
 BrowserListing ParseDirectoryListing(std::span<const std::string_view> lines, ListingOptions options) {
-    std::size_t accepted = 0;
-    std::size_t bytes = 0;
+    ListingReader reader(options);
     for (const std::string_view line : lines) {
-        if (line.size() >= shortestLine) {
-            ++accepted;
-            bytes += line.size();
-        }
+        reader.read(line);
     }
-    BrowserListing listing;
-    listing.text = std::make_unique_for_overwrite<char[]>(bytes);
-    listing.entries.reserve(accepted);
-    char* end = listing.text.get();
-    const std::string_view last = lastLine(lines);
-    for (const std::string_view& line : lines) {
-        std::size_t length = copyIfEntry(end, line, listing, options);
-        if (length == 0 && line.starts_with(' ')) {
-            length = copyIfEntry(end, line.substr(1), listing, options);
-        }
-        const bool isFrame = &line == &lines.front() || line.data() == last.data();
-        if (length == 0 && !(isFrame && beginsWithCode(line))) {
-            noteStrange(line, listing);
-        }
-        end += length;
-    }
-    return listing;
+    return reader.take();
 }
 
 std::string_view MonthNumber(std::string_view monthName) {

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace corvel {
@@ -30,8 +31,9 @@ struct BrowserEntry {
 // The entries of one remote directory, with the text that they point into. Moving it leaves the texts
 // where they are, so views of an entry live as long as the listing that it was moved to.
 struct BrowserListing {
-    std::unique_ptr<char[]> text; // the accepted lines, one behind the other
+    std::vector<std::unique_ptr<char[]>> text; // the accepted lines, one behind the other
     std::vector<BrowserEntry> entries;
+    std::size_t tooMany = 0;        // entries beyond mostRecords, which are left out but counted
     std::size_t fileCount = 0;      // files and links
     std::size_t directoryCount = 0; // all others but ".."
     std::size_t longestSize = 0;    // length of the longest size that is a sizeNumber, in bytes
@@ -48,6 +50,28 @@ struct ListingOptions {
     // Runs of blanks between month, day and time (or year) count as one. Off, every blank separates, which
     // turns padded days and years into wrong names but keeps names that begin with a blank.
     bool mergeBlanks = false;
+};
+
+// Reads the lines of one reply to "STAT -a" as they arrive.
+class ListingReader {
+  public:
+    explicit ListingReader(ListingOptions options) : options_(options) {}
+
+    void read(std::string_view line);
+    // The listing of the lines so far, of which the last was the reply's; nothing is to be read afterwards.
+    BrowserListing take() { return std::move(listing_); }
+    const BrowserListing& soFar() const { return listing_; }
+
+  private:
+    bool readEntry(std::string_view line);
+    char* roomFor(std::size_t size);
+
+    ListingOptions options_;
+    BrowserListing listing_;
+    std::size_t blockSize_ = 0; // of the text's last block,
+    std::size_t used_ = 0;      // and how much of it is taken
+    std::string held_;          // a line that is none of the listing unless it is the reply's last
+    bool isFirst_ = true;
 };
 
 // The entries in the lines of one reply to "STAT -a" (RFC 959, section 4.1.3), in the order of the lines

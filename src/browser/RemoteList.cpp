@@ -43,11 +43,21 @@ std::string emptyReason(const RemoteList& list) {
     if (!list.listing.entries.empty()) {
         return {}; // they are about to be shown
     }
+    if (isOnItsWay(list)) {
+        return "The list of the directory is on its way.";
+    }
     return list.problem.empty() ? "This directory is empty."
                                 : "The server refused:\n" + shownLine(list.problem);
 }
 
+bool isOnItsWay(const RemoteList& list) {
+    return !list.isArranged && list.listing.entries.empty();
+}
+
 void dropRows(RemoteList& list, std::string_view directory) {
+    if (isOnItsWay(list) && whyNotUsable(list).empty() && list.directory == directory) {
+        return; // they are dropped
+    }
     const BrowserEntry* const selected = entryAt(list, list.row);
     list.isOfSameDirectory = whyNotUsable(list).empty() && list.directory == directory;
     list.selectedName =

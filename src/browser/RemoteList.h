@@ -41,6 +41,12 @@ std::string_view whyNotUsable(const RemoteList& list);
 // Why a list without rows has none, for a person to read.
 std::string emptyReason(const RemoteList& list);
 
+// Of so many entries a listing takes much memory: it goes as soon as its successor comes.
+inline constexpr std::size_t longListing = 100000;
+
+// Whether the rows were dropped for a listing that is not there yet.
+bool isOnItsWay(const RemoteList& list);
+
 // Makes room for a listing of directory: the rows go, but for the name of the selected one where directory is
 // still the same.
 void dropRows(RemoteList& list, std::string_view directory);

@@ -14,6 +14,10 @@ std::string quoted(std::string_view text) {
     return result;
 }
 
+std::string tooManyText(std::size_t count) {
+    return "too many records for a list, the last " + std::to_string(count) + " are left out";
+}
+
 } // namespace
 
 std::string describe(const ParseError& error) {
@@ -35,7 +39,7 @@ void BadLines::note(std::size_t lineNumber, std::string_view text, std::string_v
 
 std::optional<std::string> badLinesMessage(const BadLines& bad) {
     if (bad.count == 0) {
-        return std::nullopt;
+        return bad.tooMany == 0 ? std::nullopt : std::optional(tooManyText(bad.tooMany));
     }
     ConversionError error(bad.firstText, bad.firstExpected);
     error.setLineNumber(bad.firstLine);
@@ -44,7 +48,7 @@ std::optional<std::string> badLinesMessage(const BadLines& bad) {
     if (others > 0) {
         message += ", and so " + std::string(others == 1 ? "is " : "are ") + std::to_string(others) + " more";
     }
-    return message;
+    return bad.tooMany == 0 ? message : message + "; " + tooManyText(bad.tooMany);
 }
 
 } // namespace corvel

@@ -42,13 +42,14 @@ struct BadLines {
     std::size_t firstLine = 0;           // of the reply, from 1
     std::string firstText = {};          // the offending field of that line
     std::string_view firstExpected = {}; // what it should have been, such as "16-bit number"; a literal
+    std::size_t tooMany = 0;             // records beyond the most that a list takes, left out too
 
     void note(std::size_t lineNumber, std::string_view text, std::string_view expected);
 
     bool operator==(const BadLines&) const = default;
 };
 
-// One console line that names the first bad line and counts the others; nothing where no line was bad.
+// One console line that names the first bad line and counts the others; nothing where no line was left out.
 std::optional<std::string> badLinesMessage(const BadLines& bad);
 
 } // namespace corvel

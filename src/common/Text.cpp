@@ -110,11 +110,6 @@ bool cutFields(std::string_view text, std::span<std::string_view> fields) {
     return cutLeadingFields(text, fields) && fields.back().find(fieldSeparator) == std::string_view::npos;
 }
 
-std::string_view lastLine(std::span<const std::string_view> lines) {
-    const auto last = std::find_if(lines.rbegin(), lines.rend(), [](auto line) { return !line.empty(); });
-    return last == lines.rend() ? std::string_view() : *last;
-}
-
 std::string join(const std::vector<std::string_view>& pieces, std::string_view separator) {
     std::string result;
     for (std::size_t i = 0; i < pieces.size(); ++i) {

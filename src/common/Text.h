@@ -27,9 +27,6 @@ bool cutFields(std::string_view text, std::span<std::string_view> fields);
 // As cutFields, but the last field keeps every further separator: false only where text has fewer fields.
 bool cutLeadingFields(std::string_view text, std::span<std::string_view> fields);
 
-// The last of lines that is not empty; empty where all are.
-std::string_view lastLine(std::span<const std::string_view> lines);
-
 // The pieces with the separator between them.
 std::string join(const std::vector<std::string_view>& pieces, std::string_view separator);
 

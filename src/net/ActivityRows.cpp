@@ -19,7 +19,7 @@ enum Field : std::size_t { cidField = 3, statusField = 15, amountField = 16, spe
 constexpr std::size_t fieldCount = 18;
 using Fields = std::array<std::string_view, fieldCount>;
 
-// The field that each column shows; the first two columns show none.
+// The field that each column shows, the speed's and the amount's as numbers; the first two columns show none.
 constexpr std::array<std::size_t, activityColumnCount> shownFields = {
     0, 0, cidField, 1, 2, 5, 7, 6, 8, 4, statusField, speedField, 9, 12, 11, amountField, 13, 14};
 
@@ -66,32 +66,50 @@ void count(ActivityCounters& counters, std::string_view status, std::int32_t spe
 }
 
 // What the row of a record reads. number: its place, from 1.
-std::array<std::string, activityColumnCount> textsOf(const Fields& fields, std::size_t number,
-                                                     std::int32_t speed, double amount) {
+ActivityRow rowOf(const Fields& fields, std::size_t number, std::int32_t speed, double amount) {
     constexpr std::size_t cidWidth = 5;
     constexpr double bytesPerMegabyte = 1024.0 * 1024.0;
-    std::array<std::string, activityColumnCount> texts;
-    const auto at = [&texts](ActivityCell cell) -> std::string& {
-        return texts[static_cast<std::size_t>(cell)];
-    };
-    for (std::size_t column = firstMovableColumn; column < activityColumnCount; ++column) {
-        texts[column] = fields[shownFields[column]];
+    ActivityRow row;
+    for (std::size_t column = 0; column < activityColumnCount; ++column) {
+        const std::string_view field = fields[shownFields[column]];
+        switch (static_cast<ActivityCell>(column)) {
+        case ActivityCell::icon:
+            break;
+        case ActivityCell::position:
+            row.texts += std::to_string(number);
+            break;
+        case ActivityCell::cid:
+            row.texts.append(cidWidth - std::min(cidWidth, field.size()), ' ').append(field);
+            break;
+        case ActivityCell::action: {
+            const Action* const action = findAction(&Action::status, field);
+            row.texts += action == nullptr ? field : action->text;
+            break;
+        }
+        case ActivityCell::speed:
+            row.texts.append(std::to_string(speed)).append(" kBps");
+            break;
+        case ActivityCell::transferred:
+            row.texts.append(numberText(amount / bytesPerMegabyte, 2)).append(" MB");
+            break;
+        default:
+            row.texts += field;
+        }
+        row.ends[column] = static_cast<std::uint32_t>(row.texts.size());
     }
-    const Action* const action = findAction(&Action::status, fields[statusField]);
-    const std::string_view cid = fields[cidField];
-    at(ActivityCell::position) = std::to_string(number);
-    at(ActivityCell::cid).insert(0, cidWidth - std::min(cidWidth, cid.size()), ' ');
-    at(ActivityCell::action) = action == nullptr ? fields[statusField] : action->text;
-    at(ActivityCell::speed) = std::to_string(speed) + " kBps";
-    at(ActivityCell::transferred) = numberText(amount / bytesPerMegabyte, 2) + " MB";
-    return texts;
+    row.texts.shrink_to_fit();
+    return row;
 }
 
 } // namespace
 
 std::string_view ActivityRow::text(ActivityCell cell) const {
     const auto column = static_cast<std::size_t>(cell);
-    return isStale && column > 0 && column <= lastStaleColumn ? std::string_view("--") : texts[column];
+    if (isStale && column > 0 && column <= lastStaleColumn) {
+        return "--";
+    }
+    const std::size_t start = column == 0 ? 0 : ends[column - 1];
+    return std::string_view(texts).substr(start, ends[column] - start);
 }
 
 ActivityIcon ActivityRow::icon() const {
@@ -99,38 +117,51 @@ ActivityIcon ActivityRow::icon() const {
     return action == nullptr ? ActivityIcon::none : action->icon;
 }
 
-BadLines ParseWhoReply(std::span<const std::string_view> lines, ActivityRows& activity,
-                       ActivityCounters& counters) {
-    BadLines bad;
-    ++activity.replies;
-    counters = {};
-    std::size_t next = 0; // row
+void WhoReader::read(std::string_view line) {
+    ++lines_;
     Fields fields;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (!cutRecord(lines[i], fields)) {
-            continue;
+    if (!cutRecord(line, fields)) {
+        return;
+    }
+    const std::optional<std::int32_t> speed = tryInt32(fields[speedField]);
+    const double amount = leadingNumber(fields[amountField]);
+    if (!speed) {
+        bad_.note(lines_, fields[speedField], "32-bit number");
+    } else if (!std::isfinite(amount)) {
+        bad_.note(lines_, fields[amountField], "amount");
+    } else {
+        count(counters_, fields[statusField], *speed);
+        if (next_ == mostConnections) {
+            ++bad_.tooMany;
+            return;
         }
-        const std::optional<std::int32_t> speed = tryInt32(fields[speedField]);
-        const double amount = leadingNumber(fields[amountField]);
-        if (!speed) {
-            bad.note(i + 1, fields[speedField], "32-bit number");
-        } else if (!std::isfinite(amount)) {
-            bad.note(i + 1, fields[amountField], "amount");
-        } else {
-            count(counters, fields[statusField], *speed);
-            activity.rows.resize(std::max(activity.rows.size(), next + 1));
-            ActivityRow& row = activity.rows[next++];
-            std::array<std::string, activityColumnCount> texts = textsOf(fields, next, *speed, amount);
-            if (row.isStale || row.texts != texts) {
-                row = {.texts = std::move(texts), .changedIn = activity.replies};
-            }
+        activity_->rows.resize(std::max(activity_->rows.size(), next_ + 1));
+        ActivityRow& row = activity_->rows[next_++];
+        ActivityRow read = rowOf(fields, next_, *speed, amount);
+        if (row.isStale || row.texts != read.texts || row.ends != read.ends) {
+            row = std::move(read);
+            row.changedIn = activity_->replies + 1;
         }
     }
-    for (ActivityRow& row : std::span(activity.rows).subspan(next)) {
-        row.changedIn = row.isStale ? row.changedIn : activity.replies;
+}
+
+BadLines WhoReader::finish(ActivityCounters& counters) {
+    ++activity_->replies;
+    counters = counters_;
+    for (ActivityRow& row : std::span(activity_->rows).subspan(next_)) {
+        row.changedIn = row.isStale ? row.changedIn : activity_->replies;
         row.isStale = true;
     }
-    return bad;
+    return bad_;
+}
+
+BadLines ParseWhoReply(std::span<const std::string_view> lines, ActivityRows& activity,
+                       ActivityCounters& counters) {
+    WhoReader reader(activity);
+    for (const std::string_view line : lines) {
+        reader.read(line);
+    }
+    return reader.finish(counters);
 }
 
 } // namespace corvel

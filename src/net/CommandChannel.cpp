@@ -11,7 +11,7 @@
 #include <optional>
 #include <string>
 #include <utility>
-#include <vector>
+#include <variant>
 
 namespace corvel {
 
@@ -31,48 +31,7 @@ Command* findSlot(SiteSession& session, bool empty) {
 // On this port TLS begins with the first byte (RFC 4217, section 2).
 constexpr std::int32_t implicitTlsPort = 990;
 
-// text cut at every CR LF, of which there are lineCount.
-std::vector<std::string_view> linesOf(std::string_view text, std::size_t lineCount) {
-    std::vector<std::string_view> lines;
-    lines.reserve(lineCount + 1);
-    while (true) {
-        const std::size_t end = text.find(lineEnd);
-        lines.push_back(text.substr(0, end));
-        if (end == std::string_view::npos) {
-            return lines;
-        }
-        text.remove_prefix(end + lineEnd.size());
-    }
-}
-
 } // namespace
-
-std::string SocketStateText(const Socket& socket) {
-    switch (socket.state()) {
-    case SocketState::closed:
-        return "Socket closed";
-    case SocketState::open:
-        return "Open";
-    case SocketState::listening:
-        return "Listening on port " + std::to_string(socket.localPort()) + " ...";
-    case SocketState::connectionPending:
-        return "Pending...";
-    case SocketState::resolvingHost:
-        return "Resolving host...";
-    case SocketState::hostResolved:
-        return "Host resolved";
-    case SocketState::connecting:
-        return "Connecting... ( " + visibleText(toUtf8(socket.remoteHost())) + ":" +
-               std::to_string(socket.remotePort()) + " )";
-    case SocketState::connected:
-        return "Connected (" + socket.remoteAddress() + ":" + std::to_string(socket.remotePort()) + ")";
-    case SocketState::closing:
-        return "Closing socket...";
-    case SocketState::error:
-        return "ERROR";
-    }
-    return {};
-}
 
 void CommandChannel::Connect(int site) {
     Site& target = at(sites_, site);
@@ -149,6 +108,7 @@ void CommandChannel::ResetSession(int site) {
     session.encryption = Encryption::none;
     session.sCwd = "/";
     session.sReplyBuffer.clear();
+    session.reader = {};
     services_.log.LogConsole(site, "----------- connection closed -----------");
     for (Command& slot : session.CommandQueue) {
         slot.sCommand.clear();
@@ -217,6 +177,7 @@ void CommandChannel::transmit(int site, Command command) {
     Site& target = at(sites_, site);
     SiteSession& session = target.session;
     session.bAwaitingReply = true;
+    session.reader = {}; // what came without being asked for is no answer to this
     session.current = std::move(command);
     session.currentSentAt = services_.log.clock().timeOfDay();
     session.currentSentClock = services_.log.clock().milliseconds();
@@ -258,22 +219,38 @@ void CommandChannel::ReplyRouter(int site, std::string_view bytes) {
     if (!session.current.bQuiet) {
         showWholeLines(site, data);
     }
-    const ReplyProgress progress = session.sReplyBuffer.append(data);
+    const ReplyProgress progress = readLines(site, data);
     const std::size_t replyEnd = session.sReplyBuffer.finalLineEnd();
     if (session.encryption == Encryption::consent && replyEnd > 0 &&
-        (replyEnd < session.sReplyBuffer.text().size() || !bytes.ends_with('\n'))) {
+        (replyEnd < session.sReplyBuffer.size() || !bytes.ends_with('\n'))) {
         // Whoever sent it in clear need not be who is going to encrypt.
         Refuse(site, "something follows the reply to AUTH TLS");
     } else if (progress == ReplyProgress::complete) {
-        routeReply(site, data.size());
+        routeReply(site, data);
     } else if (progress != ReplyProgress::incomplete) {
-        const std::string_view what = progress == ReplyProgress::lineTooLong ? "line of more than 64 KiB"
-                                      : progress == ReplyProgress::tooManyLines
-                                          ? "of more than 1000000 lines"
-                                          : "of more than 32 MiB without an end";
-        services_.log.LogConsole(site, "Reply " + std::string(what) + ", closing the connection");
+        const std::string what = progress == ReplyProgress::lineTooLong
+                                     ? "line of more than 64 KiB"
+                                     : "of more than 32 MiB without an end";
+        services_.log.LogConsole(site, "Reply " + what + ", closing the connection");
         ResetSession(site);
     }
+}
+
+// Hands the lines that data makes whole to the reader of the handler: spread over the events in which they
+// arrive, no reply holds up the window at its end.
+ReplyProgress CommandChannel::readLines(int site, std::string_view data) {
+    SiteSession& session = at(sites_, site).session;
+    const ReplyHandler* const handler = handlerOf(session.current.iHandler);
+    const bool isRead = session.bLoggedIn && handler != nullptr && handler->begin != nullptr;
+    if (isRead && std::holds_alternative<std::monostate>(session.reader)) {
+        session.reader = handler->begin(services_, site, session);
+    }
+    return std::visit(
+        [&](auto& reader) {
+            return session.sReplyBuffer.append(data,
+                                               [&reader](std::string_view line) { read(reader, line); });
+        },
+        session.reader);
 }
 
 const ReplyHandler* CommandChannel::handlerOf(std::int32_t code) const {
@@ -309,41 +286,42 @@ void CommandChannel::showWholeLines(int site, std::string_view data) {
     services_.log.LogConsole(site, whole, LogLine::reply);
 }
 
-void CommandChannel::routeReply(int site, std::size_t lastChunk) {
+void CommandChannel::routeReply(int site, std::string_view lastChunk) {
     SiteSession& session = at(sites_, site).session;
-    const std::size_t lineCount = session.sReplyBuffer.lineCount();
-    const std::string text = session.sReplyBuffer.take();
-    const std::vector<std::string_view> lines = linesOf(text, lineCount);
-    const std::string_view last = lastLine(lines);
-    const int code = static_cast<int>(leadingNumber(last.substr(0, 3)));
+    const std::string first = session.sReplyBuffer.firstLine();
+    const std::string last = session.sReplyBuffer.lastLine();
+    const std::string chunk =
+        endOfLines(session.sReplyBuffer.begunLine().append(lastChunk), lastChunk.size());
+    session.sReplyBuffer.clear();
+    const int code = static_cast<int>(leadingNumber(std::string_view(last).substr(0, 3)));
     session.bAwaitingReply = false;
     session.isGreeted = true;
     const std::int64_t waited = services_.log.clock().milliseconds() - session.currentSentClock;
     session.answers.push_back({.command = session.current,
                                .code = code,
-                               .lastLine = std::string(last),
+                               .lastLine = last,
                                .sentAt = session.currentSentAt,
                                .milliseconds = static_cast<std::uint32_t>(waited)});
     if (code >= firstRefusal) {
         services_.log.tell(site, last);
-        session.loginRefusal = session.bLoggedIn ? std::string_view() : last;
+        session.loginRefusal = session.bLoggedIn ? std::string() : last;
     }
     if (session.isHeldBack()) {
         goOnToEncrypt(site, code, last);
         return;
     }
     const ReplyHandler* const handler = handlerOf(session.current.iHandler);
-    const std::string chunk = endOfLines(text, lastChunk);
     if (!session.bLoggedIn) {
         logIn(site, code);
     } else if (handler != nullptr) {
-        const Reply reply{.site = site,
-                          .command = session.current,
-                          .session = session,
-                          .lines = lines,
-                          .lastChunk = chunk,
-                          .lastLine = last,
-                          .code = code};
+        Reply reply{.site = site,
+                    .command = session.current,
+                    .session = session,
+                    .reader = std::exchange(session.reader, {}),
+                    .firstLine = first,
+                    .lastChunk = chunk,
+                    .lastLine = last,
+                    .code = code};
         try {
             handler->handle(services_, reply);
         } catch (const ParseError& error) {

@@ -66,10 +66,6 @@ inline void ConsoleLog::tell(int site, std::string_view line) {
     views_.lastErrorChanged(site);
 }
 
-// What a person reads about the state of a socket, such as "Connected (10.0.0.5:21)". The host of state 6 is
-// the one that was configured, the one of state 7 its address. UTF-8.
-std::string SocketStateText(const Socket& socket);
-
 class CommandChannel;
 
 // A complete reply on its way to its handler. What it points to is borrowed for the time of the call.
@@ -77,10 +73,11 @@ struct Reply {
     int site = 0;
     Command command; // that it answers, a password masked
     SiteSession& session;
-    std::span<const std::string_view> lines; // split at CR LF; the last one is the empty text behind the end
-    std::string_view lastChunk;              // the bytes that completed it, see endOfLines
-    std::string_view lastLine;               // the last one that is not empty
-    int code = 0;                            // of that line
+    ReplyReader reader; // that its handler has begun, with all of its lines
+    std::string_view firstLine;
+    std::string_view lastChunk; // the bytes that completed it, see endOfLines
+    std::string_view lastLine;  // the last one that is not empty
+    int code = 0;               // of that line
 };
 
 inline bool isSuccess(const Reply& reply) {
@@ -101,12 +98,14 @@ void reportProblem(const ReplyServices& services, const Reply& reply, std::strin
 // What is said about a command that no line of a control connection can carry.
 inline constexpr std::string_view notOneLine = "Command not sent: it holds a line break or a NUL character";
 
-// One kind of reply: the log that shows its commands as they go out (the console no quiet ones), if any, and
-// what is done with the answer. A handler may throw ParseError: the console says so, and the channel goes on.
+// One kind of reply: the log that shows its commands as they go out (the console no quiet ones), if any, what
+// is done with the complete answer, and what reads its lines until then, if anything does. A reader comes
+// back as the reply's. A handler may throw ParseError: the console says so, and the channel goes on.
 struct ReplyHandler {
     std::int32_t code;
     std::optional<LogKind> echo;
-    void (*handle)(const ReplyServices&, const Reply&);
+    void (*handle)(const ReplyServices&, Reply&);
+    ReplyReader (*begin)(const ReplyServices&, int site, SiteSession&) = nullptr;
 };
 
 // The control connections of the sites: opens and ends them, queues, sends and answers, with one command
@@ -158,7 +157,8 @@ class CommandChannel {
     const ReplyHandler* handlerOf(std::int32_t code) const;
     void echo(int site);
     void showWholeLines(int site, std::string_view data);
-    void routeReply(int site, std::size_t lastChunk);
+    ReplyProgress readLines(int site, std::string_view data);
+    void routeReply(int site, std::string_view lastChunk);
     void logIn(int site, int code);
     void transmit(int site, Command command);
     bool isToBeEncrypted(const SiteConfig& config) const;

@@ -2,10 +2,6 @@
 
 #include "common/Numbers.h"
 
-#include <algorithm>
-#include <cstring>
-#include <utility>
-
 namespace corvel {
 
 namespace {
@@ -21,8 +17,8 @@ constexpr unsigned beginNegotiation = 0xFA;
 constexpr unsigned firstWithOption = 0xFB; // WILL, WON'T, DO, DON'T
 
 // Whether the line is the last one of a reply: three digits and a blank.
-bool isFinalLine(const char* line, std::size_t size) {
-    return size >= 4 && isDigit(line[0]) && isDigit(line[1]) && isDigit(line[2]) && line[3] == ' ';
+bool isFinalLine(std::string_view line) {
+    return line.size() >= 4 && isDigit(line[0]) && isDigit(line[1]) && isDigit(line[2]) && line[3] == ' ';
 }
 
 } // namespace
@@ -88,68 +84,58 @@ std::string telnetEscaped(std::string_view line) {
     return escaped;
 }
 
-ReplyProgress ReplyBuffer::append(std::string_view bytes) {
-    const std::size_t before = text_.size();
-    grow(bytes.size());
-    text_.append(bytes);
-    if (!scanLines(bytes, before)) {
-        return ReplyProgress::lineTooLong;
-    }
-    if (lines_ > mostLines) {
-        return ReplyProgress::tooManyLines;
-    }
-    if (finalLineEnd_ > 0 && lineStart_ == text_.size()) {
-        return ReplyProgress::complete;
-    }
-    return text_.size() > longestReply ? ReplyProgress::replyTooLong : ReplyProgress::incomplete;
-}
-
-std::string ReplyBuffer::take() {
-    lineStart_ = 0;
-    lines_ = 0;
-    finalLineEnd_ = 0;
-    return std::exchange(text_, {});
-}
-
-// Growing by half keeps old and new storage together below 2.5 times the bytes that are held.
-void ReplyBuffer::grow(std::size_t more) {
-    const std::size_t needed = text_.size() + more;
-    if (needed > text_.capacity()) {
-        text_.reserve(std::max(needed, text_.capacity() + text_.capacity() / 2));
-    }
-}
-
-// Advances over the lines that bytes, which stand at position before of the text, have made whole; false when
-// a line is too long. The search runs over the chunk, not over its fresh copy: reading what was written just
-// now waits for the processor's store buffer.
-bool ReplyBuffer::scanLines(std::string_view bytes, std::size_t before) {
-    const char* const begin = bytes.data();
-    const char* const end = begin + bytes.size();
-    const char* search = begin;
-    while (search < end) {
-        const void* found = std::memchr(search, '\n', static_cast<std::size_t>(end - search));
-        if (found == nullptr) {
-            break;
-        }
-        const char* const lineFeed = static_cast<const char*>(found);
-        search = lineFeed + 1;
-        const std::size_t position = before + static_cast<std::size_t>(lineFeed - begin);
-        const char previous = lineFeed > begin ? lineFeed[-1] : position > 0 ? text_[position - 1] : '\0';
+ReplyProgress ReplyBuffer::append(std::string_view bytes, const LineTaker& take) {
+    const std::size_t before = size_;
+    size_ += bytes.size();
+    cutLine_.clear();
+    begun_ = partialLine_.size();
+    std::size_t start = 0;       // of the line, in bytes
+    std::string_view latestLine; // the last one that is not empty, in bytes
+    for (std::size_t end = bytes.find('\n'); end != std::string_view::npos; end = bytes.find('\n', end + 1)) {
+        const char previous = end > 0 ? bytes[end - 1] : partialLine_.empty() ? '\0' : partialLine_.back();
         if (previous != '\r') {
             continue;
         }
-        const std::size_t size = position - 1 - lineStart_;
-        if (size > longestLine) {
-            return false;
+        if (partialLine_.size() + end - start > longestLine + 1) { // one more for the CR
+            return ReplyProgress::lineTooLong;
         }
-        const char* const line = lineStart_ >= before ? begin + (lineStart_ - before) : &text_[lineStart_];
-        lineStart_ = position + 1;
-        if (finalLineEnd_ == 0 && isFinalLine(line, size)) {
-            finalLineEnd_ = lineStart_;
+        if (partialLine_.empty()) {
+            const std::string_view line = bytes.substr(start, end - 1 - start);
+            note(line, before + end + 1);
+            latestLine = line.empty() ? latestLine : line;
+            take(line);
+        } else {
+            partialLine_.append(bytes.substr(0, end)).pop_back();
+            note(partialLine_, before + end + 1);
+            lastLine_ = partialLine_.empty() ? lastLine_ : partialLine_;
+            take(partialLine_);
+            cutLine_.assign(partialLine_).append("\r\n");
+            partialLine_.clear();
         }
-        ++lines_;
+        start = end + 1;
     }
-    return text_.size() - lineStart_ <= longestLine + 1; // one more for a CR whose LF is still to come
+    if (!latestLine.empty()) {
+        lastLine_ = latestLine;
+    }
+    partialLine_ += bytes.substr(start, longestLine + 2);
+    if (partialLine_.size() > longestLine + 1) { // one more for a CR whose LF is still to come
+        return ReplyProgress::lineTooLong;
+    }
+    if (finalLineEnd_ > 0 && partialLine_.empty()) {
+        return ReplyProgress::complete;
+    }
+    return size_ > longestReply ? ReplyProgress::replyTooLong : ReplyProgress::incomplete;
+}
+
+// end: where the line ends in the reply.
+void ReplyBuffer::note(std::string_view line, std::size_t end) {
+    if (finalLineEnd_ == 0 && isFinalLine(line)) {
+        finalLineEnd_ = end;
+    }
+    if (!hasLine_) {
+        firstLine_ = line;
+        hasLine_ = true;
+    }
 }
 
 } // namespace corvel

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -37,43 +38,48 @@ enum class ReplyProgress {
     incomplete,
     complete,
     replyTooLong, // more than ReplyBuffer::longestReply bytes without an end
-    tooManyLines, // more than ReplyBuffer::mostLines
     lineTooLong,  // more than ReplyBuffer::longestLine bytes without a CR LF
 };
 
-// Assembles the reply to one command from the chunks in which it arrives (RFC 959, section 4.2). A reply is
-// complete when its bytes end with CR LF and one of its lines begins with three digits and a blank. Every
-// byte is looked at once, however the bytes were cut, and the buffer never takes more than 2.5 times what
-// arrived.
+// Finds the end of the reply to one command in the chunks in which it arrives (RFC 959, section 4.2). A reply
+// is complete when its bytes end with CR LF and one of its lines begins with three digits and a blank. Every
+// byte is looked at once, however the bytes were cut. Of a reply nothing is kept but its first line, its last
+// one and the one that has not ended: a server chooses how long it is.
 class ReplyBuffer {
   public:
     static constexpr std::size_t longestReply = std::size_t{32} * 1024 * 1024;
     static constexpr std::size_t longestLine = std::size_t{64} * 1024;
-    // A reply of this many lines that is not longer than longestReply has lines of 33 bytes: no listing and
-    // no table has such short ones, and what points to lines shall not take more than the lines.
-    static constexpr std::size_t mostLines = 1000000;
 
-    // Takes the next bytes. After a "too long" the owner gives up the connection and calls clear.
-    ReplyProgress append(std::string_view bytes);
+    // Takes a line without its CR LF; the text is good for the call.
+    using LineTaker = std::function<void(std::string_view line)>;
 
-    // The bytes so far, CR LF included; the buffer is empty afterwards.
-    std::string take();
-    void clear() { take(); }
+    // Takes the next bytes, and gives the lines that they make whole to take. After a "too long" the owner
+    // gives up the connection and calls clear; after a complete reply it calls clear, too.
+    ReplyProgress append(std::string_view bytes, const LineTaker& take);
+    ReplyProgress append(std::string_view bytes) {
+        return append(bytes, [](std::string_view /*line*/) {});
+    }
+    void clear() { *this = {}; }
 
-    std::string_view text() const { return text_; }
-    // How many lines with their CR LF these are.
-    std::size_t lineCount() const { return lines_; }
+    std::size_t size() const { return size_; } // of all bytes so far
+    const std::string& firstLine() const { return firstLine_; }
+    const std::string& lastLine() const { return lastLine_; } // that is not empty
+    // What had come of the line in whose middle the last bytes began, once that is whole.
+    std::string begunLine() const { return cutLine_.substr(0, begun_); }
     // Where the first line ends that can be the last of a reply; 0 while there is none.
     std::size_t finalLineEnd() const { return finalLineEnd_; }
 
   private:
-    void grow(std::size_t more);
-    bool scanLines(std::string_view bytes, std::size_t before);
+    void note(std::string_view line, std::size_t end);
 
-    std::string text_;
-    std::size_t lineStart_ = 0; // where the first line without a CR LF begins
-    std::size_t lines_ = 0;
+    std::string partialLine_; // without its end
+    std::string cutLine_;     // that the last bytes have made whole, with its end,
+    std::size_t begun_ = 0;   // and how much of it had come before
+    std::string firstLine_;
+    std::string lastLine_;
+    std::size_t size_ = 0;
     std::size_t finalLineEnd_ = 0;
+    bool hasLine_ = false;
 };
 
 } // namespace corvel

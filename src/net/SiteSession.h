@@ -11,6 +11,7 @@
 #include "net/ActivityRows.h"
 #include "net/LogText.h"
 #include "net/ReplyBuffer.h"
+#include "net/ReplyReader.h"
 
 #include <array>
 #include <cstdint>
@@ -56,6 +57,7 @@ struct ChannelState {
     SeenTexts seenTexts;
     TextEncoding encoding = TextEncoding::utf8; // of what is typed, as seenTexts has it
     ReplyBuffer sReplyBuffer;
+    ReplyReader reader; // of the reply that is arriving, once bytes of it have come
 
     // Commands waiting to be sent; a slot whose command is empty is free.
     std::array<Command, queueSlots> CommandQueue;

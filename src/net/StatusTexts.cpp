@@ -34,6 +34,33 @@ std::string silenceText(const Site& site, std::int64_t now, const Settings& sett
 
 } // namespace
 
+std::string SocketStateText(const Socket& socket) {
+    switch (socket.state()) {
+    case SocketState::closed:
+        return "Socket closed";
+    case SocketState::open:
+        return "Open";
+    case SocketState::listening:
+        return "Listening on port " + std::to_string(socket.localPort()) + " ...";
+    case SocketState::connectionPending:
+        return "Pending...";
+    case SocketState::resolvingHost:
+        return "Resolving host...";
+    case SocketState::hostResolved:
+        return "Host resolved";
+    case SocketState::connecting:
+        return "Connecting... ( " + visibleText(toUtf8(socket.remoteHost())) + ":" +
+               std::to_string(socket.remotePort()) + " )";
+    case SocketState::connected:
+        return "Connected (" + socket.remoteAddress() + ":" + std::to_string(socket.remotePort()) + ")";
+    case SocketState::closing:
+        return "Closing socket...";
+    case SocketState::error:
+        return "ERROR";
+    }
+    return {};
+}
+
 std::string loginText(const Site& site) {
     return site.session.bLoggedIn ? "logged in as " + shownName(site.config.user)
            : isKeptOut(site)      ? "not logged in: " + shownLine(site.session.loginRefusal)

@@ -9,6 +9,10 @@
 
 namespace corvel {
 
+// What a person reads about the state of a socket, such as "Connected (10.0.0.5:21)". The host of state 6 is
+// the one that was configured, the one of state 7 its address. UTF-8.
+std::string SocketStateText(const Socket& socket);
+
 // What the status bar says of a site beside the state of its socket. All are UTF-8, and empty where there is
 // nothing to say.
 

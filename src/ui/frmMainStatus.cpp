@@ -1,4 +1,5 @@
 #include "net/CommandChannel.h"
+#include "net/StatusTexts.h"
 #include "ui/desktop/Desktop.h"
 #include "ui/frmMain.h"
 #include "ui/QueueDialog.h"

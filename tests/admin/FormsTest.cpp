@@ -134,7 +134,7 @@ TEST(AddUser, SendsTheUserAndThenItsProperties) {
 
 TEST(AddGroup, RefusesNamesThatNoCommandCanCarry) {
     GroupTable groups = threeGroups();
-    groups[2].sDescription = "the crew";
+    groups[2].ParseGroupFile(Lines{"200-description | the crew"});
     const std::string invalid = "Please enter a valid groupname.";
     for (const std::string& name : Texts{"", "a b", "a:b", "a/b", "a\"b", "a\tb", "a\x7F", {"a\0b", 3}}) {
         EXPECT_EQ(addGroupProblem({.txtGroupname = name}, groups), invalid) << name;

@@ -1,6 +1,8 @@
 #include "admin/AccountLists.h"
 #include "admin/AdminSupport.h"
+#include "common/Bounds.h"
 #include "common/Errors.h"
+#include "common/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -64,8 +66,8 @@ TEST(GroupFile, IsAskedForAgainWhereItCannotBeRead) {
     clsGroup group;
     group.ParseGroupFile(
         Lines{"200-description | the | staff", "200-leechslots | -1", "200-vfsfile | a", "200-gadmins | 8"});
-    EXPECT_EQ(group.sDescription + group.sVFSFile, "the | staffa");
-    EXPECT_EQ(group.iLeechSlots, -1);
+    EXPECT_EQ(group.details().sDescription + group.details().sVFSFile, "the | staffa");
+    EXPECT_EQ(group.details().iLeechSlots, -1);
     EXPECT_TRUE(group.got_info && group.IsGadmin(8) && !group.IsGadmin(7));
     EXPECT_THROW(group.ParseGroupFile(Lines{"200-gadmins | ", "200-groupslots | 32768"}), ConversionError);
     EXPECT_TRUE(!group.got_info && group.IsGadmin(-1));
@@ -104,6 +106,16 @@ TEST(Tables, LeaveOutLinesWhoseNumbersAreNone) {
                      rowText(groups[0], GroupColumn::users)}),
               (Texts{"   1", "staff", "  12"}));
     EXPECT_EQ(badGroups, (BadLines{1, 2, "40000", "16-bit number"}));
+}
+
+TEST(Tables, TakeNoMoreThanAListCanShow) {
+    const auto [users, bad] = ParseUserTable(1, Lines(mostRecords + 2, "p | 1 | a | g | 3"));
+    EXPECT_EQ(users.size(), mostRecords);
+    EXPECT_EQ(badLinesMessage(bad), "too many records for a list, the last 2 are left out");
+    clsGroup group;
+    const std::string ids = "200-members | 1" + replaceAll(std::string(9999, ','), ",", " | 1");
+    EXPECT_THROW(group.ParseGroupFile(Lines(8, ids)), ParseError);
+    EXPECT_EQ(group.details().members.size(), 65536U);
 }
 
 TEST(ListRows, NumbersLineUpAndTheFirstFlagThatCountsGivesTheIcon) {

@@ -2,6 +2,7 @@
 
 #include "browser/Order.h"
 #include "browser/RemoteList.h"
+#include "common/Bounds.h"
 #include "common/Text.h"
 
 #include <gtest/gtest.h>
@@ -132,6 +133,14 @@ TEST(Listing, KeepsTheFirstLinesThatItDoesNotUnderstand) {
     EXPECT_EQ(listing.strangeLines.front().size(), 300U);
 }
 
+TEST(Listing, TakesNoMoreEntriesThanAListCanShow) {
+    const BrowserListing listing =
+        parse(std::vector<std::string>(mostRecords + 2, "-rw-r--r-- 1 u g 1 Jan 5 12:00 f"));
+    EXPECT_EQ(listing.entries.size(), mostRecords);
+    EXPECT_EQ(listing.tooMany, 2U);
+    EXPECT_EQ(listing.fileCount, mostRecords + 2);
+}
+
 TEST(Listing, SeesThatAServerPadsItsLines) {
     const std::vector<std::pair<std::string, bool>> dates = {
         {"Jan  5 12:34 f", true},      {"Nov 15  2019 f", true},
@@ -218,7 +227,9 @@ TEST(RemoteList, KeepsTheSelectedEntryInTheSameDirectory) {
         list.row = 3;
         list.since = row.since;
         dropRows(list, row.directory);
+        dropRows(list, row.directory); // as the reply begins, and as it has come
         EXPECT_EQ(entryAt(list, 0), nullptr);
+        EXPECT_EQ(emptyReason(list), "The list of the directory is on its way.");
         showListing(list, files(row.others));
         EXPECT_EQ(list.isArranged, row.others < 30000);
         EXPECT_EQ(entryAt(list, 0) != nullptr, list.isArranged);

@@ -189,9 +189,13 @@ void BrowserPanel::listingChanged(int site) {
     }
     if (rows.isArranged) {
         page->shownListing == rows.listings ? showOrder(*page, rows) : showListing(*page, site);
-    } else if (page->shownListing != rows.listings) {
+        return;
+    }
+    if (page->list->source().rows > 0) {
         page->firstRow = page->list->verticalScrollBar()->value();
         page->list->setSource({.columns = reportColumns()});
+    }
+    if (page->shownListing != rows.listings) {
         page->shownListing = rows.listings;
         // Ordering it, and then showing it, takes a turn of the event loop each.
         QTimer::singleShot(0, this, [this, site] {

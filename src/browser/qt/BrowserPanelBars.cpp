@@ -140,11 +140,14 @@ void BrowserPanel::showState() {
     changed_->setVisible(session != nullptr && session->browser.isChanged &&
                          whyNotUsable(session->browser).empty());
     const std::size_t strange = listing == nullptr ? 0 : listing->strangeCount;
-    strange_->setText(
-        strange == 1
-            ? tr("1 line not understood")
-            : tr("%1 lines not understood").arg(QLocale().toString(static_cast<qulonglong>(strange))));
-    strange_->setVisible(strange > 0);
+    const std::size_t tooMany = listing == nullptr ? 0 : listing->tooMany;
+    const auto counted = [](const QString& text, std::size_t count) {
+        return text.arg(QLocale().toString(static_cast<qulonglong>(count)));
+    };
+    strange_->setText(tooMany > 0    ? counted(tr("%1 entries left out"), tooMany)
+                      : strange == 1 ? tr("1 line not understood")
+                                     : counted(tr("%1 lines not understood"), strange));
+    strange_->setVisible(tooMany > 0 || strange > 0);
     showPadding(listing != nullptr && listing->looksPadded && !session->browser.isPaddingRefused);
     const QString note = session == nullptr ? QString() : fromCore(session->asked);
     if (note != note_) {
@@ -181,6 +184,10 @@ void BrowserPanel::openStrangeLines() {
     }
     if (listing.strangeCount > listing.strangeLines.size()) {
         lines.append(tr("... and %1 more").arg(listing.strangeCount - listing.strangeLines.size()));
+    }
+    if (listing.tooMany > 0) {
+        lines.append(
+            tr("The last %1 entries are left out: there are more than a list can show").arg(listing.tooMany));
     }
     auto* const dialog = new QDialog(this);
     dialog->setObjectName(QStringLiteral("frmNotUnderstood"));
