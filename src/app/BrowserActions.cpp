@@ -126,11 +126,9 @@ void BrowserActions::sortBy(int site, int column) {
     views_.listingChanged(site);
 }
 
-void BrowserActions::arrange(int site) {
-    SiteSession& session = at(sites_, site).session;
-    if (!session.browser.isArranged && !isOnItsWay(session.browser)) {
-        corvel::arrange(session.browser);
-    }
+bool BrowserActions::arrange(int site) {
+    RemoteList& list = at(sites_, site).session.browser;
+    return list.isArranged || isOnItsWay(list) || arrangeStep(list);
 }
 
 void BrowserActions::acceptPadding(int site) {

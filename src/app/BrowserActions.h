@@ -60,8 +60,8 @@ class BrowserActions {
     std::optional<std::string> send(int site, std::vector<Command> commands);
     std::optional<std::string> sendIn(int site, std::string_view directory, std::vector<Command> commands);
 
-    // Orders the rows where they are not arranged.
-    void arrange(int site);
+    // Does a part of ordering the rows where they are not arranged; true when there is no more to do.
+    bool arrange(int site);
 
     // The row that a person has selected, -1 for none. The list says so whenever it becomes another one.
     void selectRow(int site, int row);

@@ -64,6 +64,7 @@ void dropRows(RemoteList& list, std::string_view directory) {
         list.isOfSameDirectory && selected != nullptr ? selected->name : std::string_view(list.cameFrom);
     list.listing = {};
     list.order = {};
+    list.ordering.reset();
     list.row = -1;
     list.isArranged = false;
     list.directory = directory;
@@ -71,6 +72,7 @@ void dropRows(RemoteList& list, std::string_view directory) {
 
 void showListing(RemoteList& list, BrowserListing listing) {
     list.listing = std::move(listing);
+    list.ordering.reset();
     list.since = RemoteList::Since::listed;
     list.isChanged = false;
     ++list.listings;
@@ -80,15 +82,30 @@ void showListing(RemoteList& list, BrowserListing listing) {
 }
 
 void arrange(RemoteList& list) {
+    while (!arrangeStep(list)) {
+    }
+}
+
+bool arrangeStep(RemoteList& list) {
+    if (!list.ordering || list.ordering->sort() != list.sort) {
+        list.ordering.emplace(list.sort);
+    }
+    if (!list.ordering->step(list.listing)) {
+        return false;
+    }
     if (const BrowserEntry* const selected = entryAt(list, list.row)) {
         list.selectedName = selected->name;
     }
-    list.order = displayOrder(list.listing, list.sort);
+    list.order = list.ordering->order();
+    list.ordering.reset();
     list.isArranged = true;
     const std::string name = std::exchange(list.selectedName, {});
-    const auto row = std::ranges::find(
-        list.order, name, [&list](std::uint32_t index) { return list.listing.entries[index].name; });
-    list.row = name.empty() || row == list.order.end() ? -1 : static_cast<int>(row - list.order.begin());
+    const auto row =
+        name.empty() ? list.order.end() : std::ranges::find(list.order, name, [&list](std::uint32_t index) {
+            return list.listing.entries[index].name;
+        });
+    list.row = row == list.order.end() ? -1 : static_cast<int>(row - list.order.begin());
+    return true;
 }
 
 const BrowserEntry* entryAt(const RemoteList& list, int row) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,7 +22,8 @@ struct RemoteList {
     std::vector<std::uint32_t> order; // the entry in each display row
     BrowserSort sort;
     int row = -1;           // the display row that is selected, -1 for none
-    bool isArranged = true; // order is that of listing; a long listing is ordered in a turn of its own
+    bool isArranged = true; // order is that of listing; a long listing is ordered in turns of its own
+    std::optional<Ordering> ordering = {}; // which has begun
     bool isOfSameDirectory = false; // as the listing before; the person's place in the list is kept then
     std::uint64_t listings = 0;     // how many there were
     std::string directory;          // of the rows
@@ -55,8 +57,10 @@ void dropRows(RemoteList& list, std::string_view directory);
 // selected is selected. A listing of many entries is not arranged yet.
 void showListing(RemoteList& list, BrowserListing listing);
 
-// Orders the rows as list.sort says; the selected entry stays selected.
+// Orders the rows as list.sort says; the selected entry stays selected. The second does a part of it, and
+// gives whether that was the last one.
 void arrange(RemoteList& list);
+bool arrangeStep(RemoteList& list);
 
 // The entry in a display row, or nothing when there is no such row.
 const BrowserEntry* entryAt(const RemoteList& list, int row);

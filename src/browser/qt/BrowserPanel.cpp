@@ -145,8 +145,8 @@ BrowserPanel::Page BrowserPanel::createPage(int site) {
     layout->addWidget(splitter, 1);
     added.replies->scheduleUpdate();
     showPath(added, site);
-    program_.browser().arrange(site);
     showListing(added, site);
+    arrangeInTurns(site);
     return added;
 }
 
@@ -197,12 +197,26 @@ void BrowserPanel::listingChanged(int site) {
     }
     if (page->shownListing != rows.listings) {
         page->shownListing = rows.listings;
-        // Ordering it, and then showing it, takes a turn of the event loop each.
-        QTimer::singleShot(0, this, [this, site] {
-            program_.browser().arrange(site);
-            QTimer::singleShot(0, this, [this, site] { showListing(*pages_->find(site), site); });
-        });
+        arrangeInTurns(site);
     }
+}
+
+// Every part of ordering a long listing, and then showing it, takes a turn of the event loop each.
+void BrowserPanel::arrangeInTurns(int site) {
+    if (program_.site(site).session.browser.isArranged) {
+        return;
+    }
+    QTimer::singleShot(0, this, [this, site] {
+        if (!program_.browser().arrange(site)) {
+            arrangeInTurns(site);
+            return;
+        }
+        QTimer::singleShot(0, this, [this, site] {
+            if (Page* const page = pages_->find(site)) {
+                showListing(*page, site);
+            }
+        });
+    });
 }
 
 // What a listing brings; a person's place in the same directory stays.

@@ -81,6 +81,7 @@ class BrowserPanel : public QWidget {
     void showPath(Page& page, int site);
     Page createPage(int site);
     ReportView* createList(int site);
+    void arrangeInTurns(int site);
     void showListing(Page& page, int site);
     static void showOrder(Page& page, const RemoteList& rows);
     void showState();
