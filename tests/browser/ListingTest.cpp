@@ -196,6 +196,25 @@ TEST(Order, ComparesWholeTextsInTheirEncodingAndSizesAsNumbers) {
               "nine twelve most word huge");
 }
 
+TEST(Order, FindsTheSameInSteps) {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < 40000; ++i) {
+        names.push_back(std::to_string(i * 7919 % 30000));
+    }
+    BrowserListing listing;
+    for (const std::string& name : names) {
+        listing.entries.push_back({.name = name, .type = Type::file});
+    }
+    for (const SortOrder order : {ascending, descending}) {
+        const std::vector<std::uint32_t> rows = displayOrder(listing, {Column::name, order});
+        ASSERT_EQ(rows.size(), names.size());
+        for (std::size_t i = 1; i < rows.size(); ++i) {
+            const int isBefore = names[rows[i - 1]].compare(names[rows[i]]);
+            ASSERT_TRUE(isBefore == 0 ? rows[i - 1] < rows[i] : (isBefore < 0) == (order == ascending)) << i;
+        }
+    }
+}
+
 using Since = RemoteList::Since;
 
 // So many files of one name, and "z".
