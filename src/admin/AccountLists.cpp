@@ -6,7 +6,6 @@
 #include <initializer_list>
 #include <limits>
 #include <numeric>
-#include <utility>
 
 namespace corvel {
 
@@ -37,22 +36,49 @@ std::int16_t orderNumber(const clsGroup& group, GroupColumn column) {
                                           : std::int16_t{0};
 }
 
+// What a row is ordered by: number, then text, whose first bytes spare nearly every look at the others.
+struct RowKey {
+    std::int16_t number = 0;
+    std::uint64_t start = 0;
+    std::string_view text = {};
+    std::size_t row = 0;
+};
+
+bool comesBefore(const RowKey& left, const RowKey& right) {
+    if (left.number != right.number) {
+        return left.number < right.number;
+    }
+    return left.start != right.start ? left.start < right.start : left.text < right.text;
+}
+
 template <typename Column, typename Record>
 std::vector<std::size_t> ordered(const std::vector<Record>& table, ListOrder order,
                                  std::initializer_list<Column> textColumns) {
     const auto column = static_cast<Column>(order.column);
     const bool isText = std::ranges::find(textColumns, column) != textColumns.end();
-    std::vector<std::pair<std::int16_t, std::string>> keys;
-    keys.reserve(table.size());
-    for (const Record& record : table) {
-        keys.emplace_back(orderNumber(record, column),
-                          isText ? foldCase(toUtf8(rowText(record, column))) : std::string());
-    }
     std::vector<std::size_t> rows(table.size() == 1 && isPlaceholder(table.front()) ? 0 : table.size());
     std::iota(rows.begin(), rows.end(), std::size_t{0});
-    std::ranges::stable_sort(rows, [&](std::size_t left, std::size_t right) {
-        return order.isDescending ? keys[right] < keys[left] : keys[left] < keys[right];
+    if (order.column < 0) {
+        return rows;
+    }
+    std::string texts; // one behind the other
+    std::vector<std::size_t> ends;
+    ends.reserve(rows.size());
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        if (isText) {
+            appendFolded(texts, rowText(table[row], column));
+        }
+        ends.push_back(texts.size());
+    }
+    std::vector<RowKey> keys(rows.size());
+    for (std::size_t row = 0, start = 0; row < keys.size(); start = ends[row++]) {
+        const std::string_view text = std::string_view(texts).substr(start, ends[row] - start);
+        keys[row] = {orderNumber(table[row], column), eightBytes(text, 0), text, row};
+    }
+    std::ranges::stable_sort(keys, [&](const RowKey& left, const RowKey& right) {
+        return order.isDescending ? comesBefore(right, left) : comesBefore(left, right);
     });
+    std::ranges::transform(keys, rows.begin(), &RowKey::row);
     return rows;
 }
 

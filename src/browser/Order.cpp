@@ -13,15 +13,6 @@ namespace {
 
 constexpr std::size_t firstRun = 16384;
 
-// The eight bytes of text from place on as a number that orders as they do.
-std::uint64_t eightBytes(std::string_view text, std::size_t place) {
-    std::uint64_t bytes = 0;
-    for (std::size_t i = place; i < place + sizeof bytes; ++i) {
-        bytes = bytes << 8U | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
-    }
-    return bytes;
-}
-
 } // namespace
 
 BrowserSort columnClick(BrowserSort sort, BrowserColumn column) {

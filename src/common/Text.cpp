@@ -179,6 +179,14 @@ void appendFolded(std::string& text, std::string_view bytes) {
     }
 }
 
+std::uint64_t eightBytes(std::string_view text, std::size_t place) {
+    std::uint64_t bytes = 0;
+    for (std::size_t i = place; i < place + sizeof bytes; ++i) {
+        bytes = bytes << 8U | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
+    }
+    return bytes;
+}
+
 bool isOneLine(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
 }

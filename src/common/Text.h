@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -56,6 +57,9 @@ std::string foldCase(std::string_view text);
 
 // Appends bytes of a server to text as UTF-8, in the form that foldCase gives.
 void appendFolded(std::string& text, std::string_view bytes);
+
+// The eight bytes of text from place on, with zeros behind its end, as a number that orders as they do.
+std::uint64_t eightBytes(std::string_view text, std::size_t place);
 
 // Whether text can go out as one line of a control connection: no CR, LF or NUL in it (RFC 959, section 5.3).
 bool isOneLine(std::string_view text);
