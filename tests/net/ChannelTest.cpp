@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <numeric>
 #include <string>
@@ -28,6 +29,33 @@ TEST(CommandChannel, LogsInHoweverTheRepliesAreCut) {
         EXPECT_TRUE(program.session(1).bLoggedIn);
         EXPECT_EQ(program.session(1).sBrowserPWD, "/");
         EXPECT_EQ(program.console(1), console) << "cut at " << cutAt;
+    }
+}
+
+TEST(CommandChannel, LogsInAfreshWhereverTheConnectionBroke) {
+    const Script whole = loginScript();
+    for (std::size_t bytes = 1, left = 0; left == 0; ++bytes) {
+        Script script;
+        left = bytes;
+        for (const Step& step : whole) {
+            const bool isSent = step.kind == Step::Kind::send;
+            if (isSent && left == 0) {
+                break;
+            }
+            script.push_back(isSent ? send(step.text.substr(0, left)) : step);
+            left -= isSent ? std::min(left, step.text.size()) : 0;
+            if (isSent && script.back().text.size() < step.text.size()) {
+                break;
+            }
+        }
+        TestProgram program(sitesFile(1));
+        program.main.connectSite(1);
+        play(program, 1, script, "broken behind " + std::to_string(bytes));
+        program.main.wSock_Error(1, "Connection reset by peer", 104);
+        EXPECT_FALSE(program.session(1).bLoggedIn);
+        program.main.connectSite(1);
+        play(program, 1, whole, "afresh behind " + std::to_string(bytes));
+        EXPECT_EQ(program.session(1).sBrowserPWD, "/");
     }
 }
 
