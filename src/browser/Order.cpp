@@ -46,6 +46,11 @@ void Ordering::orderNextRun(const BrowserListing& listing) {
     const std::size_t start = keys_.size();
     const std::size_t end = std::min(start + firstRun, listing.entries.size());
     std::string& texts = texts_.emplace_back();
+    std::size_t bytes = 0; // long names grow to nothing that is longer than they are
+    for (std::size_t row = start; row < end; ++row) {
+        bytes += listedText(listing.entries[row], sort_.column).size();
+    }
+    texts.reserve(bytes);
     std::vector<std::size_t> ends;
     ends.reserve(end - start);
     for (std::size_t row = start; row < end; ++row) {
