@@ -87,7 +87,7 @@ std::string telnetEscaped(std::string_view line) {
 ReplyProgress ReplyBuffer::append(std::string_view bytes, const LineTaker& take) {
     const std::size_t before = size_;
     size_ += bytes.size();
-    cutLine_.clear();
+    keepCutLine();
     begun_ = partialLine_.size();
     std::size_t start = 0;       // of the line, in bytes
     std::string_view latestLine; // the last one that is not empty, in bytes
@@ -107,15 +107,16 @@ ReplyProgress ReplyBuffer::append(std::string_view bytes, const LineTaker& take)
         } else {
             partialLine_.append(bytes.substr(0, end)).pop_back();
             note(partialLine_, before + end + 1);
-            lastLine_ = partialLine_.empty() ? lastLine_ : partialLine_;
             take(partialLine_);
-            cutLine_.assign(partialLine_).append("\r\n");
+            cutLine_.swap(partialLine_);
             partialLine_.clear();
+            isCutLast_ = !cutLine_.empty();
         }
         start = end + 1;
     }
     if (!latestLine.empty()) {
         lastLine_ = latestLine;
+        isCutLast_ = false;
     }
     partialLine_ += bytes.substr(start, longestLine + 2);
     if (partialLine_.size() > longestLine + 1) { // one more for a CR whose LF is still to come
@@ -125,6 +126,15 @@ ReplyProgress ReplyBuffer::append(std::string_view bytes, const LineTaker& take)
         return ReplyProgress::complete;
     }
     return size_ > longestReply ? ReplyProgress::replyTooLong : ReplyProgress::incomplete;
+}
+
+// The line that was cut is copied nowhere: as the next bytes come it takes the place of the last one.
+void ReplyBuffer::keepCutLine() {
+    if (isCutLast_) {
+        lastLine_.swap(cutLine_);
+        isCutLast_ = false;
+    }
+    cutLine_.clear();
 }
 
 // end: where the line ends in the reply.

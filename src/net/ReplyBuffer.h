@@ -63,18 +63,20 @@ class ReplyBuffer {
 
     std::size_t size() const { return size_; } // of all bytes so far
     const std::string& firstLine() const { return firstLine_; }
-    const std::string& lastLine() const { return lastLine_; } // that is not empty
+    const std::string& lastLine() const { return isCutLast_ ? cutLine_ : lastLine_; } // that is not empty
     // What had come of the line in whose middle the last bytes began, once that is whole.
-    std::string begunLine() const { return cutLine_.substr(0, begun_); }
+    std::string begunLine() const { return (cutLine_ + "\r\n").substr(0, begun_); }
     // Where the first line ends that can be the last of a reply; 0 while there is none.
     std::size_t finalLineEnd() const { return finalLineEnd_; }
 
   private:
+    void keepCutLine();
     void note(std::string_view line, std::size_t end);
 
     std::string partialLine_; // without its end
-    std::string cutLine_;     // that the last bytes have made whole, with its end,
+    std::string cutLine_;     // that the last bytes have made whole,
     std::size_t begun_ = 0;   // and how much of it had come before
+    bool isCutLast_ = false;  // cutLine_ is the last line that is not empty
     std::string firstLine_;
     std::string lastLine_;
     std::size_t size_ = 0;
