@@ -56,7 +56,9 @@ void BrowserActions::remove(int site, int row) {
         return;
     }
     const std::optional<Deletion> wanted = deletion(*entry);
-    if (wanted && isUsable(site)) {
+    if (!wanted) {
+        tell(site, whyNot(site, BrowserAct::remove, {row}));
+    } else if (isUsable(site)) {
         askToRemove(site, wanted->question, {wanted->command}, shownName(entry->name));
     }
 }

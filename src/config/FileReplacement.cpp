@@ -116,6 +116,9 @@ SaveResult putInPlace(const std::string& keptPath, const std::string& path, cons
         moveFile(filePath(place.path), target);
         DeleteFileForce(place.path); // where it was a second name of the file
     }
+    if (!error) {
+        makePrivate(filePath(place.path)); // as every text that is kept here
+    }
     return resultOf(error ? error : syncDirectory(target.parent_path()), false);
 }
 

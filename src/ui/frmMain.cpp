@@ -197,7 +197,6 @@ void frmMain::createArea() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(notice_);
-    layout->addWidget(newClosedBar());
     layout->addWidget(area_, 1);
     setCentralWidget(center);
 }
@@ -205,6 +204,7 @@ void frmMain::createArea() {
 void frmMain::createPanels() {
     createArea();
     lvwSites_ = new SitesList(images_, area_);
+    createClosedBar();
     lvwSites_->setObjectName(QStringLiteral("lvwSites"));
     connect(lvwSites_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { program_.selectSite(SitesList::siteAt(current)); });

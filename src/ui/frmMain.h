@@ -106,7 +106,7 @@ class frmMain : public QMainWindow {
     void gatherWindowState();
     bool dragSplitter(const QEvent& event);
     void tmrSocketStatus_Timer();
-    QWidget* newClosedBar();
+    void createClosedBar();
     void showClosed();
     void showJobs(int site);
     void showLastError(int site);

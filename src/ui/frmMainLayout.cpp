@@ -2,6 +2,7 @@
 #include "ui/frmMain.h"
 #include "ui/SettingsPanel.h"
 #include "widgets/Colours.h"
+#include "widgets/NoticeBar.h"
 #include "widgets/StoreValues.h"
 
 #include <QAction>
@@ -52,7 +53,11 @@ void frmMain::layoutWindow() {
     lvwSites_->setGeometry(0, 0, pixelsFromUnits(shown.listWidth), area.height());
     imgSplit_->setGeometry(pixelsFromUnits(shown.listWidth - 1), 0, pixelsFromUnits(barWidth), area.height());
     const int tabLeft = withList ? pixelsFromUnits(shown.listWidth + barWidth) : 0;
-    tabMain_->setGeometry(tabLeft, 0, area.width() - tabLeft, area.height());
+    const int tabWidth = area.width() - tabLeft;
+    const int barHeight =
+        closed_->isHidden() ? 0 : std::max(closed_->sizeHint().height(), closed_->heightForWidth(tabWidth));
+    closed_->setGeometry(tabLeft, 0, tabWidth, barHeight);
+    tabMain_->setGeometry(tabLeft, barHeight, tabWidth, area.height() - barHeight);
 }
 
 void frmMain::changeEvent(QEvent* event) {

@@ -117,11 +117,12 @@ void frmMain::createTray() {
     }
 }
 
-QWidget* frmMain::newClosedBar() {
-    closed_ = new NoticeBar("barClosed", "lblClosed");
+// Above the tabs alone: the rows of the sites list stay where they are between the two clicks that connect
+// one.
+void frmMain::createClosedBar() {
+    closed_ = new NoticeBar("barClosed", "lblClosed", area_);
     connect(closed_->addButton("cmdClosedConnect", tr("Connect")), &QToolButton::clicked, this,
             [this] { program_.connectSite(program_.currentSite()); });
-    return closed_;
 }
 
 // Says in place of a connection that there is none.
@@ -133,6 +134,7 @@ void frmMain::showClosed() {
     } else {
         closed_->hide();
     }
+    layoutWindow();
 }
 
 // What the status bar and the sites list say of a refusal, which a site keeps until it is in front.

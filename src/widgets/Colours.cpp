@@ -1,8 +1,10 @@
 #include "widgets/Colours.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
 #include <QStyle>
+#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
@@ -37,6 +39,13 @@ QColor readableOn(const QColor& ground, QColor wanted) {
                        std::clamp(lightness, 0.0F, 1.0F));
     }
     return wanted;
+}
+
+void drawFocus(QPainter& painter, const QRect& row, bool isSelected, const QWidget& list) {
+    painter.setPen(
+        QPen(list.palette().color(isSelected ? QPalette::HighlightedText : QPalette::Text), 1, Qt::DotLine));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(row.adjusted(1, 1, -2, -2));
 }
 
 namespace {

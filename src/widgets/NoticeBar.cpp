@@ -19,7 +19,7 @@ NoticeBar::NoticeBar(const char* name, const char* textName, QWidget* parent)
     QSizePolicy place = text_->sizePolicy();
     place.setHorizontalPolicy(QSizePolicy::Ignored); // a long word must not make the window wider
     text_->setSizePolicy(place);
-    row_->addWidget(sign_, 0, Qt::AlignTop);
+    row_->addWidget(sign_, 0, Qt::AlignVCenter);
     row_->addWidget(text_, 1);
     hide();
 }
@@ -29,7 +29,7 @@ QToolButton* NoticeBar::addButton(const char* name, const QString& caption) {
     button->setObjectName(QLatin1String(name));
     button->setText(caption);
     button->setFocusPolicy(Qt::StrongFocus);
-    row_->addWidget(button, 0, Qt::AlignTop);
+    row_->addWidget(button, 0, Qt::AlignVCenter);
     return button;
 }
 

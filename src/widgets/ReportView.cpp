@@ -1,5 +1,6 @@
 #include "widgets/ReportView.h"
 
+#include "widgets/Colours.h"
 #include "widgets/Forms.h"
 #include "widgets/StoreValues.h"
 
@@ -329,7 +330,8 @@ void ReportView::paintEvent(QPaintEvent* event) {
     painter.drawText(middle, Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
-// A row's colour reaches to the right edge, past its last column.
+// A row's colour reaches to the right edge, past its last column. The row with the focus has a frame that a
+// selection does not hide.
 void ReportView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
     if (model_->source().colours) {
@@ -339,6 +341,9 @@ void ReportView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
         }
     }
     QTreeView::drawRow(painter, option, index);
+    if (hasFocus() && index.row() == currentIndex().row()) {
+        drawFocus(*painter, option.rect, selectionModel()->isSelected(index), *this);
+    }
 }
 
 void ReportView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

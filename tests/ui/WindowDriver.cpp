@@ -1,5 +1,7 @@
 #include "ui/WindowDriver.h"
 
+#include "config/PlatformFiles.h"
+
 #include <QElapsedTimer>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -76,6 +78,7 @@ WindowDriver::WindowDriver(const std::string& sitesFile, const std::string& sett
     store.setValue("window_state", "0");
     if (!sitesFile.empty()) {
         directory.write("sites.ini", sitesFile);
+        makePrivate(filePath(directory.fileNamed("sites.ini"))); // as the window writes it
     }
     if (!settingsFile.empty()) {
         directory.write("settings.ini", settingsFile);

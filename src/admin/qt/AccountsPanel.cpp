@@ -290,9 +290,16 @@ std::vector<std::size_t> AccountsPanel::selectedIndexes(int site) const {
 
 // Not the row that only has the focus: nobody has picked it.
 void AccountsPanel::removeSelected(int site) {
-    if (const List* const list = lists_->find(site)) {
-        outline_.remove(site, list->widget->selectedRows());
+    const List* const list = lists_->find(site);
+    if (list == nullptr) {
+        return;
     }
+    const std::vector<int> rows = list->widget->selectedRows();
+    if (rows.empty()) {
+        program_.outbox().tell(site, "Nothing was deleted: nothing that the list shows is selected");
+        return;
+    }
+    outline_.remove(site, rows);
 }
 
 void AccountsPanel::goTo(int site, std::int16_t id) {

@@ -218,6 +218,8 @@ class AccountsPanel : public QWidget {
     void selectWhere(int site, const std::function<bool(std::size_t index)>& isWanted);
     // Deletes the selected accounts of the site, after a question.
     void removeSelected(int site);
+    // Puts the focus on the site's list.
+    void focusList(int site) { lists_->at(site).widget->setFocus(); }
     // Goes to the row of the account with that id, as a click does, whatever a filter hides. Nothing where
     // there is none.
     void goTo(int site, std::int16_t id);

@@ -44,8 +44,7 @@ ReportSource jobSource(const JobHandle& job, std::vector<std::size_t> places, Jo
     source.rows = static_cast<int>(places.size());
     source.columns = {{.header = say("user")}, {.header = say("command")}};
     if (columns == JobColumns::results) {
-        // For what is copied: on screen the reply begins with it.
-        source.columns.push_back({.header = say("code"), .alignment = Qt::AlignRight, .hidden = true});
+        source.columns.push_back({.header = say("code"), .alignment = Qt::AlignRight});
         source.columns.push_back({.header = say("reply")});
     }
     const auto shared = std::make_shared<const std::vector<std::size_t>>(std::move(places));

@@ -85,6 +85,9 @@ void UsersPanel::showEditor(int site) {
     editor_->showSite(site);
     editor_->showSelected(selectedIndexes(site).size());
     const QString added = site > 0 ? fromCore(session(site).userView.added) : QString();
+    if (added.isEmpty() && cmdUserAdded_->hasFocus()) {
+        focusList(site); // or what is typed next would go into the editor
+    }
     cmdUserAdded_->setVisible(!added.isEmpty());
     cmdUserAdded_->setText(
         tr("%1 - reload").arg(QString(added).replace(QLatin1Char('&'), QStringLiteral("&&"))));
@@ -112,6 +115,10 @@ void UsersPanel::createBatch() {
     const auto perform = [this](const BatchForm& form) {
         if (std::optional<CommandSequence> batch = batchOf(form)) {
             program().admin().startBatch(program().currentSite(), *std::move(batch));
+        } else if (program().currentSite() > 0) {
+            program().outbox().tell(program().currentSite(), selectedIndexes(program().currentSite()).empty()
+                                                                 ? "Nothing was sent: no user is selected"
+                                                                 : "Nothing was sent: nothing is ticked");
         }
     };
     const auto preview = [this](const BatchForm& form) {

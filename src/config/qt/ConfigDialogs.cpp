@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHeaderView>
@@ -288,7 +289,8 @@ frmSitesAddEdit::frmSitesAddEdit(const SiteDialogTexts& texts, Opening opening, 
     QHBoxLayout* const password = createPassword();
     layout->addRow(labelFor(*password->itemAt(0)->widget(), "txtPassword", tr("&Password:")), password);
     auto* const place = new ElidedLabel("lblPasswordPlace");
-    place->showText(tr("Passwords are kept in plain text in sites.ini, in %1").arg(texts.folder));
+    place->showText(tr("Passwords are kept in plain text in sites.ini, in %1")
+                        .arg(QDir::toNativeSeparators(texts.folder)));
     layout->addRow(QString(), place);
     boxes_.addRow(*layout, form_.txtIdent, "txtIdent", tr("&Ident:"));
     layout->addRow(QString(), connectOnStartup_);

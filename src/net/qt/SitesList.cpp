@@ -1,6 +1,7 @@
 #include "net/qt/SitesList.h"
 
 #include "net/Statistics.h"
+#include "widgets/Colours.h"
 #include "widgets/Icons.h"
 #include "widgets/ImageLists.h"
 #include "widgets/TextConversion.h"
@@ -50,6 +51,9 @@ class SiteDelegate : public QStyledItemDelegate {
             paintRow(*painter, option, index, area);
         } else {
             paintIcon(*painter, option, index, area);
+        }
+        if (list_.hasFocus() && index == list_.currentIndex()) {
+            drawFocus(*painter, option.rect, isSelected(option), list_);
         }
     }
 
