@@ -213,9 +213,7 @@ void AccountTable<Kind>::saveNow(int site, std::int16_t id, bool sendFlags) {
     const std::optional<std::string> problem =
         change(site, id, Kind::saveCommands(*record, typedForm(site), sendFlags), saveTitle,
                [this, site, id, saved](const Receipt& receipt) {
-                   if (receipt.end == Receipt::End::done) {
-                       dropSaved(site, id, saved);
-                   }
+                   dropSaved(site, id, receipt.end == Receipt::End::done ? saved : Draft());
                });
     if (problem) {
         say(site, *problem);
@@ -223,7 +221,8 @@ void AccountTable<Kind>::saveNow(int site, std::int16_t id, bool sendFlags) {
     }
 }
 
-// What was saved is no draft any more, but for boxes in which the person has typed on.
+// What was saved is no draft any more, but for boxes in which the person has typed on; and where the server
+// refused some of it, neither is what the record has by now.
 template <typename Kind>
 void AccountTable<Kind>::dropSaved(int site, std::int16_t id, const Draft& saved) {
     std::map<std::int16_t, Draft>& drafts = (session(site).*Kind::view).drafts;
@@ -231,9 +230,17 @@ void AccountTable<Kind>::dropSaved(int site, std::int16_t id, const Draft& saved
     if (found == drafts.end()) {
         return;
     }
-    std::erase_if(found->second.boxes, [&saved](const auto& typed) {
+    Form now;
+    const Record* const record = find(site, id);
+    const bool isKnown = record != nullptr && record->got_info;
+    if (isKnown) {
+        now = Kind::form(session(site), *record);
+        found->second.sName = record->sName;
+    }
+    std::erase_if(found->second.boxes, [&](const auto& typed) {
         const auto sent = saved.boxes.find(typed.first);
-        return sent != saved.boxes.end() && sent->second == typed.second;
+        return (sent != saved.boxes.end() && sent->second == typed.second) ||
+               (isKnown && now.box(typed.first) == fromUtf8(typed.second, session(site).encoding));
     });
     if (found->second.boxes.empty()) {
         drafts.erase(found);

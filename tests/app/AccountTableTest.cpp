@@ -225,6 +225,14 @@ TEST(AccountTable, WhatIsTypedStaysUntilItIsSavedOrThrownAway) {
         {expect("SITE CorvelExt setflags 7 3V"), send("550 no\r\n"), expect(getBob), send(bobFile)},
         "refused");
     EXPECT_EQ(program.typed(flagsBox), "3V") << "the server has not taken it";
+    program.users().typed(1, taglineBox, "taken");
+    program.users().save(1);
+    program.answer({expect("SITE CorvelExt setflags 7 3V"), send("550 no\r\n"),
+                    expect("SITE change bob tagline taken"), send(ok), expect(getBob),
+                    send("200-username | bob\r\n200-tagline | taken\r\n200 end\r\n")},
+                   "refused in part");
+    EXPECT_EQ(program.typed(taglineBox), "(nothing)");
+    EXPECT_EQ(program.typed(flagsBox), "3V");
 
     program.prompts.answers = {"no", "yes"};
     program.users().reloadDetails(1);
