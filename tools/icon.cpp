@@ -1,12 +1,17 @@
-// corvel_icon FILE: writes the program's icon, at every size that Windows shows, as an .ico file.
+// corvel_icon FILE: writes the program's icon as the name of the file wants it: NAME.ico at every size that
+// Windows shows, NAME.svg, or NAME.png in a folder SIDExSIDE of some depth, as icon themes have them. Makes
+// the folders.
 
 #include "widgets/Icons.h"
 
 #include <QApplication>
 #include <QBuffer>
 #include <QDataStream>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QPixmap>
+#include <QRegularExpression>
 
 #include <array>
 #include <iostream>
@@ -47,6 +52,18 @@ QByteArray iconFile() {
     return bytes + pictures;
 }
 
+// The side that the path of a picture in an icon theme names; 0 without one.
+int sideIn(const QString& path) {
+    const QRegularExpressionMatch match = QRegularExpression(QStringLiteral("/([0-9]+)x\\1/")).match(path);
+    return match.captured(1).toInt();
+}
+
+QByteArray contentFor(const QString& path) {
+    return path.endsWith(QStringLiteral(".svg"))   ? corvel::iconSvg("corvel")
+           : path.endsWith(QStringLiteral(".png")) ? picture(sideIn(path))
+                                                   : iconFile();
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -58,9 +75,12 @@ int main(int argc, char** argv) {
         std::cerr << "corvel_icon FILE\n";
         return 2;
     }
-    QFile file(QString::fromLocal8Bit(argv[1]));
-    const QByteArray bytes = iconFile();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+    const QString path = QString::fromLocal8Bit(argv[1]);
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    const QByteArray bytes = contentFor(path);
+    if (bytes.isEmpty() || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() ||
+        !file.flush()) {
         std::cerr << "corvel_icon: " << file.errorString().toStdString() << '\n';
         return 1;
     }

@@ -20,7 +20,7 @@ namespace corvel {
 namespace {
 
 // Where it lies beside the program, as packed, installed and built.
-constexpr std::array places = {"docs/guide.md", "../share/doc/corvel/guide.md", "../../docs/guide.md"};
+constexpr std::array places = {"docs/guide.md", "../share/doc/corvel/guide.html", "../../docs/guide.md"};
 
 // The name by which the guide's own links call a heading.
 QString anchorOf(const QString& heading) {

@@ -191,6 +191,22 @@ void draw(const IconPicture& picture, QPainter& painter) {
 
 constexpr double field = 16; // the side of what a picture is drawn on
 
+// What is drawn for a path, as the attribute d of SVG has it.
+QByteArray svgPath(const QPainterPath& path) {
+    QByteArray text;
+    for (int i = 0; i < path.elementCount(); ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        text += element.isMoveTo() ? "M" : element.isLineTo() ? "L" : element.isCurveTo() ? "C" : "";
+        text += QByteArray::number(element.x, 'g', 5) + ' ' + QByteArray::number(element.y, 'g', 5) + ' ';
+    }
+    return text.trimmed();
+}
+
+const IconPicture* find(const std::vector<IconPicture>& table, std::string_view name) {
+    const auto found = std::ranges::find(table, name, &IconPicture::name);
+    return found == table.end() ? nullptr : &*found;
+}
+
 // Lines in mid tones would drown in the ground of a selected row.
 void tint(QPainter& painter, QColor color) {
     constexpr int strength = 215;
@@ -255,11 +271,29 @@ class Engine : public QIconEngine {
 QIcon icon(std::string_view name, const QColor& line) {
     static const std::array tables = {pictures(), badges()};
     for (const std::vector<IconPicture>& table : tables) {
-        if (const auto found = std::ranges::find(table, name, &IconPicture::name); found != table.end()) {
-            return QIcon(new Engine(*found, line, &table == &tables.back()));
+        if (const IconPicture* const picture = find(table, name)) {
+            return QIcon(new Engine(*picture, line, &table == &tables.back()));
         }
     }
     return {};
+}
+
+QByteArray iconSvg(std::string_view name) {
+    const std::vector<IconPicture> table = pictures();
+    const IconPicture* const picture = find(table, name);
+    if (picture == nullptr) {
+        return {};
+    }
+    QByteArray text =
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"64\" height=\"64\" viewBox=\"0 0 16 16\" "
+        "stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
+    for (const Stroke& stroke : picture->strokes) {
+        const QByteArray colour = stroke.color.name().toLatin1();
+        text += "  <path d=\"" + svgPath(pathOf(stroke.path)) + "\" fill=\"" + colour + "\" fill-opacity=\"" +
+                QByteArray::number(stroke.alpha / 255.0, 'f', 3) + "\" stroke=\"" + colour +
+                "\" stroke-width=\"" + QByteArray::number(stroke.width) + "\"/>\n";
+    }
+    return text + "</svg>\n";
 }
 
 } // namespace corvel

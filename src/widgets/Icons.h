@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QColor>
 #include <QIcon>
 
@@ -15,5 +16,9 @@ namespace corvel {
 // line: the colour of its lines in place of their own, for a ground on which those would drown; badges keep
 // theirs.
 QIcon icon(std::string_view name, const QColor& line = {});
+
+// One of the icons above, that cuts no holes, as a document of SVG 1.1; empty for a name that is none of
+// them.
+QByteArray iconSvg(std::string_view name);
 
 } // namespace corvel
