@@ -63,28 +63,32 @@ void addEntry(std::vector<SelectableEntry>& list, std::string& marker, const std
     }
 }
 
-// The texts without a bar that stand in the marker between two separators, which may share a blank.
+// The texts that stand in the marker between two separators and hold none themselves. Two separators may
+// share a blank; one that begins in a name's own bar, or ends in it, lies between those around the name.
 std::unordered_set<std::string_view> markedNames(std::string_view marker) {
+    constexpr std::size_t mostBetween = 2;
+    std::vector<std::size_t> separators;
+    for (std::size_t at = marker.find(fieldSeparator); at != std::string_view::npos;
+         at = marker.find(fieldSeparator, at + 2)) {
+        separators.push_back(at);
+    }
     std::unordered_set<std::string_view> names;
-    for (std::size_t start = marker.find(fieldSeparator); start != std::string_view::npos;) {
-        const std::size_t next = marker.find(fieldSeparator, start + 2);
-        if (next >= start + fieldSeparator.size() && next != std::string_view::npos) {
-            names.insert(marker.substr(start + fieldSeparator.size(), next - start - fieldSeparator.size()));
+    for (std::size_t i = 0; i < separators.size(); ++i) {
+        const std::size_t start = separators[i] + fieldSeparator.size();
+        for (std::size_t j = i + 1; j < separators.size() && j <= i + 1 + mostBetween; ++j) {
+            if (separators[j] >= start) {
+                names.insert(marker.substr(start, separators[j] - start));
+            }
         }
-        start = next;
     }
     return names;
 }
 
 std::vector<std::string> changedNames(const std::vector<SelectableEntry>& list, const std::string& marker) {
     std::vector<std::string> names;
-    const std::unordered_set<std::string_view> marked =
-        markedNames(marker); // looked up, for there may be many
+    const std::unordered_set<std::string_view> marked = markedNames(marker);
     for (const SelectableEntry& entry : list) {
-        const std::string wanted = std::string(fieldSeparator).append(entry.sText).append(fieldSeparator);
-        const bool wasSelected = entry.sText.find('|') == std::string::npos
-                                     ? marked.contains(entry.sText)
-                                     : marker.find(wanted) != std::string::npos;
+        const bool wasSelected = marked.contains(entry.sText);
         if (entry.bSelected != wasSelected) {
             names.push_back(entry.sText);
         }

@@ -194,6 +194,12 @@ TEST(ChangeUserGroups, ANameInsideAnotherIsAnotherName) {
     const GroupTable groups =
         ParseGroupTable(1, Lines{"p | 1 | staff | 0", "p | 2 | sta | 0", "p | 4 | ff | 0"}).table;
     EXPECT_EQ(written(changeUserGroupsCommands(bob(), changeUserGroupsForm(bob(), groups))), Texts{});
+    for (const std::string name : {"a|b", "|", "| x", "x |", "| |"}) { // their group, and one that is not
+        const GroupTable odd =
+            ParseGroupTable(1, Lines{"p | 1 | " + name + " | 0", "p | 4 | other | 0"}).table;
+        EXPECT_EQ(written(changeUserGroupsCommands(bob(), changeUserGroupsForm(bob(), odd))), Texts{})
+            << name;
+    }
 }
 
 } // namespace
