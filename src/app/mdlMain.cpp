@@ -293,10 +293,13 @@ void mdlMain::wSock_DataArrival(int site, std::string_view bytes) {
 void mdlMain::wSock_Close(int site) {
     outbox_.during(site, [&] {
         log_.LogConsole(site, "wSock_Close()");
-        if (at(sites_, site).session.isHeldBack()) {
+        const SiteSession& session = at(sites_, site).session;
+        if (session.isHeldBack()) {
             constexpr std::string_view why = "The server ended the connection before it was encrypted";
             log_.LogConsole(site, why);
             log_.tell(site, why);
+        } else if (session.lastErrorLine.empty()) { // or the server has said why
+            log_.tell(site, "The server ended the connection");
         }
         channel_.ResetSession(site);
     });

@@ -38,7 +38,7 @@ std::string emptyReason(const RemoteList& list) {
         return "No directory is listed yet.";
     }
     if (list.since == RemoteList::Since::connectionEnded) {
-        return "The connection has ended.";
+        return "Not connected.";
     }
     if (!list.listing.entries.empty()) {
         return {}; // they are about to be shown

@@ -55,7 +55,7 @@ void CommandChannel::Connect(int site) {
     session.encoding = TextEncoding::utf8;
     session.padsListings = corvel::padsListings(store_, target.config.host, target.config.port);
     services_.log.tell(site, target.config.pass.empty()
-                                 ? "No password is kept for this site: Sites > Edit... takes one"
+                                 ? "No password is kept for this site: type it in Sites > Edit..."
                                  : "");
     session.loginRefusal.clear();
     session.encryption = !encrypts                 ? Encryption::none
@@ -303,8 +303,10 @@ void CommandChannel::routeReply(int site, std::string_view lastChunk) {
                                .sentAt = session.currentSentAt,
                                .milliseconds = static_cast<std::uint32_t>(waited)});
     if (code >= firstRefusal) {
-        services_.log.tell(site, last);
         session.loginRefusal = session.bLoggedIn ? std::string() : last;
+        if (session.bLoggedIn || !at(sites_, site).config.pass.empty()) { // else that it has none explains it
+            services_.log.tell(site, last);
+        }
     }
     if (session.isHeldBack()) {
         goOnToEncrypt(site, code, last);
