@@ -282,7 +282,7 @@ frmSitesAddEdit::frmSitesAddEdit(const SiteDialogTexts& texts, Opening opening, 
            "Otherwise Corvel encrypts it: with AUTH TLS, or from the first byte on port 990."));
     auto* const layout = new QFormLayout(this);
     layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    boxes_.addRow(*layout, form_.txtSitename, "txtSitename", tr("Site &name:"));
+    BytesEdit* const name = boxes_.addRow(*layout, form_.txtSitename, "txtSitename", tr("Site &name:"));
     boxes_.addRow(*layout, form_.txtHostname, "txtHostname", tr("&Host name:"));
     boxes_.addRow(*layout, form_.txtPort, "txtPort", tr("P&ort:"))->setPlaceholderText(QStringLiteral("21"));
     boxes_.addRow(*layout, form_.txtUsername, "txtUsername", tr("&User name:"));
@@ -298,6 +298,7 @@ frmSitesAddEdit::frmSitesAddEdit(const SiteDialogTexts& texts, Opening opening, 
     layout->addRow(createButtons(texts));
     setMinimumWidth(sizeHint().width() + fontMetrics().averageCharWidth() * 12);
     boxes_.show();
+    name->selectAll(); // for whoever names a copy
 }
 
 // The box, and beside it an eye that shows what is in it.
