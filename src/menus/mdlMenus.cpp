@@ -16,7 +16,7 @@ struct Marked {
     std::string marks; // as long as text
 
     static constexpr char written = 'w';
-    static constexpr char touched = 't'; // written, beside a value that is empty
+    static constexpr char touched = 't'; // written, beside a value that is empty or blank
     static constexpr char value = 'v';
 
     Marked part(std::size_t start, std::size_t count) const {
@@ -33,10 +33,10 @@ Marked marked(const std::vector<TemplatePiece>& pieces) {
         const std::size_t start = result.text.size();
         result.text += piece.text;
         result.marks.append(piece.text.size(), piece.isValue ? Marked::value : Marked::written);
-        if (piece.text.empty()) {
+        if (piece.text.find_first_not_of(' ') == std::string::npos) {
             isBehindEmpty = isBehindEmpty || piece.isValue;
-            if (piece.isValue && start > 0 && result.marks.back() == Marked::written) {
-                result.marks.back() = Marked::touched;
+            if (piece.isValue && start > 0 && result.marks[start - 1] == Marked::written) {
+                result.marks[start - 1] = Marked::touched;
             }
         } else if (std::exchange(isBehindEmpty, false) && !piece.isValue) {
             result.marks[start] = Marked::touched;

@@ -68,6 +68,7 @@ TEST(Menus, ValuesStayWithinWhatTheAuthorWrote) {
         {"exec C:\\a\\%(v)", "b\\..\\..\\c", "C:\\a\\b\\..\\..\\c", "leaves its folder"},
         {"exec ../a/%(v)", "..b...", "../a/..b...", ""},
         {"exec /a/%(v)../c", "", "/a/../c", "leaves its folder"},
+        {"exec %(v)../c", " ", "../c", "leaves its folder"},
         {"exec /a/.%(v)./c", "", "/a/../c", "leaves its folder"},
         {"exec \"/a/../c/%(v)\" d", "", "/a/../c/", ""},
         {"exec /opt/%(v)", "a\x1B", "/opt/a\x1B", "holds a control character"},
