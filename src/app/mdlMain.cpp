@@ -53,8 +53,8 @@ std::vector<std::string> mdlMain::LoadSettingsFile() {
 }
 
 std::vector<std::string> mdlMain::LoadSites() {
-    for (SiteConfig& config : sitesKeeper_.load()) {
-        appendSite(std::move(config));
+    for (const SiteConfig& config : sitesKeeper_.load()) {
+        appendSite(config);
     }
     for (int site = 1; site <= siteCount(); ++site) {
         if (at(sites_, site).config.connectonstartup) {
@@ -359,10 +359,10 @@ bool mdlMain::sendTestCommand(int site, const std::string& command) {
     return isTaken;
 }
 
-void mdlMain::appendSite(SiteConfig config) {
+void mdlMain::appendSite(const SiteConfig& config) {
     const int site = siteCount() + 1;
     Site& added = sites_.emplace_back();
-    added.config = std::move(config);
+    added.config = config;
     added.wSock = ports_.makeSocket(site);
     ports_.views.siteAdded(site);
 }

@@ -143,7 +143,7 @@ class mdlMain {
     std::vector<SiteConfig> siteConfigs() const;
     SitesDifference unsavedDifference() const;
     void keepSites();
-    void appendSite(SiteConfig config);
+    void appendSite(const SiteConfig& config);
     void forgetSite(int site);
 
     Ports ports_;

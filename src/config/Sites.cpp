@@ -162,7 +162,7 @@ SitesDifference sitesDifference(const std::vector<SiteConfig>& now, std::vector<
             const auto found = std::ranges::find_if(
                 wanted, [&](const SiteConfig& site) { return !becomes[i] && isAlike(now[i], site); });
             if (found != wanted.end()) {
-                becomes[i] = std::move(*found);
+                becomes[i] = *found;
                 wanted.erase(found);
             }
         }
