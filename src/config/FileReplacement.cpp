@@ -107,8 +107,10 @@ SaveResult putInPlace(const std::string& keptPath, const std::string& path, cons
     }
     std::error_code error = nameToo(target, filePath(place.path));
     const bool isGone = error == std::errc::no_such_file_or_directory;
-    if (error && !isGone) {
+    if (error) {
         DeleteFileForce(place.path);
+    }
+    if (error && !isGone) {
         return resultOf(error, isForbidden(error));
     }
     error = moveFile(filePath(keptPath), target);
