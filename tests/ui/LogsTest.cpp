@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QCheckBox>
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -82,7 +83,9 @@ TEST_F(Logs, AreFoundInHeldClearedAndSaved) {
     Q_EMIT dialog->fileSelected(QString::fromStdString(driver_->directory.fileNamed("log.txt")));
     dialog->close();
     ASSERT_TRUE(driver_->waitForNoDialog());
-    EXPECT_EQ(QString::fromStdString(driver_->directory.read("log.txt")), held);
+    QFile saved(QString::fromStdString(driver_->directory.fileNamed("log.txt")));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly | QIODevice::Text)); // with the system's line ends
+    EXPECT_EQ(QString::fromUtf8(saved.readAll()), held);
     hold.setChecked(false);
     EXPECT_TRUE(eventuallyShows(u"> NOOP three"_s));
     tool<QPushButton>("cmdLogClear").click();
