@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QWindow>
 
+#include <fstream>
 #include <memory>
 #include <string>
 
@@ -32,6 +33,17 @@ inline std::unique_ptr<QTemporaryDir> directoryOf(int sites, int port, bool encr
         file.write(text.c_str());
     }
     return directory;
+}
+
+// A number of kB in this process's status (proc(5)), named with its colon, in MiB.
+inline double mebibytes(const char* key) {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    double kilobytes = 0;
+    while (status >> word && word != key) {
+    }
+    status >> kilobytes;
+    return kilobytes / 1024;
 }
 
 // port: of a demo server, whose certificate is trusted there.

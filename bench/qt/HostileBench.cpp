@@ -106,16 +106,6 @@ const std::vector<Attack>& attacks() {
     return all;
 }
 
-double statusMebibytes(const char* key) {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    double kilobytes = 0;
-    while (status >> word && word != key) {
-    }
-    status >> kilobytes;
-    return kilobytes / 1024;
-}
-
 std::unique_ptr<QTemporaryDir> twoSites(int good, int bad) {
     auto directory = std::make_unique<QTemporaryDir>();
     std::ofstream file(directory->filePath(QStringLiteral("sites.ini")).toStdString());
@@ -174,7 +164,7 @@ void attack(benchmark::State& state) {
         program.selectSite(2);
         malloc_trim(0);
         std::ofstream("/proc/self/clear_refs") << "5";
-        const double before = statusMebibytes("VmRSS:");
+        const double before = mebibytes("VmRSS:");
         double longest = 0;
         double longestClick = 0;
         QElapsedTimer click;
@@ -208,8 +198,8 @@ void attack(benchmark::State& state) {
         state.counters["cpu_s"] = threadSeconds() - start;
         state.counters["longest_turn_ms"] = 1e3 * longest;
         state.counters["longest_click_ms"] = longestClick;
-        state.counters["growth_MiB"] = statusMebibytes("VmHWM:") - before;
-        state.counters["kept_MiB"] = statusMebibytes("VmRSS:") - before;
+        state.counters["growth_MiB"] = mebibytes("VmHWM:") - before;
+        state.counters["kept_MiB"] = mebibytes("VmRSS:") - before;
         state.counters["bytes_sent"] = static_cast<double>(received.load());
         state.counters["logged_in"] = session.bLoggedIn ? 1 : 0;
         state.counters["console"] = static_cast<double>(session.consoleLog.text().size());

@@ -65,17 +65,6 @@ void idle(benchmark::State& state) {
 }
 BENCHMARK(idle)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-// A number of kB in this process's status.
-double mebibytes(const char* key) {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    double kilobytes = 0;
-    while (status >> word && word != key) {
-    }
-    status >> kilobytes;
-    return kilobytes / 1024;
-}
-
 // F5 on a directory of 200,000 entries, from the key to the painted list. No turn of the event loop should
 // take more than 50 ms, and the memory at its peak not more than 1.5 times that of the list.
 void refreshDirectory(benchmark::State& state) {

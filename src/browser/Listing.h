@@ -60,7 +60,6 @@ class ListingReader {
     void read(std::string_view line);
     // The listing of the lines so far, of which the last was the reply's; nothing is to be read afterwards.
     BrowserListing take() { return std::move(listing_); }
-    const BrowserListing& soFar() const { return listing_; }
 
   private:
     bool readEntry(std::string_view line);
