@@ -151,7 +151,7 @@ std::string answerDeleteGroup(DemoRequest& request) {
     return reply(200, {"Group '", request.argument, "' deleted."});
 }
 
-constexpr std::array commands = {
+constexpr std::array accountTable = {
     DemoCommand{"GADDUSER", answerAddUser, WhoMay::masters, "<group> <name> <password> [<ident@host>...]"},
     DemoCommand{"CHANGE", answerChange, WhoMay::masters, "<user or group> <property> <value>"},
     DemoCommand{"ADDIP", answerAddIp, WhoMay::masters, "<user> <ident@host>..."},
@@ -166,6 +166,6 @@ constexpr std::array commands = {
 
 } // namespace
 
-constinit const DemoTable accountCommands = commands;
+constinit const DemoTable accountCommands = accountTable;
 
 } // namespace corvel

@@ -179,7 +179,7 @@ std::string answerCopyUser(DemoRequest& request) {
     return reply(200, {"User '", parts[1], "' added."});
 }
 
-constexpr std::array commands = {
+constexpr std::array extensionTable = {
     DemoCommand{"USERTABLE", answerUserTable, WhoMay::masters},
     DemoCommand{"GROUPTABLE", answerGroupTable, WhoMay::masters},
     DemoCommand{"USERFILE", answerUserFile, WhoMay::masters, "<uid>"},
@@ -191,6 +191,6 @@ constexpr std::array commands = {
 
 } // namespace
 
-constinit const DemoTable extensionCommands = commands;
+constinit const DemoTable extensionCommands = extensionTable;
 
 } // namespace corvel

@@ -13,7 +13,7 @@ namespace {
 constexpr unsigned readBit = 4;
 
 // A path in double quotes, with the quotes in it doubled (RFC 959, appendix II).
-std::string quoted(std::string_view path) {
+std::string quotedPath(std::string_view path) {
     return concat({"\"", replaceAll(path, "\"", "\"\""), "\""});
 }
 
@@ -100,7 +100,7 @@ std::string answerCdup(DemoRequest& request) {
 }
 
 std::string answerPwd(DemoRequest& request) {
-    return reply(257, {quoted(request.client.directory), " is current directory."});
+    return reply(257, {quotedPath(request.client.directory), " is current directory."});
 }
 
 // A listing over the control connection. An argument's first word of a dash and letters are options, of which
@@ -130,7 +130,7 @@ std::string answerStat(DemoRequest& request) {
 
 std::string answerMkd(DemoRequest& request) {
     const std::string path = request.world.tree.makeDirectory(request.viewer, request.argument);
-    return reply(257, {quoted(path), " directory created."});
+    return reply(257, {quotedPath(path), " directory created."});
 }
 
 std::string answerRmd(DemoRequest& request) {
@@ -159,7 +159,7 @@ std::string answerRnto(DemoRequest& request) {
     return reply(250, {"RNTO command successful"});
 }
 
-constexpr std::array commands = {
+constexpr std::array fileTable = {
     DemoCommand{"CWD", answerCwd, WhoMay::users, "<path>"},
     DemoCommand{"CDUP", answerCdup},
     DemoCommand{"PWD", answerPwd},
@@ -177,6 +177,6 @@ constexpr std::array commands = {
 
 } // namespace
 
-constinit const DemoTable fileCommands = commands;
+constinit const DemoTable fileCommands = fileTable;
 
 } // namespace corvel

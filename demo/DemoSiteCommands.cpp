@@ -162,7 +162,7 @@ std::string answerExtension(DemoRequest& request) {
     return dispatch({extensionCommands}, request, request.argument, "SITE CORVELEXT ");
 }
 
-constexpr std::array commands = {
+constexpr std::array siteTable = {
     DemoCommand{"CHMOD", answerChmod, WhoMay::users, "<octal mode> <path>"},
     DemoCommand{"HELP", answerSiteHelp},
     DemoCommand{"CHATTR", answerChattr, WhoMay::masters,
@@ -174,7 +174,7 @@ constexpr std::array commands = {
 
 } // namespace
 
-constinit const DemoTable siteCommands = commands;
+constinit const DemoTable siteCommands = siteTable;
 
 bool isShownTo(const DemoAccounts& accounts, const DemoUser& user, const TreeNode& directory) {
     if (directory.hiddenText.empty() || directory.owner == user.name || user.isMaster()) {

@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view answerPrefix = "200-CHATTR: ";
 constexpr std::string_view nothingSet = "<*not*set*>";
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     return std::string("\"").append(text).append("\"");
 }
 
@@ -45,7 +45,7 @@ Permissions permissionsIn(std::string_view access) {
 } // namespace
 
 Command chattrQuery(std::string_view name) {
-    return {.sCommand = "site chattr +h " + quoted(name), .bQuiet = true, .iHandler = handler::chattrQuery};
+    return {.sCommand = "site chattr +h " + inQuotes(name), .bQuiet = true, .iHandler = handler::chattrQuery};
 }
 
 std::string_view chattrText(std::string_view firstLine) {
@@ -59,10 +59,10 @@ bool clearsUnseen(const ChattrForm& form) {
 std::vector<Command> chattrCommands(const ChattrForm& form) {
     const std::string arguments = argumentsOf(form);
     if (!arguments.empty()) {
-        return {fileCommand("site chattr +h ", quoted(form.sName) + " " + quoted(arguments))};
+        return {fileCommand("site chattr +h ", inQuotes(form.sName) + " " + inQuotes(arguments))};
     }
     if (!matchesPattern(form.txtCurrent, nothingSet)) {
-        return {fileCommand("site chattr -h ", quoted(form.sName))};
+        return {fileCommand("site chattr -h ", inQuotes(form.sName))};
     }
     return {};
 }

@@ -6,7 +6,7 @@ namespace corvel {
 
 namespace {
 
-std::string quoted(std::string_view text) {
+std::string excerpt(std::string_view text) {
     constexpr std::size_t longest = 80;
     std::string result = "\"";
     result += beginningOf(text, longest);
@@ -27,7 +27,7 @@ std::string describe(const ParseError& error) {
 }
 
 ParseError::ParseError(std::string_view text, std::string_view problem)
-    : std::runtime_error(quoted(text) + " " + std::string(problem)) {}
+    : std::runtime_error(excerpt(text) + " " + std::string(problem)) {}
 
 void BadLines::note(std::size_t lineNumber, std::string_view text, std::string_view expected) {
     if (count++ == 0) {

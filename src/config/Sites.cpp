@@ -13,11 +13,11 @@ namespace corvel {
 
 namespace {
 
-using Place = std::variant<std::string SiteConfig::*, std::int32_t SiteConfig::*, bool SiteConfig::*>;
+using SitePlace = std::variant<std::string SiteConfig::*, std::int32_t SiteConfig::*, bool SiteConfig::*>;
 
 struct SiteKey {
     std::string_view key;
-    Place place;
+    SitePlace place;
 };
 
 // In the order in which they are written.
@@ -40,7 +40,7 @@ std::string writable(std::string value) {
     return value;
 }
 
-void read(SiteConfig& site, const Place& place, std::string_view value) {
+void read(SiteConfig& site, const SitePlace& place, std::string_view value) {
     if (const auto* const text = std::get_if<std::string SiteConfig::*>(&place)) {
         site.** text = writable(std::string(value));
     } else if (const auto* const number = std::get_if<std::int32_t SiteConfig::*>(&place)) {
@@ -50,7 +50,7 @@ void read(SiteConfig& site, const Place& place, std::string_view value) {
     }
 }
 
-std::string written(const SiteConfig& site, const Place& place) {
+std::string written(const SiteConfig& site, const SitePlace& place) {
     if (const auto* const text = std::get_if<std::string SiteConfig::*>(&place)) {
         return site.**text;
     }

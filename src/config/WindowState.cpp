@@ -13,11 +13,11 @@ namespace corvel {
 
 namespace {
 
-using Place = std::variant<std::int32_t WindowState::*, bool WindowState::*>;
+using StatePlace = std::variant<std::int32_t WindowState::*, bool WindowState::*>;
 
 struct StateKey {
     std::string_view key;
-    Place place;
+    StatePlace place;
     std::int32_t fallback = 0;
     std::int32_t lowest = 0; // the limits of a number
     std::int32_t highest = 0;
@@ -63,7 +63,7 @@ std::string columnKey(std::string_view quality, std::size_t column) {
     return std::string("activitylist_").append(quality).append("_").append(std::to_string(column));
 }
 
-void setPlace(WindowState& state, const Place& place, std::int32_t value) {
+void setPlace(WindowState& state, const StatePlace& place, std::int32_t value) {
     if (const auto* const numberPlace = std::get_if<std::int32_t WindowState::*>(&place)) {
         state.** numberPlace = value;
     } else {
@@ -71,7 +71,7 @@ void setPlace(WindowState& state, const Place& place, std::int32_t value) {
     }
 }
 
-std::string placeText(const WindowState& state, const Place& place) {
+std::string placeText(const WindowState& state, const StatePlace& place) {
     if (const auto* const numberPlace = std::get_if<std::int32_t WindowState::*>(&place)) {
         return std::to_string(state.**numberPlace);
     }

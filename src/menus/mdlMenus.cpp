@@ -82,9 +82,9 @@ bool hasInValue(const Marked& text, Is is) {
 // alone, in clear or as an address has them; blanks and dots at the end of a name count for nothing on
 // Windows.
 bool leadsUp(const Marked& path) {
-    constexpr std::string_view separators = "/\\";
+    constexpr std::string_view stepEnds = "/\\";
     for (std::size_t start = 0; start <= path.text.size();) {
-        const std::size_t end = std::min(path.text.find_first_of(separators, start), path.text.size());
+        const std::size_t end = std::min(path.text.find_first_of(stepEnds, start), path.text.size());
         const Marked step = path.part(start, end - start);
         const std::string dots = replaceAll(toLower(step.text), "%2e", ".");
         const bool isAuthors = step.marks.find_first_not_of(Marked::written) == std::string::npos;

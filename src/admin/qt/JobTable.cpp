@@ -16,7 +16,7 @@ namespace corvel {
 
 namespace {
 
-QString say(const char* text) {
+QString jobText(const char* text) {
     return QCoreApplication::translate("JobTable", text);
 }
 
@@ -42,10 +42,10 @@ ReportSource jobSource(const JobHandle& job, std::vector<std::size_t> places, Jo
                        const Settings& settings) {
     ReportSource source;
     source.rows = static_cast<int>(places.size());
-    source.columns = {{.header = say("user")}, {.header = say("command")}};
+    source.columns = {{.header = jobText("user")}, {.header = jobText("command")}};
     if (columns == JobColumns::results) {
-        source.columns.push_back({.header = say("code"), .alignment = Qt::AlignRight});
-        source.columns.push_back({.header = say("reply")});
+        source.columns.push_back({.header = jobText("code"), .alignment = Qt::AlignRight});
+        source.columns.push_back({.header = jobText("reply")});
     }
     const auto shared = std::make_shared<const std::vector<std::size_t>>(std::move(places));
     const auto placeOf = [shared](int row) { return (*shared)[static_cast<std::size_t>(row)]; };
@@ -79,16 +79,16 @@ QString tableText(const ReportSource& source) {
 void openBatchPreview(const JobHandle& job, const QString& plan, const Settings& settings, QWidget* parent) {
     auto* const dialog = new QDialog(parent);
     dialog->setObjectName(QStringLiteral("frmBatchPreview"));
-    dialog->setWindowTitle(titleOf(say("Preview")));
+    dialog->setWindowTitle(titleOf(jobText("Preview")));
     auto* const list = new ReportView;
-    list->setPlaceholder(say("Nothing would go out: no user is selected, or nothing is ticked."));
+    list->setPlaceholder(jobText("Nothing would go out: no user is selected, or nothing is ticked."));
     list->setSource(jobSource(job, rowsOf(*job, false), JobColumns::plan, settings));
     list->header()->setStretchLastSection(true);
     list->fitColumns(0, 1);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     auto* const layout = new QVBoxLayout(dialog);
-    layout->addWidget(labelFor(*list, "lvwBatchPreview", say("&What would go out: %1").arg(plan)));
+    layout->addWidget(labelFor(*list, "lvwBatchPreview", jobText("&What would go out: %1").arg(plan)));
     layout->addWidget(list);
     layout->addWidget(buttons);
     const QFontMetrics metrics = dialog->fontMetrics();

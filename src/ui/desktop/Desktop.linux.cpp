@@ -92,7 +92,7 @@ EndSignals::EndSignals(QWidget& window) {
     auto* const notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [&window] {
         std::array<char, 16> bytes{};
-        while (read(pipeEnds[0], bytes.data(), bytes.size()) > 0) {
+        while (::read(pipeEnds[0], bytes.data(), bytes.size()) > 0) {
         }
         window.setProperty(endedBySystem, true);
         window.close();
