@@ -235,6 +235,11 @@ struct Encounter {
     bool isAuthorityTrusted = true;
 };
 
+// How the list of the tests names it.
+void PrintTo(const Encounter& encounter, std::ostream* out) {
+    *out << encounter.name;
+}
+
 std::string nameOf(const testing::TestParamInfo<Encounter>& test) {
     return test.param.name;
 }
