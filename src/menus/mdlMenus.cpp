@@ -78,8 +78,8 @@ bool hasInValue(const Marked& text, Is is) {
     return false;
 }
 
-// Whether a value makes a step of the path, or a part of one, that leads up, be it by being empty: of dots
-// alone, in clear or as an address has them; blanks and dots at the end of a name count for nothing on
+// Whether a value makes a step of the path, a part or an end of one, that leads up, be it by being empty: of
+// dots alone, in clear or as an address has them; blanks and dots at the end of a name count for nothing on
 // Windows.
 bool leadsUp(const Marked& path) {
     constexpr std::string_view stepEnds = "/\\";
@@ -87,7 +87,9 @@ bool leadsUp(const Marked& path) {
         const std::size_t end = std::min(path.text.find_first_of(stepEnds, start), path.text.size());
         const Marked step = path.part(start, end - start);
         const std::string dots = replaceAll(toLower(step.text), "%2e", ".");
-        const bool isAuthors = step.marks.find_first_not_of(Marked::written) == std::string::npos;
+        const bool isAuthors = step.marks.find_first_not_of(Marked::written) == std::string::npos &&
+                               (start == 0 || path.marks[start - 1] != Marked::value) &&
+                               (end == path.text.size() || path.marks[end] != Marked::value);
         if (!isAuthors && std::ranges::count(dots, '.') > 1 &&
             dots.find_first_not_of(". ") == std::string::npos) {
             return true;
