@@ -3,7 +3,9 @@
 #include "widgets/WindowPrompts.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QtTest/QTest>
