@@ -43,14 +43,12 @@ void requireLinear(std::string_view bytes) {
     require(dear <= most, "work grows linearly with the input");
 }
 
-// Counting costs as much as forty runs: while inputs are looked for it is done for some, chosen by nothing
-// but their bytes; where inputs are replayed, for all.
-bool isToBeCounted(std::string_view bytes) {
-    static const bool all = std::getenv("CORVEL_FUZZ_COUNT_ALL") != nullptr;
+} // namespace
+
+bool isSample(std::string_view bytes) {
+    static const bool all = std::getenv("CORVEL_FUZZ_ALL") != nullptr;
     return all || std::hash<std::string_view>()(bytes) % 128 == 0;
 }
-
-} // namespace
 
 void require(bool holds, const char* rule) {
     if (!holds) {
@@ -72,7 +70,7 @@ std::string fileOf(std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     corvel::fuzz::check(bytes);
-    if (corvel::fuzz::isToBeCounted(bytes)) {
+    if (corvel::fuzz::isSample(bytes)) { // counting costs as much as forty runs
         corvel::fuzz::requireLinear(bytes);
     }
     return 0;

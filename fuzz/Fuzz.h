@@ -14,6 +14,10 @@ void check(std::string_view bytes);
 // there.
 void work(std::string_view bytes);
 
+// Whether these bytes are among those that what takes long is done for: where inputs are replayed, all; while
+// they are looked for, some, chosen by nothing but themselves.
+bool isSample(std::string_view bytes);
+
 // Ends the run, and so has the input kept, where a rule does not hold. rule: for whoever reads the log.
 void require(bool holds, const char* rule);
 
