@@ -66,9 +66,10 @@ void checkReach(std::string_view line, const MenuVariables& variables) {
         return;
     }
     require(isOneLine(command.target), "what is opened is one line");
-    // Where a value that is empty leaves the first word to the next one, that is the author's.
-    const bool isAuthorsWord = line.find(" " + command.target) != std::string_view::npos;
-    require(isAuthorsWord || stepsUp(command.target) <= stepsUp(written.target), "no value leads up");
+    require(command.isServersChoice == (written.isServersChoice && !command.target.empty()),
+            "no value takes a question away, or asks one");
+    const std::string authorsSteps = replaceAll(replaceAll(line, " ", "/"), "\"", "/");
+    require(stepsUp(command.target) <= stepsUp(authorsSteps), "no value leads up");
     require(!command.isServersChoice || !command.target.starts_with('-'), "no value is an option");
 }
 

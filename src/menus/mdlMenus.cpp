@@ -4,7 +4,6 @@
 #include "common/TextEncoding.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace corvel {
 
@@ -16,7 +15,7 @@ struct Marked {
     std::string marks; // as long as text
 
     static constexpr char written = 'w';
-    static constexpr char touched = 't'; // written, beside a value that is empty or blank
+    static constexpr char touched = 't'; // written, beside a value
     static constexpr char value = 'v';
 
     Marked part(std::size_t start, std::size_t count) const {
@@ -28,19 +27,18 @@ struct Marked {
 
 Marked marked(const std::vector<TemplatePiece>& pieces) {
     Marked result;
-    bool isBehindEmpty = false;
+    bool isBehindValue = false;
     for (const TemplatePiece& piece : pieces) {
         const std::size_t start = result.text.size();
+        if (piece.isValue && start > 0 && result.marks.back() == Marked::written) {
+            result.marks.back() = Marked::touched;
+        }
         result.text += piece.text;
         result.marks.append(piece.text.size(), piece.isValue ? Marked::value : Marked::written);
-        if (piece.text.find_first_not_of(' ') == std::string::npos) {
-            isBehindEmpty = isBehindEmpty || piece.isValue;
-            if (piece.isValue && start > 0 && result.marks[start - 1] == Marked::written) {
-                result.marks[start - 1] = Marked::touched;
-            }
-        } else if (std::exchange(isBehindEmpty, false) && !piece.isValue) {
+        if (isBehindValue && !piece.isValue && !piece.text.empty()) {
             result.marks[start] = Marked::touched;
         }
+        isBehindValue = piece.isValue;
     }
     return result;
 }
@@ -78,18 +76,16 @@ bool hasInValue(const Marked& text, Is is) {
     return false;
 }
 
-// Whether a value makes a step of the path, a part or an end of one, that leads up, be it by being empty: of
-// dots alone, in clear or as an address has them; blanks and dots at the end of a name count for nothing on
-// Windows.
+// Whether a step of the path leads up that the author did not write as it stands: a value is in it or was
+// beside it, be it an empty one. Such a step is of dots alone, in clear or as an address has them; blanks and
+// dots at the end of a name count for nothing on Windows.
 bool leadsUp(const Marked& path) {
     constexpr std::string_view stepEnds = "/\\";
     for (std::size_t start = 0; start <= path.text.size();) {
         const std::size_t end = std::min(path.text.find_first_of(stepEnds, start), path.text.size());
         const Marked step = path.part(start, end - start);
         const std::string dots = replaceAll(toLower(step.text), "%2e", ".");
-        const bool isAuthors = step.marks.find_first_not_of(Marked::written) == std::string::npos &&
-                               (start == 0 || path.marks[start - 1] != Marked::value) &&
-                               (end == path.text.size() || path.marks[end] != Marked::value);
+        const bool isAuthors = step.marks.find_first_not_of(Marked::written) == std::string::npos;
         if (!isAuthors && std::ranges::count(dots, '.') > 1 &&
             dots.find_first_not_of(". ") == std::string::npos) {
             return true;
@@ -113,21 +109,31 @@ bool hasLetter(std::string_view text) {
     });
 }
 
-void readExec(MenuCommand& command, const Marked& argument) {
+// Whether nothing that the author wrote says what kind of target it is: asked of the entry with a letter for
+// each value, so that no value, an empty one as little as any other, takes the question away.
+bool isValuesTarget(std::vector<TemplatePiece> pieces) {
+    for (TemplatePiece& piece : pieces) {
+        if (piece.isValue) {
+            piece.text = "x";
+        }
+    }
+    const Marked target = execTarget(marked(pieces));
+    const std::string_view start = target.writtenStart();
+    return target.hasValue() && (!hasLetter(start) || start.find_first_of("/\\:") == std::string_view::npos);
+}
+
+void readExec(MenuCommand& command, const Marked& argument, const std::vector<TemplatePiece>& pieces) {
     const Marked target = execTarget(argument);
     command.target = target.text;
+    command.isServersChoice = !target.text.empty() && isValuesTarget(pieces);
     if (!isOneLine(target.text)) {
         command.problem = "holds a line break or a NUL character";
     } else if (leadsUp(target)) {
         command.problem = "leaves its folder";
-    } else if (target.hasValue()) {
-        const std::string_view start = target.writtenStart();
-        command.isServersChoice = !hasLetter(start) || start.find_first_of("/\\:") == std::string_view::npos;
-        if (command.isServersChoice && target.text.starts_with('-')) {
-            command.problem = "begins with a dash";
-        } else if (command.isServersChoice && isAddress(target.text)) {
-            command.problem = "is an address";
-        }
+    } else if (command.isServersChoice && target.text.starts_with('-')) {
+        command.problem = "begins with a dash";
+    } else if (command.isServersChoice && isAddress(target.text)) {
+        command.problem = "is an address";
     }
 }
 
@@ -155,7 +161,7 @@ MenuCommand menuCommand(std::string_view line, const MenuVariables& variables) {
                         .asksFirst = asksFirst,
                         .argument = argument.text};
     if (command.action == "exec") {
-        readExec(command, argument);
+        readExec(command, argument, pieces);
     } else if (command.action == "kill") {
         readKill(command, argument, std::ranges::any_of(pieces, [](const TemplatePiece& piece) {
                      return piece.isValue && piece.text.empty();

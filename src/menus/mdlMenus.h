@@ -20,8 +20,10 @@ struct MenuCommand {
     // What "exec" opens, the first word or what stands between two double quotes there, blanks included; the
     // pattern of "kill".
     std::string target = {};
-    bool isServersChoice = false; // nothing that the entry's author wrote says what kind of target it is
-    std::string problem = {};     // why it is not carried out, behind "since it"; empty for none
+    // What the author wrote before the first value does not say what kind of target it is, be the values what
+    // they may.
+    bool isServersChoice = false;
+    std::string problem = {}; // why it is not carried out, behind "since it"; empty for none
 
     bool operator==(const MenuCommand&) const = default;
 };
