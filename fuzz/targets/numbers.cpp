@@ -102,6 +102,16 @@ void checkTexts(std::string_view text) {
     }
 }
 
+// However long what cannot be read is, what is told of it is short.
+void checkMessage(std::string_view text) {
+    constexpr std::size_t longest = 512;
+    BadLines bad;
+    bad.tooMany = text.size();
+    require(badLinesMessage(bad).has_value() == !text.empty(), "what is left out is told");
+    bad.note(1, text, "number");
+    require(badLinesMessage(bad)->size() <= longest, "a message stays short");
+}
+
 } // namespace
 
 void check(std::string_view bytes) {
@@ -109,6 +119,7 @@ void check(std::string_view bytes) {
         checkIntegers(text);
         checkDecimals(text);
         checkTexts(text);
+        checkMessage(text);
     }
 }
 
