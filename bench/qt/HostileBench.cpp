@@ -64,6 +64,11 @@ const std::vector<Attack>& attacks() {
          {"211-x\r\n", "-rw-r--r-- 1 user staff 4099123 Jan 5 12:30 an archive of some.iso\r\n", belowLimit,
           "211 end\r\n"},
          "3"},
+        {"listing_long",
+         "STAT",
+         {"211-x\r\n", "-rw-r--r-- 1 user staff 4099123 Jan 5 12:30 " + std::string(200, 'n') + "\r\n",
+          belowLimit, "211 end\r\n"},
+         "3"},
         {"listing_strange", "STAT", {"211-x\r\n", "a\r\n", belowLimit, "211 end\r\n"}, "3"},
         {"users_shortest",
          "SITE CorvelExt usertable",
@@ -75,8 +80,10 @@ const std::vector<Attack>& attacks() {
          "5"},
         {"users_long",
          "SITE CorvelExt usertable",
-         {"200-x\r\n", "200- | 17 | " + std::string(80, 'n') + " | staffers of sorts | 3M\r\n", belowLimit,
-          "200 end\r\n"},
+         {"200-x\r\n",
+          "200- | 17 | " + std::string(40, 'n') + " | " + std::string(40, 'g') + " | " +
+              std::string(40, '3') + "\r\n",
+          belowLimit, "200 end\r\n"},
          "5"},
         {"groups_shortest",
          "SITE CorvelExt grouptable",
@@ -205,7 +212,7 @@ void attack(benchmark::State& state) {
         state.counters["console"] = static_cast<double>(session.consoleLog.text().size());
     }
 }
-BENCHMARK(attack)->DenseRange(0, 18)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(attack)->DenseRange(0, 19)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace corvel

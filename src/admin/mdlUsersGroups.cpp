@@ -1,6 +1,5 @@
 #include "admin/mdlUsersGroups.h"
 
-#include "common/Bounds.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
 
@@ -155,7 +154,8 @@ int findIndex(const std::vector<Record>& table, std::int16_t Record::*id, std::i
     return found == table.end() ? -1 : static_cast<int>(found - table.begin());
 }
 
-// Appends the record of fields; gives the field that is no 16-bit number where there is one.
+// Appends the record of fields, whose texts take no more memory than they need; gives the field that is no
+// 16-bit number where there is one.
 const std::string_view* append(UserTable& users, int site,
                                const std::array<std::string_view, userFieldCount>& fields) {
     const std::optional<std::int16_t> uid = tryInt16(fields[1]);
@@ -164,10 +164,10 @@ const std::string_view* append(UserTable& users, int site,
     }
     clsUser& user = users.emplace_back();
     user.iUID = *uid;
-    user.sUIDText = fields[1];
-    user.sName = fields[2];
-    user.sStdGroup = fields[3];
-    user.sFlags = fields[4];
+    user.sUIDText = std::string(fields[1]);
+    user.sName = std::string(fields[2]);
+    user.sStdGroup = std::string(fields[3]);
+    user.sFlags = std::string(fields[4]);
     user.my_index = site;
     return nullptr;
 }
@@ -181,10 +181,10 @@ const std::string_view* append(GroupTable& groups, int site,
     }
     clsGroup& group = groups.emplace_back();
     group.iGID = *gid;
-    group.sGIDText = fields[1];
-    group.sName = fields[2];
+    group.sGIDText = std::string(fields[1]);
+    group.sName = std::string(fields[2]);
     group.iUserCount = *userCount;
-    group.sUserCountText = fields[3];
+    group.sUserCountText = std::string(fields[3]);
     group.my_index = site;
     return nullptr;
 }
@@ -317,10 +317,14 @@ void TableReader<Record>::read(std::string_view line) {
         return;
     }
     growInTwoSteps(reply_.table);
-    if (reply_.table.size() == mostRecords) {
+    if (room_.isFull()) {
         ++reply_.bad.tooMany;
     } else if (const std::string_view* bad = append(reply_.table, site_, fields)) {
         reply_.bad.note(lines_, *bad, "16-bit number");
+    } else {
+        room_.take(
+            std::accumulate(fields.begin() + 1, fields.end(), sizeof(Record),
+                            [](std::size_t sum, std::string_view field) { return sum + heapBytes(field); }));
     }
 }
 

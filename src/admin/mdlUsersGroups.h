@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Bounds.h"
 #include "common/Errors.h"
 
 #include <algorithm>
@@ -122,7 +123,7 @@ bool isPlaceholder(const clsUser& user);
 bool isPlaceholder(const clsGroup& group);
 
 // A table read from a reply, and the lines left out of it: those that had all their fields but whose id or
-// count is no 16-bit number, and those beyond mostRecords.
+// count is no 16-bit number, and those that a RecordRoom does not take.
 template <typename Table>
 struct TableReply {
     Table table;
@@ -143,6 +144,7 @@ class TableReader {
   private:
     int site_;
     std::size_t lines_ = 0;
+    RecordRoom room_;
     TableReply<std::vector<Record>> reply_;
 };
 

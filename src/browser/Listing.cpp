@@ -1,6 +1,5 @@
 #include "browser/Listing.h"
 
-#include "common/Bounds.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
 #include "common/TextEncoding.h"
@@ -173,10 +172,12 @@ bool ListingReader::readEntry(std::string_view line) {
         return true; // nothing of it is kept
     }
     count(listing_, entry);
-    if (listing_.entries.size() == mostRecords) {
+    if (room_.isFull()) {
         ++listing_.tooMany;
         return true;
     }
+    // A list that is ordered has each name a second time.
+    room_.take(sizeof(BrowserEntry) + line.size() + entry.name.size() + heapBytes(entry.date));
     growInTwoSteps(listing_.entries);
     listing_.entries.push_back(std::move(entry));
     used_ += line.size();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Bounds.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -33,7 +35,7 @@ struct BrowserEntry {
 struct BrowserListing {
     std::vector<std::unique_ptr<char[]>> text; // the accepted lines, one behind the other
     std::vector<BrowserEntry> entries;
-    std::size_t tooMany = 0;        // entries beyond mostRecords, which are left out but counted
+    std::size_t tooMany = 0;        // entries that a RecordRoom does not take: left out but counted
     std::size_t fileCount = 0;      // files and links
     std::size_t directoryCount = 0; // all others but ".."
     std::size_t longestSize = 0;    // length of the longest size that is a sizeNumber, in bytes
@@ -67,6 +69,7 @@ class ListingReader {
 
     ListingOptions options_;
     BrowserListing listing_;
+    RecordRoom room_;
     std::size_t blockSize_ = 0; // of the text's last block,
     std::size_t used_ = 0;      // and how much of it is taken
     std::string held_;          // a line that is none of the listing unless it is the reply's last

@@ -112,6 +112,12 @@ TEST(Tables, TakeNoMoreThanAListCanShow) {
     const auto [users, bad] = ParseUserTable(1, Lines(mostRecords + 2, "p | 1 | a | g | 3"));
     EXPECT_EQ(users.size(), mostRecords);
     EXPECT_EQ(badLinesMessage(bad), "too many records for a list, the last 2 are left out");
+    const std::string name(150, 'n');
+    const auto [longUsers, longBad] =
+        ParseUserTable(1, Lines(mostRecords, "p | 1 | " + name + " | " + name + " | 3"));
+    EXPECT_GT(longUsers.size() * (sizeof(clsUser) + 2 * name.size()), mostRecordBytes / 2);
+    EXPECT_LT(longUsers.size() * (sizeof(clsUser) + 2 * name.size()), mostRecordBytes);
+    EXPECT_EQ(longBad.tooMany, mostRecords - longUsers.size());
     clsGroup group;
     const std::string ids = "200-members | 1" + replaceAll(std::string(9999, ','), ",", " | 1");
     EXPECT_THROW(group.ParseGroupFile(Lines(8, ids)), ParseError);

@@ -139,6 +139,13 @@ TEST(Listing, TakesNoMoreEntriesThanAListCanShow) {
     EXPECT_EQ(listing.entries.size(), mostRecords);
     EXPECT_EQ(listing.tooMany, 2U);
     EXPECT_EQ(listing.fileCount, mostRecords + 2);
+    const auto taken = [](std::size_t nameSize) {
+        return parse(std::vector<std::string>(200000, "-rw-r--r-- 1 user staff 4099123 Jan 5 12:30 " +
+                                                          std::string(nameSize, 'n')))
+            .entries.size();
+    };
+    EXPECT_EQ(taken(70), 200000U);
+    EXPECT_LT(taken(200) * (sizeof(BrowserEntry) + 2 * 200), mostRecordBytes);
 }
 
 TEST(Listing, SeesThatAServerPadsItsLines) {
