@@ -3,6 +3,7 @@
 #include "common/Numbers.h"
 #include "common/Text.h"
 
+#include <numeric>
 #include <type_traits>
 #include <utility>
 
